@@ -1,0 +1,16 @@
+// The room `account`: keys, billing state, account store.
+// It sees itself and the rooms before it.
+#pragma once
+
+namespace sorvan::base {}
+namespace sorvan::platform {}
+namespace sorvan::core {}
+namespace sorvan::generation {}
+namespace sorvan::catalogue {}
+namespace sorvan::account {
+using namespace sorvan::base;
+using namespace sorvan::platform;
+using namespace sorvan::core;
+using namespace sorvan::generation;
+using namespace sorvan::catalogue;
+}  // namespace sorvan::account
