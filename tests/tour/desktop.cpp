@@ -1,0 +1,85 @@
+#include "tour/desktop.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+#include <QUuid>
+#include <stdexcept>
+
+namespace tour {
+namespace {
+
+// Private folders stand beside the build, because a workspace in a temporary folder is refused.
+QString makeHome() {
+  const QString home = QDir(QCoreApplication::applicationDirPath())
+                           .absoluteFilePath(u"tour-home-"_qs + QUuid::createUuid().toString(QUuid::Id128).left(8));
+  for (const char* folder : {"", "/.config", "/.local/share", "/.cache", "/run", "/Pictures"})
+    if (!QDir().mkpath(home + QString::fromLatin1(folder))) throw std::runtime_error("no private home");
+  QFile::setPermissions(home + u"/run"_qs, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  return home;
+}
+
+void stop(QProcess& process) {
+  if (process.state() == QProcess::NotRunning) return;
+  process.terminate();
+  if (!process.waitForFinished(3000)) process.kill();
+  process.waitForFinished(2000);
+}
+
+}  // namespace
+
+Desktop::Desktop(QSize size) : home_(makeHome()), environment_(QProcessEnvironment::systemEnvironment()) {
+  for (const char* name : {"SORVAN_WORKSPACE", "SORVAN_SERVICE", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_STYLE_OVERRIDE",
+                           "QT_QPA_PLATFORMTHEME", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION"})
+    environment_.remove(QString::fromLatin1(name));
+  environment_.insert(u"HOME"_qs, home_);
+  environment_.insert(u"XDG_CONFIG_HOME"_qs, home_ + u"/.config"_qs);
+  environment_.insert(u"XDG_DATA_HOME"_qs, home_ + u"/.local/share"_qs);
+  environment_.insert(u"XDG_CACHE_HOME"_qs, home_ + u"/.cache"_qs);
+  environment_.insert(u"XDG_RUNTIME_DIR"_qs, home_ + u"/run"_qs);
+  environment_.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_qs, u"1"_qs);
+  environment_.insert(u"LANG"_qs, u"C.UTF-8"_qs);
+  startDisplay(size);
+  startBus();
+  startWindowManager();
+}
+
+Desktop::~Desktop() {
+  stop(windowManager_);
+  stop(bus_);
+  stop(display_);
+  QDir(home_).removeRecursively();
+}
+
+void Desktop::startDisplay(QSize size) {
+  display_.setProcessEnvironment(environment_);
+  display_.start(u"Xvfb"_qs, {u"-displayfd"_qs, u"1"_qs, u"-screen"_qs, u"0"_qs,
+                              QString::number(size.width()) + u'x' + QString::number(size.height()) + u"x24"_qs,
+                              u"-nolisten"_qs, u"tcp"_qs, u"-dpi"_qs, u"96"_qs});
+  QByteArray number;
+  while (!number.contains('\n')) {
+    if (!display_.waitForReadyRead(15000)) throw std::runtime_error("Xvfb did not start");
+    number += display_.readAllStandardOutput();
+  }
+  const QString display = u":"_qs + QString::fromLatin1(number.trimmed());
+  environment_.insert(u"DISPLAY"_qs, display);
+  qputenv("DISPLAY", display.toLatin1());
+}
+
+void Desktop::startBus() {
+  bus_.setProcessEnvironment(environment_);
+  bus_.start(u"dbus-daemon"_qs, {u"--session"_qs, u"--nofork"_qs, u"--nopidfile"_qs, u"--print-address=1"_qs});
+  if (!bus_.waitForReadyRead(10000)) throw std::runtime_error("dbus-daemon did not start");
+  const QString address = QString::fromLatin1(bus_.readLine().trimmed());
+  environment_.insert(u"DBUS_SESSION_BUS_ADDRESS"_qs, address);
+  qputenv("DBUS_SESSION_BUS_ADDRESS", address.toLatin1());
+  qputenv("XDG_RUNTIME_DIR", (home_ + u"/run"_qs).toLocal8Bit());
+}
+
+void Desktop::startWindowManager() {
+  windowManager_.setProcessEnvironment(environment_);
+  windowManager_.start(u"openbox"_qs, {u"--sm-disable"_qs});
+  if (!windowManager_.waitForStarted(5000)) throw std::runtime_error("openbox did not start");
+}
+
+}  // namespace tour

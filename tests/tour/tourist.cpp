@@ -1,0 +1,147 @@
+#include "tour/tourist.h"
+
+#include <gtest/gtest.h>
+#include <poll.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QSet>
+#include <stdexcept>
+
+namespace tour {
+namespace {
+
+constexpr int stepMilliseconds = 100;
+
+// Another process has to move on: there is no signal to wait for, so the tree is read again after a short pause.
+void pauseBetweenLooks() { ::poll(nullptr, 0, stepMilliseconds); }
+
+template <class Test>
+bool within(int seconds, Test test) {
+  QElapsedTimer timer;
+  timer.start();
+  do {
+    if (test()) return true;
+    pauseBetweenLooks();
+  } while (timer.elapsed() < seconds * 1000);
+  return false;
+}
+
+}  // namespace
+
+Tourist::Tourist(QSize size, QString picturePrefix) : desktop_(size), prefix_(std::move(picturePrefix)) { startSandbox(); }
+
+Tourist::~Tourist() {
+  if (program_) killProgram();
+  sandbox_.terminate();
+  if (!sandbox_.waitForFinished(3000)) sandbox_.kill();
+  sandbox_.waitForFinished(2000);
+}
+
+void Tourist::startSandbox() {
+  configuration_ = desktop_.home() + u"/service.json"_qs;
+  sandbox_.setProcessEnvironment(desktop_.environment());
+  sandbox_.setStandardErrorFile(desktop_.home() + u"/sandbox.log"_qs);
+  sandbox_.start(QStringLiteral(SORVAN_SANDBOX),
+                 {u"--write"_qs, configuration_, u"--state"_qs, desktop_.home() + u"/sandbox"_qs});
+  QByteArray said;
+  while (!said.contains("ready")) {
+    if (!sandbox_.waitForReadyRead(20000)) throw std::runtime_error("the sandbox did not start");
+    said += sandbox_.readAllStandardOutput();
+  }
+}
+
+void Tourist::open(const Wanted& expected) {
+  program_ = std::make_unique<QProcess>();
+  QProcessEnvironment environment = desktop_.environment();
+  environment.insert(u"SORVAN_SERVICE"_qs, configuration_);
+  program_->setProcessEnvironment(environment);
+  program_->setProcessChannelMode(QProcess::ForwardedChannels);
+  program_->start(QStringLiteral(SORVAN_STUDIO), {});
+  ASSERT_TRUE(program_->waitForStarted(10000)) << "the program did not start";
+  waitFor(expected, 30);
+}
+
+void Tourist::close() {
+  key(u"ctrl+q"_qs);
+  EXPECT_TRUE(program_->waitForFinished(20000)) << "the program did not end on Quit";
+  EXPECT_EQ(program_->exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(program_->exitCode(), 0);
+  program_.reset();
+}
+
+void Tourist::killProgram() {
+  program_->kill();
+  program_->waitForFinished(10000);
+  program_.reset();
+}
+
+Control Tourist::waitFor(const Wanted& wanted, int seconds) {
+  std::optional<Control> found;
+  if (!within(seconds, [&] { return (found = accessibility_.find(wanted)).has_value(); })) {
+    picture(u"failed"_qs);
+    throw std::runtime_error((u"no “"_qs + wanted.name + u"” ("_qs + wanted.role + u") within "_qs +
+                              QString::number(seconds) + u" s; the window has:\n"_qs + describe(accessibility_.controls()))
+                                 .toStdString());
+  }
+  return *found;
+}
+
+void Tourist::waitForCount(const Wanted& wanted, int number, int seconds) {
+  if (within(seconds, [&] { return accessibility_.count(wanted) >= number; })) return;
+  picture(u"failed"_qs);
+  throw std::runtime_error((u"fewer than "_qs + QString::number(number) + u" of “"_qs + wanted.name + u"” within "_qs +
+                            QString::number(seconds) + u" s; the window has:\n"_qs + describe(accessibility_.controls()))
+                               .toStdString());
+}
+
+void Tourist::waitUntilGone(const Wanted& wanted, int seconds) {
+  if (!within(seconds, [&] { return accessibility_.count(wanted) == 0; }))
+    throw std::runtime_error((u"“"_qs + wanted.name + u"” is still there"_qs).toStdString());
+}
+
+void Tourist::click(const Wanted& wanted) {
+  const QPoint middle = waitFor(wanted).place.center();
+  xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(middle.x()), QString::number(middle.y()), u"click"_qs, u"1"_qs});
+}
+
+void Tourist::doubleClick(const Wanted& wanted) {
+  const QPoint middle = waitFor(wanted).place.center();
+  xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(middle.x()), QString::number(middle.y()), u"click"_qs,
+           u"--repeat"_qs, u"2"_qs, u"--delay"_qs, u"60"_qs, u"1"_qs});
+}
+
+void Tourist::type(const QString& text) { xdotool({u"type"_qs, u"--delay"_qs, u"8"_qs, u"--"_qs, text}); }
+
+void Tourist::key(const QString& chord) { xdotool({u"key"_qs, u"--clearmodifiers"_qs, chord}); }
+
+void Tourist::xdotool(const QStringList& arguments) {
+  QProcess process;
+  process.setProcessEnvironment(desktop_.environment());
+  process.start(u"xdotool"_qs, arguments);
+  if (!process.waitForFinished(60000) || process.exitCode() != 0)
+    throw std::runtime_error(("xdotool failed: " + process.readAllStandardError()).toStdString());
+}
+
+int Tourist::picture(const QString& name) {
+  // The tour itself has no connection to the display: the screen is read by a program of its own.
+  const QString file = desktop_.home() + u"/screen.png"_qs;
+  QProcess process;
+  process.setProcessEnvironment(desktop_.environment());
+  process.start(u"import"_qs, {u"-window"_qs, u"root"_qs, file});
+  if (!process.waitForFinished(20000) || process.exitCode() != 0)
+    throw std::runtime_error(("no picture of the screen: " + process.readAllStandardError()).toStdString());
+  const QImage screen(file);
+  QSet<QRgb> colours;
+  for (int y = 0; y < screen.height(); y += 16)
+    for (int x = 0; x < screen.width(); x += 16) colours.insert(screen.pixel(x, y));
+  const QString folder = qEnvironmentVariable("SORVAN_TOUR_PICTURES");
+  if (!folder.isEmpty()) {
+    QDir().mkpath(folder);
+    screen.save(folder + u'/' + prefix_ + name + u".png"_qs);
+  }
+  return static_cast<int>(colours.size());
+}
+
+}  // namespace tour

@@ -1,0 +1,57 @@
+// A person at the desktop: starts the program, looks for controls by name, clicks, types, waits with a limit, and
+// keeps pictures.
+#pragma once
+
+#include <QProcess>
+#include <memory>
+
+#include "tour/accessible.h"
+#include "tour/desktop.h"
+
+namespace tour {
+
+class Tourist {
+ public:
+  // `picturePrefix` stands before the name of every picture of this tour.
+  Tourist(QSize size, QString picturePrefix);
+  ~Tourist();
+
+  // Starts the program on the sandbox and waits until its window shows `expected`.
+  void open(const Wanted& expected);
+  // Closes the window as a user does, and waits for the process to end.
+  void close();
+  // Ends the process with SIGKILL.
+  void killProgram();
+
+  // Waits until the control is there; fails the test with the whole tree when it does not come within the limit.
+  Control waitFor(const Wanted& wanted, int seconds = 20);
+  // Waits until at least `number` controls match.
+  void waitForCount(const Wanted& wanted, int number, int seconds);
+  void waitUntilGone(const Wanted& wanted, int seconds = 20);
+  // Waits for the control, then moves the pointer to its middle and presses the left button.
+  void click(const Wanted& wanted);
+  void doubleClick(const Wanted& wanted);
+  // Types into whatever has the focus.
+  void type(const QString& text);
+  // Presses one key or chord in xdotool's names, e.g. "ctrl+a", "Return".
+  void key(const QString& chord);
+  // Saves the screen as docs/pictures-style PNG when pictures were asked for; always takes it, so that a black
+  // screen fails. Returns the number of different colours seen on a coarse grid.
+  int picture(const QString& name);
+
+  const Accessibility& accessibility() const { return accessibility_; }
+  Desktop& desktop() { return desktop_; }
+
+ private:
+  void xdotool(const QStringList& arguments);
+  void startSandbox();
+
+  Desktop desktop_;
+  Accessibility accessibility_;
+  QString prefix_;
+  QString configuration_;
+  QProcess sandbox_;
+  std::unique_ptr<QProcess> program_;
+};
+
+}  // namespace tour
