@@ -1,0 +1,87 @@
+#pragma once
+
+#include "shell/room.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace sorvan::shell {
+
+// Everything that a person can ask of the window by menu or key. The table lists only what works.
+enum class ActionId {
+  openAnotherWorkspace,
+  newAudio,
+  openSettings,
+  quit,
+  cut,
+  copy,
+  paste,
+  selectAll,
+  showGallery,
+  showHistory,
+  focusComposer,
+  toggleSidebar,
+  toggleInspector,
+  largerThumbnails,
+  smallerThumbnails,
+  fullScreen,
+  goBack,
+  toggleFavorite,
+  rateNone,
+  rateOne,
+  rateTwo,
+  rateThree,
+  rateFour,
+  rateFive,
+  retryJob,
+  saveResult,
+  cancelJob,
+  copyJobDetails,
+  reusePrompt,
+  showInFiles,
+  generate,
+  chooseModels,
+  clearComposer,
+  keyboardShortcuts,
+  about,
+};
+
+enum class MenuId { file, edit, view, item, generate, help };
+
+// What must hold for the action to be offered; `ActionsPresenter` answers it.
+enum class EnabledWhen {
+  always,
+  workspaceOpen,
+  textFocused,     // a text field has the keyboard focus
+  itemsShown,      // the gallery is in front and holds at least one cell
+  itemSelected,    // at least one item (no job) is selected
+  jobSelected,     // exactly one job is selected
+  jobCanRetry,
+  jobHasResult,
+  jobActive,
+  promptKnown,     // the selected item or job has a prompt
+  subView,         // a view that was opened from another one is in front
+};
+
+// Where a key works. A single letter would otherwise be stolen from the fields in which people write.
+enum class KeyScope { window, mediaView };
+
+struct ActionRow {
+  ActionId id;
+  MenuId menu;
+  int group;          // rows of one menu whose group differs are parted by a separator
+  QString title;      // as the menu shows it, with its ellipsis; no mnemonic
+  QString shortcut;   // QKeySequence portable text; empty when there is none
+  KeyScope scope;
+  EnabledWhen enabledWhen;
+  bool checkable;     // the menu shows a tick while `ActionsPresenter::isChecked`
+};
+
+// The one table from which menus, shortcuts and the list of keys come, in menu order.
+const std::vector<ActionRow>& actionTable();
+const ActionRow& actionRow(ActionId id);
+// The menu's title in the menu bar, without a mnemonic.
+QString menuTitle(MenuId menu);
+
+}  // namespace sorvan::shell

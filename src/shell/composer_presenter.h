@@ -1,0 +1,124 @@
+#pragma once
+
+#include "shell/room.h"
+
+#include <QObject>
+#include <QString>
+#include <QUuid>
+
+#include <vector>
+
+namespace sorvan::shell {
+
+// What a model of the picker looks like. `key` chooses it.
+struct ModelChoice {
+  QString key;
+  QString name;
+  QString kindText;  // “Image”, “Video”, “Voice”, “Music”, “Sound effect”
+  QString summary;
+  QString badge;     // “Top rated”, “New”, or empty
+  bool chosen = false;
+};
+
+// A heading of the picker with its models. Those of one section may be combined, audio models stand alone.
+struct ModelSection {
+  QString title;
+  bool severalAllowed = false;
+  std::vector<ModelChoice> models;
+};
+
+struct RatioChoice {
+  QString size;    // the key that `chooseSize` takes
+  QString ratio;   // “16:9”
+  QString name;    // “Landscape”
+  int width = 1;
+  int height = 1;
+  bool offered = true;  // false: drawn dimmed, some chosen model refuses it
+  bool chosen = false;
+};
+
+struct LengthChoice {
+  QString value;  // what `chooseLength` takes
+  QString label;  // “5 s”, “Auto”
+  bool chosen = false;
+};
+
+// Everything that the dock draws beside the prompt.
+struct ComposerDisplay {
+  QString placeholder;
+  QString modelLabel;      // “Select Model”, the name, “{n} models”
+  QString ratioLabel;      // “16:9”, or “set by model”
+  QString ratioTooltip;
+  bool ratioShown = true;
+  bool ratioFixed = false;  // the chip opens nothing
+  std::vector<RatioChoice> ratios;
+  QString countLabel;      // “1 image”
+  QString countSuffix;     // “per model”, or empty
+  QString countTooltip;
+  bool countShown = true;
+  int count = 1;
+  int countMaximum = 4;
+  bool lengthShown = false;
+  QString lengthLabel;     // “5 s”
+  QString lengthTooltip;
+  QString lengthTitle;     // “Video Length”, or “Length” for a sound
+  QString lengthFoot;
+  std::vector<LengthChoice> lengths;
+  bool seedShown = true;
+  QString seedText;
+  QString seedTooltip;
+  QString seedDetail;
+  QString destination;     // the project, or “Inbox”
+  QString submitTitle;     // “Generate”, “Generate & Compare”
+  QString submitTooltip;
+  bool submitEmphasised = false;  // false with an empty prompt: drawn as secondary, pressing does nothing
+  bool submitBusy = false;        // the first answer about the key is awaited
+  std::vector<QString> notices;   // above the controls, top to bottom
+  bool expanded = false;
+};
+
+// The line at the foot of the dock. Errors stay until replaced; notes leave after five seconds.
+struct MessageLine {
+  QString text;  // empty: nothing is shown
+  bool isError = false;
+};
+
+// What the dock asks for. The draft itself belongs to the text field: it is told here at each keystroke and comes back
+// only when code replaced it. Main thread.
+class ComposerPresenter : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit ComposerPresenter(QObject* parent = nullptr) : QObject(parent) {}
+
+  virtual ComposerDisplay display() const = 0;
+  virtual std::vector<ModelSection> modelSections() const = 0;
+  virtual MessageLine message() const = 0;
+  virtual QString draft() const = 0;
+
+  virtual void editDraft(const QString& text) = 0;
+  virtual void chooseOnlyModel(const QString& key) = 0;
+  virtual void setModelChosen(const QString& key, bool chosen) = 0;
+  virtual void chooseSize(const QString& size) = 0;
+  virtual void chooseCount(int count) = 0;
+  virtual void chooseLength(const QString& value) = 0;
+  virtual void editSeed(const QString& text) = 0;
+  virtual void rollSeed() = 0;
+  virtual void setExpanded(bool expanded) = 0;
+  virtual void focus() = 0;
+  // Chooses the first sound model and asks for the focus.
+  virtual void startAudio() = 0;
+  virtual void submit() = 0;
+  virtual void clear() = 0;
+  // Takes the prompt of this item or job over.
+  virtual void reusePrompt(QUuid itemOrJob) = 0;
+
+ Q_SIGNALS:
+  void changed();
+  void messageChanged();
+  // Code replaced the draft: the field takes this text over.
+  void draftReplaced(const QString& text);
+  void focusRequested();
+};
+
+}  // namespace sorvan::shell

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "shell/job_display.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <vector>
+
+namespace sorvan::core {
+class LibraryStore;
+}
+
+namespace sorvan::shell {
+
+class WorkspaceState;
+class JobDisplays;
+
+enum class CellKind { image, video, audio, job };
+
+// One cell of the wall as it is painted. For a job only `kind`, `id`, `aspectRatio` and `job` count.
+struct GalleryCell {
+  QUuid id;
+  CellKind kind = CellKind::image;
+  double aspectRatio = 1;  // width by height; sounds are 1.6
+  QString fileName;
+  QString title;           // what a sound shows over its waveform: the prompt, else the file name
+  QString thumbnailPath;   // absolute; may name a file that is missing
+  QString filePath;        // absolute
+  QString durationText;    // “0:08” for clips and sounds
+  QString statusText;      // “Approved”; empty for “Draft”
+  QString statusToken;     // draft, shortlist, approved, final, rejected: the colour's token
+  QString modelName;
+  QString costText;
+  QString accessibleName;  // ‘{file name}, {kind}, {model}, {status}, {n} stars, favourite’ or the job's
+  bool favorite = false;
+  int rating = 0;
+  JobDisplay job;
+};
+
+// The cells of the current location, jobs first: running, waiting, then failed and cancelled ones, then items, newest
+// first. Cells are made when asked for, so that a hundred thousand items cost one pass over small rows. Main thread.
+class GalleryPresenter : public QObject {
+  Q_OBJECT
+
+ public:
+  // All of these outlive the presenter.
+  GalleryPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs, QObject* parent = nullptr);
+  ~GalleryPresenter() override;
+
+  int count() const;
+  QUuid idAt(int index) const;
+  double aspectRatioAt(int index) const;
+  bool isJobAt(int index) const;
+  GalleryCell cellAt(int index) const;
+  // -1 when the id is not shown.
+  int indexOf(QUuid id) const;
+  int jobCount() const;
+
+  QString title() const;      // “All Media”, “Favorites”, “Inbox” or the project's name
+  QString countText() const;  // “312 items”
+  QString emptyTitle() const;
+  QString emptyText() const;
+
+  // The × of a failed or cancelled job's cell: leaves the wall, stays in History. Until the program ends.
+  void dismissJob(QUuid id);
+
+ Q_SIGNALS:
+  // Order, number or shapes of cells differ: lay out again, keeping the item under the viewport's centre.
+  void layoutChanged();
+  // Cells look different, their places stay: repaint what is visible.
+  void contentChanged();
+
+ private:
+  struct Entry {
+    QUuid id;
+    float aspectRatio;
+    int row;  // in the store's item rows; -1 for a job
+    bool operator==(const Entry& other) const { return id == other.id && aspectRatio == other.aspectRatio; }
+  };
+
+  void scheduleRefresh();
+  void refresh();
+  std::vector<Entry> collect() const;
+  void collectJobs(std::vector<Entry>& entries) const;
+  void collectItems(std::vector<Entry>& entries) const;
+  GalleryCell itemCell(const Entry& entry) const;
+
+  core::LibraryStore& store_;
+  WorkspaceState& state_;
+  JobDisplays& jobs_;
+  std::vector<Entry> entries_;
+  QSet<QUuid> dismissed_;
+  int jobCount_ = 0;
+  bool refreshScheduled_ = false;
+};
+
+}  // namespace sorvan::shell

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "shell/actions.h"
+#include "shell/job_display.h"
+
+#include <QObject>
+
+#include <vector>
+
+namespace sorvan::core {
+class LibraryStore;
+}
+
+namespace sorvan::shell {
+
+class JobDisplays;
+class WorkspaceState;
+
+enum class InspectorSubject { nothing, item, severalItems, job };
+
+struct InspectorRow {
+  QString label;
+  QString value;
+  bool monospaced = false;  // digits that must align, ids and paths
+};
+
+struct InspectorSection {
+  QString title;
+  QString text;                    // a paragraph, selectable; may be empty
+  std::vector<InspectorRow> rows;
+};
+
+struct InspectorButton {
+  ActionId action;
+  QString title;
+  bool primary = false;
+};
+
+struct InspectorDisplay {
+  InspectorSubject subject = InspectorSubject::nothing;
+  QUuid id;
+  QString title;          // file name, “Generation failed”, “3 items”
+  QString facts;          // “1056 × 1408 · PNG · 2.4 MB · Today 09:41”
+  QString previewPath;    // picture of the item; empty for jobs without one
+  bool hasRating = false;  // stars and heart are shown
+  int rating = 0;
+  bool favorite = false;
+  QString statusText;
+  QString statusToken;
+  JobState jobState = JobState::complete;
+  QString message;        // a job's error in full
+  QString detail;         // a job's money line, in full
+  bool canSaveRawResult = false;
+  std::vector<InspectorButton> buttons;
+  std::vector<InspectorSection> sections;
+};
+
+// What the pane at the right shows of the selection. Main thread.
+class InspectorPresenter : public QObject {
+  Q_OBJECT
+
+ public:
+  InspectorPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs, QObject* parent = nullptr);
+
+  InspectorDisplay display() const;
+
+  // Small edits of the selected items; a failure is shown by the store's `error`.
+  void toggleFavorite();
+  void setRating(int stars);  // 0 clears
+
+ Q_SIGNALS:
+  void changed();
+
+ private:
+  void scheduleChanged();
+  InspectorDisplay itemDisplay(QUuid id) const;
+  InspectorDisplay jobDisplay(QUuid id) const;
+
+  core::LibraryStore& store_;
+  WorkspaceState& state_;
+  JobDisplays& jobs_;
+  bool changeScheduled_ = false;
+};
+
+}  // namespace sorvan::shell

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "shell/job_display.h"
+
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+namespace sorvan::core {
+class LibraryStore;
+}
+namespace sorvan::generation {
+class JobQueue;
+}
+
+namespace sorvan::shell {
+
+class AlertsPresenter;
+class JobDisplays;
+class WorkspaceState;
+
+enum class JobSegment { all, inProgress, failed, cancelled, complete };
+
+// A heading of the history with its rows [first, first + count).
+struct JobGroup {
+  QString title;  // “In progress”, “To look at”, “Today”, “Yesterday”, or a date
+  int first = 0;
+  int count = 0;
+};
+
+// All jobs of the workspace, and what can be done about one. Main thread.
+class JobsPresenter : public QObject {
+  Q_OBJECT
+
+ public:
+  // What the presenter uses; all of it outlives the presenter.
+  struct Ports {
+    core::LibraryStore& store;
+    generation::JobQueue& queue;
+    WorkspaceState& state;
+    AlertsPresenter& alerts;
+    JobDisplays& displays;
+    std::function<void(const QString&)> copyText;
+  };
+  explicit JobsPresenter(Ports ports, QObject* parent = nullptr);
+  ~JobsPresenter() override;
+
+  JobSegment segment() const { return segment_; }
+  void setSegment(JobSegment segment);
+  static QString segmentTitle(JobSegment segment);
+  int count() const;
+  JobDisplay rowAt(int index) const;
+  QUuid idAt(int index) const;
+  int indexOf(QUuid id) const;
+  const std::vector<JobGroup>& groups() const { return groups_; }
+  QString emptyTitle() const;
+  // Jobs at work: what the menu strip and the sidebar count.
+  int activeCount() const;
+  QString activeText() const;  // “2 generating”, or empty
+
+  // The state as it is now; a job that is gone has a null id.
+  JobDisplay job(QUuid id) const;
+
+  void cancel(QUuid id);
+  void retry(QUuid id);
+  void saveResult(QUuid id);
+  // Lands what the provider sent without confining it to the marked areas. Only while a result is retained.
+  void saveRawResult(QUuid id);
+  // Asks first, saying that it may be paid twice; only the person's yes submits.
+  void submitAgain(QUuid id);
+  void copyDetails(QUuid id);
+  // Selects the outputs in the gallery.
+  void show(QUuid id);
+  // What the cell's or row's one button does.
+  void perform(QUuid id, JobAction action);
+
+ Q_SIGNALS:
+  void layoutChanged();
+  void contentChanged();
+  void activeChanged();
+
+ private:
+  void scheduleRefresh();
+  void refresh();
+  void retryNow(QUuid id);
+
+  Ports ports_;
+  JobSegment segment_ = JobSegment::all;
+  std::vector<QUuid> rows_;
+  std::vector<JobGroup> groups_;
+  int activeCount_ = 0;
+  bool refreshScheduled_ = false;
+};
+
+}  // namespace sorvan::shell

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "shell/room.h"
+
+namespace sorvan::shell {
+
+class ActionsPresenter;
+class AlertsPresenter;
+class ComposerPresenter;
+class GalleryPresenter;
+class InspectorPresenter;
+class JobsPresenter;
+class SettingsPresenter;
+class SidebarPresenter;
+class WelcomePresenter;
+class WindowPresenter;
+class WorkspaceState;
+
+// What a main window is built on. The composition root owns all of them, and they outlive the window.
+struct Presenters {
+  WorkspaceState* state = nullptr;
+  WindowPresenter* window = nullptr;
+  WelcomePresenter* welcome = nullptr;
+  SidebarPresenter* sidebar = nullptr;
+  GalleryPresenter* gallery = nullptr;
+  JobsPresenter* jobs = nullptr;
+  InspectorPresenter* inspector = nullptr;
+  ComposerPresenter* composer = nullptr;
+  SettingsPresenter* settings = nullptr;
+  AlertsPresenter* alerts = nullptr;
+  ActionsPresenter* actions = nullptr;
+};
+
+}  // namespace sorvan::shell

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "shell/room.h"
+
+#include <QObject>
+#include <QString>
+
+namespace sorvan::core {
+class LibraryStore;
+}
+
+namespace sorvan::shell {
+
+class AlertsPresenter;
+class WelcomePresenter;
+class WorkspaceState;
+
+// A line under the toolbar that stays while it is true.
+struct Banner {
+  QString text;         // empty: no banner
+  QString actionTitle;  // empty: no button
+};
+
+// The window as a whole: its title, its banner, and whether it may close. Main thread.
+class WindowPresenter : public QObject {
+  Q_OBJECT
+
+ public:
+  // All outlive the presenter. `applicationTitle` is “Sorvan Studio”, with “ (sandbox)” on the simulator.
+  WindowPresenter(core::LibraryStore& store, WorkspaceState& state, AlertsPresenter& alerts, QString applicationTitle,
+                  QObject* parent = nullptr);
+
+  QString title() const;
+  // Name of the window for assistive technology: the mode and the location.
+  QString accessibleName() const;
+  Banner banner() const;
+  void performBannerAction();
+
+  // The person closes the window or chooses Quit. Answers true when the program may end now; otherwise the question is
+  // on the screen, and `quitAgreed` follows a yes.
+  bool requestQuit();
+
+ Q_SIGNALS:
+  void changed();
+  void quitAgreed();
+  // A second start of the program asks this one to come to the front.
+  void raiseRequested();
+
+ private:
+  core::LibraryStore& store_;
+  WorkspaceState& state_;
+  AlertsPresenter& alerts_;
+  QString applicationTitle_;
+  bool asking_ = false;
+};
+
+}  // namespace sorvan::shell
