@@ -1,0 +1,82 @@
+// From requests to persisted jobs, and from waiting jobs to running ones.
+#pragma once
+
+#include <QObject>
+#include <QUuid>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "base/clock.h"
+#include "base/instant.h"
+#include "base/task.h"
+#include "core/library_store.h"
+#include "generation/generation_ports.h"
+
+namespace sorvan::generation {
+
+/// The tasks of the jobs that run right now. The queue itself is the store's table of jobs, walked oldest first; this
+/// class only starts what waits, at most two at once, and lets them end in order at shutdown. Main thread. It borrows
+/// the store, which must outlive it; `drain` ends every task before either goes.
+class JobQueue : public QObject {
+  Q_OBJECT
+ public:
+  static constexpr std::size_t runningLimit = 2;
+
+  JobQueue(LibraryStore& store, GenerationPorts ports, std::shared_ptr<Clock> clock);
+  ~JobQueue() override;
+
+  LibraryStore& store() const { return m_store; }
+  const GenerationPorts& ports() const { return m_ports; }
+  const std::shared_ptr<Clock>& clock() const { return m_clock; }
+
+  /// Whether a task of this job exists, whatever its status says.
+  bool isRunning(const QUuid& job) const;
+  std::size_t runningCount() const;
+
+  /// Allows a job to start: only what was enqueued or retried since the workspace was opened ever starts.
+  void allowStart(const QUuid& job);
+
+  /// Starts waiting jobs, oldest first, as long as fewer than two tasks exist. Tasks begin at the next turn of the event
+  /// loop, so nothing runs before this returns.
+  void pump();
+
+  /// Asks the job's task to end; its entry stays until it has.
+  void requestStop(const QUuid& job);
+
+  /// Whether the last run of this job in this session ended with the service's word that the remote job failed, and
+  /// whether it bills nothing for that.
+  std::optional<RemoteJobFailed::Billing> remoteFailure(const QUuid& job) const;
+  void noteRemoteFailure(const QUuid& job, std::optional<RemoteJobFailed::Billing> failure);
+
+  /// Says that a submission that may be charged is in flight, so that shutting down waits for its answer.
+  void noteSubmitting(const QUuid& job, bool submitting);
+
+  /// Stops all tasks. Waits until they have ended; a task whose paid submission is in flight gets up to `limit` for its
+  /// answer. No job starts afterwards.
+  Task<> drain(std::chrono::milliseconds limit = std::chrono::seconds(10));
+
+  /// Runs small tasks that belong to no job, such as asking a service to stop one; reports what they throw.
+  void spawn(Task<> task);
+  std::stop_token stopToken() const;
+
+ Q_SIGNALS:
+  /// A task ended; the job's fields tell how.
+  void jobFinished(QUuid job);
+  /// A job was set going again; its elapsed time counts from `at`.
+  void jobRestarted(QUuid job, sorvan::base::Instant at);
+  /// The balance may have changed.
+  void creditsChanged();
+
+ private:
+  struct State;
+  LibraryStore& m_store;
+  GenerationPorts m_ports;
+  std::shared_ptr<Clock> m_clock;
+  std::unique_ptr<State> m_state;
+};
+
+}  // namespace sorvan::generation

@@ -1,0 +1,57 @@
+// The provider's bytes of a job, kept in a folder of their own until they are in the library.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QUuid>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "core/workspace_files.h"
+#include "generation/provider.h"
+
+namespace sorvan::generation {
+
+/// File operations on `.sorvan/recovery/<JOB-UUID>/`. No state; any thread, but one caller a job at a time.
+///
+/// The folder holds `0.media`, `1.media` … in order, the manifest `results.json`, its predecessor
+/// `results.json.previous`, while bytes arrive `<n>.part`, optionally `patch.json`, and while a submission's fate is
+/// open the empty file `submitting`. The manifest is written last and alone says that a result is retained.
+class ResultRecovery {
+ public:
+  /// Absolute path of the job's folder, whether it exists or not.
+  static QString folder(const WorkspaceFiles& files, const QUuid& job);
+
+  /// Whether a manifest exists.
+  static bool exists(const WorkspaceFiles& files, const QUuid& job);
+
+  /// The retained outputs, their bytes as files in the folder; nothing when no manifest exists. When the manifest
+  /// cannot be read its predecessor is tried. Throws SorvanError("Invalid recovery manifest.") when neither can be
+  /// read, a named file is missing, or an item names anything but a bare file name.
+  static std::optional<std::vector<GeneratedOutput>> load(const WorkspaceFiles& files, const QUuid& job);
+
+  /// Keeps the outputs durably: each file is complete on disk before the manifest names it. On success the folder holds
+  /// all outputs; on failure it throws, and an earlier manifest with its files still stands when no output replaced
+  /// them.
+  static void save(const std::vector<GeneratedOutput>& outputs, const WorkspaceFiles& files, const QUuid& job);
+
+  /// The path where bytes of output `index` may be streamed before `save`. The folder exists afterwards.
+  static QString partFile(const WorkspaceFiles& files, const QUuid& job, int index);
+
+  /// Removes the whole folder. Failures are ignored: what it held is in the library.
+  static void remove(const WorkspaceFiles& files, const QUuid& job);
+
+  /// The marker of a submission that has left and not been answered.
+  static bool hasSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
+  static void writeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
+  /// Removes the marker durably; succeeds when there is none.
+  static void removeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
+
+  /// The note of the piece that was cut around marked areas, kept so that the result lands in the same place.
+  static void savePatch(const QByteArray& patch, const WorkspaceFiles& files, const QUuid& job);
+  static std::optional<QByteArray> loadPatch(const WorkspaceFiles& files, const QUuid& job);
+};
+
+}  // namespace sorvan::generation
