@@ -1,0 +1,385 @@
+/* A preload library that numbers every step by which the program changes the disk or speaks to the network, and can end
+ * the process at one of them, make one of them fail, or keep a journal from which a power cut is replayed.
+ *
+ *   SORVAN_FAULT_ROOT     only files below this folder count (and every socket); required for anything to happen
+ *   SORVAN_FAULT          "kill before N" | "kill middle N" | "kill after N" | "fail N ERRNO" | "failfrom N ERRNO"
+ *                         | "point before|after CALL PATTERN" (kills at the first CALL whose path holds PATTERN)
+ *   SORVAN_FAULT_ARMED    optional: a "point" counts only once this file exists
+ *   SORVAN_FAULT_STEPS    optional: a file that always holds the number of the last step, as eight bytes
+ *   SORVAN_FAULT_JOURNAL  optional: a file to which every file step is appended (see record())
+ *
+ * A "middle" kill lets half of a write through; for other calls it is the same as "before".
+ */
+#define _GNU_SOURCE
+#include <dlfcn.h>
+#include <errno.h>
+#include <fcntl.h>
+#include <limits.h>
+#include <pthread.h>
+#include <signal.h>
+#include <stdarg.h>
+#include <stdint.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/mman.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#define REAL(name) ((__typeof__(&name))dlsym(RTLD_NEXT, #name))
+
+enum mode { mode_none, mode_kill_before, mode_kill_middle, mode_kill_after, mode_fail, mode_fail_from, mode_point };
+
+static struct {
+  int ready;
+  enum mode mode;
+  uint64_t step;
+  int error;
+  char root[PATH_MAX];
+  char when[8], call[16], pattern[256];
+  uint64_t* counter;
+  uint64_t own_counter;
+  int journal;
+} shim;
+static pthread_mutex_t lock = PTHREAD_MUTEX_INITIALIZER;
+static pthread_once_t once = PTHREAD_ONCE_INIT;
+
+static int error_number(const char* name) {
+  if (!strcmp(name, "ENOSPC")) return ENOSPC;
+  if (!strcmp(name, "EDQUOT")) return EDQUOT;
+  if (!strcmp(name, "EROFS")) return EROFS;
+  return EIO;
+}
+
+static void parse_fault(const char* text) {
+  char a[16] = "", b[64] = "", c[256] = "", d[256] = "";
+  const int words = sscanf(text, "%15s %63s %255s %255s", a, b, c, d);
+  if (words >= 3 && !strcmp(a, "kill")) {
+    shim.mode = !strcmp(b, "before") ? mode_kill_before : !strcmp(b, "middle") ? mode_kill_middle : mode_kill_after;
+    shim.step = strtoull(c, NULL, 10);
+  } else if (words >= 3 && (!strcmp(a, "fail") || !strcmp(a, "failfrom"))) {
+    shim.mode = !strcmp(a, "fail") ? mode_fail : mode_fail_from;
+    shim.step = strtoull(b, NULL, 10);
+    shim.error = error_number(c);
+  } else if (words == 4 && !strcmp(a, "point")) {
+    shim.mode = mode_point;
+    snprintf(shim.when, sizeof shim.when, "%.7s", b);
+    snprintf(shim.call, sizeof shim.call, "%.15s", c);
+    snprintf(shim.pattern, sizeof shim.pattern, "%.255s", d);
+  }
+}
+
+static void start(void) {
+  shim.counter = &shim.own_counter;
+  shim.journal = -1;
+  const char* root = getenv("SORVAN_FAULT_ROOT");
+  if (!root) return;
+  snprintf(shim.root, sizeof shim.root, "%s", root);
+  if (getenv("SORVAN_FAULT")) parse_fault(getenv("SORVAN_FAULT"));
+  const char* steps = getenv("SORVAN_FAULT_STEPS");
+  if (steps) {
+    const int file = (int)syscall(SYS_openat, AT_FDCWD, steps, O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (file >= 0 && syscall(SYS_ftruncate, file, 8L) == 0) {
+      void* mapped = mmap(NULL, 8, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+      if (mapped != MAP_FAILED) shim.counter = mapped;
+      syscall(SYS_close, file);
+    }
+    *shim.counter = 0;
+  }
+  const char* journal = getenv("SORVAN_FAULT_JOURNAL");
+  if (journal)
+    shim.journal = (int)syscall(SYS_openat, AT_FDCWD, journal, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+  shim.ready = 1;
+}
+
+static void die(void) {
+  syscall(SYS_kill, getpid(), SIGKILL);
+  for (;;) pause();
+}
+
+/* The absolute path of a name relative to a folder's descriptor. */
+static void absolute(int folder, const char* name, char* path) {
+  if (name[0] == '/') {
+    snprintf(path, PATH_MAX, "%s", name);
+    return;
+  }
+  char base[PATH_MAX] = "";
+  if (folder == AT_FDCWD) {
+    if (!getcwd(base, sizeof base)) base[0] = 0;
+  } else {
+    char link[64];
+    snprintf(link, sizeof link, "/proc/self/fd/%d", folder);
+    const ssize_t length = readlink(link, base, sizeof base - 1);
+    base[length > 0 ? length : 0] = 0;
+  }
+  if ((size_t)snprintf(path, PATH_MAX, "%.2000s/%.2000s", base, name) >= PATH_MAX) path[0] = 0;
+}
+
+static void path_of(int descriptor, char* path) {
+  char link[64];
+  snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
+  const ssize_t length = readlink(link, path, PATH_MAX - 1);
+  path[length > 0 ? length : 0] = 0;
+}
+
+static int counts(const char* path) {
+  pthread_once(&once, start);
+  const size_t length = strlen(shim.root);
+  return shim.ready && !strncmp(path, shim.root, length) && (path[length] == '/' || path[length] == 0) &&
+         !strstr(path, "library.store-shm") && !strstr(path, "workspace.lock");
+}
+
+static int is_socket(int descriptor) {
+  pthread_once(&once, start);
+  struct stat status;
+  return shim.ready && fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
+/* One line of journal: call, path, second path, offset, length, then the bytes and a newline. */
+static void record(const char* call, const char* path, const char* other, int64_t offset, const void* bytes,
+                   size_t length) {
+  if (shim.journal < 0) return;
+  char head[2 * PATH_MAX + 128];
+  const int size = snprintf(head, sizeof head, "%s\t%s\t%s\t%lld\t%zu\n", call, path, other ? other : "",
+                            (long long)offset, length);
+  const char newline = '\n';
+  const struct iovec parts[3] = {{head, (size_t)size}, {(void*)bytes, bytes ? length : 0}, {(void*)&newline, 1}};
+  syscall(SYS_writev, shim.journal, parts, 3);
+}
+
+static int armed(void) {
+  const char* path = getenv("SORVAN_FAULT_ARMED");
+  return !path || syscall(SYS_access, path, F_OK) == 0;
+}
+
+static int at_point(const char* when, const char* call, const char* path) {
+  return shim.mode == mode_point && !strcmp(shim.when, when) && !strcmp(shim.call, call) &&
+         strstr(path, shim.pattern) && armed();
+}
+
+struct step {
+  uint64_t number;
+  int error;   /* what the call is to fail with, or 0 */
+  int middle;  /* half of a write goes through, then the process ends */
+};
+
+/* Counts a step, and ends the process if it is to end before it. */
+static struct step enter(const char* call, const char* path) {
+  struct step step = {0, 0, 0};
+  pthread_mutex_lock(&lock);
+  step.number = ++*shim.counter;
+  if (shim.mode == mode_kill_before && step.number == shim.step) die();
+  if (at_point("before", call, path)) die();
+  if (shim.mode == mode_kill_middle && step.number == shim.step) step.middle = 1;
+  if ((shim.mode == mode_fail && step.number == shim.step) ||
+      (shim.mode == mode_fail_from && step.number >= shim.step))
+    step.error = shim.error;
+  return step;
+}
+
+/* Journals a step that succeeded, and ends the process if it is to end after it. */
+static void leave(struct step step, const char* call, const char* path) {
+  if (shim.mode == mode_kill_after && step.number == shim.step) die();
+  if (at_point("after", call, path)) die();
+  pthread_mutex_unlock(&lock);
+}
+
+static int refuse(struct step step) {
+  pthread_mutex_unlock(&lock);
+  errno = step.error;
+  return -1;
+}
+
+#define FILE_STEP(CALL, PATH, OTHER, DOIT)                      \
+  struct step step = enter(CALL, PATH);                         \
+  if (step.middle) die();                                       \
+  if (step.error) return refuse(step);                          \
+  const int result = DOIT;                                      \
+  const int kept = errno;                                       \
+  if (result >= 0) record(CALL, PATH, OTHER, 0, NULL, 0);       \
+  leave(step, CALL, PATH);                                      \
+  errno = kept;                                                 \
+  return result
+
+static int opened(int folder, const char* name, int flags, mode_t mode) {
+  char path[PATH_MAX];
+  absolute(folder, name, path);
+  const int writes = (flags & O_ACCMODE) != O_RDONLY || (flags & (O_CREAT | O_TRUNC));
+  if (!writes || (flags & O_TMPFILE) == O_TMPFILE || !counts(path))
+    return (int)syscall(SYS_openat, folder, name, flags, mode);
+  const char* call = flags & O_TRUNC ? "opentrunc" : "open";
+  FILE_STEP(call, path, NULL, (int)syscall(SYS_openat, folder, name, flags, mode));
+}
+
+static mode_t mode_argument(int flags, va_list arguments) {
+  return (flags & O_CREAT) || (flags & O_TMPFILE) == O_TMPFILE ? va_arg(arguments, mode_t) : 0;
+}
+
+#define OPEN_BODY(FOLDER)                       \
+  va_list arguments;                            \
+  va_start(arguments, flags);                   \
+  const mode_t mode = mode_argument(flags, arguments); \
+  va_end(arguments);                            \
+  return opened(FOLDER, name, flags, mode)
+
+int open(const char* name, int flags, ...) { OPEN_BODY(AT_FDCWD); }
+int open64(const char* name, int flags, ...) { OPEN_BODY(AT_FDCWD); }
+int openat(int folder, const char* name, int flags, ...) { OPEN_BODY(folder); }
+int openat64(int folder, const char* name, int flags, ...) { OPEN_BODY(folder); }
+int creat(const char* name, mode_t mode) { return opened(AT_FDCWD, name, O_WRONLY | O_CREAT | O_TRUNC, mode); }
+
+static ssize_t written(int descriptor, const void* bytes, size_t length, off_t offset, int positioned) {
+  char path[PATH_MAX];
+  path_of(descriptor, path);
+  struct step step = enter("write", path);
+  if (step.error) return refuse(step);
+  const size_t allowed = step.middle ? length / 2 : length;
+  const off_t place = positioned ? offset : lseek(descriptor, 0, SEEK_CUR);
+  const ssize_t result = positioned ? (ssize_t)syscall(SYS_pwrite64, descriptor, bytes, allowed, offset)
+                                    : (ssize_t)syscall(SYS_write, descriptor, bytes, allowed);
+  const int kept = errno;
+  if (result > 0) record("write", path, NULL, place, bytes, (size_t)result);
+  if (step.middle) die();
+  leave(step, "write", path);
+  errno = kept;
+  return result;
+}
+
+static int counts_descriptor(int descriptor) {
+  pthread_once(&once, start);
+  if (!shim.ready) return 0;
+  char path[PATH_MAX];
+  path_of(descriptor, path);
+  return counts(path);
+}
+
+ssize_t write(int descriptor, const void* bytes, size_t length) {
+  if (counts_descriptor(descriptor)) return written(descriptor, bytes, length, 0, 0);
+  return (ssize_t)syscall(SYS_write, descriptor, bytes, length);
+}
+ssize_t pwrite(int descriptor, const void* bytes, size_t length, off_t offset) {
+  if (counts_descriptor(descriptor)) return written(descriptor, bytes, length, offset, 1);
+  return (ssize_t)syscall(SYS_pwrite64, descriptor, bytes, length, offset);
+}
+ssize_t pwrite64(int descriptor, const void* bytes, size_t length, off64_t offset) {
+  return pwrite(descriptor, bytes, length, offset);
+}
+ssize_t writev(int descriptor, const struct iovec* parts, int count) {
+  if (!counts_descriptor(descriptor)) return (ssize_t)syscall(SYS_writev, descriptor, parts, count);
+  ssize_t total = 0;
+  for (int i = 0; i < count; ++i) {
+    const ssize_t result = written(descriptor, parts[i].iov_base, parts[i].iov_len, 0, 0);
+    if (result < 0) return total ? total : -1;
+    total += result;
+    if ((size_t)result < parts[i].iov_len) break;
+  }
+  return total;
+}
+
+int fsync(int descriptor) {
+  char path[PATH_MAX];
+  path_of(descriptor, path);
+  if (!counts(path)) return (int)syscall(SYS_fsync, descriptor);
+  FILE_STEP("fsync", path, NULL, (int)syscall(SYS_fsync, descriptor));
+}
+int fdatasync(int descriptor) {
+  char path[PATH_MAX];
+  path_of(descriptor, path);
+  if (!counts(path)) return (int)syscall(SYS_fdatasync, descriptor);
+  FILE_STEP("fsync", path, NULL, (int)syscall(SYS_fdatasync, descriptor));
+}
+int ftruncate(int descriptor, off_t length) {
+  char path[PATH_MAX];
+  path_of(descriptor, path);
+  if (!counts(path)) return (int)syscall(SYS_ftruncate, descriptor, length);
+  struct step step = enter("truncate", path);
+  if (step.middle) die();
+  if (step.error) return refuse(step);
+  const int result = (int)syscall(SYS_ftruncate, descriptor, length);
+  if (result == 0) record("truncate", path, NULL, length, NULL, 0);
+  leave(step, "truncate", path);
+  return result;
+}
+int ftruncate64(int descriptor, off64_t length) { return ftruncate(descriptor, length); }
+
+int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned int flags) {
+  char source[PATH_MAX], path[PATH_MAX];
+  absolute(from_folder, from, source);
+  absolute(to_folder, to, path);
+  if (!counts(path)) return (int)syscall(SYS_renameat2, from_folder, from, to_folder, to, flags);
+  struct step step = enter("rename", path);
+  if (step.middle) die();
+  if (step.error) return refuse(step);
+  const int result = (int)syscall(SYS_renameat2, from_folder, from, to_folder, to, flags);
+  const int kept = errno;
+  if (result == 0) record("rename", path, source, 0, NULL, 0);
+  leave(step, "rename", path);
+  errno = kept;
+  return result;
+}
+int renameat(int from_folder, const char* from, int to_folder, const char* to) {
+  return renameat2(from_folder, from, to_folder, to, 0);
+}
+int rename(const char* from, const char* to) { return renameat2(AT_FDCWD, from, AT_FDCWD, to, 0); }
+
+int linkat(int from_folder, const char* from, int to_folder, const char* to, int flags) {
+  char source[PATH_MAX], path[PATH_MAX];
+  absolute(from_folder, from, source);
+  absolute(to_folder, to, path);
+  if (!counts(path)) return (int)syscall(SYS_linkat, from_folder, from, to_folder, to, flags);
+  FILE_STEP("link", path, source, (int)syscall(SYS_linkat, from_folder, from, to_folder, to, flags));
+}
+int link(const char* from, const char* to) { return linkat(AT_FDCWD, from, AT_FDCWD, to, 0); }
+
+int unlinkat(int folder, const char* name, int flags) {
+  char path[PATH_MAX];
+  absolute(folder, name, path);
+  if (!counts(path)) return (int)syscall(SYS_unlinkat, folder, name, flags);
+  const char* call = flags & AT_REMOVEDIR ? "rmdir" : "unlink";
+  FILE_STEP(call, path, NULL, (int)syscall(SYS_unlinkat, folder, name, flags));
+}
+int unlink(const char* name) { return unlinkat(AT_FDCWD, name, 0); }
+int rmdir(const char* name) { return unlinkat(AT_FDCWD, name, AT_REMOVEDIR); }
+
+int mkdirat(int folder, const char* name, mode_t mode) {
+  char path[PATH_MAX];
+  absolute(folder, name, path);
+  if (!counts(path)) return (int)syscall(SYS_mkdirat, folder, name, mode);
+  FILE_STEP("mkdir", path, NULL, (int)syscall(SYS_mkdirat, folder, name, mode));
+}
+int mkdir(const char* name, mode_t mode) { return mkdirat(AT_FDCWD, name, mode); }
+
+#define NETWORK_STEP(CALL, DOIT)                   \
+  struct step step = enter(CALL, "");              \
+  if (step.middle) die();                          \
+  if (step.error) step.error = ECONNRESET;         \
+  if (step.error) return refuse(step);             \
+  const __typeof__(DOIT) result = DOIT;            \
+  const int kept = errno;                          \
+  leave(step, CALL, "");                           \
+  errno = kept;                                    \
+  return result
+
+int connect(int descriptor, const struct sockaddr* address, socklen_t length) {
+  if (!address || (address->sa_family != AF_INET && address->sa_family != AF_INET6) || !is_socket(descriptor))
+    return REAL(connect)(descriptor, address, length);
+  NETWORK_STEP("connect", REAL(connect)(descriptor, address, length));
+}
+
+static int is_internet(int descriptor) {
+  struct sockaddr_storage address;
+  socklen_t length = sizeof address;
+  return is_socket(descriptor) && getsockname(descriptor, (struct sockaddr*)&address, &length) == 0 &&
+         (address.ss_family == AF_INET || address.ss_family == AF_INET6);
+}
+ssize_t send(int descriptor, const void* bytes, size_t length, int flags) {
+  if (!is_internet(descriptor)) return REAL(send)(descriptor, bytes, length, flags);
+  NETWORK_STEP("send", REAL(send)(descriptor, bytes, length, flags));
+}
+ssize_t sendmsg(int descriptor, const struct msghdr* message, int flags) {
+  if (!is_internet(descriptor)) return REAL(sendmsg)(descriptor, message, flags);
+  NETWORK_STEP("send", REAL(sendmsg)(descriptor, message, flags));
+}
