@@ -1,0 +1,282 @@
+// The open workspace in memory: its records as arrays, the indexes over them, and the one way of saving.
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "base/clock.h"
+#include "core/asset_row.h"
+#include "core/composer_sidecar.h"
+#include "core/ledgers.h"
+#include "core/library_tables.h"
+#include "core/newest_first.h"
+#include "core/record_context.h"
+#include "core/workspace_files.h"
+#include "core/workspace_lease.h"
+
+namespace sorvan::base {
+class Settings;
+}
+
+namespace sorvan::core {
+
+/// Records that were inserted and saved and are now to be known.
+struct NewRecords {
+  std::vector<AssetRef> assets;
+  std::vector<GenerationRef> generations;
+  std::vector<RelationshipRef> relationships;
+  std::vector<ReferenceRef> references;
+};
+
+/// A workspace whose database is open and whose lock is held, ready to become the open one.
+struct OpenedWorkspace {
+  WorkspaceFiles files;
+  WorkspaceLease lease;
+  std::unique_ptr<RecordContext> context;
+};
+
+/// Says for as long as it lives that a long operation works on the open workspace, so that no other one is opened.
+class LocalOperation;
+
+/// The one central object of the application. Main thread only, and it asserts that. With no workspace open the arrays
+/// are empty. Operations on the library are free functions that take the store; this class only holds, finds and saves.
+class LibraryStore final : public QObject {
+  Q_OBJECT
+ public:
+  struct Services {
+    std::shared_ptr<Settings> settings;    ///< required
+    std::shared_ptr<const Clock> clock;    ///< required
+    std::optional<QString> forcedWorkspace;  ///< a folder that overrides the remembered one, without being remembered
+    QString defaultWorkspace;              ///< absolute path that the chooser suggests
+  };
+
+  explicit LibraryStore(Services services, QObject* parent = nullptr);
+  ~LibraryStore() override;
+
+  Settings& settings() const { return *services_.settings; }
+  Instant now() const { return services_.clock->now(); }
+  const Services& services() const { return services_; }
+
+  // ---- The open workspace
+
+  bool hasWorkspace() const { return open_ != nullptr; }
+  /// Absolute path of the open workspace's root.
+  std::optional<QString> workspaceRoot() const;
+  /// Throws SorvanError while no workspace is open.
+  const WorkspaceFiles& files() const;
+  /// Throws SorvanError while no workspace is open.
+  RecordContext& context() const;
+  /// Counts openings: a task that paused compares it to learn whether another workspace was opened meanwhile.
+  std::uint64_t opening() const { return opening_; }
+  /// Throws "The workspace folder isn’t available." unless the folder is still the one that was opened. Called before
+  /// each landing, sidecar write and submission.
+  void requireWorkspaceInPlace() const;
+  /// Throws unless a result can be kept: also asks for 256 MB of free space. Called before each submission.
+  void requireRoomForResult() const;
+
+  // ---- Records, as of the last save, reload or registration
+
+  const std::vector<ProjectRef>& projects() const { return projects_; }  ///< oldest first
+  const NewestFirst<AssetRef>& assets() const { return assets_; }
+  const std::vector<GenerationRef>& generations() const { return generations_; }        ///< in order of insertion
+  const std::vector<RelationshipRef>& relationships() const { return relationships_; }  ///< in order of insertion
+  const std::vector<ReferenceRef>& references() const { return references_; }           ///< in order of insertion
+  const NewestFirst<JobRef>& jobs() const { return jobs_; }
+  const NewestFirst<SavedReferenceRef>& savedReferences() const { return savedReferences_; }  ///< by `updatedAt`
+  const NewestFirst<ContactSheetRef>& contactSheets() const { return contactSheets_; }
+  const NewestFirst<SequenceRef>& sequences() const { return sequences_; }  ///< by `updatedAt`
+  /// One row for each asset, in the order of `assets`.
+  const NewestFirst<AssetRow>& assetRows() const { return assetRows_; }
+
+  // ---- Lookups; null or empty for unknown ids
+
+  ProjectRef project(const QUuid& id) const;
+  AssetRef asset(const QUuid& id) const;
+  JobRef job(const QUuid& id) const;
+  GenerationRef generationOf(const QUuid& asset) const;
+  /// Generations of a job, copies left out, in the order of its outputs.
+  const std::vector<GenerationRef>& generationsOf(const QUuid& job) const;
+  /// The output items of a job in the same order; missing ones are left out.
+  std::vector<AssetRef> outputs(const QUuid& job) const;
+  /// The jobs of a comparison in the order of their requests.
+  std::vector<JobRef> comparisonJobs(const QUuid& comparison) const;
+  const std::vector<RelationshipRef>& parentEdges(const QUuid& child) const;
+  const std::vector<RelationshipRef>& childEdges(const QUuid& parent) const;
+  const std::vector<ReferenceRef>& referencesOf(const QUuid& generation) const;
+  /// Absolute path of the item's file.
+  QString fileOf(const Asset& asset) const;
+  /// Absolute path of the item's thumbnail, when one was drawn.
+  std::optional<QString> thumbnailOf(const Asset& asset) const;
+  /// Where the item stands in `assets`, or nothing.
+  std::optional<std::size_t> position(const Asset& asset) const;
+  /// Jobs that wait or run, newest first; salvages, which are invisible work, left out.
+  std::vector<JobRef> activeJobs() const;
+  /// Checksums of all items, built when first asked for after a change.
+  const QSet<QString>& knownChecksums() const;
+
+  // ---- Saving
+
+  /// Writes all changes in one transaction, then reads the named tables again; with none named it brings the rows of the
+  /// edited items up to date. Throws SorvanError during a backup, before anything is touched, and for a failed write:
+  /// then the changes stay pending, and the caller rolls back or keeps them (see `keepUnsaved`).
+  void save(LibraryTables reloading);
+  /// Reads tables again; without effect while no workspace is open. Throws SorvanError.
+  void reload(LibraryTables tables);
+  /// Adds records that were just inserted and saved to arrays and indexes, without reading the database.
+  void registerRecords(const NewRecords& records);
+  /// Undoes all unsaved changes in place, except the jobs' values that `keepUnsaved` keeps: those become pending again.
+  void rollBack();
+  /// What a user operation does when its save failed: rolls back, shows the failure as `error`, reads all tables again.
+  void failOperation(const std::exception_ptr& failure);
+  /// Keeps a job's present values over every rollback until a save has written them: memory is ahead of the disk on
+  /// purpose, since they tell where paid work stands.
+  void keepUnsaved(const JobRef& job);
+  const QHash<QUuid, GenerationJob>& unsavedJobs() const { return unsavedJobs_; }
+  /// Throws during a backup.
+  void refuseDuringBackup() const;
+
+  /// The one change signal's counter: moves by one for each save, reload and registration.
+  std::uint64_t revision() const { return revision_; }
+  /// Moves `revision` by one, for a change that no save stands for.
+  void noteChange();
+
+  // ---- Sidecars
+
+  PromptLibrary& prompts() { return prompts_; }
+  ChargeLedger& extraCharges() { return extraCharges_; }
+  const ChargeLedger& extraCharges() const { return extraCharges_; }
+  AnalysisLedger& analyses() { return analyses_; }
+  ComposerSidecar& composer() { return composer_; }
+  void keepComposer(const ComposerDraft& draft) { composer_.keep(draft); }
+  std::optional<ComposerDraft> keptComposer() const { return composer_.kept(); }
+  /// Adds a charge to `extraCharges` and moves `revision`.
+  void record(const ExtraCharge& charge);
+
+  /// Whether something is in memory and not yet on disk: closing and switching ask first.
+  bool hasUnsavedMetadata() const;
+  bool canRetryMetadataSave() const;
+  /// Tries all pending writes again: the database first, then the ledgers and the composer's draft. Nothing during a
+  /// backup.
+  void retryMetadataSave();
+
+  // ---- What the interface shows
+
+  const std::optional<QString>& error() const { return error_; }
+  void setError(std::optional<QString> text);
+  const std::optional<QString>& notice() const { return notice_; }
+  void setNotice(std::optional<QString> text);
+
+  // ---- Long operations
+
+  bool isBackingUp() const { return backingUp_; }
+  /// Pauses the sidecars with it; ending the backup writes what is pending.
+  void setBackingUp(bool backingUp);
+  bool isImporting() const { return importing_; }
+  void setImporting(bool importing);
+  bool isExporting() const { return exporting_; }
+  void setExporting(bool exporting);
+  int localOperations() const { return localOperations_; }
+  [[nodiscard]] LocalOperation beginLocalOperation();
+  /// Whether a workspace switch has to wait: jobs, imports, exports, local operations and `busyChecks`.
+  bool isBusy() const;
+
+  /// Jobs that are fetched invisibly after a cancel; the queue keeps it.
+  QSet<QUuid> salvaging;
+
+  // ---- Steps of other rooms, in order
+
+  /// Whether work is in flight that keeps the workspace open, such as running tasks or a settling pass.
+  std::vector<std::function<bool()>> busyChecks;
+  /// Fill old rows while a workspace opens, before cut-off jobs are marked; they change records and do not save.
+  std::vector<std::function<void(LibraryStore&)>> openingBackfills;
+  /// Start what follows from an open workspace, once its ledgers are loaded.
+  std::vector<std::function<void(LibraryStore&)>> afterOpen;
+  /// End what depends on the workspace that is about to be replaced.
+  std::vector<std::function<void(LibraryStore&)>> beforeClose;
+
+  /// Replaces the open workspace and reads everything. Called by the opening only. Throws when the records cannot be
+  /// read; then the previous workspace is still open.
+  void install(OpenedWorkspace workspace);
+  /// Runs `beforeClose`, drops the workspace and empties the arrays. Unsaved changes are lost: ask first.
+  void close();
+
+ Q_SIGNALS:
+  void revisionChanged();
+  void workspaceChanged();
+  void errorChanged();
+  void noticeChanged();
+  /// A long operation, a local operation or a backup began or ended.
+  void activityChanged();
+  /// The ledgers or the unsaved state changed.
+  void metadataChanged();
+
+ private:
+  friend class LocalOperation;
+  struct Index;
+
+  void assertMainThread() const;
+  template <class R>
+  std::vector<Ref<R>> fetched();
+  void rebuildAssetIndex();
+  void rebuildGenerationIndex();
+  void rebuildEdges();
+  void rebuildReferenceIndex();
+  void rebuildComparisonIndex();
+  void rebuildRows();
+  void refreshRow(const AssetRef& asset);
+  void insertAsset(const AssetRef& asset);
+  void noteGeneration(const GenerationRef& generation);
+  void readTables(LibraryTables tables);
+  void endLocalOperation();
+  void wireSidecars();
+
+  Services services_;
+  std::unique_ptr<OpenedWorkspace> open_;
+  std::uint64_t opening_ = 0;
+  std::uint64_t revision_ = 0;
+
+  std::vector<ProjectRef> projects_;
+  NewestFirst<AssetRef> assets_;
+  std::vector<GenerationRef> generations_;
+  std::vector<RelationshipRef> relationships_;
+  std::vector<ReferenceRef> references_;
+  NewestFirst<JobRef> jobs_;
+  NewestFirst<SavedReferenceRef> savedReferences_;
+  NewestFirst<ContactSheetRef> contactSheets_;
+  NewestFirst<SequenceRef> sequences_;
+  NewestFirst<AssetRow> assetRows_;
+  std::unique_ptr<Index> index_;
+  QHash<QUuid, GenerationJob> unsavedJobs_;
+
+  PromptLibrary prompts_;
+  ChargeLedger extraCharges_;
+  AnalysisLedger analyses_;
+  ComposerSidecar composer_;
+
+  std::optional<QString> error_;
+  std::optional<QString> notice_;
+  bool backingUp_ = false;
+  bool importing_ = false;
+  bool exporting_ = false;
+  int localOperations_ = 0;
+};
+
+class LocalOperation {
+ public:
+  LocalOperation(LocalOperation&& other) noexcept : store_(std::exchange(other.store_, nullptr)) {}
+  LocalOperation& operator=(LocalOperation&& other) noexcept;
+  ~LocalOperation();
+
+ private:
+  friend class LibraryStore;
+  explicit LocalOperation(LibraryStore* store) : store_(store) {}
+  QPointer<LibraryStore> store_;
+};
+
+}  // namespace sorvan::core
