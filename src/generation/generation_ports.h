@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 #include "core/billing.h"
 #include "generation/generation_request.h"
@@ -35,9 +36,17 @@ struct ConfineWork {
 
 /// The pictures and the request that a provider gets instead of the user's, when areas are marked.
 struct PreparedMarks {
-  QString file;             ///< absolute path of the picture that replaces the first reference; the run removes it
+  QString file;               ///< absolute path of the picture that replaces the first reference
   GenerationRequest request;  ///< the copy that the provider gets
-  std::optional<QByteArray> patch;  ///< JSON kept beside the retained result, so that it lands in the same place
+  std::optional<QByteArray> patch;  ///< JSON that is kept beside the retained result, so that it lands in the same place
+};
+
+/// A request whose areas are marked, and where the picture that is sent may be written.
+struct MarksWork {
+  GenerationRequest request;
+  QString original;    ///< absolute path of the first reference
+  QString pieceFile;   ///< absolute path for a piece cut around the marks
+  QString markupFile;  ///< absolute path for a copy with the boxes drawn on it
 };
 
 /// A finished sound that is to be laid under a clip.
@@ -62,16 +71,19 @@ struct GenerationPorts {
   std::function<QString(const GenerationRequest&)> feature;
   /// Counts a use under a key; optional.
   std::function<void(const QString& key, int count)> noteUsage;
-  /// Prepares the picture that is sent when areas are marked.
-  std::function<Task<PreparedMarks>(GenerationRequest, QString original, QString temporaryFile, std::stop_token)> prepareMarks;
+  /// Prepares the picture that is sent when areas are marked; the run removes both files afterwards.
+  std::function<Task<PreparedMarks>(MarksWork, std::stop_token)> prepareMarks;
   /// Lays a result over the original inside the marks; absent when the shapes differ. The answer is PNG data.
   std::function<Task<std::optional<QByteArray>>(ConfineWork, std::stop_token)> confine;
   /// Joins a continuation to its original.
   std::function<Task<>(SpliceWork, std::stop_token)> splice;
-  /// Takes the sound track of a clip: writes it beside the clip and answers the new file's absolute path.
-  std::function<Task<QString>(QString clip, std::stop_token)> soundTrack;
-  /// Lays a sound under a clip; the item exists already, and a failure only shows a notice. Optional.
+  /// Takes the sound track of a clip: writes it into the folder and answers the new file's absolute path.
+  std::function<Task<QString>(QString clip, QString folder, std::stop_token)> soundTrack;
+  /// Lays a sound under a clip and answers the new file's name; a failure only shows a notice. Optional.
   std::function<Task<QString>(LayUnderWork, std::stop_token)> layUnder;
+  /// The program's version and build as a support report tells them; empty when unknown.
+  QString version;
+  QString build;
 };
 
 }  // namespace sorvan::generation

@@ -26,12 +26,12 @@ class JobQueue : public QObject {
  public:
   static constexpr std::size_t runningLimit = 2;
 
-  JobQueue(LibraryStore& store, GenerationPorts ports, std::shared_ptr<Clock> clock);
+  JobQueue(LibraryStore& store, GenerationPorts ports);
   ~JobQueue() override;
 
   LibraryStore& store() const { return m_store; }
   const GenerationPorts& ports() const { return m_ports; }
-  const std::shared_ptr<Clock>& clock() const { return m_clock; }
+  const Clock& clock() const { return *m_store.services().clock; }
 
   /// Whether a task of this job exists, whatever its status says.
   bool isRunning(const QUuid& job) const;
@@ -52,12 +52,13 @@ class JobQueue : public QObject {
   std::optional<RemoteJobFailed::Billing> remoteFailure(const QUuid& job) const;
   void noteRemoteFailure(const QUuid& job, std::optional<RemoteJobFailed::Billing> failure);
 
-  /// Says that a submission that may be charged is in flight, so that shutting down waits for its answer.
-  void noteSubmitting(const QUuid& job, bool submitting);
+  /// The token of a POST that may be charged: it stops only when the patience of `drain` has ended.
+  std::stop_token submissionStop() const;
 
-  /// Stops all tasks. Waits until they have ended; a task whose paid submission is in flight gets up to `limit` for its
-  /// answer. No job starts afterwards.
+  /// Stops all tasks and waits until they have ended; a paid submission in flight gets up to `limit` for its answer. The
+  /// jobs' fields stay as a sudden end would leave them. No job starts afterwards.
   Task<> drain(std::chrono::milliseconds limit = std::chrono::seconds(10));
+  bool isDraining() const;
 
   /// Runs small tasks that belong to no job, such as asking a service to stop one; reports what they throw.
   void spawn(Task<> task);
@@ -73,9 +74,12 @@ class JobQueue : public QObject {
 
  private:
   struct State;
+  void startTask(const QUuid& job);
+  void endTask(const QUuid& job);
+  static Task<> runTask(JobQueue* queue, QUuid job, std::stop_token stop);
+
   LibraryStore& m_store;
   GenerationPorts m_ports;
-  std::shared_ptr<Clock> m_clock;
   std::unique_ptr<State> m_state;
 };
 

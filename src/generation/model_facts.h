@@ -19,6 +19,8 @@ struct ModelFact {
   bool audioInput = false;        ///< takes a sound as its reference
   bool extendsSound = false;      ///< its result carries on the sound or clip that it was given
   bool makesSoundOfClip = false;  ///< answers with a clip of which only the sound track is wanted
+  bool cutsOut = false;           ///< takes the background away
+  bool makesMusic = false;        ///< with `makesSoundOfClip`: music rather than effects
   QStringList sizes;              ///< the size keys it can edit at, for cutting a piece around marks
 };
 

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -52,7 +53,7 @@ struct GeneratedOutput {
   QByteArray data;
   QString file;  ///< absolute path inside the job's recovery folder; empty when the bytes are in `data`
   QString ext;   ///< file extension without a point
-  std::optional<qint64> seed;
+  std::optional<std::int64_t> seed;
   std::optional<GenerationCost> cost;
   std::optional<QString> label;  ///< the part's name when a sound was split
 };
@@ -83,16 +84,23 @@ class RemoteJobFailed : public SorvanError {
   Billing m_billing;
 };
 
+/// Thrown by `cancelJob` when the service had finished the job already.
+class RemoteJobAlreadyComplete : public SorvanError {
+ public:
+  using SorvanError::SorvanError;
+};
+
 /// What a run offers to its provider. All calls come on the main thread; the object outlives the provider's call.
 ///
 /// The order that a provider keeps when it submits under the user's own key:
 ///   1. `co_await run->aboutToSubmit()`: a marker is on the disk; throws when it could not be written, or when the
 ///      job was cancelled meanwhile, and then nothing may be sent;
-///   2. the POST, with a stop token of its own (`std::stop_token{}`): cancelling never cuts it;
+///   2. the POST, with `submissionStop()` as its stop token: cancelling the job never cuts it, only the end of the
+///      program's patience at shutdown does;
 ///   3. the answer: `co_await run->update({… handle, requestID …})` when the service accepted, also after a
 ///      cancellation; `co_await run->notSubmitted()` and then the error when it certainly was not accepted; else
 ///      throw `SubmissionUnknown` and leave the marker standing.
-/// A submission that carries an idempotency key needs neither `aboutToSubmit` nor `notSubmitted`.
+/// A submission that carries an idempotency key needs neither `aboutToSubmit` nor `notSubmitted`, but the same token.
 class ProviderRun {
  public:
   virtual ~ProviderRun() = default;
@@ -106,6 +114,9 @@ class ProviderRun {
 
   /// Says that the POST announced by `aboutToSubmit` was certainly not accepted; the marker goes.
   virtual Task<> notSubmitted() = 0;
+
+  /// The stop token of a POST that may be charged.
+  virtual std::stop_token submissionStop() const = 0;
 
   /// Absolute path where the bytes of output `index` (from 0) are to be streamed. Its folder exists. The file is the
   /// provider's until the call returns; the runner renames it into the retained result.
@@ -134,7 +145,7 @@ class GenerationProvider {
   /// except that a submission under way is finished and its answer reported first.
   virtual Task<std::vector<GeneratedOutput>> generateImage(ProviderCall call, std::stop_token stop) = 0;
 
-  /// Asks the service to stop a remote job.
+  /// Asks the service to stop a remote job. Throws RemoteJobAlreadyComplete when it had finished before.
   virtual Task<> cancelJob(RemoteHandle handle, QString key, std::stop_token stop) = 0;
 };
 
