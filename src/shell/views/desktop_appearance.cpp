@@ -1,0 +1,65 @@
+#include "shell/views/desktop_appearance.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const auto kService = u"org.freedesktop.portal.Desktop"_s;
+const auto kPath = u"/org/freedesktop/portal/desktop"_s;
+const auto kInterface = u"org.freedesktop.portal.Settings"_s;
+const auto kAppearance = u"org.freedesktop.appearance"_s;
+const auto kColorScheme = u"color-scheme"_s;
+const auto kGnome = u"org.gnome.desktop.interface"_s;
+const auto kAnimations = u"enable-animations"_s;
+constexpr uint kSchemeLight = 2;  // the portal's numbers: 0 no preference, 1 dark, 2 light
+
+// The portal wraps a value in one variant or, in older versions, in two.
+QVariant unwrapped(QVariant value) {
+  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  return value;
+}
+
+}  // namespace
+
+void DesktopAppearance::start() {
+  QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return;
+  bus.connect(kService, kPath, kInterface, u"SettingChanged"_s, this, SLOT(settingChanged(QString, QString, QDBusVariant)));
+  ask(kAppearance, kColorScheme);
+  ask(kGnome, kAnimations);
+}
+
+void DesktopAppearance::ask(const QString& space, const QString& key) {
+  QDBusMessage message = QDBusMessage::createMethodCall(kService, kPath, kInterface, u"Read"_s);
+  message << space << key;
+  auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, space, key](QDBusPendingCallWatcher* call) {
+    call->deleteLater();
+    const QDBusPendingReply<QDBusVariant> reply = *call;
+    if (!reply.isError()) learn(space, key, reply.value().variant());
+  });
+}
+
+void DesktopAppearance::settingChanged(const QString& space, const QString& key, const QDBusVariant& value) {
+  learn(space, key, value.variant());
+}
+
+void DesktopAppearance::learn(const QString& space, const QString& key, const QVariant& value) {
+  const QVariant plain = unwrapped(value);
+  bool light = prefersLight_;
+  bool still = reducedMotion_;
+  if (space == kAppearance && key == kColorScheme) light = plain.toUInt() == kSchemeLight;
+  if (space == kGnome && key == kAnimations) still = !plain.toBool();
+  if (light == prefersLight_ && still == reducedMotion_) return;
+  prefersLight_ = light;
+  reducedMotion_ = still;
+  Q_EMIT changed();
+}
+
+}  // namespace sorvan::views

@@ -1,0 +1,39 @@
+// What the desktop asks of every program: light or dark, more or less motion. Read from the desktop portal.
+#pragma once
+
+#include <QDBusVariant>
+
+#include "shell/views/room.h"
+
+namespace sorvan::views {
+
+// Main thread. Without a session bus or a portal it stays at its defaults: dark, with motion.
+class DesktopAppearance final : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit DesktopAppearance(QObject* parent = nullptr) : QObject(parent) {}
+
+  // Asks the portal without waiting for it; `changed` follows when an answer differs from what is known.
+  void start();
+
+  bool prefersLight() const { return prefersLight_; }
+  bool reducedMotion() const { return reducedMotion_; }
+
+  // What the portal says of one setting; other settings are ignored.
+  void learn(const QString& space, const QString& key, const QVariant& value);
+
+ Q_SIGNALS:
+  void changed();
+
+ private Q_SLOTS:
+  void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
+
+ private:
+  void ask(const QString& space, const QString& key);
+
+  bool prefersLight_ = false;
+  bool reducedMotion_ = false;
+};
+
+}  // namespace sorvan::views

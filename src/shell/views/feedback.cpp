@@ -1,0 +1,226 @@
+#include "shell/views/feedback.h"
+
+#include <QAccessible>
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "shell/views/controls.h"
+#include "shell/views/icons.h"
+#include "shell/views/painting.h"
+#include "shell/views/texts.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kFrame = 40;             // milliseconds between two pictures of a spinner
+constexpr double kLineShare = 0.34;    // how much of the track the travelling line covers
+constexpr int kToastMargin = 20;       // room for the shadow
+
+QColor softOf(AlertTone tone) {
+  const Colors& c = colors();
+  switch (tone) {
+    case AlertTone::success: return c.successSoft;
+    case AlertTone::warning: return c.warningSoft;
+    case AlertTone::error: return c.dangerSoft;
+    case AlertTone::information: break;
+  }
+  return c.infoSoft;
+}
+
+}  // namespace
+
+qint64 motionClock() {
+  static const QElapsedTimer clock = [] {
+    QElapsedTimer timer;
+    timer.start();
+    return timer;
+  }();
+  return Theme::instance().reducedMotion() ? 0 : clock.elapsed();
+}
+
+double spinnerDegrees() { return static_cast<double>(motionClock() % 1000) * 0.36; }
+
+void paintTravellingLine(QPainter& painter, const QRectF& area) {
+  const Colors& c = colors();
+  paintPanel(painter, area, 0, c.controlTrack);
+  const double pass = metrics().motionShimmer;
+  const double part = static_cast<double>(motionClock() % metrics().motionShimmer) / pass;
+  const bool still = Theme::instance().reducedMotion();
+  const double start = still ? 0 : (part * (1 + kLineShare) - kLineShare);
+  const double end = still ? 0.5 : start + kLineShare;
+  const double left = area.left() + std::max(0.0, start) * area.width();
+  const double right = area.left() + std::min(1.0, end) * area.width();
+  if (right > left) painter.fillRect(QRectF(left, area.top(), right - left, area.height()), c.accentFill);
+}
+
+Spinner::Spinner(int side, QWidget* parent) : QWidget(parent), side_(side) {
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  connect(&tick_, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+}
+
+void Spinner::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  paintTurnedIcon(painter, u"loader-circle"_s, rect(), side_, colors().accentText, spinnerDegrees());
+}
+
+void Spinner::showEvent(QShowEvent*) {
+  if (!Theme::instance().reducedMotion()) tick_.start(kFrame);
+}
+
+void Spinner::hideEvent(QHideEvent*) { tick_.stop(); }
+
+QString iconOf(AlertTone tone) {
+  switch (tone) {
+    case AlertTone::success: return u"circle-check"_s;
+    case AlertTone::warning: return u"triangle-alert"_s;
+    case AlertTone::error: return u"circle-alert"_s;
+    case AlertTone::information: break;
+  }
+  return u"info"_s;
+}
+
+ColorRole colorOf(AlertTone tone) {
+  switch (tone) {
+    case AlertTone::success: return &Colors::successText;
+    case AlertTone::warning: return &Colors::warningText;
+    case AlertTone::error: return &Colors::dangerText;
+    case AlertTone::information: break;
+  }
+  return &Colors::infoText;
+}
+
+// NoticeBar
+
+NoticeBar::NoticeBar(AlertTone tone, const QString& text, QWidget* parent) : QWidget(parent), tone_(tone) {
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(10, 5, 6, 5);
+  layout->setSpacing(9);
+  layout->addWidget(new IconView(iconOf(tone), metrics().iconSmall, colorOf(tone)), 0, Qt::AlignVCenter);
+  auto* words = new Paragraph(text, Type::small);
+  words->setMinimumWidth(40);
+  layout->addWidget(words, 1, Qt::AlignVCenter);
+  setMinimumHeight(32);
+  setAccessibleName(text);
+}
+
+Button* NoticeBar::addAction(const QString& title) {
+  auto* button = new Button(title);
+  button->setControlSize(ControlSize::compact);
+  layout()->addWidget(button);
+  return button;
+}
+
+void NoticeBar::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  paintPanel(painter, rect(), metrics().radiusCard, softOf(tone_));
+}
+
+// ToastCard
+
+ToastCard::ToastCard(const Toast& toast, QWidget* parent) : QWidget(parent), id_(toast.id) {
+  setFixedWidth(metrics().toastWidth + 2 * kToastMargin);
+  setAccessibleName(toast.text);
+  setAccessibleDescription(toast.secondLine);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(kToastMargin + 12, kToastMargin + 11, kToastMargin + 8, kToastMargin + 11);
+  row->setSpacing(10);
+  row->addWidget(new IconView(iconOf(toast.tone), metrics().iconRegular, colorOf(toast.tone)), 0, Qt::AlignTop);
+  auto* words = new QVBoxLayout;
+  words->setSpacing(3);
+  words->addWidget(new Paragraph(toast.text));
+  if (!toast.secondLine.isEmpty()) words->addWidget(new Paragraph(toast.secondLine, Type::small, &Colors::textSecondary));
+  if (!toast.actionTitle.isEmpty()) {
+    auto* action = new Button(toast.actionTitle);
+    action->setControlSize(ControlSize::compact);
+    words->addSpacing(5);
+    words->addWidget(action, 0, Qt::AlignLeft);
+    connect(action, &Button::clicked, this, [this] { Q_EMIT actionRequested(id_); });
+  }
+  row->addLayout(words, 1);
+  auto* close = new IconButton(u"x"_s, texts::dismiss());
+  close->setControlSize(ControlSize::compact);
+  close->setIconSide(metrics().iconSmall);
+  row->addWidget(close, 0, Qt::AlignTop);
+  connect(close, &IconButton::clicked, this, [this] { Q_EMIT dismissed(id_); });
+  leave_.setSingleShot(true);
+  leave_.setInterval(metrics().motionToastHold);
+  connect(&leave_, &QTimer::timeout, this, [this] { Q_EMIT dismissed(id_); });
+  if (!toast.stays && toast.actionTitle.isEmpty()) leave_.start();
+}
+
+void ToastCard::paintEvent(QPaintEvent*) {
+  const Colors& c = colors();
+  QPainter painter(this);
+  const QRect panel = rect().adjusted(kToastMargin, kToastMargin, -kToastMargin, -kToastMargin);
+  paintShadow(painter, panel, metrics().radiusPanel, c.popoverShadow);
+  paintPanel(painter, panel, metrics().radiusPanel, c.surfaceOverlay, Theme::instance().isDark() ? c.controlBorder : c.lineDefault);
+}
+
+void ToastCard::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Escape) return QWidget::keyPressEvent(event);
+  Q_EMIT dismissed(id_);
+}
+
+void ToastCard::enterEvent(QEnterEvent*) {
+  if (leave_.isActive()) leave_.stop(), setProperty("resume", true);
+}
+
+void ToastCard::leaveEvent(QEvent*) {
+  if (property("resume").toBool()) leave_.start();
+}
+
+// Toaster
+
+Toaster::Toaster(AlertsPresenter& alerts, QWidget* parent) : QWidget(parent), alerts_(alerts) {
+  setAccessibleName(texts::messages());
+  auto* stack = new QVBoxLayout(this);
+  stack->setContentsMargins(0, 0, 0, 0);
+  stack->setSpacing(metrics().toastGap - 2 * kToastMargin);
+  connect(&alerts_, &AlertsPresenter::toastsChanged, this, &Toaster::rebuild);
+  rebuild();
+}
+
+void Toaster::setCorner(QPoint corner) {
+  corner_ = corner;
+  place();
+}
+
+void Toaster::rebuild() {
+  const std::vector<Toast>& toasts = alerts_.toasts();
+  const auto shown = [&toasts](quint64 id) {
+    return std::any_of(toasts.begin(), toasts.end(), [id](const Toast& toast) { return toast.id == id; });
+  };
+  std::erase_if(cards_, [&](ToastCard* card) {
+    if (shown(card->id())) return false;
+    card->hide();
+    card->deleteLater();
+    return true;
+  });
+  for (const Toast& toast : toasts) {
+    if (std::any_of(cards_.begin(), cards_.end(), [&](ToastCard* card) { return card->id() == toast.id; })) continue;
+    auto* card = new ToastCard(toast, this);
+    connect(card, &ToastCard::actionRequested, this, [this](quint64 id) { alerts_.performToastAction(id); });
+    connect(card, &ToastCard::dismissed, this, [this](quint64 id) { alerts_.dismissToast(id); });
+    layout()->addWidget(card);
+    cards_.push_back(card);
+    QAccessibleEvent announcement(card, QAccessible::Alert);
+    QAccessible::updateAccessibility(&announcement);
+  }
+  place();
+}
+
+void Toaster::place() {
+  setVisible(!cards_.empty());
+  if (cards_.empty()) return;
+  layout()->activate();
+  const QSize size(metrics().toastWidth + 2 * kToastMargin, layout()->hasHeightForWidth()
+      ? layout()->heightForWidth(metrics().toastWidth + 2 * kToastMargin) : layout()->sizeHint().height());
+  setGeometry(QRect(corner_ + QPoint(kToastMargin - size.width(), kToastMargin - size.height()), size));
+  raise();
+}
+
+}  // namespace sorvan::views

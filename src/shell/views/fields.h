@@ -1,0 +1,36 @@
+// Text fields of one line.
+#pragma once
+
+#include <QLineEdit>
+
+#include "shell/views/room.h"
+
+namespace sorvan::views {
+
+// A field of 30 pixels, with an icon before its text and a key behind it if asked for.
+class TextField : public QLineEdit {
+  Q_OBJECT
+
+ public:
+  explicit TextField(const QString& name, const QString& placeholder = {}, QWidget* parent = nullptr);
+
+  void setIconName(const QString& iconName);
+  // Shown at the right while the field is empty and without the keyboard.
+  void setKeyHint(const QString& keys);
+  void setInvalid(bool invalid);
+
+ Q_SIGNALS:
+  void escapePressed();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void setMargins();
+
+  QString iconName_;
+  QString keyHint_;
+};
+
+}  // namespace sorvan::views

@@ -1,0 +1,146 @@
+#include "shell/views/labels.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include "shell/views/icons.h"
+#include "shell/views/painting.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+Label::Label(const QString& text, Type type, ColorRole color, QWidget* parent) : QLabel(text, parent), type_(type), color_(color) {
+  setFont(fontFor(type));
+  setTextFormat(Qt::PlainText);
+  recolour();
+  connect(&Theme::instance(), &Theme::changed, this, &Label::recolour);
+}
+
+void Label::setColorRole(ColorRole color) {
+  color_ = color;
+  recolour();
+}
+
+void Label::setWeight(Weight weight) { setFont(fontFor(type_, weight)); }
+
+void Label::recolour() {
+  QPalette own = palette();
+  own.setColor(QPalette::WindowText, colors().*color_);
+  own.setColor(QPalette::Text, colors().*color_);
+  own.setColor(QPalette::Highlight, colors().accentFill);
+  own.setColor(QPalette::HighlightedText, colors().textOnAccent);
+  setPalette(own);
+}
+
+Paragraph::Paragraph(const QString& text, Type type, ColorRole color, QWidget* parent)
+    : Label({}, type, color, parent),
+      linePercent_(100 * lineHeight(type) / std::max(1, QFontMetrics(fontFor(type)).lineSpacing())) {
+  setWordWrap(true);
+  setTextFormat(Qt::RichText);
+  setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  setParagraph(text);
+}
+
+void Paragraph::setParagraph(const QString& text) {
+  plain_ = text;
+  setAccessibleName(text);
+  if (text.isEmpty()) return setText({});
+  QString body = text.toHtmlEscaped();
+  body.replace(u'\n', u"<br>"_s);
+  setText(u"<p style=\"margin:0;line-height:%1%\">%2</p>"_s.arg(QString::number(linePercent_), body));
+}
+
+void Paragraph::setSelectable(bool selectable) {
+  setTextInteractionFlags(selectable ? Qt::TextSelectableByMouse : Qt::NoTextInteraction);
+}
+
+ElidedLabel::ElidedLabel(Type type, ColorRole color, Qt::TextElideMode elide, QWidget* parent)
+    : QWidget(parent), font_(fontFor(type)), color_(color), elide_(elide), line_(lineHeight(type)) {
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void ElidedLabel::setText(const QString& text) {
+  if (text_ == text) return;
+  text_ = text;
+  setAccessibleName(text);
+  setToolTip({});
+  updateGeometry();
+  update();
+}
+
+void ElidedLabel::setWeight(Weight weight) {
+  font_.setWeight(static_cast<QFont::Weight>(weight));
+  updateGeometry();
+}
+
+QSize ElidedLabel::sizeHint() const { return {textWidth(text_, font_) + 1, line_}; }
+QSize ElidedLabel::minimumSizeHint() const { return {std::min(24, sizeHint().width()), line_}; }
+
+void ElidedLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  paintText(painter, rect(), {text_, font_, colors().*color_, Qt::AlignLeft | Qt::AlignVCenter, elide_});
+  const bool shortened = textWidth(text_, font_) > width();
+  if (shortened != !toolTip().isEmpty()) setToolTip(shortened ? text_ : QString());
+}
+
+ToneColors toneColors(BadgeTone tone) {
+  const Colors& c = colors();
+  switch (tone) {
+    case BadgeTone::accent: return {c.accentText, c.accentSoft};
+    case BadgeTone::success: return {c.successText, c.successSoft};
+    case BadgeTone::warning: return {c.warningText, c.warningSoft};
+    case BadgeTone::danger: return {c.dangerText, c.dangerSoft};
+    case BadgeTone::info: return {c.infoText, c.infoSoft};
+    case BadgeTone::neutral: break;
+  }
+  return {c.textSecondary, c.statePressed};
+}
+
+int badgeWidth(const QString& text) { return textWidth(text, fontFor(Type::caption, Weight::semibold)) + 12; }
+
+void paintBadge(QPainter& painter, const QRect& area, const QString& text, BadgeTone tone) {
+  const ToneColors ink = toneColors(tone);
+  paintPanel(painter, area, metrics().radiusSmall, ink.soft);
+  paintText(painter, area, {text, fontFor(Type::caption, Weight::semibold), ink.text, Qt::AlignCenter});
+}
+
+Badge::Badge(const QString& text, BadgeTone tone, QWidget* parent) : QWidget(parent), text_(text), tone_(tone) {
+  setAccessibleName(text);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize Badge::sizeHint() const { return {badgeWidth(text_), 18}; }
+
+void Badge::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  paintBadge(painter, rect(), text_, tone_);
+}
+
+IconView::IconView(const QString& iconName, int size, ColorRole color, QWidget* parent)
+    : QWidget(parent), iconName_(iconName), size_(size), color_(color) {
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void IconView::setIcon(const QString& iconName, ColorRole color) {
+  iconName_ = iconName;
+  color_ = color;
+  update();
+}
+
+void IconView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  paintIcon(painter, iconName_, rect(), size_, {colors().*color_});
+}
+
+Hairline::Hairline(ColorRole color, Qt::Orientation orientation, QWidget* parent) : QWidget(parent), color_(color) {
+  if (orientation == Qt::Horizontal) setFixedHeight(1);
+  else setFixedWidth(1);
+}
+
+void Hairline::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().*color_); }
+
+Surface::Surface(ColorRole color, QWidget* parent) : QWidget(parent), color_(color) {}
+
+void Surface::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().*color_); }
+
+}  // namespace sorvan::views

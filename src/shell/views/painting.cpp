@@ -1,0 +1,170 @@
+#include "shell/views/painting.h"
+
+#include <QFontMetrics>
+#include <QPainterPath>
+#include <QPixmapCache>
+#include <QTextLayout>
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Three passes of a box filter come close to a Gaussian blur and cost one addition a pixel.
+void boxBlurLine(uchar* line, int count, int step, int radius) {
+  std::vector<int> source(static_cast<size_t>(count));
+  for (int i = 0; i < count; ++i) source[static_cast<size_t>(i)] = line[i * step];
+  int sum = 0;
+  for (int i = -radius; i < count; ++i) {
+    if (i + radius < count) sum += source[static_cast<size_t>(i + radius)];
+    if (i - radius - 1 >= 0) sum -= source[static_cast<size_t>(i - radius - 1)];
+    if (i >= 0) line[i * step] = static_cast<uchar>(sum / (2 * radius + 1));
+  }
+}
+
+void blur(QImage& mask, int radius) {
+  for (int pass = 0; pass < 3; ++pass) {
+    for (int y = 0; y < mask.height(); ++y) boxBlurLine(mask.scanLine(y), mask.width(), 1, radius);
+    for (int x = 0; x < mask.width(); ++x) boxBlurLine(mask.bits() + x, mask.height(), static_cast<int>(mask.bytesPerLine()), radius);
+  }
+}
+
+QImage blurredBox(int side, int margin, int radius, int blurRadius) {
+  QImage mask(side, side, QImage::Format_Alpha8);
+  mask.fill(0);
+  QPainter painter(&mask);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Qt::black);
+  painter.drawRoundedRect(QRect(margin, margin, side - 2 * margin, side - 2 * margin), radius, radius);
+  painter.end();
+  blur(mask, std::max(1, blurRadius));
+  return mask;
+}
+
+// The nine patches of a shadow in one square picture: corners of `edge` pixels round a middle of one pixel.
+QPixmap shadowPatches(int margin, int radius, const Shadow& shadow) {
+  const QString key = u"shadow|%1|%2|%3|%4"_s.arg(margin).arg(radius).arg(shadow.blur).arg(shadow.color.name(QColor::HexArgb));
+  QPixmap patches;
+  if (QPixmapCache::find(key, &patches)) return patches;
+  const int side = 2 * (2 * margin + radius) + 1;
+  const QImage mask = blurredBox(side, margin, radius, shadow.blur / 6);
+  QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
+  picture.fill(shadow.color);
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+  painter.drawImage(0, 0, mask);
+  painter.end();
+  patches = QPixmap::fromImage(picture);
+  QPixmapCache::insert(key, patches);
+  return patches;
+}
+
+struct Span {
+  int target, targetLength, source, sourceLength;
+};
+
+std::array<Span, 3> spans(int start, int length, int edge, int side) {
+  return {Span{start, edge, 0, edge}, Span{start + edge, length - 2 * edge, edge, side - 2 * edge},
+          Span{start + length - edge, edge, side - edge, edge}};
+}
+
+}  // namespace
+
+void paintPanel(QPainter& painter, const QRectF& area, double radius, const QColor& fill, const QColor& line) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  const bool lined = line.isValid() && line.alpha() > 0;
+  const QRectF edge = lined ? area.adjusted(0.5, 0.5, -0.5, -0.5) : area;
+  painter.setPen(lined ? QPen(line, 1) : QPen(Qt::NoPen));
+  painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
+  const double round = std::min(radius, std::min(edge.width(), edge.height()) / 2);
+  painter.drawRoundedRect(edge, round, round);
+  painter.restore();
+}
+
+void paintShadow(QPainter& painter, const QRect& area, int radius, const Shadow& shadow) {
+  const int margin = shadow.blur / 2;
+  const QPixmap patches = shadowPatches(margin, radius, shadow);
+  const int edge = 2 * margin + radius;
+  const QRect outer = area.translated(0, shadow.offsetY).adjusted(-margin, -margin, margin, margin);
+  if (outer.width() < 2 * edge || outer.height() < 2 * edge) {
+    painter.drawPixmap(outer, patches);
+    return;
+  }
+  for (const Span& row : spans(outer.top(), outer.height(), edge, patches.height())) {
+    for (const Span& column : spans(outer.left(), outer.width(), edge, patches.width())) {
+      painter.drawPixmap(QRect(column.target, row.target, column.targetLength, row.targetLength), patches,
+                         QRect(column.source, row.source, column.sourceLength, row.sourceLength));
+    }
+  }
+}
+
+void paintRing(QPainter& painter, const QRectF& area, double radius, double width, const QColor& color) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(color, width));
+  painter.setBrush(Qt::NoBrush);
+  const double half = width / 2;
+  painter.drawRoundedRect(area.adjusted(half, half, -half, -half), radius, radius);
+  painter.restore();
+}
+
+int textWidth(const QString& text, const QFont& font) { return QFontMetrics(font).horizontalAdvance(text); }
+
+int paintText(QPainter& painter, const QRect& area, const TextLine& line) {
+  if (area.width() <= 0) return 0;
+  const QFontMetrics measure(line.font);
+  const QString shown = measure.elidedText(line.text, line.elide, area.width());
+  painter.setFont(line.font);
+  painter.setPen(line.color);
+  painter.drawText(area, static_cast<int>(line.alignment) | Qt::TextSingleLine, shown);
+  return measure.horizontalAdvance(shown);
+}
+
+void paintParagraph(QPainter& painter, const QRect& area, const TextLine& line, int lineDistance) {
+  const int most = area.height() / std::max(1, lineDistance);
+  QString text = line.text.simplified();
+  QTextLayout layout(text, line.font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout.setTextOption(option);
+  layout.beginLayout();
+  painter.setFont(line.font);
+  painter.setPen(line.color);
+  const QFontMetrics measure(line.font);
+  for (int number = 0; number < most; ++number) {
+    QTextLine part = layout.createLine();
+    if (!part.isValid()) break;
+    part.setLineWidth(area.width());
+    QString shown = text.mid(part.textStart(), part.textLength());
+    if (number == most - 1 && part.textStart() + part.textLength() < text.size())
+      shown = measure.elidedText(text.mid(part.textStart()), Qt::ElideRight, area.width());
+    const QRect row(area.left(), area.top() + number * lineDistance, area.width(), lineDistance);
+    painter.drawText(row, static_cast<int>(line.alignment) | Qt::TextSingleLine, shown.trimmed());
+  }
+  layout.endLayout();
+}
+
+void paintCover(QPainter& painter, const QRectF& area, double radius, const QPixmap& picture) {
+  if (picture.isNull()) return;
+  const QSizeF size = QSizeF(picture.size());
+  const QSizeF part = area.size().scaled(size, Qt::KeepAspectRatio);
+  const QRectF source((size.width() - part.width()) / 2, (size.height() - part.height()) / 2, part.width(), part.height());
+  painter.save();
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+  QPainterPath shape;
+  shape.addRoundedRect(area, radius, radius);
+  painter.setClipPath(shape, Qt::IntersectClip);
+  painter.drawPixmap(area, picture, source);
+  painter.restore();
+}
+
+QString clockText(double seconds) {
+  const qint64 whole = std::max<qint64>(0, static_cast<qint64>(seconds + 0.5));
+  const auto two = [](qint64 value) { return u"%1"_s.arg(value, 2, 10, QLatin1Char('0')); };
+  if (whole >= 3600) return u"%1:%2:%3"_s.arg(whole / 3600).arg(two(whole / 60 % 60), two(whole % 60));
+  return u"%1:%2"_s.arg(whole / 60).arg(two(whole % 60));
+}
+
+}  // namespace sorvan::views

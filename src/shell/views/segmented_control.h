@@ -1,0 +1,43 @@
+// A row of choices of which one is on.
+#pragma once
+
+#include <QAbstractButton>
+#include <QWidget>
+
+#include "shell/views/controls.h"
+
+class QButtonGroup;
+
+namespace sorvan::views {
+
+struct Segment {
+  QString text;
+  QString iconName;
+  QString accessibleName;  // empty: the text
+};
+
+// One stop of the tab key; arrows move; a choice acts at once.
+class SegmentedControl final : public QWidget {
+  Q_OBJECT
+
+ public:
+  SegmentedControl(const QString& name, const std::vector<Segment>& segments, ControlSize size = ControlSize::regular,
+                   QWidget* parent = nullptr);
+
+  int current() const;
+  // Does not emit `chosen`.
+  void setCurrent(int index);
+  // All segments share the width.
+  void setStretched(bool stretched);
+
+ Q_SIGNALS:
+  void chosen(int index);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QButtonGroup* group_;
+};
+
+}  // namespace sorvan::views

@@ -1,0 +1,200 @@
+#include "shell/views/style.h"
+
+#include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScrollBar>
+#include <QStyleOption>
+
+#include "shell/views/icons.h"
+#include "shell/views/painting.h"
+#include "shell/views/style_menus.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool has(const QStyleOption* option, QStyle::StateFlag flag) { return option->state.testFlag(flag); }
+
+void paintField(QPainter& painter, const QStyleOption* option, const QWidget* widget) {
+  if (widget && widget->property(bareProperty).toBool()) return;
+  const Colors& c = colors();
+  const bool focused = has(option, QStyle::State_HasFocus);
+  QColor line = widget && widget->property(invalidProperty).toBool() ? c.dangerText : c.controlFieldBorder;
+  if (focused) line = c.accentRing;
+  if (!has(option, QStyle::State_Enabled)) line = c.lineDefault;
+  paintPanel(painter, option->rect, metrics().radiusControl, c.surfaceInset, line);
+  if (focused) paintRing(painter, option->rect, metrics().radiusControl, metrics().borderFocus, c.accentRing);
+}
+
+void paintTick(QPainter& painter, const QStyleOption* option) {
+  const Colors& c = colors();
+  const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  const bool on = has(option, QStyle::State_On);
+  paintPanel(painter, box, metrics().radiusSmall, on ? c.accentFill : QColor(), on ? c.accentFill : QColor());
+  if (!on) paintRing(painter, box, metrics().radiusSmall, 1.5, c.controlBorderStrong);
+  if (on) paintIcon(painter, u"check"_s, box, 12, {c.textOnAccent});
+}
+
+void paintRadio(QPainter& painter, const QStyleOption* option) {
+  const Colors& c = colors();
+  const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  const double radius = box.width() / 2;
+  if (!has(option, QStyle::State_On)) return paintRing(painter, box, radius, 1.5, c.controlBorderStrong);
+  paintPanel(painter, box, radius, c.accentFill);
+  paintPanel(painter, box.adjusted(4.5, 4.5, -4.5, -4.5), radius, c.textOnAccent);
+}
+
+void paintTipPanel(QPainter& painter, const QRect& area) {
+  painter.fillRect(area, colors().surfaceTooltip);
+}
+
+void paintScrollBar(QPainter& painter, const QStyleOptionSlider* option, const QRect& thumb) {
+  if (option->maximum <= option->minimum) return;
+  const bool wide = has(option, QStyle::State_MouseOver) || option->activeSubControls.testFlag(QStyle::SC_ScrollBarSlider);
+  const int inset = wide ? 1 : 2;
+  const QRect bar = option->orientation == Qt::Vertical ? thumb.adjusted(inset, 1, -inset, -1) : thumb.adjusted(1, inset, -1, -inset);
+  paintPanel(painter, bar, 4, wide ? colors().controlBorderStrong : colors().controlTrack);
+}
+
+void paintSlider(QPainter& painter, const QStyleOptionSlider* option, const QRect& knob) {
+  const Colors& c = colors();
+  const QRectF groove(option->rect.left() + 1, option->rect.center().y() - 1, option->rect.width() - 2, metrics().sliderTrack);
+  paintPanel(painter, groove, 2, c.controlTrack);
+  QRectF filled = groove;
+  filled.setRight(knob.center().x());
+  paintPanel(painter, filled, 2, c.accentFill);
+  paintPanel(painter, QRectF(knob).adjusted(0, 0, 0, 0), knob.width() / 2.0, c.controlKnob, QColor(0, 0, 0, 70));
+}
+
+QRect sliderKnob(const QStyleOptionSlider* option) {
+  const int side = metrics().sliderKnob;
+  const int span = option->rect.width() - side;
+  const int at = QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition, span, option->upsideDown);
+  return QRect(option->rect.left() + at, option->rect.center().y() - side / 2 + 1, side, side);
+}
+
+// The thumb's travel is the whole bar: there are no arrow buttons.
+QRect scrollThumb(const QStyleOptionSlider* option) {
+  const bool vertical = option->orientation == Qt::Vertical;
+  const int length = vertical ? option->rect.height() : option->rect.width();
+  const qint64 range = static_cast<qint64>(option->maximum) - option->minimum + option->pageStep;
+  int size = range > 0 ? static_cast<int>(static_cast<qint64>(length) * option->pageStep / range) : length;
+  size = std::clamp(size, std::min(32, length), length);
+  const int at = QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition, length - size, option->upsideDown);
+  return vertical ? QRect(option->rect.left(), option->rect.top() + at, option->rect.width(), size)
+                  : QRect(option->rect.left() + at, option->rect.top(), size, option->rect.height());
+}
+
+}  // namespace
+
+SorvanStyle::SorvanStyle() : QProxyStyle(u"Fusion"_s) {}
+
+void SorvanStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                const QWidget* widget) const {
+  switch (element) {
+    case PE_FrameFocusRect: return;  // the ring is drawn by `FocusRing`, outside the control
+    case PE_PanelLineEdit:
+    case PE_FrameLineEdit: return paintField(*painter, option, widget);
+    case PE_IndicatorCheckBox: return paintTick(*painter, option);
+    case PE_IndicatorRadioButton: return paintRadio(*painter, option);
+    case PE_PanelTipLabel: return paintTipPanel(*painter, option->rect);
+    case PE_PanelMenu:
+    case PE_FrameMenu: return paintMenuPanel(*painter, option->rect);
+    case PE_PanelMenuBar:
+    case PE_FrameStatusBarItem: return;
+    default: break;
+  }
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void SorvanStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (element == CE_MenuItem && item) return paintMenuItem(*painter, *item, widget);
+  if (element == CE_MenuBarItem && item) return paintMenuBarItem(*painter, *item);
+  if (element == CE_MenuBarEmptyArea || element == CE_MenuEmptyArea) return;
+  if (element == CE_Splitter) return;
+  QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void SorvanStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                     const QWidget* widget) const {
+  const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
+  if (control == CC_ScrollBar && slider) return paintScrollBar(*painter, slider, scrollThumb(slider));
+  if (control == CC_Slider && slider) return paintSlider(*painter, slider, sliderKnob(slider));
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QRect SorvanStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                  const QWidget* widget) const {
+  const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
+  if (control == CC_Slider && slider && part == SC_SliderHandle) return sliderKnob(slider);
+  if (control == CC_ScrollBar && slider) {
+    if (part == SC_ScrollBarGroove) return option->rect;
+    if (part == SC_ScrollBarSlider) return scrollThumb(slider);
+    if (part == SC_ScrollBarAddLine || part == SC_ScrollBarSubLine) return {};
+  }
+  return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+QSize SorvanStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                    const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (type == CT_MenuItem && item) return menuItemSize(*item);
+  if (type == CT_MenuBarItem && item) return menuBarItemSize(*item);
+  if (type == CT_LineEdit) return QSize(size.width(), metrics().field);
+  return QProxyStyle::sizeFromContents(type, option, size, widget);
+}
+
+int SorvanStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  switch (metric) {
+    case PM_ScrollBarExtent: return metrics().scrollbar;
+    case PM_ScrollBarSliderMin: return 32;
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight: return metrics().iconRegular;
+    case PM_MenuPanelWidth: return 1;
+    case PM_MenuHMargin: return 0;
+    case PM_MenuVMargin: return 4;
+    case PM_MenuBarPanelWidth: return 0;
+    case PM_MenuBarItemSpacing: return 2;
+    case PM_MenuBarHMargin:
+    case PM_MenuBarVMargin: return 0;
+    case PM_SliderLength: return metrics().sliderKnob;
+    case PM_SliderThickness: return 18;
+    case PM_SplitterWidth: return 1;
+    case PM_ToolTipLabelFrameWidth: return 7;
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing: return 8;
+    case PM_DefaultFrameWidth: return qobject_cast<const QLineEdit*>(widget) ? 2 : 1;
+    case PM_TextCursorWidth: return 2;
+    default: return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+int SorvanStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* answer) const {
+  switch (hint) {
+    case SH_ToolTip_WakeUpDelay: return 500;
+    case SH_ScrollBar_LeftClickAbsolutePosition: return 0;
+    case SH_Slider_AbsoluteSetButtons: return Qt::LeftButton;
+    case SH_Menu_SubMenuPopupDelay: return 120;
+    case SH_Menu_Scrollable: return 1;
+    case SH_MenuBar_AltKeyNavigation: return 1;
+    case SH_UnderlineShortcut: return 0;
+    case SH_ScrollView_FrameOnlyAroundContents: return 0;
+    default: return QProxyStyle::styleHint(hint, option, widget, answer);
+  }
+}
+
+void SorvanStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  if (qobject_cast<QScrollBar*>(widget)) widget->setAttribute(Qt::WA_Hover);
+  if (qobject_cast<QMenu*>(widget)) roundMenuCorners(*widget);
+}
+
+}  // namespace sorvan::views

@@ -1,0 +1,115 @@
+#include "shell/views/style_menus.h"
+
+#include <QBitmap>
+#include <QEvent>
+#include <QWidget>
+
+#include "shell/views/icons.h"
+#include "shell/views/painting.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kMenuRadius = 8;
+constexpr int kRowInset = 4;
+constexpr int kTextInset = 14;
+constexpr int kTickWidth = 20;
+constexpr int kKeyGap = 28;
+constexpr int kSeparatorHeight = 9;
+
+// A mask of one bit has no soft edge; the border line painted along it hides the steps.
+class RoundedCorners final : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show) cut(*static_cast<QWidget*>(watched));
+    return false;
+  }
+
+ private:
+  static void cut(QWidget& widget) {
+    QBitmap shape(widget.size());
+    shape.clear();
+    QPainter painter(&shape);
+    painter.setBrush(Qt::color1);
+    painter.setPen(Qt::color1);
+    painter.drawRoundedRect(widget.rect().adjusted(0, 0, -1, -1), kMenuRadius, kMenuRadius);
+    painter.end();
+    widget.setMask(shape);
+  }
+};
+
+struct ItemTexts {
+  QString title;
+  QString keys;
+};
+
+ItemTexts textsOf(const QStyleOptionMenuItem& item) {
+  const qsizetype tab = item.text.indexOf(u'\t');
+  if (tab < 0) return {item.text, {}};
+  return {item.text.left(tab), item.text.mid(tab + 1)};
+}
+
+QColor titleColor(const QStyleOptionMenuItem& item) {
+  if (!item.state.testFlag(QStyle::State_Enabled)) return colors().textDisabled;
+  return colors().textPrimary;
+}
+
+}  // namespace
+
+void roundMenuCorners(QWidget& menu) { menu.installEventFilter(new RoundedCorners(&menu)); }
+
+void paintMenuPanel(QPainter& painter, const QRect& area) {
+  painter.fillRect(area, colors().surfaceOverlay);
+  paintPanel(painter, area, kMenuRadius, colors().surfaceOverlay, Theme::instance().isDark() ? colors().controlBorder : colors().lineDefault);
+}
+
+void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, const QWidget*) {
+  const Colors& c = colors();
+  if (item.menuItemType == QStyleOptionMenuItem::Separator) {
+    const int y = item.rect.center().y();
+    painter.fillRect(QRect(item.rect.left(), y, item.rect.width(), 1), c.lineDefault);
+    return;
+  }
+  const bool enabled = item.state.testFlag(QStyle::State_Enabled);
+  const bool current = item.state.testFlag(QStyle::State_Selected) && enabled;
+  if (current) paintPanel(painter, QRectF(item.rect).adjusted(kRowInset, 0, -kRowInset, 0), 5, c.stateSelected);
+  QRect inner = item.rect.adjusted(kTextInset, 0, -kTextInset, 0);
+  if (item.menuHasCheckableItems) {
+    if (item.checked) paintIcon(painter, u"check"_s, QRect(inner.left(), inner.top(), 14, inner.height()), 14, {titleColor(item)});
+    inner.setLeft(inner.left() + kTickWidth);
+  }
+  const ItemTexts texts = textsOf(item);
+  paintText(painter, inner, {texts.title, fontFor(Type::body), titleColor(item)});
+  const QColor dim = current ? c.textTertiaryOnSelected : (enabled ? c.textTertiary : c.textDisabled);
+  paintText(painter, inner, {texts.keys, fontFor(Type::small), dim, Qt::AlignRight | Qt::AlignVCenter});
+  if (item.menuItemType == QStyleOptionMenuItem::SubMenu)
+    paintIcon(painter, u"chevron-right"_s, QRect(inner.right() - 12, inner.top(), 14, inner.height()), 14, {dim});
+}
+
+void paintMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item) {
+  const Colors& c = colors();
+  const bool enabled = item.state.testFlag(QStyle::State_Enabled);
+  const bool open = item.state.testFlag(QStyle::State_Sunken) || item.state.testFlag(QStyle::State_Selected);
+  if (open && enabled) paintPanel(painter, QRectF(item.rect).adjusted(0, 5, 0, -5), 5, c.stateHover);
+  const QColor color = !enabled ? c.textDisabled : (open ? c.textPrimary : c.textSecondary);
+  paintText(painter, item.rect, {item.text, fontFor(Type::body), color, Qt::AlignCenter, Qt::ElideNone});
+}
+
+QSize menuItemSize(const QStyleOptionMenuItem& item) {
+  if (item.menuItemType == QStyleOptionMenuItem::Separator) return QSize(10, kSeparatorHeight);
+  const ItemTexts texts = textsOf(item);
+  int width = 2 * kTextInset + textWidth(texts.title, fontFor(Type::body));
+  if (!texts.keys.isEmpty()) width += kKeyGap + textWidth(texts.keys, fontFor(Type::small));
+  if (item.menuHasCheckableItems) width += kTickWidth;
+  if (item.menuItemType == QStyleOptionMenuItem::SubMenu) width += kKeyGap;
+  return QSize(std::max(width, metrics().popoverMenuMin), metrics().menuRow);
+}
+
+QSize menuBarItemSize(const QStyleOptionMenuItem& item) {
+  return QSize(textWidth(item.text, fontFor(Type::body)) + 18, metrics().menuStrip - 1);
+}
+
+}  // namespace sorvan::views
