@@ -1,6 +1,7 @@
 #include "base/completion.h"
 
 #include <utility>
+#include <vector>
 
 #include <QAbstractEventDispatcher>
 #include <QMetaObject>
@@ -10,20 +11,23 @@
 namespace sorvan::base {
 
 struct Completion::State {
+  struct Waiting {
+    std::coroutine_handle<> coroutine;
+    // The dispatcher of the awaiting thread: it lives as long as that thread's event loop can run anything.
+    QAbstractEventDispatcher* home;
+  };
   std::mutex lock;
   bool finished = false;
-  std::coroutine_handle<> waiting;
-  // The dispatcher of the awaiting thread: it lives as long as that thread's event loop can run anything.
-  QAbstractEventDispatcher* home = nullptr;
+  std::vector<Waiting> waiting;
 };
 
 Completion::Completion() : state(std::make_shared<State>()) {}
 
 void Completion::finish() const {
   const std::lock_guard held(state->lock);
-  if (std::exchange(state->finished, true) || !state->waiting) return;
-  const auto waiting = std::exchange(state->waiting, nullptr);
-  QMetaObject::invokeMethod(state->home, [waiting] { waiting.resume(); }, Qt::QueuedConnection);
+  if (std::exchange(state->finished, true)) return;
+  for (const auto& [coroutine, home] : std::exchange(state->waiting, {}))
+    QMetaObject::invokeMethod(home, [resumed = coroutine] { resumed.resume(); }, Qt::QueuedConnection);
 }
 
 bool Completion::isFinished() const {
@@ -39,10 +43,9 @@ bool Completion::Awaiter::await_ready() const {
 bool Completion::Awaiter::await_suspend(std::coroutine_handle<> waiting) const {
   const std::lock_guard held(state->lock);
   if (state->finished) return false;
-  state->home = QAbstractEventDispatcher::instance();
-  invariant(state->home != nullptr, "a task awaits on a thread with an event loop");
-  invariant(!state->waiting, "one coroutine awaits a completion");
-  state->waiting = waiting;
+  QAbstractEventDispatcher* home = QAbstractEventDispatcher::instance();
+  invariant(home != nullptr, "a task awaits on a thread with an event loop");
+  state->waiting.push_back({waiting, home});
   return true;
 }
 

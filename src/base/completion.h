@@ -1,4 +1,4 @@
-// A one-shot event that one coroutine awaits and any thread may finish.
+// A one-shot event that coroutines await and any thread may finish.
 #pragma once
 
 #include <coroutine>
@@ -9,9 +9,9 @@ class QObject;
 
 namespace sorvan::base {
 
-// Copies share the event. The awaiting coroutine is always resumed from the event loop of the thread that awaits, never
+// Copies share the event. An awaiting coroutine is always resumed from the event loop of the thread that awaits, never
 // inside `finish`: so the sender that finishes it may be destroyed by what runs next.
-// Thread: `finish` any; awaiting needs a thread with an event loop, and one coroutine at a time.
+// Thread: `finish` any; awaiting needs a thread with an event loop. One that is never finished never resumes anybody.
 class Completion {
  public:
   Completion();
