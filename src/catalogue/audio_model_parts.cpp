@@ -22,7 +22,7 @@ Setting lengthSetting(const QString& field, const QStringList& values, const QSt
   setting.kind = Setting::Kind::number;
   setting.values = values;
   setting.defaultValue = start;
-  setting.accepts = WholeRange{bounds.least, bounds.most};
+  setting.accepts = ClosedRange<qint64>{bounds.least, bounds.most};
   return setting;
 }
 

@@ -33,7 +33,7 @@ bool needsPrompt(const FalModel& model, bool needsReference) {
 std::optional<QStringList> ratiosOfSizes(const QStringList& sizes) {
   QStringList ratios;
   for (const QString& size : sizes) {
-    if (const auto* format = ImageFormat::find(size)) ratios << format->ratio;
+    if (const auto* format = ImageFormat::find(size)) ratios << QString(format->ratio);
   }
   if (ratios.isEmpty()) return std::nullopt;
   return ratios;
@@ -80,7 +80,7 @@ bool Setting::allows(const QString& value) const {
   if (!accepts || !wholeNumber.match(value).hasMatch()) return false;
   bool reads = false;
   const qint64 number = value.toLongLong(&reads);
-  return reads && number >= accepts->lower && number <= accepts->upper;
+  return reads && accepts->contains(number);
 }
 
 bool Setting::isValid(const QString& value) const {
@@ -130,7 +130,7 @@ QStringList FalModel::editableSizes() const {
     if (const auto* aspect = std::get_if<SizeByAspect>(&sizing)) {
       usable = freeChoice(aspect->values) || aspect->values.contains(format.ratio);
     }
-    if (usable) sizes << format.size;
+    if (usable) sizes << QString(format.size);
   }
   return sizes;
 }

@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "base/closed_range.h"
 #include "catalogue/room.h"
 #include "core/records.h"
 #include "generation/provider.h"
@@ -50,13 +51,6 @@ struct NoInput {
 };
 using ImageInput = std::variant<NoInput, SingleInput, ListInput>;
 
-/// Inclusive bounds of a whole number.
-struct WholeRange {
-  qint64 lower = 0;
-  qint64 upper = 0;
-  bool operator==(const WholeRange&) const = default;
-};
-
 /// One control of a model.
 struct Setting {
   enum class Kind { choice, number, toggle };
@@ -66,7 +60,7 @@ struct Setting {
   Kind kind = Kind::choice;
   QStringList values;  ///< allowed values in display order; empty for a toggle
   std::optional<QString> defaultValue;
-  std::optional<WholeRange> accepts;  ///< a number between these is valid although it is not in `values`
+  std::optional<ClosedRange<qint64>> accepts;  ///< a number between these is valid although it is not in `values`
   std::optional<QString> onlyWith;    ///< counts only when the option of this field holds non-blank text
 
   /// Whether `value` is a whole decimal number, with an optional sign, inside `accepts`.

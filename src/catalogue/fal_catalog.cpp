@@ -1,0 +1,156 @@
+#include "catalogue/fal_catalog.h"
+
+#include "catalogue/audio_models.h"
+#include "catalogue/fal_model_json.h"
+#include "catalogue/listings.h"
+
+namespace sorvan::catalogue {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString modelsKey() { return u"falModels.v2"_s; }
+QString unreadableKey() { return u"falModels.v2.unreadable"_s; }
+
+FalModel imageRow(const QString& id, const QString& name, const QString& summary) {
+  FalModel model;
+  model.id = id;
+  model.name = name;
+  model.category = u"text-to-image"_s;
+  model.summary = summary;
+  model.output = MediaType::image;
+  model.maxCount = 4;
+  model.hasSeed = true;
+  model.pngOutput = true;
+  return model;
+}
+
+FalModel nanoBananaRow() {
+  FalModel model = imageRow(u"fal-ai/nano-banana-2"_s, u"Nano Banana 2"_s, u"Google · fast, strong all-rounder"_s);
+  model.promptRequired = true;
+  Setting resolution;
+  resolution.field = u"resolution"_s;
+  resolution.label = u"Resolution"_s;
+  resolution.kind = Setting::Kind::choice;
+  resolution.values = {u"0.5K"_s, u"1K"_s, u"2K"_s, u"4K"_s};
+  resolution.defaultValue = u"1K"_s;
+  model.settings = {resolution};
+  model.sizing = SizeByAspect{u"aspect_ratio"_s,
+                              {u"auto"_s, u"21:9"_s, u"16:9"_s, u"3:2"_s, u"4:3"_s, u"5:4"_s, u"1:1"_s, u"4:5"_s,
+                               u"3:4"_s, u"2:3"_s, u"9:16"_s, u"4:1"_s, u"1:4"_s, u"8:1"_s, u"1:8"_s}};
+  return model;
+}
+
+FalModel fluxSchnellRow() {
+  FalModel model = imageRow(u"fal-ai/flux/schnell"_s, u"FLUX.1 Schnell"_s, u"Fast text-to-image drafts."_s);
+  model.sizing = SizeByDimensions{u"image_size"_s};
+  return model;
+}
+
+std::vector<FalModel> builtInRows() {
+  std::vector<FalModel> rows{nanoBananaRow(), fluxSchnellRow()};
+  for (const auto* part : {&audioModels(AudioKind::voice), &audioModels(AudioKind::music),
+                           &audioModels(AudioKind::effect), &soundTools(), &extendModels(), &clipEffectModels(),
+                           &clipMusicModels()}) {
+    rows.insert(rows.end(), part->begin(), part->end());
+  }
+  return rows;
+}
+
+std::optional<FalModel> firstWith(const std::vector<FalModel>& models, const QString& id) {
+  const auto found = std::find_if(models.begin(), models.end(), [&](const FalModel& each) { return each.id == id; });
+  if (found == models.end()) return std::nullopt;
+  return *found;
+}
+
+QString textOf(const std::vector<FalModel>& models) { return QString::fromUtf8(modelsToText(models)); }
+
+}  // namespace
+
+const std::vector<FalModel>& builtInModels() {
+  static const std::vector<FalModel> rows = builtInRows();
+  return rows;
+}
+
+const FalModel& nanoBanana2() { return builtInModels().front(); }
+
+FalCatalog::FalCatalog(std::shared_ptr<Settings> store) : settings(std::move(store)) {
+  const auto text = settings->get<QString>(modelsKey());
+  if (!text) return;
+  addedModels = modelsFromText(text->toUtf8()).models;
+  std::erase_if(addedModels, [](const FalModel& model) { return contains(builtInModels(), model.id); });
+}
+
+std::optional<FalModel> FalCatalog::model(const QString& id) const {
+  if (auto found = firstWith(builtInModels(), id)) return found;
+  return firstWith(added(), id);
+}
+
+std::vector<FalModel> FalCatalog::added() const {
+  const std::scoped_lock held(lock);
+  return addedModels;
+}
+
+std::vector<FalModel> FalCatalog::all() const {
+  std::vector<FalModel> models = builtInModels();
+  const std::vector<FalModel> own = added();
+  models.insert(models.end(), own.begin(), own.end());
+  return models;
+}
+
+void FalCatalog::add(const FalModel& model) {
+  if (contains(builtInModels(), model.id)) return;
+  std::vector<FalModel> models = added();
+  const auto same =
+      std::find_if(models.begin(), models.end(), [&](const FalModel& each) { return each.id == model.id; });
+  if (same == models.end()) {
+    models.push_back(model);
+  } else {
+    *same = model;
+  }
+  change(std::move(models));
+}
+
+void FalCatalog::remove(const QString& id) {
+  std::vector<FalModel> models = added();
+  std::erase_if(models, [&](const FalModel& each) { return each.id == id; });
+  change(std::move(models));
+}
+
+void FalCatalog::change(std::vector<FalModel> models) {
+  const QString text = textOf(models);
+  {
+    const std::scoped_lock held(lock);
+    addedModels.swap(models);
+  }
+  // What this version could not read may be a newer one's models: it is kept before it is written over.
+  const auto stored = settings->get<QString>(modelsKey());
+  if (stored && !modelsFromText(stored->toUtf8()).complete) settings->set(unreadableKey(), *stored);
+  settings->set(modelsKey(), text);
+}
+
+QString FalCatalog::displayName(const QString& id) const {
+  if (const auto found = model(id)) return found->name;
+  if (const auto name = listedName(id)) return *name;
+  const QString prefix = u"fal-ai/"_s;
+  return id.startsWith(prefix) ? id.mid(prefix.size()) : id;
+}
+
+std::vector<ModelOption> FalCatalog::options() const {
+  std::vector<ModelOption> options;
+  for (const FalModel& each : all()) options.push_back(each.option());
+  return options;
+}
+
+std::vector<ComparisonModel> FalCatalog::comparisonModels() const {
+  std::vector<ComparisonModel> offered;
+  for (const FalModel& each : all()) {
+    const bool worksOnMedia = each.videoInput.value_or(false) || each.audioInput.value_or(false);
+    if (each.output == MediaType::audio || worksOnMedia) continue;
+    offered.push_back({ProviderID::fal, each.option()});
+  }
+  return offered;
+}
+
+}  // namespace sorvan::catalogue

@@ -1,0 +1,58 @@
+// The models that this library can be asked for: those compiled in and those the user added.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "base/settings.h"
+#include "catalogue/fal_model.h"
+
+namespace sorvan::catalogue {
+
+/// The compiled-in records: two image models, the sound models, the sound tools, then the models that carry a sound on
+/// and those that make sound for a clip.
+const std::vector<FalModel>& builtInModels();
+/// The compiled-in record of the all-round image model.
+const FalModel& nanoBanana2();
+
+/// Lookups over the compiled-in and the added models. The added ones stand as one JSON array, as text, under the
+/// settings key "falModels.v2". A text of which anything does not read is kept under "falModels.v2.unreadable" before
+/// the first write over it.
+///
+/// Thread: lookups from any; changes on the thread of the settings. The lock is held only to copy or swap the list.
+class FalCatalog {
+ public:
+  explicit FalCatalog(std::shared_ptr<Settings> settings);
+
+  std::optional<FalModel> model(const QString& id) const;
+  std::vector<FalModel> added() const;
+  /// The compiled-in models followed by the added ones.
+  std::vector<FalModel> all() const;
+
+  /// Replaces an added model of the same id in place, or appends, and stores the list. A compiled-in id is ignored.
+  /// Throws SorvanError when it cannot be stored; memory has the model then, and the next change stores it.
+  void add(const FalModel& model);
+  /// Takes an added model out and stores the list.
+  void remove(const QString& id);
+
+  /// A name for any id: the model's, else that of a recommended row or a tool, else the id without "fal-ai/".
+  QString displayName(const QString& id) const;
+
+  /// What the provider of own-key requests lists: the option of each model, in the order of `all`.
+  std::vector<ModelOption> options() const;
+  /// What the composer of pictures and clips offers: models of `all` whose output is a picture or a clip and that work
+  /// on neither a sound nor a clip.
+  std::vector<ComparisonModel> comparisonModels() const;
+
+ private:
+  void change(std::vector<FalModel> models);
+
+  std::shared_ptr<Settings> settings;
+  mutable std::mutex lock;
+  std::vector<FalModel> addedModels;
+};
+
+}  // namespace sorvan::catalogue

@@ -1,0 +1,98 @@
+// Every sentence of the model catalogue and its provider that a user may read.
+#pragma once
+
+#include <QString>
+
+namespace sorvan::catalogue::texts {
+
+
+// Request bodies
+inline QString textNeeded(const QString& model, const QString& label) {
+  return QStringLiteral("%1 needs %2.").arg(model, label.toLower());
+}
+inline QString noEndFrame(const QString& model) {
+  return QStringLiteral("%1 does not accept an end frame.").arg(model);
+}
+inline QString tooManyOutputs(const QString& model, int most) {
+  return QStringLiteral("%1 returns at most %2 %3 per request.")
+      .arg(model, QString::number(most), most == 1 ? QStringLiteral("output") : QStringLiteral("outputs"));
+}
+inline QString unsupportedSize() { return QStringLiteral("Unsupported image size."); }
+inline QString supportedRatios(const QString& model, const QStringList& ratios) {
+  return QStringLiteral("%1 supports these ratios: %2.").arg(model, ratios.join(QStringLiteral(", ")));
+}
+inline QString noReferences(const QString& model) {
+  return QStringLiteral("%1 does not accept reference images.").arg(model);
+}
+inline QString needsAtLeastOneInput(const QString& model) {
+  return QStringLiteral("%1 needs at least one input image.").arg(model);
+}
+inline QString acceptsOneInput(const QString& model) {
+  return QStringLiteral("%1 accepts one input image.").arg(model);
+}
+inline QString needsInput(const QString& model) { return QStringLiteral("%1 needs an input image.").arg(model); }
+inline QString dialogueNeedsNames() {
+  return QStringLiteral("Start each line with a voice’s name and a colon, such as “Aria: Did you hear that?”");
+}
+inline QString unknownDialogueVoice(const QString& name) {
+  return QStringLiteral("“%1” is not one of this model’s voices. Start each line with a voice’s name, such as “Aria:”.")
+      .arg(name);
+}
+
+// Replies
+inline QString invalidServerResponse() { return QStringLiteral("Invalid server response."); }
+inline QString invalidProviderResponse() { return QStringLiteral("Invalid provider response."); }
+inline QString missingJobInformation() { return QStringLiteral("Missing provider job information."); }
+inline QString unexpectedAddress() { return QStringLiteral("Unexpected provider job URL."); }
+inline QString unexpectedState(const QString& state) {
+  return QStringLiteral("Unexpected fal.ai job state: %1").arg(state);
+}
+inline QString providerError(int status, const QString& detail) {
+  return QStringLiteral("Provider error %1: %2").arg(QString::number(status), detail);
+}
+inline QString keyRefused(int status, const QString& detail) {
+  return QStringLiteral(
+             "fal.ai refused your key for this request (%1: %2). Check that the key is still valid, that it may use "
+             "this model, and that your fal.ai balance is not empty. Or switch the payment method to Sorvan Credits.")
+      .arg(QString::number(status), detail);
+}
+inline QString noOutputs() { return QStringLiteral("The provider returned no outputs."); }
+inline QString invalidOutputAddress() { return QStringLiteral("Invalid output URL."); }
+inline QString downloadFailed() {
+  return QStringLiteral(
+      "The completed result could not be downloaded. Retry reconnects to the saved provider request.");
+}
+inline QString tooLong() {
+  return QStringLiteral(
+      "The request is taking longer than expected. Retry will reconnect to the existing fal.ai job.");
+}
+inline QString modelGone() {
+  return QStringLiteral("This fal.ai model is no longer in your model list. Add it again from Browse Models.");
+}
+inline QString keyMissing() { return QStringLiteral("Add your fal.ai key in Settings first."); }
+inline QString uploadRefused() { return QStringLiteral("fal.ai did not accept the reference upload."); }
+
+// Progress
+inline QString waiting() { return QStringLiteral("Waiting for fal.ai"); }
+inline QString queued() { return QStringLiteral("Queued at fal.ai"); }
+inline QString generating() { return QStringLiteral("Generating…"); }
+inline QString downloading() { return QStringLiteral("Provider completed · downloading result"); }
+inline QString uploading(qsizetype index, qsizetype count) {
+  return QStringLiteral("Uploading reference %1 of %2").arg(QString::number(index), QString::number(count));
+}
+inline QString listedPriceNote(const QString& unitPrice, const QString& unit) {
+  return QStringLiteral(
+             "Estimated from fal.ai's listed price of $%1 per %2. Your account's actual charge may differ.")
+      .arg(unitPrice, unit);
+}
+
+// Reference media
+inline QString unreadableReference() { return QStringLiteral("Cannot read a reference image."); }
+inline QString referenceNotEncoded() { return QStringLiteral("Cannot encode reference."); }
+inline QString clipNotSendable() { return QStringLiteral("This clip cannot be sent."); }
+inline QString clipTooLong() { return QStringLiteral("This clip is too long to send. Trim it first."); }
+inline QString soundNotSendable() { return QStringLiteral("This sound cannot be sent."); }
+inline QString soundTooLong() { return QStringLiteral("This sound is too long to send. Trim it first."); }
+inline QString noSoundTrack() { return QStringLiteral("The sound of this clip could not be taken out."); }
+
+}  // namespace sorvan::catalogue::texts
