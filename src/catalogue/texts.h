@@ -69,7 +69,7 @@ inline QString tooLong() {
 inline QString modelGone() {
   return QStringLiteral("This fal.ai model is no longer in your model list. Add it again from Browse Models.");
 }
-inline QString keyMissing() { return QStringLiteral("Add your fal.ai key in Settings first."); }
+inline QString keyMissing() { return QStringLiteral("Add your fal.ai key under Settings → fal.ai Key, or switch Pay With to Sorvan Credits."); }
 inline QString uploadRefused() { return QStringLiteral("fal.ai did not accept the reference upload."); }
 
 // Progress
