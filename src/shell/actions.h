@@ -8,7 +8,7 @@
 
 namespace sorvan::shell {
 
-// Everything that a person can ask of the window by menu or key. The table lists only what works.
+// Everything that a person can ask of the window. The table lists what menus and keys offer, and only what works.
 enum class ActionId {
   openAnotherWorkspace,
   newAudio,
@@ -36,7 +36,9 @@ enum class ActionId {
   rateFive,
   retryJob,
   saveResult,
-  cancelJob,
+  saveRawResult,  // in the inspector only
+  submitAgain,    // in the inspector, cell and row only
+  cancelJob,      // a button, never a key or a menu row
   copyJobDetails,
   reusePrompt,
   showInFiles,
@@ -54,11 +56,14 @@ enum class EnabledWhen {
   always,
   workspaceOpen,
   textFocused,     // a text field has the keyboard focus
+  textFocusedOrItemsShown,
+  textFocusedOrJobSelected,
   itemsShown,      // the gallery is in front and holds at least one cell
   itemSelected,    // at least one item (no job) is selected
   jobSelected,     // exactly one job is selected
   jobCanRetry,
   jobHasResult,
+  jobCanSubmitAgain,
   jobActive,
   promptKnown,     // the selected item or job has a prompt
   subView,         // a view that was opened from another one is in front

@@ -1,12 +1,18 @@
 #pragma once
 
 #include "shell/actions.h"
+#include "shell/presenters.h"
 
 #include <QObject>
+#include <QUuid>
+
+#include <functional>
+
+namespace sorvan::core {
+class LibraryStore;
+}
 
 namespace sorvan::shell {
-
-struct Presenters;
 
 // Knows which actions are offered now, and carries them out. What only a window can do (full screen, clipboard of a
 // text field, opening a popover) goes on to the view by `viewActionRequested`. Main thread.
@@ -14,8 +20,16 @@ class ActionsPresenter : public QObject {
   Q_OBJECT
 
  public:
-  // The presenters outlive this object.
-  explicit ActionsPresenter(Presenters& presenters, QObject* parent = nullptr);
+  // What the presenter uses. The presenters, all but `actions` itself, and the store outlive this object.
+  struct Ports {
+    core::LibraryStore& store;
+    Presenters presenters;
+    std::function<void()> quit;
+    // Shows an absolute path in the desktop's file manager.
+    std::function<void(const QString&)> showFile;
+    QString version;
+  };
+  explicit ActionsPresenter(Ports ports, QObject* parent = nullptr);
 
   bool isEnabled(ActionId id) const;
   bool isChecked(ActionId id) const;
@@ -33,10 +47,19 @@ class ActionsPresenter : public QObject {
   void viewActionRequested(sorvan::shell::ActionId id);
 
  private:
+  static EnabledWhen conditionOf(ActionId id);
   bool holds(EnabledWhen condition) const;
-  void triggerForSelection(ActionId id);
+  bool itemSelected() const;
+  bool itemsShown() const;
+  bool promptKnown() const;
+  QUuid selectedJob() const;
+  bool triggerForWindow(ActionId id);
+  bool triggerForComposer(ActionId id);
+  bool triggerForSelection(ActionId id);
+  bool selectAllItems();
+  void showInFiles();
 
-  Presenters& presenters_;
+  Ports ports_;
   bool textFocused_ = false;
 };
 

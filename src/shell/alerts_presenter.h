@@ -68,6 +68,8 @@ class AlertsPresenter : public QObject {
  Q_SIGNALS:
   void currentChanged();
   void toastsChanged();
+  // The person closed the card, used its button, or its time was over.
+  void toastDismissed(quint64 id);
 
  private:
   struct Waiting {

@@ -5,10 +5,13 @@
 #include <QObject>
 #include <QSet>
 
+#include <optional>
 #include <vector>
 
 namespace sorvan::core {
 class LibraryStore;
+struct AssetRow;
+struct GenerationJob;
 }
 
 namespace sorvan::shell {
@@ -74,22 +77,28 @@ class GalleryPresenter : public QObject {
  private:
   struct Entry {
     QUuid id;
-    float aspectRatio;
-    int row;  // in the store's item rows; -1 for a job
-    bool operator==(const Entry& other) const { return id == other.id && aspectRatio == other.aspectRatio; }
+    float aspectRatio = 1;
+    bool isJob = false;
+    bool operator==(const Entry&) const = default;
   };
 
   void scheduleRefresh();
   void refresh();
-  std::vector<Entry> collect() const;
+  void readLocation();
   void collectJobs(std::vector<Entry>& entries) const;
   void collectItems(std::vector<Entry>& entries) const;
+  bool isHere(const core::AssetRow& row) const;
+  bool isHere(const core::GenerationJob& job) const;
+  bool isInProject(const std::optional<QUuid>& project) const;
   GalleryCell itemCell(const Entry& entry) const;
 
   core::LibraryStore& store_;
   WorkspaceState& state_;
   JobDisplays& jobs_;
   std::vector<Entry> entries_;
+  // The location, read once for each pass over the rows.
+  enum class Place { everything, favorites, inbox, project } place_ = Place::everything;
+  QUuid project_;
   QSet<QUuid> dismissed_;
   int jobCount_ = 0;
   bool refreshScheduled_ = false;

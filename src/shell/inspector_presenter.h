@@ -5,10 +5,13 @@
 
 #include <QObject>
 
+#include <memory>
 #include <vector>
 
 namespace sorvan::core {
 class LibraryStore;
+struct Asset;
+struct Generation;
 }
 
 namespace sorvan::shell {
@@ -75,6 +78,9 @@ class InspectorPresenter : public QObject {
   void scheduleChanged();
   InspectorDisplay itemDisplay(QUuid id) const;
   InspectorDisplay jobDisplay(QUuid id) const;
+  InspectorSection madeWith(const core::Generation& generation) const;
+  std::vector<std::shared_ptr<const core::Asset>> selectedItems() const;
+  void tick();
 
   core::LibraryStore& store_;
   WorkspaceState& state_;

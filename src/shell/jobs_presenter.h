@@ -9,6 +9,7 @@
 
 namespace sorvan::core {
 class LibraryStore;
+struct GenerationJob;
 }
 namespace sorvan::generation {
 class JobQueue;
@@ -27,6 +28,7 @@ struct JobGroup {
   QString title;  // “In progress”, “To look at”, “Today”, “Yesterday”, or a date
   int first = 0;
   int count = 0;
+  bool operator==(const JobGroup&) const = default;
 };
 
 // All jobs of the workspace, and what can be done about one. Main thread.
@@ -83,7 +85,9 @@ class JobsPresenter : public QObject {
  private:
   void scheduleRefresh();
   void refresh();
-  void retryNow(QUuid id);
+  void setRows(const std::vector<const core::GenerationJob*>& jobs);
+  QString groupTitle(const core::GenerationJob& job) const;
+  void announce(const QUuid& id);
 
   Ports ports_;
   JobSegment segment_ = JobSegment::all;

@@ -47,6 +47,8 @@ class SettingsPresenter : public QObject {
  Q_SIGNALS:
   void keyPageChanged();
   void appearanceChanged();
+  // The choice could not be written down; it holds until the program ends.
+  void failed(const QString& text);
 
  private:
   account::ProviderSettings& keys_;

@@ -36,12 +36,13 @@ class WindowPresenter : public QObject {
   Banner banner() const;
   void performBannerAction();
 
-  // The person closes the window or chooses Quit. Answers true when the program may end now; otherwise the question is
-  // on the screen, and `quitAgreed` follows a yes.
+  // The person closes the window or chooses Quit. Answers true, after `quitAgreed`, when the program may end now;
+  // otherwise the question is on the screen, and `quitAgreed` follows a yes.
   bool requestQuit();
 
  Q_SIGNALS:
   void changed();
+  // The program ends: the window hides, and the composition root ends what is at work.
   void quitAgreed();
   // A second start of the program asks this one to come to the front.
   void raiseRequested();

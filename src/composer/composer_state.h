@@ -1,0 +1,123 @@
+// What one window's composer is composing.
+#pragma once
+
+#include <QObject>
+#include <QSet>
+#include <QString>
+#include <QUuid>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "base/clock.h"
+#include "base/task_scope.h"
+#include "catalogue/fal_model.h"
+#include "composer/selectable_models.h"
+#include "core/ledger_values.h"
+#include "core/request_values.h"
+
+namespace sorvan::composer {
+
+/// The prompt, the request under construction, the chosen models, the destination and the message line. One object a
+/// window; it lives as long as the window. Main thread.
+class ComposerState : public QObject {
+  Q_OBJECT
+
+ public:
+  /// `models` is what can be chosen now, in catalogue order.
+  ComposerState(std::vector<SelectableModel> models, std::shared_ptr<const Clock> clock, QObject* parent = nullptr);
+  ~ComposerState() override;
+
+  /// The size that a composer starts with.
+  static const QString defaultSize;
+  /// The key of the model that a composer starts with.
+  static const QString defaultModel;
+
+  const QString& draft() const { return draft_; }
+  const GenerationRequest& request() const { return request_; }
+  const QSet<QString>& selectedModels() const { return selectedModels_; }
+  const QString& seedText() const { return seedText_; }
+  std::optional<QUuid> projectId() const { return projectId_; }
+  bool isExpanded() const { return expanded_; }
+  const QString& message() const { return message_; }
+  bool messageIsError() const { return isError_; }
+
+  /// What can be chosen, in catalogue order, and the chosen ones of it in the same order.
+  const std::vector<SelectableModel>& allModels() const { return models_; }
+  std::vector<SelectableModel> chosenModels() const;
+
+  /// The snapshot that survives a restart.
+  ComposerDraft saved() const;
+  /// Takes a snapshot over. One whose request does not decode changes nothing; references, projects and models that
+  /// are gone are left out silently.
+  void restore(const ComposerDraft& saved, const std::function<bool(const QUuid&)>& usable,
+               const std::function<bool(const QUuid&)>& project);
+  /// Back to how a composer starts; the destination stays.
+  void reset();
+  bool isUntouched() const;
+
+  /// For the text field, at each keystroke.
+  void updateLiveDraft(const QString& text);
+  /// For code: replaces the whole draft.
+  void setText(const QString& text);
+  void setSeedText(const QString& text);
+  void setProject(std::optional<QUuid> project);
+  void setExpanded(bool expanded);
+  void setCount(int count);
+  void setSize(const QString& size);
+  /// Sets a model setting of the request; an empty value takes it away.
+  void setOption(const QString& field, const QString& value);
+  /// Sets the lengths of several video models, by model id; what a model does not offer is dropped.
+  void setLengths(const TextByKey& lengthByModel);
+  /// After a submission: what belonged to that one prompt goes, while models, shape, count and destination stay.
+  void finishPrompt();
+  const std::vector<PromptImprovement>& improvements() const { return improvements_; }
+  void focus();
+  /// Sets the message line. An error stays until it is replaced; a note leaves after `noteSeconds`.
+  void report(const QString& text, bool isError);
+  void clearMessage();
+
+  void chooseOnly(const QString& key);
+  void selectModel(const QString& key, bool selected);
+  /// After models were added or removed: choices that are gone are dropped, and with none left the default returns.
+  void setModels(std::vector<SelectableModel> models);
+
+  double noteSeconds = 5.0;
+
+ Q_SIGNALS:
+  /// Anything but the draft's words and the message.
+  void changed();
+  /// Every change of the draft, by keystroke or code.
+  void draftEdited();
+  /// Code replaced the draft.
+  void draftReplaced(const QString& text);
+  void messageChanged();
+  void focusRequested();
+
+ private:
+  void adoptFirstSelected();
+  void fitOutputSettings();
+  void fitOptions(const std::vector<SelectableModel>& chosen);
+  void fitLengths(const std::vector<SelectableModel>& chosen);
+  void fitRatio(const std::vector<SelectableModel>& chosen);
+  void takeRequest(GenerationRequest request, const std::function<bool(const QUuid&)>& usable);
+  Task<> clearLater(quint64 message, double seconds, std::stop_token stop);
+
+  std::vector<SelectableModel> models_;
+  std::shared_ptr<const Clock> clock_;
+  TaskScope tasks_;
+  QString draft_;
+  std::vector<PromptImprovement> improvements_;
+  GenerationRequest request_;
+  std::optional<QUuid> markupAssetId_;
+  std::optional<QUuid> projectId_;
+  bool expanded_ = false;
+  QSet<QString> selectedModels_;
+  QString seedText_;
+  QString message_;
+  bool isError_ = false;
+  quint64 messageNumber_ = 0;
+};
+
+}  // namespace sorvan::composer

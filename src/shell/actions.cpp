@@ -1,0 +1,116 @@
+#include "shell/actions.h"
+
+#include "shell/texts.h"
+
+#include <algorithm>
+
+namespace sorvan::shell {
+
+namespace {
+
+ActionRow row(ActionId id, MenuId menu, int group, QString title, const char* keys, EnabledWhen when,
+              KeyScope scope = KeyScope::window, bool checkable = false) {
+  return {id, menu, group, std::move(title), QString::fromLatin1(keys), scope, when, checkable};
+}
+
+void addFileRows(std::vector<ActionRow>& rows) {
+  const MenuId menu = MenuId::file;
+  rows.push_back(row(ActionId::newAudio, menu, 0, texts::newAudio, "Ctrl+Shift+A", EnabledWhen::workspaceOpen));
+  rows.push_back(row(ActionId::openAnotherWorkspace, menu, 1, texts::openAnotherWorkspace, "Ctrl+O", EnabledWhen::always));
+  rows.push_back(row(ActionId::openSettings, menu, 2, texts::settingsItem, "Ctrl+,", EnabledWhen::always));
+  rows.push_back(row(ActionId::quit, menu, 3, texts::quit, "Ctrl+Q", EnabledWhen::always));
+}
+
+void addEditRows(std::vector<ActionRow>& rows) {
+  const MenuId menu = MenuId::edit;
+  rows.push_back(row(ActionId::cut, menu, 0, texts::cut, "Ctrl+X", EnabledWhen::textFocused));
+  rows.push_back(row(ActionId::copy, menu, 0, texts::copy, "Ctrl+C", EnabledWhen::textFocusedOrJobSelected));
+  rows.push_back(row(ActionId::paste, menu, 0, texts::paste, "Ctrl+V", EnabledWhen::textFocused));
+  rows.push_back(row(ActionId::selectAll, menu, 1, texts::selectAll, "Ctrl+A", EnabledWhen::textFocusedOrItemsShown));
+}
+
+void addViewRows(std::vector<ActionRow>& rows) {
+  const MenuId menu = MenuId::view;
+  const EnabledWhen open = EnabledWhen::workspaceOpen;
+  rows.push_back(row(ActionId::showGallery, menu, 0, texts::gallery, "Ctrl+1", open));
+  rows.push_back(row(ActionId::showHistory, menu, 0, texts::history, "Ctrl+H", open));
+  rows.push_back(row(ActionId::goBack, menu, 0, texts::back, "Alt+Left", EnabledWhen::subView));
+  rows.push_back(row(ActionId::focusComposer, menu, 1, texts::focusGenerationInput, "Ctrl+L", open));
+  rows.push_back(row(ActionId::toggleSidebar, menu, 2, texts::sidebar, "F9", open, KeyScope::window, true));
+  rows.push_back(row(ActionId::toggleInspector, menu, 2, texts::inspector, "F8", open, KeyScope::window, true));
+  rows.push_back(row(ActionId::largerThumbnails, menu, 3, texts::larger, "Ctrl++", open));
+  rows.push_back(row(ActionId::smallerThumbnails, menu, 3, texts::smaller, "Ctrl+-", open));
+  rows.push_back(row(ActionId::fullScreen, menu, 4, texts::fullScreen, "F11", EnabledWhen::always, KeyScope::window, true));
+}
+
+void addRatingRows(std::vector<ActionRow>& rows) {
+  const ActionId ids[] = {ActionId::rateNone,  ActionId::rateOne,  ActionId::rateTwo,
+                          ActionId::rateThree, ActionId::rateFour, ActionId::rateFive};
+  for (int stars = 0; stars <= 5; ++stars) {
+    const char key[] = {static_cast<char>('0' + stars), '\0'};
+    rows.push_back(row(ids[stars], MenuId::item, 1, texts::rating(stars), key, EnabledWhen::itemSelected, KeyScope::mediaView));
+  }
+}
+
+void addItemRows(std::vector<ActionRow>& rows) {
+  const MenuId menu = MenuId::item;
+  rows.push_back(row(ActionId::toggleFavorite, menu, 0, texts::favorite, "F", EnabledWhen::itemSelected, KeyScope::mediaView));
+  addRatingRows(rows);
+  rows.push_back(row(ActionId::reusePrompt, menu, 2, texts::reusePrompt, "R", EnabledWhen::promptKnown, KeyScope::mediaView));
+  rows.push_back(row(ActionId::showInFiles, menu, 2, texts::showInFiles, "", EnabledWhen::itemSelected));
+  rows.push_back(row(ActionId::retryJob, menu, 3, texts::retry, "", EnabledWhen::jobCanRetry));
+  rows.push_back(row(ActionId::saveResult, menu, 3, texts::saveResult, "", EnabledWhen::jobHasResult));
+  rows.push_back(row(ActionId::copyJobDetails, menu, 3, texts::copyDetails, "", EnabledWhen::jobSelected));
+}
+
+void addGenerateRows(std::vector<ActionRow>& rows) {
+  const MenuId menu = MenuId::generate;
+  const EnabledWhen open = EnabledWhen::workspaceOpen;
+  rows.push_back(row(ActionId::generate, menu, 0, texts::generate, "Ctrl+Return", open));
+  rows.push_back(row(ActionId::chooseModels, menu, 1, texts::chooseModels, "Ctrl+M", open));
+  rows.push_back(row(ActionId::clearComposer, menu, 2, texts::clearTheComposer, "", open));
+}
+
+void addHelpRows(std::vector<ActionRow>& rows) {
+  rows.push_back(row(ActionId::keyboardShortcuts, MenuId::help, 0, texts::keyboardShortcuts, "F1", EnabledWhen::always));
+  rows.push_back(row(ActionId::about, MenuId::help, 1, texts::about, "", EnabledWhen::always));
+}
+
+std::vector<ActionRow> makeTable() {
+  std::vector<ActionRow> rows;
+  addFileRows(rows);
+  addEditRows(rows);
+  addViewRows(rows);
+  addItemRows(rows);
+  addGenerateRows(rows);
+  addHelpRows(rows);
+  return rows;
+}
+
+}  // namespace
+
+const std::vector<ActionRow>& actionTable() {
+  static const std::vector<ActionRow> table = makeTable();
+  return table;
+}
+
+const ActionRow& actionRow(ActionId id) {
+  const auto& table = actionTable();
+  const auto found = std::find_if(table.begin(), table.end(), [id](const ActionRow& row) { return row.id == id; });
+  Q_ASSERT_X(found != table.end(), "actionRow", "every action stands in the table");
+  return *found;
+}
+
+QString menuTitle(MenuId menu) {
+  switch (menu) {
+    case MenuId::file: return texts::fileMenu;
+    case MenuId::edit: return texts::editMenu;
+    case MenuId::view: return texts::viewMenu;
+    case MenuId::item: return texts::itemMenu;
+    case MenuId::generate: return texts::generateMenu;
+    case MenuId::help: return texts::helpMenu;
+  }
+  return {};
+}
+
+}  // namespace sorvan::shell

@@ -1,0 +1,207 @@
+#include "shell/actions_presenter.h"
+
+#include "core/library_store.h"
+#include "shell/alerts_presenter.h"
+#include "shell/composer_presenter.h"
+#include "shell/gallery_presenter.h"
+#include "shell/inspector_presenter.h"
+#include "shell/jobs_presenter.h"
+#include "shell/presenters.h"
+#include "shell/texts.h"
+#include "shell/welcome_presenter.h"
+#include "shell/window_presenter.h"
+#include "shell/workspace_state.h"
+
+#include <QKeySequence>
+
+namespace sorvan::shell {
+
+namespace {
+
+constexpr int rowHeightStep = 24;
+
+int starsOf(ActionId id) {
+  switch (id) {
+    case ActionId::rateOne: return 1;
+    case ActionId::rateTwo: return 2;
+    case ActionId::rateThree: return 3;
+    case ActionId::rateFour: return 4;
+    case ActionId::rateFive: return 5;
+    default: return 0;
+  }
+}
+
+}  // namespace
+
+ActionsPresenter::ActionsPresenter(Ports ports, QObject* parent) : QObject(parent), ports_(std::move(ports)) {
+  const Presenters& p = ports_.presenters;
+  connect(&ports_.store, &core::LibraryStore::workspaceChanged, this, &ActionsPresenter::changed);
+  connect(p.state, &WorkspaceState::selectionChanged, this, &ActionsPresenter::changed);
+  connect(p.state, &WorkspaceState::modeChanged, this, &ActionsPresenter::changed);
+  connect(p.state, &WorkspaceState::layoutChanged, this, &ActionsPresenter::changed);
+  connect(p.gallery, &GalleryPresenter::layoutChanged, this, &ActionsPresenter::changed);
+  connect(p.jobs, &JobsPresenter::layoutChanged, this, &ActionsPresenter::changed);
+  connect(p.jobs, &JobsPresenter::activeChanged, this, &ActionsPresenter::changed);
+}
+
+void ActionsPresenter::setTextFocused(bool focused) {
+  if (textFocused_ == focused) return;
+  textFocused_ = focused;
+  Q_EMIT changed();
+}
+
+QUuid ActionsPresenter::selectedJob() const {
+  const QSet<QUuid>& selection = ports_.presenters.state->selection();
+  if (selection.size() != 1) return {};
+  return ports_.store.job(*selection.begin()) ? *selection.begin() : QUuid();
+}
+
+bool ActionsPresenter::itemSelected() const {
+  for (const QUuid& id : ports_.presenters.state->selection())
+    if (ports_.store.asset(id)) return true;
+  return false;
+}
+
+bool ActionsPresenter::promptKnown() const {
+  const QSet<QUuid>& selection = ports_.presenters.state->selection();
+  if (selection.size() != 1) return false;
+  const core::GenerationRef generation = ports_.store.generationOf(*selection.begin());
+  if (generation) return !generation->prompt.isEmpty();
+  const core::JobRef job = ports_.store.job(*selection.begin());
+  return job && job->request() && !job->request()->prompt.isEmpty();
+}
+
+bool ActionsPresenter::itemsShown() const {
+  const Presenters& p = ports_.presenters;
+  return ports_.store.hasWorkspace() && p.state->mode().kind == ModeKind::gallery && p.gallery->count() > 0;
+}
+
+bool ActionsPresenter::holds(EnabledWhen condition) const {
+  const bool open = ports_.store.hasWorkspace();
+  const auto job = [this] { return ports_.presenters.jobs->job(selectedJob()); };
+  switch (condition) {
+    case EnabledWhen::always: return true;
+    case EnabledWhen::workspaceOpen: return open;
+    case EnabledWhen::textFocused: return textFocused_;
+    case EnabledWhen::textFocusedOrItemsShown: return textFocused_ || itemsShown();
+    case EnabledWhen::textFocusedOrJobSelected: return textFocused_ || !selectedJob().isNull();
+    case EnabledWhen::itemsShown: return itemsShown();
+    case EnabledWhen::itemSelected: return itemSelected();
+    case EnabledWhen::jobSelected: return !selectedJob().isNull();
+    case EnabledWhen::jobCanRetry: return job().canRetry;
+    case EnabledWhen::jobHasResult: return job().canSaveRawResult;
+    case EnabledWhen::jobCanSubmitAgain: return job().action == JobAction::submitAgain;
+    case EnabledWhen::jobActive: return job().action == JobAction::cancel;
+    case EnabledWhen::promptKnown: return promptKnown();
+    case EnabledWhen::subView: return open && ports_.presenters.state->mode().kind != ModeKind::gallery;
+  }
+  return false;
+}
+
+EnabledWhen ActionsPresenter::conditionOf(ActionId id) {
+  switch (id) {
+    case ActionId::saveRawResult: return EnabledWhen::jobHasResult;
+    case ActionId::submitAgain: return EnabledWhen::jobCanSubmitAgain;
+    case ActionId::cancelJob: return EnabledWhen::jobActive;
+    default: return actionRow(id).enabledWhen;
+  }
+}
+
+bool ActionsPresenter::isEnabled(ActionId id) const { return holds(conditionOf(id)); }
+
+bool ActionsPresenter::isChecked(ActionId id) const {
+  if (id == ActionId::toggleSidebar) return ports_.presenters.state->sidebarVisible();
+  if (id == ActionId::toggleInspector) return ports_.presenters.state->inspectorVisible();
+  return false;
+}
+
+void ActionsPresenter::trigger(ActionId id) {
+  if (!isEnabled(id)) return;
+  if (triggerForWindow(id) || triggerForComposer(id) || triggerForSelection(id)) return;
+  Q_EMIT viewActionRequested(id);
+}
+
+bool ActionsPresenter::triggerForWindow(ActionId id) {
+  const Presenters& p = ports_.presenters;
+  switch (id) {
+    case ActionId::openAnotherWorkspace: p.welcome->chooseWorkspace(); return true;
+    case ActionId::quit: ports_.quit(); return true;
+    case ActionId::showGallery: p.state->setMode({ModeKind::gallery}); return true;
+    case ActionId::showHistory: p.state->setMode({ModeKind::activity}); return true;
+    case ActionId::goBack: p.state->goBack(); return true;
+    case ActionId::toggleSidebar: p.state->setSidebarVisible(!p.state->sidebarVisible()); return true;
+    case ActionId::toggleInspector: p.state->setInspectorVisible(!p.state->inspectorVisible()); return true;
+    case ActionId::largerThumbnails: p.state->setRowHeight(p.state->rowHeight() + rowHeightStep); return true;
+    case ActionId::smallerThumbnails: p.state->setRowHeight(p.state->rowHeight() - rowHeightStep); return true;
+    case ActionId::keyboardShortcuts: p.alerts->showInformation(texts::keyboardShortcuts, shortcutsText()); return true;
+    case ActionId::about: p.alerts->showInformation(texts::applicationName, texts::aboutText(ports_.version)); return true;
+    default: return false;
+  }
+}
+
+bool ActionsPresenter::triggerForComposer(ActionId id) {
+  ComposerPresenter& composer = *ports_.presenters.composer;
+  switch (id) {
+    case ActionId::newAudio: composer.startAudio(); return true;
+    case ActionId::focusComposer: composer.focus(); return true;
+    case ActionId::generate: composer.submit(); return true;
+    case ActionId::clearComposer: composer.clear(); return true;
+    case ActionId::reusePrompt: composer.reusePrompt(*ports_.presenters.state->selection().begin()); return true;
+    default: return false;
+  }
+}
+
+bool ActionsPresenter::triggerForSelection(ActionId id) {
+  const Presenters& p = ports_.presenters;
+  switch (id) {
+    case ActionId::copy:
+      if (textFocused_) return false;
+      p.jobs->copyDetails(selectedJob());
+      return true;
+    case ActionId::selectAll: return !textFocused_ && selectAllItems();
+    case ActionId::toggleFavorite: p.inspector->toggleFavorite(); return true;
+    case ActionId::rateNone:
+    case ActionId::rateOne:
+    case ActionId::rateTwo:
+    case ActionId::rateThree:
+    case ActionId::rateFour:
+    case ActionId::rateFive: p.inspector->setRating(starsOf(id)); return true;
+    case ActionId::retryJob: p.jobs->retry(selectedJob()); return true;
+    case ActionId::saveResult: p.jobs->saveResult(selectedJob()); return true;
+    case ActionId::saveRawResult: p.jobs->saveRawResult(selectedJob()); return true;
+    case ActionId::submitAgain: p.jobs->submitAgain(selectedJob()); return true;
+    case ActionId::cancelJob: p.jobs->cancel(selectedJob()); return true;
+    case ActionId::copyJobDetails: p.jobs->copyDetails(selectedJob()); return true;
+    case ActionId::showInFiles: showInFiles(); return true;
+    default: return false;
+  }
+}
+
+bool ActionsPresenter::selectAllItems() {
+  const GalleryPresenter& gallery = *ports_.presenters.gallery;
+  QSet<QUuid> all;
+  all.reserve(gallery.count());
+  for (int index = gallery.jobCount(); index < gallery.count(); ++index) all.insert(gallery.idAt(index));
+  ports_.presenters.state->select(all);
+  return true;
+}
+
+void ActionsPresenter::showInFiles() {
+  for (const QUuid& id : ports_.presenters.state->selection())
+    if (const core::AssetRef asset = ports_.store.asset(id)) {
+      ports_.showFile(ports_.store.fileOf(*asset));
+      return;
+    }
+}
+
+QString ActionsPresenter::shortcutsText() const {
+  QStringList lines;
+  for (const ActionRow& row : actionTable()) {
+    if (row.shortcut.isEmpty()) continue;
+    const QString keys = QKeySequence(row.shortcut, QKeySequence::PortableText).toString(QKeySequence::NativeText);
+    lines << QStringLiteral("%1\t%2").arg(row.title, keys);
+  }
+  return lines.join(QLatin1Char('\n'));
+}
+
+}  // namespace sorvan::shell

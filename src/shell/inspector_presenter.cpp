@@ -1,0 +1,194 @@
+#include "shell/inspector_presenter.h"
+
+#include "base/ids.h"
+#include "core/image_format.h"
+#include "core/library_store.h"
+#include "core/small_edits.h"
+#include "shell/job_displays.h"
+#include "shell/locations.h"
+#include "shell/texts.h"
+#include "shell/wording.h"
+#include "shell/workspace_state.h"
+
+#include <QFileInfo>
+
+namespace sorvan::shell {
+
+namespace {
+
+void addRow(InspectorSection& section, const QString& label, const QString& value, bool monospaced = false) {
+  if (!value.isEmpty()) section.rows.push_back({label, value, monospaced});
+}
+
+QString ratioText(const core::GenerationRequest& request) {
+  const core::ImageFormat* format = core::ImageFormat::find(request.size);
+  return format ? QStringLiteral("%1 %2").arg(format->ratio, format->name) : QString();
+}
+
+QString factsOf(const core::Asset& asset, Instant now) {
+  QStringList facts;
+  if (asset.width > 0 && asset.height > 0) facts << QStringLiteral("%1 × %2").arg(asset.width).arg(asset.height);
+  if (asset.duration && asset.type() != core::MediaType::image) facts << clockText(*asset.duration);
+  facts << QFileInfo(asset.localFilePath).suffix().toUpper() << fileSizeText(asset.fileSize)
+        << dayAndTimeText(asset.createdAt, now);
+  facts.removeAll(QString());
+  return facts.join(QStringLiteral(" · "));
+}
+
+QString jobTitle(JobState state) {
+  switch (state) {
+    case JobState::queued: return texts::generationQueued;
+    case JobState::running: return texts::generationRunning;
+    case JobState::failed: return texts::generationFailed;
+    case JobState::cancelled:
+    case JobState::salvaging: return texts::generationCancelled;
+    case JobState::complete: return texts::generationComplete;
+  }
+  return {};
+}
+
+std::vector<InspectorButton> jobButtons(const JobDisplay& job) {
+  std::vector<InspectorButton> buttons;
+  switch (job.action) {
+    case JobAction::cancel: buttons.push_back({ActionId::cancelJob, texts::cancel, false}); break;
+    case JobAction::retry: buttons.push_back({ActionId::retryJob, texts::retry, true}); break;
+    case JobAction::saveResult: buttons.push_back({ActionId::saveResult, texts::saveResult, true}); break;
+    case JobAction::submitAgain: buttons.push_back({ActionId::submitAgain, texts::submitAgain, false}); break;
+    case JobAction::none:
+    case JobAction::show: break;
+  }
+  if (job.canSaveRawResult) buttons.push_back({ActionId::saveRawResult, texts::saveRawResult, false});
+  buttons.push_back({ActionId::copyJobDetails, texts::copyDetails, false});
+  if (!job.prompt.isEmpty()) buttons.push_back({ActionId::reusePrompt, texts::reusePrompt, false});
+  return buttons;
+}
+
+}  // namespace
+
+InspectorPresenter::InspectorPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs, QObject* parent)
+    : QObject(parent), store_(store), state_(state), jobs_(jobs) {
+  connect(&store_, &core::LibraryStore::revisionChanged, this, &InspectorPresenter::scheduleChanged);
+  connect(&store_, &core::LibraryStore::workspaceChanged, this, &InspectorPresenter::scheduleChanged);
+  connect(&state_, &WorkspaceState::inspectedChanged, this, &InspectorPresenter::scheduleChanged);
+  connect(&state_, &WorkspaceState::selectionChanged, this, &InspectorPresenter::scheduleChanged);
+  connect(&jobs_, &JobDisplays::ticked, this, &InspectorPresenter::tick);
+}
+
+void InspectorPresenter::scheduleChanged() {
+  if (changeScheduled_) return;
+  changeScheduled_ = true;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        changeScheduled_ = false;
+        Q_EMIT changed();
+      },
+      Qt::QueuedConnection);
+}
+
+void InspectorPresenter::tick() {
+  const core::JobRef job = store_.job(state_.inspectedId());
+  if (job && job->isActive()) Q_EMIT changed();
+}
+
+InspectorDisplay InspectorPresenter::display() const {
+  const QUuid inspected = state_.inspectedId();
+  if (store_.asset(inspected)) return itemDisplay(inspected);
+  if (store_.job(inspected)) return jobDisplay(inspected);
+  InspectorDisplay display;
+  const qsizetype selected = state_.selection().size();
+  display.subject = selected > 1 ? InspectorSubject::severalItems : InspectorSubject::nothing;
+  display.title = selected > 1 ? texts::severalItems(selected) : texts::nothingSelected;
+  return display;
+}
+
+InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
+  const core::AssetRef asset = store_.asset(id);
+  InspectorDisplay display;
+  display.subject = InspectorSubject::item;
+  display.id = id;
+  display.title = asset->filename();
+  display.facts = factsOf(*asset, store_.now());
+  display.previewPath = asset->type() == core::MediaType::image ? store_.fileOf(*asset)
+                                                                : store_.thumbnailOf(*asset).value_or(QString());
+  display.hasRating = true;
+  display.rating = asset->rating.value_or(0);
+  display.favorite = asset->favorite;
+  display.statusText = statusText(asset->status());
+  display.statusToken = rawValue(asset->status());
+  display.buttons = {{ActionId::showInFiles, texts::showInFiles, false}};
+  if (const core::GenerationRef generation = store_.generationOf(id)) {
+    if (!generation->prompt.isEmpty()) {
+      display.sections.push_back({texts::promptSection, generation->prompt, {}});
+      display.buttons.insert(display.buttons.begin(), {ActionId::reusePrompt, texts::reusePrompt, false});
+    }
+    display.sections.push_back(madeWith(*generation));
+  }
+  InspectorSection file{texts::fileSection, {}, {}};
+  addRow(file, texts::savedToLabel, destinationName(store_, asset->projectID));
+  addRow(file, texts::pathLabel, asset->localFilePath, true);
+  display.sections.push_back(std::move(file));
+  return display;
+}
+
+InspectorSection InspectorPresenter::madeWith(const core::Generation& generation) const {
+  InspectorSection section{texts::madeWithSection, {}, {}};
+  addRow(section, texts::modelLabel, jobs_.modelName(generation.model));
+  const auto recipe = generation.recipe();
+  if (recipe) {
+    const core::AssetRef asset = store_.asset(generation.assetID);
+    if (!asset || asset->type() != core::MediaType::audio) addRow(section, texts::ratioLabel, ratioText(*recipe));
+  }
+  if (generation.seed) addRow(section, texts::seedLabel, QString::number(*generation.seed), true);
+  const auto cost = generation.costRecord();
+  const QString amount = costText(generation.estimatedCost, cost ? cost->credits : std::nullopt);
+  addRow(section, texts::costLabel, amount.isEmpty() ? texts::notRecorded : amount);
+  addRow(section, texts::paidWithLabel, generation.provider);
+  if (generation.generationDuration) addRow(section, texts::tookLabel, clockText(*generation.generationDuration));
+  return section;
+}
+
+InspectorDisplay InspectorPresenter::jobDisplay(QUuid id) const {
+  const core::JobRef job = store_.job(id);
+  const JobDisplay shown = jobs_.display(*job);
+  InspectorDisplay display;
+  display.subject = InspectorSubject::job;
+  display.id = id;
+  display.jobState = shown.state;
+  display.title = jobTitle(shown.state);
+  QStringList facts{shown.modelName, dayAndTimeText(job->createdAt, store_.now()), shown.elapsedText};
+  facts.removeAll(QString());
+  display.facts = facts.join(QStringLiteral(" · "));
+  display.previewPath = shown.thumbnailPath;
+  display.message = shown.message;
+  display.detail = shown.detail;
+  display.canSaveRawResult = shown.canSaveRawResult;
+  display.buttons = jobButtons(shown);
+  if (!shown.prompt.isEmpty()) display.sections.push_back({texts::promptSection, shown.prompt, {}});
+  InspectorSection request{texts::requestSection, {}, {}};
+  const auto stored = job->request();
+  if (stored) addRow(request, texts::paidWithLabel, rawValue(stored->provider));
+  addRow(request, texts::savedToLabel, shown.destination);
+  addRow(request, texts::costLabel, shown.costText);
+  addRow(request, texts::requestLabel, job->providerRequestID.value_or(QString()), true);
+  addRow(request, texts::jobLabel, uuidText(id), true);
+  display.sections.push_back(std::move(request));
+  return display;
+}
+
+std::vector<core::AssetRef> InspectorPresenter::selectedItems() const {
+  std::vector<core::AssetRef> items;
+  for (const QUuid& id : state_.selection())
+    if (core::AssetRef asset = store_.asset(id)) items.push_back(std::move(asset));
+  return items;
+}
+
+void InspectorPresenter::toggleFavorite() {
+  for (const core::AssetRef& asset : selectedItems()) core::toggleFavorite(store_, asset);
+}
+
+void InspectorPresenter::setRating(int stars) {
+  for (const core::AssetRef& asset : selectedItems()) core::setRating(store_, asset, stars);
+}
+
+}  // namespace sorvan::shell

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+
+#include "base/instant.h"
+#include "base/task_scope.h"
+#include "core/records.h"
+#include "shell/job_display.h"
+
+namespace sorvan::core {
+class LibraryStore;
+}
+namespace sorvan::generation {
+class JobQueue;
+}
+
+namespace sorvan::shell {
+
+// Turns job records into what is shown of them, and lets running clocks tick. Main thread.
+class JobDisplays : public QObject {
+  Q_OBJECT
+
+ public:
+  // Both outlive this object.
+  JobDisplays(core::LibraryStore& store, generation::JobQueue& queue, QObject* parent = nullptr);
+  ~JobDisplays() override;
+
+  // Looks at the job's recovery folder too, so ask for what is visible only.
+  JobDisplay display(const core::GenerationJob& job) const;
+  // A null id when the job is gone.
+  JobDisplay display(const QUuid& id) const;
+  JobState stateOf(const core::GenerationJob& job) const;
+  // The name of a model, known to the catalogue or not.
+  QString modelName(const QString& model) const;
+  // Width by height of the expected output.
+  double aspectRatio(const core::GenerationJob& job) const;
+
+ Q_SIGNALS:
+  // A second has passed while a job was at work: elapsed times differ.
+  void ticked();
+
+ private:
+  void startTicking();
+  Task<> tick(std::stop_token stop);
+  Instant startOf(const core::GenerationJob& job) const;
+  void fillAction(JobDisplay& display, const core::GenerationJob& job) const;
+  void fillRequest(JobDisplay& display, const core::GenerationJob& job) const;
+  void fillTimes(JobDisplay& display, const core::GenerationJob& job) const;
+  void fillOutputs(JobDisplay& display, const core::GenerationJob& job) const;
+
+  core::LibraryStore& store_;
+  generation::JobQueue& queue_;
+  QHash<QUuid, Instant> restarts_;
+  bool ticking_ = false;
+  TaskScope tasks_;
+};
+
+}  // namespace sorvan::shell

@@ -1,0 +1,210 @@
+#include "shell/jobs_presenter.h"
+
+#include "core/library_store.h"
+#include "generation/cancel_and_retry.h"
+#include "generation/job_queue.h"
+#include "shell/alerts_presenter.h"
+#include "shell/job_displays.h"
+#include "shell/texts.h"
+#include "shell/wording.h"
+#include "shell/workspace_state.h"
+
+#include <QDateTime>
+#include <QLocale>
+
+#include <algorithm>
+
+namespace sorvan::shell {
+
+namespace {
+
+bool isActive(JobState state) { return state == JobState::queued || state == JobState::running; }
+
+bool belongs(JobState state, JobSegment segment) {
+  switch (segment) {
+    case JobSegment::all: return true;
+    case JobSegment::inProgress: return isActive(state);
+    case JobSegment::failed: return state == JobState::failed;
+    case JobSegment::cancelled: return state == JobState::cancelled || state == JobState::salvaging;
+    case JobSegment::complete: return state == JobState::complete;
+  }
+  return false;
+}
+
+// 0: in progress, 1: to look at, 2: by day.
+int groupRank(JobState state) {
+  if (isActive(state)) return 0;
+  return state == JobState::failed ? 1 : 2;
+}
+
+QString dayTitle(Instant moment, Instant now) {
+  const QDate day = moment.toDateTime().toLocalTime().date();
+  const qint64 days = day.daysTo(now.toDateTime().toLocalTime().date());
+  if (days == 0) return texts::today;
+  return days == 1 ? texts::yesterday : QLocale().toString(day, QLocale::LongFormat);
+}
+
+// Cancel comes first and has the focus: money is spent only on purpose.
+Alert warning(const QString& title, const QString& text, const QString& goOn) {
+  return {0,
+          AlertTone::warning,
+          title,
+          text,
+          {{texts::cancel, AlertButtonRole::primary, true}, {goOn, AlertButtonRole::plain, false}}};
+}
+
+}  // namespace
+
+JobsPresenter::JobsPresenter(Ports ports, QObject* parent) : QObject(parent), ports_(std::move(ports)) {
+  connect(&ports_.store, &core::LibraryStore::revisionChanged, this, &JobsPresenter::scheduleRefresh);
+  connect(&ports_.store, &core::LibraryStore::workspaceChanged, this, &JobsPresenter::scheduleRefresh);
+  connect(&ports_.displays, &JobDisplays::ticked, this, &JobsPresenter::contentChanged);
+  connect(&ports_.queue, &generation::JobQueue::jobFinished, this, &JobsPresenter::announce);
+  refresh();
+}
+
+JobsPresenter::~JobsPresenter() = default;
+
+void JobsPresenter::scheduleRefresh() {
+  if (refreshScheduled_) return;
+  refreshScheduled_ = true;
+  QMetaObject::invokeMethod(this, &JobsPresenter::refresh, Qt::QueuedConnection);
+}
+
+void JobsPresenter::refresh() {
+  refreshScheduled_ = false;
+  std::vector<const core::GenerationJob*> shown;
+  int active = 0;
+  for (const core::JobRef& job : ports_.store.jobs()) {
+    const JobState state = ports_.displays.stateOf(*job);
+    if (isActive(state)) ++active;
+    if (belongs(state, segment_)) shown.push_back(job.get());
+  }
+  std::stable_sort(shown.begin(), shown.end(), [this](const auto* left, const auto* right) {
+    return groupRank(ports_.displays.stateOf(*left)) < groupRank(ports_.displays.stateOf(*right));
+  });
+  setRows(shown);
+  if (active != activeCount_) {
+    activeCount_ = active;
+    Q_EMIT activeChanged();
+  }
+}
+
+QString JobsPresenter::groupTitle(const core::GenerationJob& job) const {
+  switch (groupRank(ports_.displays.stateOf(job))) {
+    case 0: return texts::segmentInProgress;
+    case 1: return texts::groupToLookAt;
+    default: return dayTitle(job.createdAt, ports_.store.now());
+  }
+}
+
+void JobsPresenter::setRows(const std::vector<const core::GenerationJob*>& jobs) {
+  std::vector<QUuid> rows;
+  std::vector<JobGroup> groups;
+  for (const core::GenerationJob* job : jobs) {
+    const QString title = groupTitle(*job);
+    if (groups.empty() || groups.back().title != title) groups.push_back({title, static_cast<int>(rows.size()), 0});
+    ++groups.back().count;
+    rows.push_back(job->id);
+  }
+  const bool sameLayout = rows == rows_ && groups == groups_;
+  rows_ = std::move(rows);
+  groups_ = std::move(groups);
+  if (sameLayout) {
+    Q_EMIT contentChanged();
+  } else {
+    Q_EMIT layoutChanged();
+  }
+}
+
+void JobsPresenter::setSegment(JobSegment segment) {
+  if (segment_ == segment) return;
+  segment_ = segment;
+  refresh();
+}
+
+QString JobsPresenter::segmentTitle(JobSegment segment) {
+  switch (segment) {
+    case JobSegment::all: return texts::segmentAll;
+    case JobSegment::inProgress: return texts::segmentInProgress;
+    case JobSegment::failed: return texts::segmentFailed;
+    case JobSegment::cancelled: return texts::segmentCancelled;
+    case JobSegment::complete: return texts::segmentComplete;
+  }
+  return {};
+}
+
+int JobsPresenter::count() const { return static_cast<int>(rows_.size()); }
+QUuid JobsPresenter::idAt(int index) const { return rows_.at(static_cast<std::size_t>(index)); }
+JobDisplay JobsPresenter::rowAt(int index) const { return ports_.displays.display(idAt(index)); }
+JobDisplay JobsPresenter::job(QUuid id) const { return ports_.displays.display(id); }
+
+int JobsPresenter::indexOf(QUuid id) const {
+  const auto found = std::find(rows_.begin(), rows_.end(), id);
+  return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+}
+
+QString JobsPresenter::emptyTitle() const { return texts::noGenerations; }
+int JobsPresenter::activeCount() const { return activeCount_; }
+QString JobsPresenter::activeText() const { return activeCount_ == 0 ? QString() : texts::generatingCount(activeCount_); }
+
+void JobsPresenter::cancel(QUuid id) { generation::cancel(ports_.queue, id); }
+
+void JobsPresenter::retry(QUuid id) {
+  const auto question = generation::retry(ports_.queue, id);
+  if (!question) return;
+  ports_.alerts.ask(warning(texts::chargedRetryTitle, *question, texts::generate), [this, id](int button) {
+    if (button == 1)
+      generation::retry(ports_.queue, id, generation::RetryChoice::decide, generation::RetryConfirmation::mayBePaidTwice);
+  });
+}
+
+// A retained result lands without a provider, so this is Retry under the name that says what it does.
+void JobsPresenter::saveResult(QUuid id) { retry(id); }
+
+void JobsPresenter::saveRawResult(QUuid id) {
+  if (generation::hasRecoverableResult(ports_.store, id)) generation::saveRawResult(ports_.queue, id);
+}
+
+void JobsPresenter::submitAgain(QUuid id) {
+  ports_.alerts.ask(warning(texts::submitAgainTitle, texts::submitAgainText, texts::submitAgainButton), [this, id](int button) {
+    if (button == 1) generation::submitAgain(ports_.queue, id);
+  });
+}
+
+void JobsPresenter::copyDetails(QUuid id) {
+  if (!ports_.store.job(id)) return;
+  ports_.copyText(generation::failureDetails(ports_.queue, id));
+  ports_.alerts.showToast({0, AlertTone::success, texts::detailsCopied, {}, {}, false});
+}
+
+void JobsPresenter::show(QUuid id) {
+  QSet<QUuid> outputs;
+  for (const core::AssetRef& asset : ports_.store.outputs(id))
+    if (!asset->isTrashed()) outputs.insert(asset->id);
+  ports_.state.setLocation(allMediaLocation);
+  ports_.state.select(outputs);
+}
+
+void JobsPresenter::perform(QUuid id, JobAction action) {
+  switch (action) {
+    case JobAction::none: break;
+    case JobAction::cancel: cancel(id); break;
+    case JobAction::retry: retry(id); break;
+    case JobAction::saveResult: saveResult(id); break;
+    case JobAction::submitAgain: submitAgain(id); break;
+    case JobAction::show: show(id); break;
+  }
+}
+
+// Good news shows where it cannot be seen anyway: over any view but the gallery.
+void JobsPresenter::announce(const QUuid& id) {
+  const core::JobRef job = ports_.store.job(id);
+  const bool visible = ports_.state.mode().kind == ModeKind::gallery;
+  if (!job || job->status != core::jobStatus::complete || visible) return;
+  const JobDisplay display = ports_.displays.display(*job);
+  ports_.alerts.showToast({0, AlertTone::success, display.detail, display.prompt, texts::show, false},
+                          [this, id] { show(id); });
+}
+
+}  // namespace sorvan::shell

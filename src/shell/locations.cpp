@@ -1,0 +1,27 @@
+#include "shell/locations.h"
+
+#include "base/ids.h"
+#include "core/library_store.h"
+#include "shell/texts.h"
+#include "shell/workspace_state.h"
+
+namespace sorvan::shell {
+
+QString locationTitle(const core::LibraryStore& store, const QString& location) {
+  if (location == favoritesLocation) return texts::favorites;
+  if (location == inboxLocation) return texts::inbox;
+  const core::ProjectRef project = store.project(uuidFromText(location));
+  return project ? project->name : texts::allMedia;
+}
+
+std::optional<QUuid> locationProject(const core::LibraryStore& store, const QString& location) {
+  const core::ProjectRef project = store.project(uuidFromText(location));
+  return project ? std::optional(project->id) : std::nullopt;
+}
+
+QString destinationName(const core::LibraryStore& store, const std::optional<QUuid>& project) {
+  const core::ProjectRef found = project ? store.project(*project) : nullptr;
+  return found ? found->name : texts::inbox;
+}
+
+}  // namespace sorvan::shell

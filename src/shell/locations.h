@@ -1,0 +1,23 @@
+#pragma once
+
+#include "shell/room.h"
+
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace sorvan::core {
+class LibraryStore;
+}
+
+namespace sorvan::shell {
+
+// The name of a location of the sidebar, or of everything for an unknown one.
+QString locationTitle(const core::LibraryStore& store, const QString& location);
+// The project that a location stands for; nothing for the others.
+std::optional<QUuid> locationProject(const core::LibraryStore& store, const QString& location);
+// Where outputs go: the project's name, or “Inbox”.
+QString destinationName(const core::LibraryStore& store, const std::optional<QUuid>& project);
+
+}  // namespace sorvan::shell

@@ -1,0 +1,256 @@
+#pragma once
+
+#include "shell/room.h"
+
+#include <QString>
+
+// Every text of the shell that a person reads stands here, so that wording changes in one place.
+namespace sorvan::shell::texts {
+
+inline const QString applicationName = QStringLiteral("Sorvan Studio");
+inline const QString sandboxSuffix = QStringLiteral(" (sandbox)");
+
+// Menus
+inline const QString fileMenu = QStringLiteral("File");
+inline const QString editMenu = QStringLiteral("Edit");
+inline const QString viewMenu = QStringLiteral("View");
+inline const QString itemMenu = QStringLiteral("Item");
+inline const QString generateMenu = QStringLiteral("Generate");
+inline const QString helpMenu = QStringLiteral("Help");
+inline const QString newAudio = QStringLiteral("New Audio");
+inline const QString openAnotherWorkspace = QStringLiteral("Open Another Workspace…");
+inline const QString settingsItem = QStringLiteral("Settings…");
+inline const QString quit = QStringLiteral("Quit");
+inline const QString cut = QStringLiteral("Cut");
+inline const QString copy = QStringLiteral("Copy");
+inline const QString paste = QStringLiteral("Paste");
+inline const QString selectAll = QStringLiteral("Select All");
+inline const QString gallery = QStringLiteral("Gallery");
+inline const QString history = QStringLiteral("History");
+inline const QString back = QStringLiteral("Back");
+inline const QString focusGenerationInput = QStringLiteral("Focus Generation Input");
+inline const QString sidebar = QStringLiteral("Sidebar");
+inline const QString inspector = QStringLiteral("Inspector");
+inline const QString larger = QStringLiteral("Larger");
+inline const QString smaller = QStringLiteral("Smaller");
+inline const QString fullScreen = QStringLiteral("Full Screen");
+inline const QString favorite = QStringLiteral("Favorite");
+inline const QString reusePrompt = QStringLiteral("Reuse Prompt");
+inline const QString showInFiles = QStringLiteral("Show in Files");
+inline const QString retry = QStringLiteral("Retry");
+inline const QString cancel = QStringLiteral("Cancel");
+inline const QString show = QStringLiteral("Show");
+inline const QString saveResult = QStringLiteral("Save Result");
+inline const QString saveRawResult = QStringLiteral("Save Raw Result");
+inline const QString submitAgain = QStringLiteral("Submit Again…");
+inline const QString copyDetails = QStringLiteral("Copy Details");
+inline const QString generate = QStringLiteral("Generate");
+inline const QString chooseModels = QStringLiteral("Choose Models");
+inline const QString clearTheComposer = QStringLiteral("Clear the Composer");
+inline const QString keyboardShortcuts = QStringLiteral("Keyboard Shortcuts");
+inline const QString about = QStringLiteral("About Sorvan Studio");
+inline QString rating(int stars) {
+  if (stars == 0) return QStringLiteral("No Rating");
+  return stars == 1 ? QStringLiteral("1 Star") : QStringLiteral("%1 Stars").arg(stars);
+}
+inline QString aboutText(const QString& version) {
+  return QStringLiteral("Version %1\nA local workspace for your AI-generated images and videos.").arg(version);
+}
+
+// Modes
+inline const QString contactSheetMode = QStringLiteral("Contact Sheet");
+inline const QString sequenceMode = QStringLiteral("Sequence");
+inline const QString assetMode = QStringLiteral("Asset Detail");
+inline const QString generationMode = QStringLiteral("Generation");
+inline const QString lineageMode = QStringLiteral("Lineage");
+inline const QString referencesMode = QStringLiteral("References");
+inline const QString globalReferencesMode = QStringLiteral("Global References");
+inline const QString contactSheetsMode = QStringLiteral("Contact Sheets");
+inline const QString sequencesMode = QStringLiteral("Sequences");
+inline const QString searchResultsMode = QStringLiteral("Search Results");
+inline const QString costReportMode = QStringLiteral("Cost Report");
+
+// Locations
+inline const QString allMedia = QStringLiteral("All Media");
+inline const QString favorites = QStringLiteral("Favorites");
+inline const QString inbox = QStringLiteral("Inbox");
+inline const QString projects = QStringLiteral("Projects");
+inline const QString everywhere = QStringLiteral("Everywhere");
+inline QString activeCount(int count) { return QStringLiteral("%1 active").arg(count); }
+inline QString generatingCount(int count) { return QStringLiteral("%1 generating").arg(count); }
+inline const QString emptyGalleryTitle = QStringLiteral("Nothing here yet");
+inline const QString emptyGalleryText = QStringLiteral("Describe an image, a clip or a sound below and press Generate.");
+inline const QString emptyFavoritesText = QStringLiteral("Items that you mark with a heart gather here.");
+inline QString itemCount(const QString& number, qsizetype count) {
+  return count == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(number);
+}
+
+// Welcome
+inline const QString welcomeLine = QStringLiteral("A local workspace for your AI-generated images and videos.");
+inline QString useFolder(const QString& folder) { return QStringLiteral("Use %1").arg(folder); }
+inline const QString welcomeDefaultHelp = QStringLiteral("Creates a Sorvan folder in Pictures, or opens the one already there");
+inline const QString chooseAnotherFolder = QStringLiteral("Choose Another Folder…");
+inline const QString welcomeNote = QStringLiteral(
+    "Your library stays in this folder. Generating and AI analysis send the selected prompt and references to the model "
+    "provider.\nOrganising existing files needs no account or API key.");
+inline const QString openWorkspaceButton = QStringLiteral("Open Workspace");
+inline const QString openWorkspaceMessage = QStringLiteral("Choose a folder for your media and its Sorvan library.");
+
+// Quitting
+inline const QString quitTitle = QStringLiteral("Work is still in progress");
+inline const QString quitText = QStringLiteral(
+    "Quitting stops files that are being imported, exported or downloaded. AI generations may continue online and still "
+    "cost credits or money. You can find saved generation requests in History.");
+inline const QString quitUnsavedText = QStringLiteral(
+    "Some changes haven’t been saved. Choose Keep Working, then open Workspace Health and choose Try Saving Again before "
+    "quitting.\n\n");
+inline const QString keepWorking = QStringLiteral("Keep Working");
+
+// Alerts
+inline const QString ok = QStringLiteral("OK");
+inline const QString errorTitle = QStringLiteral("Something went wrong");
+inline const QString trySavingAgain = QStringLiteral("Try Saving Again");
+inline const QString unsavedBanner = QStringLiteral("Some changes haven’t been saved.");
+inline const QString temporaryWorkspaceBanner =
+    QStringLiteral("This workspace is in a folder that the system clears on its own. Keep your library in another folder.");
+inline const QString submitAgainTitle = QStringLiteral("Submit this request again?");
+inline const QString submitAgainText = QStringLiteral(
+    "The answer to this request was lost. fal.ai may have accepted it. If it did, submitting again means paying twice. "
+    "Check your fal.ai history first.");
+inline const QString submitAgainButton = QStringLiteral("Submit Again");
+inline const QString chargedRetryTitle = QStringLiteral("Generate again?");
+
+// Jobs
+inline const QString waitingToStart = QStringLiteral("Waiting to start");
+inline const QString noGenerations = QStringLiteral("No generations yet");
+inline const QString segmentAll = QStringLiteral("All");
+inline const QString segmentInProgress = QStringLiteral("In progress");
+inline const QString segmentFailed = QStringLiteral("Failed");
+inline const QString segmentCancelled = QStringLiteral("Cancelled");
+inline const QString segmentComplete = QStringLiteral("Complete");
+inline const QString groupToLookAt = QStringLiteral("To look at");
+inline const QString today = QStringLiteral("Today");
+inline const QString yesterday = QStringLiteral("Yesterday");
+inline const QString generationFailed = QStringLiteral("Generation failed");
+inline const QString generationCancelled = QStringLiteral("Generation cancelled");
+inline const QString generationRunning = QStringLiteral("Generating");
+inline const QString generationQueued = QStringLiteral("Waiting to start");
+inline const QString generationComplete = QStringLiteral("Generation complete");
+inline const QString detailsCopied = QStringLiteral("Details copied");
+
+// Inspector
+inline const QString promptSection = QStringLiteral("Prompt");
+inline const QString madeWithSection = QStringLiteral("Made with");
+inline const QString requestSection = QStringLiteral("Request");
+inline const QString fileSection = QStringLiteral("File");
+inline const QString modelLabel = QStringLiteral("Model");
+inline const QString ratioLabel = QStringLiteral("Ratio");
+inline const QString seedLabel = QStringLiteral("Seed");
+inline const QString costLabel = QStringLiteral("Cost");
+inline const QString tookLabel = QStringLiteral("Took");
+inline const QString paidWithLabel = QStringLiteral("Paid with");
+inline const QString savedToLabel = QStringLiteral("Saved to");
+inline const QString requestLabel = QStringLiteral("Request");
+inline const QString jobLabel = QStringLiteral("Job");
+inline const QString pathLabel = QStringLiteral("Path");
+inline const QString lengthLabel = QStringLiteral("Length");
+inline const QString notRecorded = QStringLiteral("Not recorded");
+inline QString severalItems(qsizetype count) { return QStringLiteral("%1 items selected").arg(count); }
+inline const QString nothingSelected = QStringLiteral("Nothing selected");
+
+// Composer
+inline const QString imagePlaceholder = QStringLiteral("Describe an image or a clip.");
+inline const QString voicePlaceholder = QStringLiteral("Type what the voice should say, word for word.");
+inline const QString musicPlaceholder = QStringLiteral(
+    "Describe the music: mood, instruments, tempo. For example: warm acoustic guitar and soft piano, slow, hopeful.");
+inline const QString effectPlaceholder =
+    QStringLiteral("Describe the sound. For example: heavy rain on a tin roof, distant thunder.");
+inline const QString selectModel = QStringLiteral("Select Model");
+inline QString modelCount(qsizetype count) { return QStringLiteral("%1 models").arg(count); }
+inline const QString generateAndCompare = QStringLiteral("Generate & Compare");
+inline const QString waitingForKey = QStringLiteral("Waiting for the key store to answer.");
+inline const QString emptyPromptTooltip = QStringLiteral("Enter a prompt first.");
+inline const QString setByModel = QStringLiteral("set by model");
+inline const QString shapeFixedTooltip = QStringLiteral("This model chooses the shape itself.");
+inline QString ratioTooltip(const QString& name) {
+  return QStringLiteral("Aspect ratio: %1. Ratios must be supported by every selected model.").arg(name);
+}
+inline QString ratioNotice(const QString& name, const QString& ratio) {
+  return QStringLiteral("%1 · %2 isn’t supported by every selected model. Choose a compatible ratio below.").arg(name, ratio);
+}
+inline QString imageCount(int count) {
+  return count == 1 ? QStringLiteral("1 image") : QStringLiteral("%1 images").arg(count);
+}
+inline QString clipCount(int count) {
+  return count == 1 ? QStringLiteral("1 clip") : QStringLiteral("%1 clips").arg(count);
+}
+inline const QString perModel = QStringLiteral("per model");
+inline QString countTooltip(const QString& count, bool several) {
+  return QStringLiteral("%1%2. A count written in your prompt takes precedence.")
+      .arg(count, several ? QStringLiteral(" per model") : QString());
+}
+inline const QString videoLength = QStringLiteral("Video Length");
+inline const QString soundLength = QStringLiteral("Length");
+inline const QString lengthFoot =
+    QStringLiteral("A longer video costs more. The estimate beside Generate follows these choices.");
+inline const QString lengthTooltip = QStringLiteral("Length: how long the video will be. A longer video costs more.");
+inline const QString lengthsTooltip =
+    QStringLiteral("Length: how long each model's video will be. A longer video costs more.");
+inline const QString soundLengthTooltip = QStringLiteral("Length: how long the sound will be.");
+inline const QString seedTooltip =
+    QStringLiteral("Seed: makes a result repeatable. Leave it empty for a different result each time.");
+inline const QString seedDetail = QStringLiteral(
+    "The same seed, prompt and settings give the same result on models that support it. Leave empty for a new result each "
+    "time.");
+inline QString everyModelLength(const QString& length) {
+  return QStringLiteral("Every model will make a %1 clip.").arg(length);
+}
+inline QString differingLengths(const QString& items) {
+  return QStringLiteral("Clips will differ in length: %1.").arg(items);
+}
+inline QString queued(const QString& destination) {
+  return QStringLiteral("Queued · outputs will be saved in %1.").arg(destination);
+}
+inline QString makingSound(const QString& what, const QString& model, const QString& destination) {
+  return QStringLiteral("Making %1 with %2. It will appear in %3 when it is ready.").arg(what, model, destination);
+}
+inline const QString differentLengths = QStringLiteral("Different lengths");
+inline const QString seedNotNumber = QStringLiteral("The seed must be a non-negative whole number.");
+inline const QString destinationGone = QStringLiteral("Destination project is unavailable.");
+inline const QString selectAvailableModel = QStringLiteral("Select at least one available model.");
+inline QString promptTooLong(const QString& model, int limit) {
+  return QStringLiteral("%1 takes up to %2 characters. Shorten the text, or make it in parts.").arg(model).arg(limit);
+}
+inline QString textMissing(const QString& model, const QString& field) {
+  return QStringLiteral("%1 also needs “%2”, which cannot be entered here yet. Choose another model.").arg(model, field);
+}
+inline const QString theVoice = QStringLiteral("the voice");
+inline const QString theMusic = QStringLiteral("the music");
+inline const QString theEffect = QStringLiteral("the sound effect");
+inline const QString kindVoice = QStringLiteral("Voice");
+inline const QString kindMusic = QStringLiteral("Music");
+inline const QString kindEffect = QStringLiteral("Sound effect");
+inline const QString imagesSection = QStringLiteral("Images");
+inline const QString videosSection = QStringLiteral("Video");
+inline const QString audioSection = QStringLiteral("Audio");
+inline const QString kindImage = QStringLiteral("Image");
+inline const QString kindVideo = QStringLiteral("Video");
+inline const QString kindAudio = QStringLiteral("Audio");
+
+// Amounts and states of items
+inline const QString oneCredit = QStringLiteral("1 credit");
+inline QString credits(const QString& number) { return QStringLiteral("%1 credits").arg(number); }
+inline const QString statusDraft = QStringLiteral("Draft");
+inline const QString statusShortlist = QStringLiteral("Shortlist");
+inline const QString statusApproved = QStringLiteral("Approved");
+inline const QString statusFinal = QStringLiteral("Final");
+inline const QString statusRejected = QStringLiteral("Rejected");
+inline QString stars(int count) { return count == 1 ? QStringLiteral("1 star") : QStringLiteral("%1 stars").arg(count); }
+inline const QString favourite = QStringLiteral("favourite");
+inline const QString stateQueued = QStringLiteral("Queued");
+inline const QString stateRunning = QStringLiteral("Generating");
+inline const QString stateFailed = QStringLiteral("Failed");
+inline const QString stateCancelled = QStringLiteral("Cancelled");
+inline const QString stateComplete = QStringLiteral("Complete");
+
+}  // namespace sorvan::shell::texts

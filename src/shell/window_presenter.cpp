@@ -1,0 +1,60 @@
+#include "shell/window_presenter.h"
+
+#include "core/library_store.h"
+#include "core/workspace_opening.h"
+#include "shell/alerts_presenter.h"
+#include "shell/locations.h"
+#include "shell/quit_rule.h"
+#include "shell/texts.h"
+#include "shell/workspace_state.h"
+
+namespace sorvan::shell {
+
+WindowPresenter::WindowPresenter(core::LibraryStore& store, WorkspaceState& state, AlertsPresenter& alerts,
+                                 QString applicationTitle, QObject* parent)
+    : QObject(parent), store_(store), state_(state), alerts_(alerts), applicationTitle_(std::move(applicationTitle)) {
+  connect(&store_, &core::LibraryStore::workspaceChanged, this, &WindowPresenter::changed);
+  connect(&store_, &core::LibraryStore::metadataChanged, this, &WindowPresenter::changed);
+  connect(&state_, &WorkspaceState::modeChanged, this, &WindowPresenter::changed);
+  connect(&state_, &WorkspaceState::locationChanged, this, &WindowPresenter::changed);
+}
+
+QString WindowPresenter::title() const { return applicationTitle_; }
+
+QString WindowPresenter::accessibleName() const {
+  if (!store_.hasWorkspace()) return applicationTitle_;
+  return QStringLiteral("%1, %2").arg(state_.mode().title(), locationTitle(store_, state_.location()));
+}
+
+Banner WindowPresenter::banner() const {
+  if (!store_.hasWorkspace()) return {};
+  if (store_.canRetryMetadataSave()) return {texts::unsavedBanner, texts::trySavingAgain};
+  if (core::workspaceIsTemporary(store_)) return {texts::temporaryWorkspaceBanner, {}};
+  return {};
+}
+
+void WindowPresenter::performBannerAction() {
+  if (store_.canRetryMetadataSave()) store_.retryMetadataSave();
+}
+
+bool WindowPresenter::requestQuit() {
+  const std::optional<QString> question = quitQuestion(store_);
+  if (!question) {
+    Q_EMIT quitAgreed();
+    return true;
+  }
+  if (asking_) return false;
+  asking_ = true;
+  Alert alert{0,
+              AlertTone::warning,
+              texts::quitTitle,
+              *question,
+              {{texts::keepWorking, AlertButtonRole::primary, true}, {texts::quit, AlertButtonRole::plain, false}}};
+  alerts_.ask(std::move(alert), [this](int button) {
+    asking_ = false;
+    if (button == 1) Q_EMIT quitAgreed();
+  });
+  return false;
+}
+
+}  // namespace sorvan::shell
