@@ -1,0 +1,33 @@
+// What a job's input asks for, read from the fields that models use for it.
+#pragma once
+#include <QJsonObject>
+#include <QSize>
+#include <QStringList>
+#include <QUrl>
+#include <optional>
+
+#include "endpoints.h"
+
+namespace sandbox {
+
+// The words of the input: prompt, text, lines of a dialogue. Empty when there are none.
+QString wordsOf(const QJsonObject& input);
+std::optional<qint64> seedOf(const QJsonObject& input);
+// Number of pictures, 1 to 6.
+int countOf(const QJsonObject& input);
+// "png", "jpeg" or "webp".
+QByteArray pictureFormatOf(const QJsonObject& input, const QByteArray& usual);
+// "mp3" or "wav".
+QByteArray soundFormatOf(const QJsonObject& input);
+// Pixels of a picture; `shape` stands in where the input leaves the shape to the model. At most 4096 a side.
+QSize pictureSizeOf(const QJsonObject& input, QSize shape);
+// Pixels of a clip, both even; 640 × 360 where no resolution is asked for.
+QSize clipSizeOf(const QJsonObject& input, QSize shape);
+// Length in seconds, between 0.5 and 190; for speech it follows the words.
+double secondsOf(const QJsonObject& input, Product product);
+// The addresses under the first of these fields that holds any: a text or an array of texts.
+QList<QUrl> addressesOf(const QJsonObject& input, const QStringList& fields);
+// Units that the job is charged for, in the unit of its price.
+double unitsOf(const QJsonObject& input, Product product);
+
+}  // namespace sandbox
