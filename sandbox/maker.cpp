@@ -21,7 +21,7 @@ Made make(const WorkOrder& order, const MediaShelf& shelf) {
     case Product::PictureEdit: return editPicture(order, shelf);
     case Product::Upscale: return upscalePicture(order, shelf);
     case Product::CutOut: return cutOutPicture(order, shelf);
-    default: throw std::runtime_error("not yet");
+    default: throw std::runtime_error("The sandbox makes no media of this kind.");
   }
 }
 
