@@ -120,6 +120,19 @@ void copyDurably(const QString& from, const QString& to, DurableMode mode, Repla
   writer.commit(replacing);
 }
 
+void linkOrCopyDurably(const QString& from, const QString& to, DurableMode mode) {
+  FileLayer& layer = FileLayer::current();
+  const QByteArray target = QFile::encodeName(to);
+  const int linked = layer.link(QFile::encodeName(from), target);
+  const bool noSecondNames = linked == -EPERM || linked == -EXDEV || linked == -EMLINK || linked == -EOPNOTSUPP;
+  if (noSecondNames) return copyDurably(from, to, mode, Replacing::NoReplace);
+  if (linked < 0) throw steps::failure(from, QStringLiteral("copied"), linked);
+  const int synced = steps::syncFolder(layer, steps::folderOf(to));
+  if (synced >= 0) return;
+  layer.remove(target);
+  throw steps::failure(from, QStringLiteral("copied"), synced);
+}
+
 void syncFile(const QString& path) {
   FileLayer& layer = FileLayer::current();
   const int descriptor = layer.openForReading(QFile::encodeName(path));

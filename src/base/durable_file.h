@@ -39,6 +39,10 @@ void moveDurably(const QString& from, const QString& to, DurableMode mode, Repla
 void copyDurably(const QString& from, const QString& to, DurableMode mode, Replacing replacing,
                  const std::stop_token& stop = {});
 
+// Gives the file a second name, on the disk when it returns, or a copy where the file system has no second names. The
+// new name must be free: FileError of EEXIST. On failure there is no new name.
+void linkOrCopyDurably(const QString& from, const QString& to, DurableMode mode);
+
 // Syncs the bytes of a file that something else wrote.
 void syncFile(const QString& path);
 void syncFolder(const QString& path);

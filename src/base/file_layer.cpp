@@ -51,6 +51,10 @@ int FileLayer::renameNoReplace(const QByteArray& from, const QByteArray& to) {
   return orErrno(::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE));
 }
 
+int FileLayer::link(const QByteArray& from, const QByteArray& to) {
+  return orErrno(::link(from.constData(), to.constData()));
+}
+
 int FileLayer::remove(const QByteArray& path) { return orErrno(::unlink(path.constData())); }
 
 int FileLayer::makeFolder(const QByteArray& path, mode_t mode) { return orErrno(::mkdir(path.constData(), mode)); }

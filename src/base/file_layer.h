@@ -25,6 +25,8 @@ class FileLayer {
   virtual int rename(const QByteArray& from, const QByteArray& to);
   // Fails with EEXIST when the target exists.
   virtual int renameNoReplace(const QByteArray& from, const QByteArray& to);
+  // A second name for one file; fails with EEXIST when the name is taken.
+  virtual int link(const QByteArray& from, const QByteArray& to);
   virtual int remove(const QByteArray& path);
   virtual int makeFolder(const QByteArray& path, mode_t mode);
   virtual int removeFolder(const QByteArray& path);
