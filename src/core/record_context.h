@@ -9,6 +9,9 @@
 
 namespace sorvan::core {
 
+/// The number of the present form of the library database: its `user_version`, and the text of the marker beside it.
+inline constexpr int schemaVersion = 7;
+
 /// One open library database and every record that was read from it.
 ///
 /// There is one shared object for each (table, id): fetching again brings the same object up to date. A change goes

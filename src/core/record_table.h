@@ -1,0 +1,277 @@
+// One table of the library database and the records that were read from it. Only the record context includes this.
+#pragma once
+
+#include <QHash>
+#include <memory>
+#include <vector>
+
+#include "base/invariant.h"
+#include "core/record_columns.h"
+#include "core/records.h"
+
+namespace sorvan::core {
+
+/// The name of a record's table. Part of the format on disk.
+template <class R>
+constexpr const char* tableName = nullptr;
+template <>
+inline constexpr const char* tableName<Project> = "Project";
+template <>
+inline constexpr const char* tableName<Asset> = "Asset";
+template <>
+inline constexpr const char* tableName<Generation> = "Generation";
+template <>
+inline constexpr const char* tableName<AssetRelationship> = "AssetRelationship";
+template <>
+inline constexpr const char* tableName<ReferenceAsset> = "ReferenceAsset";
+template <>
+inline constexpr const char* tableName<GenerationJob> = "GenerationJob";
+template <>
+inline constexpr const char* tableName<ContactSheet> = "ContactSheet";
+template <>
+inline constexpr const char* tableName<SavedReference> = "SavedReference";
+template <>
+inline constexpr const char* tableName<ClipSequence> = "ClipSequence";
+
+/// The texts of SQL that follow from a record's description.
+template <class R>
+class RecordSql {
+ public:
+  static QStringList columns() {
+    QStringList names;
+    forEachField<R>([&](const char* name, auto) { names += QString::fromLatin1(name); });
+    return names;
+  }
+
+  /// Makes the table or adds the columns that it lacks; old rows take the values of a new record.
+  static void prepare(Database& database) {
+    const QString table = QString::fromLatin1(tableName<R>);
+    const QStringList present = database.hasTable(table) ? database.columns(table) : QStringList();
+    QStringList definitions;
+    const R initial;
+    forEachField<R>([&](const char* field, auto member) {
+      using Value = std::remove_cvref_t<decltype(initial.*member)>;
+      const QString name = QString::fromLatin1(field);
+      QString definition = name + u' ' + Column<Value>::definition(initial.*member);
+      if (name == QStringLiteral("id")) definition = QStringLiteral("id TEXT NOT NULL UNIQUE");
+      if (present.isEmpty())
+        definitions += definition;
+      else if (!present.contains(name))
+        database.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(table, definition));
+    });
+    if (present.isEmpty())
+      database.execute(QStringLiteral("CREATE TABLE %1 (%2)").arg(table, definitions.join(QStringLiteral(", "))));
+  }
+
+  static const QByteArray& select() {
+    static const QByteArray sql =
+        QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(list(), name()).toLatin1();
+    return sql;
+  }
+  static const QByteArray& insertion() {
+    static const QByteArray sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                      .arg(name(), list(), QStringList(columns().size(), QStringLiteral("?"))
+                                                               .join(QStringLiteral(", ")))
+                                      .toLatin1();
+    return sql;
+  }
+  static const QByteArray& update() {
+    static const QByteArray sql =
+        QStringLiteral("UPDATE %1 SET %2 = ? WHERE id = ?").arg(name(), columns().join(QStringLiteral(" = ?, "))).toLatin1();
+    return sql;
+  }
+  static const QByteArray& deletion() {
+    static const QByteArray sql = QStringLiteral("DELETE FROM %1 WHERE id = ?").arg(name()).toLatin1();
+    return sql;
+  }
+
+ private:
+  static QString name() { return QString::fromLatin1(tableName<R>); }
+  static QString list() { return columns().join(QStringLiteral(", ")); }
+};
+
+/// A SELECT that is stepped once from end to end.
+class RowReader {
+ public:
+  RowReader(Database& database, const QByteArray& sql);
+  ~RowReader();
+  RowReader(const RowReader&) = delete;
+  RowReader& operator=(const RowReader&) = delete;
+  /// Whether there is a row; throws DatabaseError.
+  bool step();
+  sqlite3_stmt* row() const { return statement_; }
+
+ private:
+  [[noreturn]] void fail(int result) const;
+  Database& database_;
+  sqlite3_stmt* statement_ = nullptr;
+};
+
+template <class R>
+class RecordTable {
+ public:
+  Ref<R> insert(R record) {
+    auto shared = std::make_shared<R>(std::move(record));
+    shared->removed_ = false;
+    inserted_.push_back(shared);
+    if (!known_.contains(shared->id)) known_.insert(shared->id, shared);
+    return shared;
+  }
+
+  R& edit(const Ref<R>& record) {
+    R& changeable = changeableRecord(record);
+    if (!isInserted(record.get()) && !before_.contains(record->id)) before_.insert(record->id, changeable);
+    return changeable;
+  }
+
+  void remove(const Ref<R>& record) {
+    R& changeable = changeableRecord(record);
+    if (changeable.removed_) return;
+    changeable.removed_ = true;
+    if (isInserted(record.get()))
+      std::erase_if(inserted_, [&](const auto& one) { return one == record; });
+    else
+      removed_.push_back(known_.value(record->id));
+    if (known_.value(record->id) == record) known_.remove(record->id);
+  }
+
+  Ref<R> find(const QUuid& id) const { return known_.value(id); }
+
+  std::vector<Ref<R>> fetch(Database& database) {
+    std::vector<Ref<R>> records;
+    records.reserve(static_cast<std::size_t>(known_.size()));
+    const QSet<QUuid> leaving = removedIds();
+    RowReader reader(database, RecordSql<R>::select());
+    std::array<SharedTexts, boost::mp11::mp_size<boost::describe::describe_members<R, boost::describe::mod_public>>::value>
+        shared;
+    const std::size_t knownBefore = static_cast<std::size_t>(known_.size());
+    std::size_t met = 0;
+    while (reader.step()) {
+      QUuid id;
+      Column<QUuid>::read(reader.row(), 0, id, shared[0]);
+      if (leaving.contains(id)) continue;
+      std::shared_ptr<R>& object = known_[id];
+      if (object) ++met;
+      if (!object) object = std::make_shared<R>();
+      if (!before_.contains(id)) readRow(reader.row(), *object, shared);
+      records.push_back(object);
+    }
+    for (const auto& record : inserted_) records.push_back(record);
+    if (met + inserted_.size() < knownBefore) forgetAllBut(records);
+    return records;
+  }
+
+  std::vector<Ref<R>> edited() const {
+    std::vector<Ref<R>> records;
+    for (auto entry = before_.begin(); entry != before_.end(); ++entry)
+      if (const auto record = known_.value(entry.key())) records.push_back(record);
+    return records;
+  }
+
+  bool hasChanges() const { return !inserted_.empty() || !before_.isEmpty() || !removed_.empty(); }
+
+  /// Inside the caller's transaction; the changes stay noted until `settle`.
+  void write(Database& database) const {
+    for (const auto& record : removed_) deleteRow(database, record->id);
+    for (auto entry = before_.begin(); entry != before_.end(); ++entry)
+      if (const auto record = known_.value(entry.key()); record && !sameFields(*record, entry.value()))
+        updateRow(database, *record);
+    for (const auto& record : inserted_) insertRow(database, *record);
+  }
+
+  /// The transaction is on disk: what was changed is now what is there.
+  void settle() {
+    inserted_.clear();
+    before_.clear();
+    removed_.clear();
+  }
+
+  void rollback() {
+    for (const auto& record : inserted_) {
+      record->removed_ = true;
+      if (known_.value(record->id) == record) known_.remove(record->id);
+    }
+    for (const auto& record : removed_) {
+      record->removed_ = false;
+      known_.insert(record->id, record);
+    }
+    for (auto entry = before_.begin(); entry != before_.end(); ++entry)
+      if (const auto record = known_.value(entry.key())) copyFields(entry.value(), *record);
+    settle();
+  }
+
+ private:
+  /// Records are handed out as const so that every change passes through here.
+  R& changeableRecord(const Ref<R>& record) {
+    invariant(record != nullptr, "a record that is changed exists");
+    invariant(record->removed_ || isInserted(record.get()) || known_.value(record->id) == record,
+              "a record is changed through the context it belongs to");
+    return const_cast<R&>(*record);
+  }
+
+  bool isInserted(const R* record) const {
+    return std::ranges::any_of(inserted_, [&](const auto& one) { return one.get() == record; });
+  }
+
+  QSet<QUuid> removedIds() const {
+    QSet<QUuid> ids;
+    for (const auto& record : removed_) ids.insert(record->id);
+    return ids;
+  }
+
+  template <class Shared>
+  static void readRow(sqlite3_stmt* row, R& record, Shared& shared) {
+    int index = 0;
+    forEachField<R>([&](const char*, auto member) {
+      using Value = std::remove_cvref_t<decltype(record.*member)>;
+      Column<Value>::read(row, index, record.*member, shared[static_cast<std::size_t>(index)]);
+      ++index;
+    });
+  }
+
+  static int bindAll(Statement& statement, const R& record) {
+    int index = 1;
+    forEachField<R>([&](const char*, auto member) {
+      using Value = std::remove_cvref_t<decltype(record.*member)>;
+      Column<Value>::bind(statement, index++, record.*member);
+    });
+    return index;
+  }
+
+  static void insertRow(Database& database, const R& record) {
+    Statement& statement = database.statement(RecordSql<R>::insertion().constData());
+    bindAll(statement, record);
+    statement.run();
+  }
+
+  static void updateRow(Database& database, const R& record) {
+    Statement& statement = database.statement(RecordSql<R>::update().constData());
+    const int idParameter = bindAll(statement, record);
+    Column<QUuid>::bind(statement, idParameter, record.id);
+    statement.run();
+  }
+
+  static void deleteRow(Database& database, const QUuid& id) {
+    Statement& statement = database.statement(RecordSql<R>::deletion().constData());
+    Column<QUuid>::bind(statement, 1, id);
+    statement.run();
+  }
+
+  /// Records whose rows are gone from the file.
+  void forgetAllBut(const std::vector<Ref<R>>& records) {
+    QSet<QUuid> present;
+    for (const auto& record : records) present.insert(record->id);
+    known_.removeIf([&](auto entry) {
+      if (present.contains(entry.key())) return false;
+      entry.value()->removed_ = true;
+      return true;
+    });
+  }
+
+  QHash<QUuid, std::shared_ptr<R>> known_;
+  QHash<QUuid, R> before_;  ///< values of edited records at the last save
+  std::vector<std::shared_ptr<R>> inserted_;
+  std::vector<std::shared_ptr<R>> removed_;
+};
+
+}  // namespace sorvan::core
