@@ -11,11 +11,10 @@
 #include <vector>
 
 #include "base/clock.h"
-#include "core/asset_row.h"
 #include "core/composer_sidecar.h"
 #include "core/ledgers.h"
+#include "core/library_index.h"
 #include "core/library_tables.h"
-#include "core/newest_first.h"
 #include "core/record_context.h"
 #include "core/workspace_files.h"
 #include "core/workspace_lease.h"
@@ -82,17 +81,17 @@ class LibraryStore final : public QObject {
 
   // ---- Records, as of the last save, reload or registration
 
-  const std::vector<ProjectRef>& projects() const { return projects_; }  ///< oldest first
-  const NewestFirst<AssetRef>& assets() const { return assets_; }
-  const std::vector<GenerationRef>& generations() const { return generations_; }        ///< in order of insertion
-  const std::vector<RelationshipRef>& relationships() const { return relationships_; }  ///< in order of insertion
-  const std::vector<ReferenceRef>& references() const { return references_; }           ///< in order of insertion
-  const NewestFirst<JobRef>& jobs() const { return jobs_; }
-  const NewestFirst<SavedReferenceRef>& savedReferences() const { return savedReferences_; }  ///< by `updatedAt`
-  const NewestFirst<ContactSheetRef>& contactSheets() const { return contactSheets_; }
-  const NewestFirst<SequenceRef>& sequences() const { return sequences_; }  ///< by `updatedAt`
+  const std::vector<ProjectRef>& projects() const { return arrays_.projects; }  ///< oldest first
+  const NewestFirst<AssetRef>& assets() const { return arrays_.assets; }
+  const std::vector<GenerationRef>& generations() const { return arrays_.generations; }        ///< in order of insertion
+  const std::vector<RelationshipRef>& relationships() const { return arrays_.relationships; }  ///< in order of insertion
+  const std::vector<ReferenceRef>& references() const { return arrays_.references; }           ///< in order of insertion
+  const NewestFirst<JobRef>& jobs() const { return arrays_.jobs; }
+  const NewestFirst<SavedReferenceRef>& savedReferences() const { return arrays_.savedReferences; }  ///< by `updatedAt`
+  const NewestFirst<ContactSheetRef>& contactSheets() const { return arrays_.contactSheets; }
+  const NewestFirst<SequenceRef>& sequences() const { return arrays_.sequences; }  ///< by `updatedAt`
   /// One row for each asset, in the order of `assets`.
-  const NewestFirst<AssetRow>& assetRows() const { return assetRows_; }
+  const NewestFirst<AssetRow>& assetRows() const { return arrays_.assetRows; }
 
   // ---- Lookups; null or empty for unknown ids
 
@@ -200,9 +199,11 @@ class LibraryStore final : public QObject {
   /// End what depends on the workspace that is about to be replaced.
   std::vector<std::function<void(LibraryStore&)>> beforeClose;
 
-  /// Replaces the open workspace and reads everything. Called by the opening only. Throws when the records cannot be
-  /// read; then the previous workspace is still open.
+  /// Replaces the open workspace and reads everything but the sidecars. Called by the opening only. Throws when the
+  /// records cannot be read; then the previous workspace is still open.
   void install(OpenedWorkspace workspace);
+  /// Reads the ledgers and turns to the composer's draft of the open workspace. Called by the opening only.
+  void loadSidecars();
   /// Runs `beforeClose`, drops the workspace and empties the arrays. Unsaved changes are lost: ask first.
   void close();
 
@@ -218,21 +219,12 @@ class LibraryStore final : public QObject {
 
  private:
   friend class LocalOperation;
-  struct Index;
 
-  void assertMainThread() const;
-  template <class R>
-  std::vector<Ref<R>> fetched();
-  void rebuildAssetIndex();
-  void rebuildGenerationIndex();
-  void rebuildEdges();
-  void rebuildReferenceIndex();
-  void rebuildComparisonIndex();
+  void changed();
   void rebuildRows();
   void refreshRow(const AssetRef& asset);
   void insertAsset(const AssetRef& asset);
-  void noteGeneration(const GenerationRef& generation);
-  void readTables(LibraryTables tables);
+  void reapplyUnsavedJobs();
   void endLocalOperation();
   void wireSidecars();
 
@@ -240,18 +232,8 @@ class LibraryStore final : public QObject {
   std::unique_ptr<OpenedWorkspace> open_;
   std::uint64_t opening_ = 0;
   std::uint64_t revision_ = 0;
-
-  std::vector<ProjectRef> projects_;
-  NewestFirst<AssetRef> assets_;
-  std::vector<GenerationRef> generations_;
-  std::vector<RelationshipRef> relationships_;
-  std::vector<ReferenceRef> references_;
-  NewestFirst<JobRef> jobs_;
-  NewestFirst<SavedReferenceRef> savedReferences_;
-  NewestFirst<ContactSheetRef> contactSheets_;
-  NewestFirst<SequenceRef> sequences_;
-  NewestFirst<AssetRow> assetRows_;
-  std::unique_ptr<Index> index_;
+  LibraryArrays arrays_;
+  LibraryIndex index_;
   QHash<QUuid, GenerationJob> unsavedJobs_;
 
   PromptLibrary prompts_;

@@ -1,0 +1,177 @@
+#include "core/small_edits.h"
+
+#include <QRegularExpression>
+
+#include "base/durable_file.h"
+#include "base/ids.h"
+#include "core/history.h"
+#include "core/texts.h"
+
+namespace sorvan::core {
+namespace {
+
+/// Runs one edit; a failure is rolled back and shown, and memory is what the disk has.
+template <class Body>
+void perform(LibraryStore& store, const QString& name, UndoScope scope, Body&& body) {
+  try {
+    undoable(store, name, scope, body);
+  } catch (...) {
+    store.failOperation(std::current_exception());
+  }
+}
+
+template <class Change>
+void editOne(LibraryStore& store, const QString& name, const AssetRef& asset, Change&& change) {
+  perform(store, name, {std::vector{asset}, LibraryTables::assets}, [&] {
+    change(store.context().edit(asset));
+    store.save(LibraryTables::none);
+  });
+}
+
+/// Files that stand under their new names while the records still say the old ones. Until the records are saved the new
+/// names can be taken away again; afterwards the old ones go. A crash in between leaves a second name and loses nothing.
+class FileRelocation {
+ public:
+  explicit FileRelocation(const WorkspaceFiles& files) : files_(files) {}
+  FileRelocation(const FileRelocation&) = delete;
+  FileRelocation& operator=(const FileRelocation&) = delete;
+  ~FileRelocation() {
+    for (const Step& step : steps_) removeQuietly(settled_ ? step.from : step.to);
+  }
+
+  void add(const QString& from, const QString& to) {
+    linkOrCopyDurably(files_.absolute(from), files_.absolute(to), DurableMode::Media);
+    steps_.push_back({files_.absolute(from), files_.absolute(to)});
+  }
+  void settle() { settled_ = true; }
+
+ private:
+  struct Step {
+    QString from;
+    QString to;
+  };
+  static void removeQuietly(const QString& path) {
+    try {
+      removeDurably(path);
+    } catch (const SorvanError&) {
+      // A name too many is found by the check of the workspace; a file too few could not be.
+    }
+  }
+
+  WorkspaceFiles files_;
+  std::vector<Step> steps_;
+  bool settled_ = false;
+};
+
+QString folderOf(const QString& relativePath) { return relativePath.left(std::max<qsizetype>(relativePath.lastIndexOf(u'/'), 0)); }
+
+/// The sub-folder of a project's media that an item lies in, which it keeps when it moves.
+QString subfolderOf(const Asset& asset) {
+  const QString name = folderOf(asset.localFilePath).section(u'/', -1);
+  for (const auto& known : {QStringLiteral("generated"), QStringLiteral("imported"), QStringLiteral("references")})
+    if (name == known) return known;
+  return asset.sourceType() == AssetSourceType::generated ? QStringLiteral("generated") : QStringLiteral("imported");
+}
+
+/// The stem of a file name without its counter, which the new place counts anew.
+QString stemOf(const Asset& asset) {
+  static const QRegularExpression counter(QStringLiteral("-\\d{3,}$"));
+  return QFileInfo(asset.filename()).completeBaseName().remove(counter);
+}
+
+QString extensionOf(const Asset& asset) { return QFileInfo(asset.filename()).suffix(); }
+
+void refuseReferencesOfActiveJobs(const LibraryStore& store, const std::vector<AssetRef>& assets) {
+  QSet<QUuid> used;
+  for (const JobRef& job : store.jobs()) {
+    if (!job->isActive()) continue;
+    if (const auto request = job->request())
+      for (const QUuid& reference : request->referenceIDs) used.insert(reference);
+  }
+  for (const AssetRef& asset : assets)
+    if (used.contains(asset->id)) throw SorvanError(texts::usedByActiveJob());
+}
+
+/// Moves the thumbnail along. One that cannot be moved is drawn again later.
+std::optional<QString> relocateThumbnail(const LibraryStore& store, FileRelocation& relocation, const Asset& asset,
+                                         const QString& folder) {
+  if (!asset.thumbnailFilePath) return std::nullopt;
+  const QString target = folder + QStringLiteral("/thumbnails/") + uuidText(asset.id) + QStringLiteral(".jpg");
+  if (target == *asset.thumbnailFilePath) return target;
+  try {
+    ensureFolderDurably(store.files().absolute(folder + QStringLiteral("/thumbnails")));
+    relocation.add(*asset.thumbnailFilePath, target);
+    return target;
+  } catch (const FileError&) {
+    return std::nullopt;
+  }
+}
+
+void moveOne(LibraryStore& store, FileRelocation& relocation, const AssetRef& asset, const Project* project) {
+  const WorkspaceFiles& files = store.files();
+  const QString folder = WorkspaceFiles::mediaFolder(project);
+  const QString target = folder + u'/' + subfolderOf(*asset);
+  ensureFolderDurably(files.absolute(target));
+  const ReservedPath path = files.uniquePath(target, stemOf(*asset), extensionOf(*asset));
+  relocation.add(asset->localFilePath, path.relative());
+  const std::optional<QString> thumbnail = relocateThumbnail(store, relocation, *asset, folder);
+
+  Asset& changed = store.context().edit(asset);
+  changed.projectID = project ? std::optional(project->id) : std::nullopt;
+  changed.localFilePath = path.relative();
+  changed.thumbnailFilePath = thumbnail;
+}
+
+}  // namespace
+
+void toggleFavorite(LibraryStore& store, const AssetRef& asset) {
+  editOne(store, QStringLiteral("Change Favorite"), asset, [](Asset& changed) { changed.favorite = !changed.favorite; });
+}
+
+void setRating(LibraryStore& store, const AssetRef& asset, std::optional<int> rating) {
+  constexpr int highest = 5;
+  const int wanted = rating.value_or(0);
+  if (wanted < 0 || wanted > highest) return;
+  editOne(store, QStringLiteral("Change Rating"), asset, [&](Asset& changed) {
+    changed.rating = wanted == 0 ? std::nullopt : std::optional(wanted);
+  });
+}
+
+void setNotes(LibraryStore& store, const AssetRef& asset, std::optional<QString> notes) {
+  editOne(store, QStringLiteral("Edit Notes"), asset, [&](Asset& changed) { changed.notes = std::move(notes); });
+}
+
+void setStatus(LibraryStore& store, const AssetRef& asset, AssetStatus status) {
+  editOne(store, QStringLiteral("Change Status"), asset, [&](Asset& changed) { changed.statusRaw = rawValue(status); });
+}
+
+void rename(LibraryStore& store, const AssetRef& asset, const QString& name) {
+  perform(store, QStringLiteral("Rename"), {std::vector{asset}, LibraryTables::assets}, [&] {
+    if (name.trimmed().isEmpty()) throw SorvanError(texts::nameBlank());
+    store.requireWorkspaceInPlace();
+    const ReservedPath path =
+        store.files().uniquePath(folderOf(asset->localFilePath), name, extensionOf(*asset));
+    FileRelocation relocation(store.files());
+    // 1. The file under both names, 2. the record, 3. the old name goes.
+    relocation.add(asset->localFilePath, path.relative());
+    store.context().edit(asset).localFilePath = path.relative();
+    store.save(LibraryTables::none);
+    relocation.settle();
+  });
+}
+
+void move(LibraryStore& store, const std::vector<AssetRef>& assets, std::optional<QUuid> destination) {
+  perform(store, QStringLiteral("Move Items"), {assets, LibraryTables::assets}, [&] {
+    refuseReferencesOfActiveJobs(store, assets);
+    store.requireWorkspaceInPlace();
+    const ProjectRef project = destination ? store.project(*destination) : nullptr;
+    if (destination && !project) throw SorvanError(texts::workspaceUnavailable());
+    FileRelocation relocation(store.files());
+    for (const AssetRef& asset : assets)
+      if (asset->projectID != destination) moveOne(store, relocation, asset, project.get());
+    store.save(LibraryTables::none);
+    relocation.settle();
+  });
+}
+
+}  // namespace sorvan::core
