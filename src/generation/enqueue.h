@@ -25,8 +25,8 @@ void checkReady(const JobQueue& queue, const GenerationRequest& request, Referen
 /// Persists one job for each request, in one save, and starts the queue. Throws before anything changed: a bad request
 /// leaves no job of its batch, and a failed save leaves none in memory or on disk. An empty list does nothing.
 /// Answers the jobs' ids in the order of the requests.
-std::vector<QUuid> enqueueRequests(JobQueue& queue, std::vector<GenerationRequest> requests, std::optional<QUuid> project,
-                                   std::optional<QString> sheetTitle = std::nullopt);
+std::vector<QUuid> enqueueRequests(JobQueue& queue, std::vector<GenerationRequest> requests,
+                                   std::optional<QUuid> project, std::optional<QString> sheetTitle = std::nullopt);
 
 /// Enqueues the request once for each model and opens a contact sheet for them. Answers the comparison's id.
 QUuid enqueueComparison(JobQueue& queue, const GenerationRequest& request, const std::vector<ComparisonModel>& models,

@@ -29,8 +29,8 @@ struct SpliceWork {
 /// A picture that answers a request with marked areas.
 struct ConfineWork {
   GenerationRequest request;
-  QString original;  ///< absolute path of the first reference
-  QString result;    ///< absolute path of the provider's picture
+  QString original;                 ///< absolute path of the first reference
+  QString result;                   ///< absolute path of the provider's picture
   std::optional<QByteArray> patch;  ///< what `prepareMarks` noted, when the run still knows it
 };
 
@@ -38,7 +38,8 @@ struct ConfineWork {
 struct PreparedMarks {
   QString file;               ///< absolute path of the picture that replaces the first reference
   GenerationRequest request;  ///< the copy that the provider gets
-  std::optional<QByteArray> patch;  ///< JSON that is kept beside the retained result, so that it lands in the same place
+  std::optional<QByteArray>
+      patch;  ///< JSON that is kept beside the retained result, so that it lands in the same place
 };
 
 /// A request whose areas are marked, and where the picture that is sent may be written.
@@ -77,8 +78,6 @@ struct GenerationPorts {
   std::function<Task<std::optional<QByteArray>>(ConfineWork, std::stop_token)> confine;
   /// Joins a continuation to its original.
   std::function<Task<>(SpliceWork, std::stop_token)> splice;
-  /// Takes the sound track of a clip: writes it into the folder and answers the new file's absolute path.
-  std::function<Task<QString>(QString clip, QString folder, std::stop_token)> soundTrack;
   /// Lays a sound under a clip and answers the new file's name; a failure only shows a notice. Optional.
   std::function<Task<QString>(LayUnderWork, std::stop_token)> layUnder;
   /// The program's version and build as a support report tells them; empty when unknown.

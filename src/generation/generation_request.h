@@ -30,9 +30,9 @@ QString submittedPrompt(const GenerationRequest& request);
 /// How an output of the request descends from one of its references.
 RelationshipType relationshipFor(const GenerationRequest& request, const QUuid& reference);
 
-/// The settings of a request as a JSON object, indented and with sorted keys, for a generation's record. A nested value
-/// that cannot be written is left out.
-QString parametersJSON(const GenerationRequest& request, const ModelFacts& models);
+/// The settings of a request as UTF-8 text of a JSON object, indented and with sorted keys, for a generation's record.
+/// A nested value that cannot be written is left out.
+QByteArray parametersJSON(const GenerationRequest& request, const ModelFacts& models);
 
 /// Whether any marked area carries words of its own.
 bool hasNotedMarks(const GenerationRequest& request);

@@ -40,8 +40,8 @@ class JobQueue : public QObject {
   /// Allows a job to start: only what was enqueued or retried since the workspace was opened ever starts.
   void allowStart(const QUuid& job);
 
-  /// Starts waiting jobs, oldest first, as long as fewer than two tasks exist. Tasks begin at the next turn of the event
-  /// loop, so nothing runs before this returns.
+  /// Starts waiting jobs, oldest first, as long as fewer than two tasks exist. Tasks begin at the next turn of the
+  /// event loop, so nothing runs before this returns.
   void pump();
 
   /// Asks the job's task to end; its entry stays until it has.
@@ -55,8 +55,8 @@ class JobQueue : public QObject {
   /// The token of a POST that may be charged: it stops only when the patience of `drain` has ended.
   std::stop_token submissionStop() const;
 
-  /// Stops all tasks and waits until they have ended; a paid submission in flight gets up to `limit` for its answer. The
-  /// jobs' fields stay as a sudden end would leave them. No job starts afterwards.
+  /// Stops all tasks and waits until they have ended; a paid submission in flight gets up to `limit` for its answer.
+  /// The jobs' fields stay as a sudden end would leave them. No job starts afterwards.
   Task<> drain(std::chrono::milliseconds limit = std::chrono::seconds(10));
   bool isDraining() const;
 

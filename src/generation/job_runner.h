@@ -14,8 +14,9 @@ namespace sorvan::generation {
 /// pause.
 Task<> runJob(JobQueue& queue, QUuid job, std::stop_token stop);
 
-/// Takes in a provider's update in one go: what could lose money is on disk when it returns. Throws `Cancelled` for a job
-/// that is gone or cancelled, after storing what the update brought, and the database's error when it could not be saved.
+/// Takes in a provider's update in one go: what could lose money is on disk when it returns. Throws `Cancelled` for a
+/// job that is gone or cancelled, after storing what the update brought, and the database's error when it could not be
+/// saved.
 void applyUpdate(JobQueue& queue, const QUuid& job, const ProviderUpdate& update);
 
 }  // namespace sorvan::generation

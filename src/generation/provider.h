@@ -25,8 +25,8 @@ struct ModelOption {
   QString name;
   bool supportsReferences = false;
   MediaType mediaType = MediaType::image;
-  int maxCount = 1;             ///< outputs per request
-  int maxReferences = 0;        ///< 0 or less: no limit of its own
+  int maxCount = 1;       ///< outputs per request
+  int maxReferences = 0;  ///< 0 or less: no limit of its own
   bool requiresReference = false;
   std::optional<QStringList> ratios;  ///< allowed ratios such as "16:9"; absent means any
   bool needsPrompt = true;
@@ -60,10 +60,10 @@ struct GeneratedOutput {
 
 /// One progress event.
 struct ProviderUpdate {
-  QString message;                      ///< becomes the job's detail
-  std::optional<RemoteHandle> handle;   ///< set once the remote job exists
-  std::optional<QString> requestID;     ///< the remote identifier
-  std::optional<GenerationCost> charge; ///< the request has been paid for: nothing may lose this fact from here on
+  QString message;                       ///< becomes the job's detail
+  std::optional<RemoteHandle> handle;    ///< set once the remote job exists
+  std::optional<QString> requestID;      ///< the remote identifier
+  std::optional<GenerationCost> charge;  ///< the request has been paid for: nothing may lose this fact from here on
 };
 
 /// Thrown when a request may have been accepted although no answer says so: it must never be sent again blindly.

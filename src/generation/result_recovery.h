@@ -14,6 +14,12 @@
 
 namespace sorvan::generation {
 
+/// A manifest that points out of its folder: nothing of it is used, and nothing takes its place.
+class ForeignRecoveryPath : public SorvanError {
+ public:
+  ForeignRecoveryPath();
+};
+
 /// File operations on `.sorvan/recovery/<JOB-UUID>/`. No state; any thread, but one caller a job at a time.
 ///
 /// The folder holds `0.media`, `1.media` … in order, the manifest `results.json`, its predecessor
@@ -29,7 +35,8 @@ class ResultRecovery {
 
   /// The retained outputs, their bytes as files in the folder; nothing when no manifest exists. When the manifest
   /// cannot be read its predecessor is tried. Throws SorvanError("Invalid recovery manifest.") when neither can be
-  /// read, a named file is missing, or an item names anything but a bare file name.
+  /// read or a named file is missing, and ForeignRecoveryPath, with the same sentence, when an item names anything but
+  /// a bare file name.
   static std::optional<std::vector<GeneratedOutput>> load(const WorkspaceFiles& files, const QUuid& job);
 
   /// Keeps the outputs durably: each file is complete on disk before the manifest names it. On success the folder holds
@@ -48,6 +55,8 @@ class ResultRecovery {
   static void writeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
   /// Removes the marker durably; succeeds when there is none.
   static void removeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
+  /// Puts a removed marker back as well as it can be done; never throws.
+  static void restoreSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
 
   /// The note of the piece that was cut around marked areas, kept so that the result lands in the same place.
   static void savePatch(const QByteArray& patch, const WorkspaceFiles& files, const QUuid& job);

@@ -21,15 +21,15 @@ struct RetryFacts {
   enum class Status { active, complete, failed, cancelled } status = Status::failed;
   bool taskExists = false;
   bool hasOutputs = false;
-  bool interrupted = false;           ///< the job's detail is "Interrupted"
+  bool interrupted = false;  ///< the job's detail is "Interrupted"
   bool hasRecoveryManifest = false;
   bool hasChargeNote = false;
-  bool hasHandle = false;             ///< a remote handle is stored and can be read
+  bool hasHandle = false;  ///< a remote handle is stored and can be read
   bool hasProviderRequestID = false;
-  bool hasSubmissionMarker = false;   ///< a POST of an own-key request left and nothing is known of it
+  bool hasSubmissionMarker = false;  ///< a POST of an own-key request left and nothing is known of it
   bool requestReadable = true;
   ProviderID provider = ProviderID::fal;
-  ProviderID payer = ProviderID::fal;  ///< what the user pays with at present: fal or credits
+  ProviderID payer = ProviderID::fal;                     ///< what the user pays with at present: fal or credits
   std::optional<RemoteJobFailed::Billing> remoteFailure;  ///< of the last run in this session
   RetryChoice choice = RetryChoice::decide;
   RetryConfirmation confirmation = RetryConfirmation::none;

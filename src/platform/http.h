@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <stop_token>
 #include <utility>
@@ -30,6 +31,8 @@ struct HttpRequest {
   std::chrono::milliseconds totalLimit = std::chrono::seconds(1200);
   // The largest body that is accepted.
   qint64 maximumBytes = 64LL << 20;
+  // Asked before a download follows a redirect to this address; without it any https address is followed.
+  std::function<bool(const QUrl&)> mayFollow;
 };
 
 struct HttpReply {
@@ -99,11 +102,13 @@ class HttpTransport {
   // returned although a stop was requested: store what was paid for first, then test the token.
   virtual Task<PostOutcome> postOnce(HttpRequest request, std::stop_token stop) = 0;
 
-  // Streams the body of a GET into a new file at the path, which must not exist; it is on the disk when this returns.
-  // Only https addresses, redirects from https to https included, at most 5; a request that carries Authorization or
-  // Cookie is not redirected. A status outside 200 to 299 is a reply without a file. HttpError when the body is cut
-  // short of the announced length, is too large (`maximumBytes`) or the connection breaks, FileError when the disk
-  // refuses; there is no file then. Which media the bytes are is for the caller to test.
+  // Streams the body of a GET into a file, which is on the disk when this returns; a file that stands at the path is
+  // replaced then, and only then. Only https addresses, redirects from https to https included, at most 5; a request
+  // that carries Authorization, Cookie or Idempotency-Key is not redirected. A status outside 200 to 299, a redirect
+  // that was not followed among them, is a reply and no file. HttpError when the body is cut short of the announced
+  // length, is larger than `maximumBytes` or the connection breaks; FileError when the disk refuses. Nothing is left
+  // behind then. A stop that comes after the last byte throws Cancelled and may leave the whole file. Which media the
+  // bytes are is for the caller to test.
   virtual Task<HttpReply> download(HttpRequest request, QString toPath, std::stop_token stop) = 0;
 };
 

@@ -8,8 +8,8 @@
 #include "platform/service_configuration.h"
 
 class QNetworkAccessManager;
-class QNetworkReply;
 class QNetworkRequest;
+class QSslConfiguration;
 
 namespace sorvan::platform {
 
@@ -32,6 +32,8 @@ class HttpClient final : public HttpTransport {
   QNetworkRequest prepared(const HttpRequest& request) const;
 
   std::optional<ServiceConfiguration> service;
+  // What is trusted, with a configuration.
+  std::unique_ptr<QSslConfiguration> tls;
   std::shared_ptr<QNetworkAccessManager> session;
   bool plainHttpAllowed = false;
 };

@@ -10,11 +10,12 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
-#include <SQLiteCpp/Statement.h>
 
 #include "base/sorvan_error.h"
 #include "platform/room.h"
 
+struct sqlite3;
+struct sqlite3_stmt;
 namespace SQLite {
 class Database;
 }
@@ -48,7 +49,7 @@ class Row {
   double real(int column) const;
   QString text(int column) const;
   QByteArray blob(int column) const;
-  // True when the column holds text or a blob of no bytes, or nothing.
+  // Empty when the column holds NULL.
   std::optional<QString> optionalText(int column) const;
   std::optional<double> optionalReal(int column) const;
   std::optional<qint64> optionalInteger(int column) const;
@@ -124,7 +125,8 @@ class Database {
   QStringList columns(const QString& table);
   bool hasTable(const QString& name);
 
-  // An online copy into a file that must not exist, in steps of `pages`; on the disk when it returns.
+  // An online copy into a file that must not exist; on the disk when it returns. Long: call it on a connection of its own
+  // on the pool.
   void backUpTo(const QString& target);
 
   // For what has no wrapper here.

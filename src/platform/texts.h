@@ -10,6 +10,7 @@ inline QString answerTimedOut() { return QStringLiteral("The server did not answ
 inline QString answerTooLarge() { return QStringLiteral("The answer is larger than expected."); }
 inline QString answerCutShort() { return QStringLiteral("The answer was cut short."); }
 inline QString insecureAddress() { return QStringLiteral("This address is not secure."); }
+inline QString requestCannotBeSent() { return QStringLiteral("This request cannot be sent as it stands."); }
 inline QString badServiceConfiguration(const QString& reason) {
   return QStringLiteral("The service configuration cannot be used: %1").arg(reason);
 }

@@ -125,7 +125,7 @@ Task<HttpReply> ScriptedTransport::download(HttpRequest request, QString toPath,
   if (step.problem) throw HttpError(*step.problem, step.message);
   HttpReply reply = step.answer(request);
   reply.url = request.url;
-  if (reply.succeeded()) writeDurably(toPath, std::exchange(reply.body, {}), DurableMode::Media, Replacing::NoReplace);
+  if (reply.succeeded()) writeDurably(toPath, std::exchange(reply.body, {}), DurableMode::Media);
   co_return reply;
 }
 

@@ -1,0 +1,248 @@
+#include "generation/job_runner.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+#include "base/ids.h"
+#include "generation/cancel_and_retry.h"
+#include "generation/enqueue.h"
+#include "generation/provider_link.h"
+#include "generation/registration.h"
+#include "generation/result_recovery.h"
+#include "generation/run_facts.h"
+#include "generation/run_failure.h"
+#include "generation/texts.h"
+
+namespace sorvan::generation {
+namespace {
+
+using Outputs = std::vector<GeneratedOutput>;
+
+void throwUnlessWanted(const JobQueue& queue, const QUuid& job, const std::stop_token& stop) {
+  throwIfStopped(stop);
+  const JobRef record = queue.store().job(job);
+  if (!record || record->status == jobStatus::cancelled) throw Cancelled();
+}
+
+/// A job that may have been paid for lands in the Inbox when its project is gone.
+void landInInbox(LibraryStore& store, const JobRef& job) {
+  store.context().edit(job).projectID.reset();
+  try {
+    store.save(LibraryTables::none);
+  } catch (...) {
+    store.rollBack();
+    throw;
+  }
+}
+
+/// 2. The destination, relative to the workspace.
+QString destinationFolder(LibraryStore& store, const JobRef& job, bool mayBePaid) {
+  if (!job->projectID) return WorkspaceFiles::mediaFolder(nullptr);
+  if (const ProjectRef project = store.project(*job->projectID)) return WorkspaceFiles::mediaFolder(project.get());
+  if (!mayBePaid) throw SorvanError(texts::projectUnavailable());
+  landInInbox(store, job);
+  return WorkspaceFiles::mediaFolder(nullptr);
+}
+
+/// 6. The model's name as its provider tells it, or as the catalogue does.
+QString labelOf(const JobQueue& queue, const GenerationRequest& request) {
+  const auto provider = queue.ports().providerResolver(request.provider);
+  for (const ModelOption& option : provider->listModels())
+    if (option.id == request.model) return option.name;
+  return queue.ports().models->displayName(request.model);
+}
+
+/// 2. and 6. What is known at the start.
+std::shared_ptr<RunFacts> startingFacts(JobQueue& queue, const QUuid& id, RunTrace& trace) {
+  LibraryStore& store = queue.store();
+  const JobRef job = store.hasWorkspace() ? store.job(id) : nullptr;
+  const auto request = job ? job->request() : nullptr;
+  if (!request) throw SorvanError(texts::requestMissing());
+  trace.wasInterrupted = job->detail == texts::interrupted();
+  const auto run = std::make_shared<RunFacts>(RunFacts{.job = id, .request = *request, .files = store.files()});
+  run->saveOriginal = job->saveOriginal;
+  if (job->remoteHandleData) run->handle = decodeHandle(*job->remoteHandleData);
+  const bool mayBePaid = run->handle || hasRecoverableResult(store, id) || store.extraCharges().contains(id);
+  run->mediaFolder = destinationFolder(store, job, mayBePaid);
+  run->modelLabel = labelOf(queue, *request);
+  run->fact = queue.ports().models->find(request->model);
+  run->patch = ResultRecovery::loadPatch(run->files, id);
+  return run;
+}
+
+/// 3. The result that an earlier run retained. One that is damaged or empty is downloaded again through the handle;
+/// without a handle nothing is ever submitted over it.
+std::optional<Outputs> retainedOutputs(const RunFacts& run) {
+  try {
+    auto outputs = ResultRecovery::load(run.files, run.job);
+    if (!outputs || !outputs->empty()) return outputs;
+  } catch (const ForeignRecoveryPath&) {
+    throw;
+  } catch (const SorvanError&) {
+    if (!run.handle) throw;
+  }
+  if (!run.handle) throw SorvanError(texts::invalidManifest());
+  return std::nullopt;
+}
+
+/// 4. What pays for the provider's call.
+QString paymentKey(const JobQueue& queue, const RunFacts& run) {
+  checkPayment(queue, run.request);
+  const auto key = queue.ports().keyReader(run.request.provider);
+  if (!key) throw SorvanError(texts::noWayToPay());
+  return *key;
+}
+
+/// 5. The files to send along. A reference that is gone stops only a new submission.
+std::vector<ReferenceInput> referenceInputs(const LibraryStore& store, const RunFacts& run) {
+  std::vector<ReferenceInput> inputs;
+  if (run.saveOriginal) return inputs;
+  for (const QUuid& id : run.request.referenceIDs) {
+    const AssetRef asset = store.asset(id);
+    const bool available = asset && !asset->isTrashed();
+    if (!available && !run.handle) throw SorvanError(texts::referenceUnavailable());
+    if (available) inputs.push_back(ReferenceInput{store.fileOf(*asset)});
+  }
+  return inputs;
+}
+
+/// A private folder for what is only sent: it never holds a result.
+QString temporaryPicture(const QString& kind, const QUuid& job, RunTrace& trace) {
+  const QString folder =
+      QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/sorvan-studio/tmp");
+  QDir().mkpath(folder);
+  QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  const QString path = QStringLiteral("%1/sorvan-%2-%3.png").arg(folder, kind, uuidText(job));
+  trace.temporaryFiles.append(path);
+  return path;
+}
+
+/// 7. The picture that is sent instead of the first reference when areas are marked.
+Task<> prepareMarks(JobQueue& queue, std::shared_ptr<RunFacts> run, std::shared_ptr<RunTrace> trace,
+                    std::shared_ptr<ProviderCall> call, std::stop_token stop) {
+  const bool hasMarks = run->request.markup && !run->request.markup->empty();
+  if (!hasMarks || run->handle || call->references.empty()) co_return;
+  if (!queue.ports().prepareMarks) throw SorvanError(texts::marksCannotBePrepared());
+  MarksWork work;
+  work.request = run->request;
+  work.original = call->references.front().file;
+  work.pieceFile = temporaryPicture(QStringLiteral("piece"), run->job, *trace);
+  work.markupFile = temporaryPicture(QStringLiteral("markup"), run->job, *trace);
+  const PreparedMarks prepared = co_await queue.ports().prepareMarks(work, stop);
+  call->references.front().file = prepared.file;
+  call->request = prepared.request;
+  run->patch = prepared.patch;
+  if (prepared.patch) ResultRecovery::savePatch(*prepared.patch, run->files, run->job);
+}
+
+/// 8. The job is running. A failure here comes before any charge.
+void markRunning(JobQueue& queue, const QUuid& id, const std::stop_token& stop) {
+  LibraryStore& store = queue.store();
+  throwUnlessWanted(queue, id, stop);
+  const JobRef record = store.job(id);
+  GenerationJob& job = store.context().edit(record);
+  job.status = jobStatus::generating;
+  job.detail = texts::connecting();
+  try {
+    store.save(LibraryTables::none);
+  } catch (...) {
+    store.rollBack();
+    throw;
+  }
+}
+
+/// 12. A line that is worth a save, not a failure of paid work.
+void tellDownloaded(JobQueue& queue, const QUuid& id) {
+  LibraryStore& store = queue.store();
+  const JobRef job = store.job(id);
+  if (!job || job->status == jobStatus::cancelled) return;
+  store.context().edit(job).detail = texts::resultDownloaded();
+  try {
+    store.save(LibraryTables::none);
+  } catch (...) {
+    store.keepUnsaved(job);
+    throw;
+  }
+}
+
+/// 10. to 12. The provider's outputs, retained before anything else happens to them.
+Task<Outputs> fetchedOutputs(JobQueue& queue, std::shared_ptr<const RunFacts> run, std::shared_ptr<ProviderCall> call,
+                             std::stop_token stop) {
+  // 10. The provider's call.
+  const auto provider = queue.ports().providerResolver(run->request.provider);
+  const Outputs outputs = co_await provider->generateImage(*call, stop);
+  if (outputs.empty()) throw SorvanError(texts::noOutputs());
+  // 11. The bytes are secured first; no stop is heeded here.
+  queue.store().requireWorkspaceInPlace();
+  const WorkspaceFiles files = run->files;
+  const QUuid job = run->job;
+  const auto retained = co_await onPool([outputs, files, job] {
+    ResultRecovery::save(outputs, files, job);
+    return ResultRecovery::load(files, job);
+  });
+  // 12. Told and saved.
+  tellDownloaded(queue, job);
+  co_return *retained;
+}
+
+/// 4., 5., 7., 9. Everything the provider is given.
+Task<std::shared_ptr<ProviderCall>> preparedCall(JobQueue& queue, std::shared_ptr<RunFacts> run,
+                                                 std::shared_ptr<RunTrace> trace, std::stop_token stop) {
+  // A submission whose answer was lost is never repeated here.
+  if (submissionIsUnknown(queue.store(), run->job)) throw SorvanError(texts::submissionLost());
+  const auto call = std::make_shared<ProviderCall>();
+  call->request = run->request;
+  call->resume = run->handle;
+  // 4. Payment.
+  call->key = paymentKey(queue, *run);
+  // 5. References.
+  call->references = referenceInputs(queue.store(), *run);
+  if (!run->handle) queue.store().requireRoomForResult();
+  // 7. Marks.
+  co_await prepareMarks(queue, run, trace, call, stop);
+  call->run = makeProviderLink(queue, run->job, stop);
+  co_return call;
+}
+
+Task<> runSteps(JobQueue& queue, QUuid id, std::shared_ptr<RunTrace> trace, std::stop_token stop) {
+  // 1. Still wanted?
+  throwIfStopped(stop);
+  // 2. The request, the workspace and the destination; 6. the model's label.
+  const std::shared_ptr<RunFacts> run = startingFacts(queue, id, *trace);
+  queue.noteRemoteFailure(id, std::nullopt);
+  // 3. A retained result lands without a provider.
+  std::optional<Outputs> outputs = retainedOutputs(*run);
+  // 4., 5. and 7. Payment, references and marks, for a call of the provider only.
+  std::shared_ptr<ProviderCall> call;
+  if (!outputs) call = co_await preparedCall(queue, run, trace, stop);
+  // 8. Running, on disk.
+  markRunning(queue, id, stop);
+  // 9. The start.
+  run->started = queue.store().now();
+  throwIfStopped(stop);
+  // 10. to 12. The provider, and its bytes retained.
+  if (!outputs) outputs = co_await fetchedOutputs(queue, run, call, stop);
+  // 13. Still wanted? What was paid for is safe by now.
+  throwUnlessWanted(queue, id, stop);
+  // 14. Into the library.
+  co_await registerOutputs(queue, run, *outputs, trace, stop);
+}
+
+}  // namespace
+
+Task<> runJob(JobQueue& queue, QUuid id, std::stop_token stop) {
+  const auto trace = std::make_shared<RunTrace>();
+  std::exception_ptr failure;
+  try {
+    co_await runSteps(queue, id, trace, stop);
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  if (failure) recordFailure(queue, id, *trace, failure, stop);
+  for (const QString& path : std::as_const(trace->temporaryFiles)) QFile::remove(path);
+}
+
+}  // namespace sorvan::generation
