@@ -49,6 +49,7 @@ void Settings::adopt(const QJsonObject& onDisk) {
   const QJsonObject before = std::exchange(values, merged);
   QStringList all = before.keys() + merged.keys();
   all.removeDuplicates();
+  all.sort();
   for (const QString& key : all) {
     if (before.value(key) != merged.value(key)) Q_EMIT changed(key);
   }

@@ -47,7 +47,7 @@ QString firstCharsWithinBytes(const QString& text, qsizetype bytes) {
 QString lowered(const QString& text) { return text.toLower(); }
 
 QString foldForSearch(const QString& text) {
-  // Folding before and after: decomposition can bring out capitals, and folding "ß" or "İ" can bring out marks.
+  // Folding before and after: decomposition can bring out capitals, and folding "İ" brings out a mark.
   const QString decomposed = text.toCaseFolded().normalized(QString::NormalizationForm_KD).toCaseFolded();
   QString folded;
   folded.reserve(decomposed.size());

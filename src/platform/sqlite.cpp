@@ -115,7 +115,7 @@ bool Database::hasTable(const QString& name) {
 static void copyPages(SQLite::Database& from, const QString& target) {
   SQLite::Database to(QFile::encodeName(target).toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE,
                       busyTimeoutMilliseconds);
-  to.exec("PRAGMA synchronous=FULL");
+  sqlite3_exec(to.getHandle(), "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
   SQLite::Backup backup(to, from);
   constexpr int pagesAtOnce = 4096;
   int result = SQLITE_OK;
@@ -123,6 +123,12 @@ static void copyPages(SQLite::Database& from, const QString& target) {
     result = backup.executeStep(pagesAtOnce);
     if (result == SQLITE_BUSY || result == SQLITE_LOCKED) sqlite3_sleep(20);
   } while (result != SQLITE_DONE);
+}
+
+// Best effort: what failed before is the failure to tell.
+static void removeHalfCopy(const QString& target) {
+  FileLayer::current().remove(QFile::encodeName(target));
+  FileLayer::current().remove(QFile::encodeName(target + QStringLiteral("-journal")));
 }
 
 void Database::backUpTo(const QString& target) {
@@ -133,11 +139,10 @@ void Database::backUpTo(const QString& target) {
     syncFile(target);
     syncFolder(QFileInfo(target).path());
   } catch (const SQLite::Exception& problem) {
-    QFile::remove(target);
-    QFile::remove(target + QStringLiteral("-journal"));
+    removeHalfCopy(target);
     throw failure(target, QStringLiteral("written"), problem);
   } catch (...) {
-    QFile::remove(target);
+    removeHalfCopy(target);
     throw;
   }
 }
