@@ -11,8 +11,8 @@ namespace sorvan::core {
 
 struct MediaMetadata {
   MediaType type = MediaType::image;
-  int width = 0;   ///< pixels as shown, that is after rotation; 0 for sound
-  int height = 0;  ///< pixels as shown; 0 for sound
+  int width = 0;                   ///< pixels as shown, that is after rotation; 0 for sound
+  int height = 0;                  ///< pixels as shown; 0 for sound
   std::optional<double> duration;  ///< seconds
   std::int64_t fileSize = 0;       ///< bytes
   QString mimeType;

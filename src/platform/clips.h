@@ -14,7 +14,7 @@
 namespace sorvan::platform {
 
 struct ClipFacts {
-  QSize size;                      ///< pixels as shown; 0 × 0 without a picture track
+  QSize size{0, 0};                ///< pixels as shown; 0 × 0 without a picture track
   std::optional<double> duration;  ///< seconds; empty when the file does not tell a finite one
   double framesPerSecond = 0;      ///< the picture track's nominal rate; 0 when unknown
   bool hasPicture = false;         ///< a cover picture does not count
