@@ -76,8 +76,9 @@ std::optional<ComposerDraft> ComposerSidecar::kept() const {
 }
 
 bool ComposerSidecar::hasUnsavedDraft() const {
-  if (!pending_) return false;
-  if (!lastWritten_ && file_) {
+  // Without a workspace there is no file that could fall behind, and nothing that opening one would have to wait for.
+  if (!pending_ || !file_) return false;
+  if (!lastWritten_) {
     try {
       lastWritten_ = readIfPresent(*file_).value_or(QByteArray());
     } catch (const SorvanError&) {
