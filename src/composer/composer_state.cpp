@@ -116,9 +116,9 @@ void ComposerState::reset() {
 bool ComposerState::isUntouched() const {
   const GenerationRequest start = startingRequest();
   const bool noOptions = !request_.options || request_.options->isEmpty();
-  return draft_.trimmed().isEmpty() && request_.referenceIDs.empty() && selectedModels_ == QSet<QString>{defaultModel} &&
-         request_.size == start.size && request_.count == start.count && noOptions && seedText_.isEmpty() &&
-         !request_.markup;
+  return draft_.trimmed().isEmpty() && request_.referenceIDs.empty() &&
+         selectedModels_ == QSet<QString>{defaultModel} && request_.size == start.size &&
+         request_.count == start.count && noOptions && seedText_.isEmpty() && !request_.markup;
 }
 
 void ComposerState::updateLiveDraft(const QString& text) {

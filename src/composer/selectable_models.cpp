@@ -18,14 +18,16 @@ QString modelKey(const ComparisonModel& model) { return rawValue(model.provider)
 std::vector<SelectableModel> pictureModels(const FalCatalog& catalog) {
   std::vector<SelectableModel> models;
   for (ComparisonModel& comparison : catalog.comparisonModels())
-    if (const auto record = catalog.model(comparison.model.id)) models.push_back(selectable(std::move(comparison), *record));
+    if (const auto record = catalog.model(comparison.model.id))
+      models.push_back(selectable(std::move(comparison), *record));
   return models;
 }
 
 std::vector<SelectableModel> soundModels() {
   std::vector<SelectableModel> models;
   for (const AudioKind kind : {AudioKind::voice, AudioKind::music, AudioKind::effect})
-    for (const FalModel& record : audioModels(kind)) models.push_back(selectable({ProviderID::fal, record.option()}, record));
+    for (const FalModel& record : audioModels(kind))
+      models.push_back(selectable({ProviderID::fal, record.option()}, record));
   return models;
 }
 

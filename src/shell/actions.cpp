@@ -16,7 +16,8 @@ ActionRow row(ActionId id, MenuId menu, int group, QString title, const char* ke
 void addFileRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::file;
   rows.push_back(row(ActionId::newAudio, menu, 0, texts::newAudio, "Ctrl+Shift+A", EnabledWhen::workspaceOpen));
-  rows.push_back(row(ActionId::openAnotherWorkspace, menu, 1, texts::openAnotherWorkspace, "Ctrl+O", EnabledWhen::always));
+  rows.push_back(
+      row(ActionId::openAnotherWorkspace, menu, 1, texts::openAnotherWorkspace, "Ctrl+O", EnabledWhen::always));
   rows.push_back(row(ActionId::openSettings, menu, 2, texts::settingsItem, "Ctrl+,", EnabledWhen::always));
   rows.push_back(row(ActionId::quit, menu, 3, texts::quit, "Ctrl+Q", EnabledWhen::always));
 }
@@ -40,7 +41,8 @@ void addViewRows(std::vector<ActionRow>& rows) {
   rows.push_back(row(ActionId::toggleInspector, menu, 2, texts::inspector, "F8", open, KeyScope::window, true));
   rows.push_back(row(ActionId::largerThumbnails, menu, 3, texts::larger, "Ctrl++", open));
   rows.push_back(row(ActionId::smallerThumbnails, menu, 3, texts::smaller, "Ctrl+-", open));
-  rows.push_back(row(ActionId::fullScreen, menu, 4, texts::fullScreen, "F11", EnabledWhen::always, KeyScope::window, true));
+  rows.push_back(
+      row(ActionId::fullScreen, menu, 4, texts::fullScreen, "F11", EnabledWhen::always, KeyScope::window, true));
 }
 
 void addRatingRows(std::vector<ActionRow>& rows) {
@@ -48,15 +50,18 @@ void addRatingRows(std::vector<ActionRow>& rows) {
                           ActionId::rateThree, ActionId::rateFour, ActionId::rateFive};
   for (int stars = 0; stars <= 5; ++stars) {
     const char key[] = {static_cast<char>('0' + stars), '\0'};
-    rows.push_back(row(ids[stars], MenuId::item, 1, texts::rating(stars), key, EnabledWhen::itemSelected, KeyScope::mediaView));
+    rows.push_back(
+        row(ids[stars], MenuId::item, 1, texts::rating(stars), key, EnabledWhen::itemSelected, KeyScope::mediaView));
   }
 }
 
 void addItemRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::item;
-  rows.push_back(row(ActionId::toggleFavorite, menu, 0, texts::favorite, "F", EnabledWhen::itemSelected, KeyScope::mediaView));
+  rows.push_back(
+      row(ActionId::toggleFavorite, menu, 0, texts::favorite, "F", EnabledWhen::itemSelected, KeyScope::mediaView));
   addRatingRows(rows);
-  rows.push_back(row(ActionId::reusePrompt, menu, 2, texts::reusePrompt, "R", EnabledWhen::promptKnown, KeyScope::mediaView));
+  rows.push_back(
+      row(ActionId::reusePrompt, menu, 2, texts::reusePrompt, "R", EnabledWhen::promptKnown, KeyScope::mediaView));
   rows.push_back(row(ActionId::showInFiles, menu, 2, texts::showInFiles, "", EnabledWhen::itemSelected));
   rows.push_back(row(ActionId::retryJob, menu, 3, texts::retry, "", EnabledWhen::jobCanRetry));
   rows.push_back(row(ActionId::saveResult, menu, 3, texts::saveResult, "", EnabledWhen::jobHasResult));
@@ -72,7 +77,8 @@ void addGenerateRows(std::vector<ActionRow>& rows) {
 }
 
 void addHelpRows(std::vector<ActionRow>& rows) {
-  rows.push_back(row(ActionId::keyboardShortcuts, MenuId::help, 0, texts::keyboardShortcuts, "F1", EnabledWhen::always));
+  rows.push_back(
+      row(ActionId::keyboardShortcuts, MenuId::help, 0, texts::keyboardShortcuts, "F1", EnabledWhen::always));
   rows.push_back(row(ActionId::about, MenuId::help, 1, texts::about, "", EnabledWhen::always));
 }
 
@@ -103,12 +109,18 @@ const ActionRow& actionRow(ActionId id) {
 
 QString menuTitle(MenuId menu) {
   switch (menu) {
-    case MenuId::file: return texts::fileMenu;
-    case MenuId::edit: return texts::editMenu;
-    case MenuId::view: return texts::viewMenu;
-    case MenuId::item: return texts::itemMenu;
-    case MenuId::generate: return texts::generateMenu;
-    case MenuId::help: return texts::helpMenu;
+    case MenuId::file:
+      return texts::fileMenu;
+    case MenuId::edit:
+      return texts::editMenu;
+    case MenuId::view:
+      return texts::viewMenu;
+    case MenuId::item:
+      return texts::itemMenu;
+    case MenuId::generate:
+      return texts::generateMenu;
+    case MenuId::help:
+      return texts::helpMenu;
   }
   return {};
 }

@@ -55,18 +55,18 @@ enum class MenuId { file, edit, view, item, generate, help };
 enum class EnabledWhen {
   always,
   workspaceOpen,
-  textFocused,     // a text field has the keyboard focus
+  textFocused,  // a text field has the keyboard focus
   textFocusedOrItemsShown,
   textFocusedOrJobSelected,
-  itemsShown,      // the gallery is in front and holds at least one cell
-  itemSelected,    // at least one item (no job) is selected
-  jobSelected,     // exactly one job is selected
+  itemsShown,    // the gallery is in front and holds at least one cell
+  itemSelected,  // at least one item (no job) is selected
+  jobSelected,   // exactly one job is selected
   jobCanRetry,
   jobHasResult,
   jobCanSubmitAgain,
   jobActive,
-  promptKnown,     // the selected item or job has a prompt
-  subView,         // a view that was opened from another one is in front
+  promptKnown,  // the selected item or job has a prompt
+  subView,      // a view that was opened from another one is in front
 };
 
 // Where a key works. A single letter would otherwise be stolen from the fields in which people write.
@@ -75,12 +75,12 @@ enum class KeyScope { window, mediaView };
 struct ActionRow {
   ActionId id;
   MenuId menu;
-  int group;          // rows of one menu whose group differs are parted by a separator
-  QString title;      // as the menu shows it, with its ellipsis; no mnemonic
-  QString shortcut;   // QKeySequence portable text; empty when there is none
+  int group;         // rows of one menu whose group differs are parted by a separator
+  QString title;     // as the menu shows it, with its ellipsis; no mnemonic
+  QString shortcut;  // QKeySequence portable text; empty when there is none
   KeyScope scope;
   EnabledWhen enabledWhen;
-  bool checkable;     // the menu shows a tick while `ActionsPresenter::isChecked`
+  bool checkable;  // the menu shows a tick while `ActionsPresenter::isChecked`
 };
 
 // The one table from which menus, shortcuts and the list of keys come, in menu order.

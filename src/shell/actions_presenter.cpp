@@ -22,12 +22,18 @@ constexpr int rowHeightStep = 24;
 
 int starsOf(ActionId id) {
   switch (id) {
-    case ActionId::rateOne: return 1;
-    case ActionId::rateTwo: return 2;
-    case ActionId::rateThree: return 3;
-    case ActionId::rateFour: return 4;
-    case ActionId::rateFive: return 5;
-    default: return 0;
+    case ActionId::rateOne:
+      return 1;
+    case ActionId::rateTwo:
+      return 2;
+    case ActionId::rateThree:
+      return 3;
+    case ActionId::rateFour:
+      return 4;
+    case ActionId::rateFive:
+      return 5;
+    default:
+      return 0;
   }
 }
 
@@ -80,30 +86,48 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
   const bool open = ports_.store.hasWorkspace();
   const auto job = [this] { return ports_.presenters.jobs->job(selectedJob()); };
   switch (condition) {
-    case EnabledWhen::always: return true;
-    case EnabledWhen::workspaceOpen: return open;
-    case EnabledWhen::textFocused: return textFocused_;
-    case EnabledWhen::textFocusedOrItemsShown: return textFocused_ || itemsShown();
-    case EnabledWhen::textFocusedOrJobSelected: return textFocused_ || !selectedJob().isNull();
-    case EnabledWhen::itemsShown: return itemsShown();
-    case EnabledWhen::itemSelected: return itemSelected();
-    case EnabledWhen::jobSelected: return !selectedJob().isNull();
-    case EnabledWhen::jobCanRetry: return job().canRetry;
-    case EnabledWhen::jobHasResult: return job().canSaveRawResult;
-    case EnabledWhen::jobCanSubmitAgain: return job().action == JobAction::submitAgain;
-    case EnabledWhen::jobActive: return job().action == JobAction::cancel;
-    case EnabledWhen::promptKnown: return promptKnown();
-    case EnabledWhen::subView: return open && ports_.presenters.state->mode().kind != ModeKind::gallery;
+    case EnabledWhen::always:
+      return true;
+    case EnabledWhen::workspaceOpen:
+      return open;
+    case EnabledWhen::textFocused:
+      return textFocused_;
+    case EnabledWhen::textFocusedOrItemsShown:
+      return textFocused_ || itemsShown();
+    case EnabledWhen::textFocusedOrJobSelected:
+      return textFocused_ || !selectedJob().isNull();
+    case EnabledWhen::itemsShown:
+      return itemsShown();
+    case EnabledWhen::itemSelected:
+      return itemSelected();
+    case EnabledWhen::jobSelected:
+      return !selectedJob().isNull();
+    case EnabledWhen::jobCanRetry:
+      return job().canRetry;
+    case EnabledWhen::jobHasResult:
+      return job().canSaveRawResult;
+    case EnabledWhen::jobCanSubmitAgain:
+      return job().action == JobAction::submitAgain;
+    case EnabledWhen::jobActive:
+      return job().action == JobAction::cancel;
+    case EnabledWhen::promptKnown:
+      return promptKnown();
+    case EnabledWhen::subView:
+      return open && ports_.presenters.state->mode().kind != ModeKind::gallery;
   }
   return false;
 }
 
 EnabledWhen ActionsPresenter::conditionOf(ActionId id) {
   switch (id) {
-    case ActionId::saveRawResult: return EnabledWhen::jobHasResult;
-    case ActionId::submitAgain: return EnabledWhen::jobCanSubmitAgain;
-    case ActionId::cancelJob: return EnabledWhen::jobActive;
-    default: return actionRow(id).enabledWhen;
+    case ActionId::saveRawResult:
+      return EnabledWhen::jobHasResult;
+    case ActionId::submitAgain:
+      return EnabledWhen::jobCanSubmitAgain;
+    case ActionId::cancelJob:
+      return EnabledWhen::jobActive;
+    default:
+      return actionRow(id).enabledWhen;
   }
 }
 
@@ -124,30 +148,64 @@ void ActionsPresenter::trigger(ActionId id) {
 bool ActionsPresenter::triggerForWindow(ActionId id) {
   const Presenters& p = ports_.presenters;
   switch (id) {
-    case ActionId::openAnotherWorkspace: p.welcome->chooseWorkspace(); return true;
-    case ActionId::quit: ports_.quit(); return true;
-    case ActionId::showGallery: p.state->setMode({ModeKind::gallery}); return true;
-    case ActionId::showHistory: p.state->setMode({ModeKind::activity}); return true;
-    case ActionId::goBack: p.state->goBack(); return true;
-    case ActionId::toggleSidebar: p.state->setSidebarVisible(!p.state->sidebarVisible()); return true;
-    case ActionId::toggleInspector: p.state->setInspectorVisible(!p.state->inspectorVisible()); return true;
-    case ActionId::largerThumbnails: p.state->setRowHeight(p.state->rowHeight() + rowHeightStep); return true;
-    case ActionId::smallerThumbnails: p.state->setRowHeight(p.state->rowHeight() - rowHeightStep); return true;
-    case ActionId::keyboardShortcuts: p.alerts->showInformation(texts::keyboardShortcuts, shortcutsText()); return true;
-    case ActionId::about: p.alerts->showInformation(texts::applicationName, texts::aboutText(ports_.version)); return true;
-    default: return false;
+    case ActionId::openAnotherWorkspace:
+      p.welcome->chooseWorkspace();
+      return true;
+    case ActionId::quit:
+      ports_.quit();
+      return true;
+    case ActionId::showGallery:
+      p.state->setMode({ModeKind::gallery});
+      return true;
+    case ActionId::showHistory:
+      p.state->setMode({ModeKind::activity});
+      return true;
+    case ActionId::goBack:
+      p.state->goBack();
+      return true;
+    case ActionId::toggleSidebar:
+      p.state->setSidebarVisible(!p.state->sidebarVisible());
+      return true;
+    case ActionId::toggleInspector:
+      p.state->setInspectorVisible(!p.state->inspectorVisible());
+      return true;
+    case ActionId::largerThumbnails:
+      p.state->setRowHeight(p.state->rowHeight() + rowHeightStep);
+      return true;
+    case ActionId::smallerThumbnails:
+      p.state->setRowHeight(p.state->rowHeight() - rowHeightStep);
+      return true;
+    case ActionId::keyboardShortcuts:
+      p.alerts->showInformation(texts::keyboardShortcuts, shortcutsText());
+      return true;
+    case ActionId::about:
+      p.alerts->showInformation(texts::applicationName, texts::aboutText(ports_.version));
+      return true;
+    default:
+      return false;
   }
 }
 
 bool ActionsPresenter::triggerForComposer(ActionId id) {
   ComposerPresenter& composer = *ports_.presenters.composer;
   switch (id) {
-    case ActionId::newAudio: composer.startAudio(); return true;
-    case ActionId::focusComposer: composer.focus(); return true;
-    case ActionId::generate: composer.submit(); return true;
-    case ActionId::clearComposer: composer.clear(); return true;
-    case ActionId::reusePrompt: composer.reusePrompt(*ports_.presenters.state->selection().begin()); return true;
-    default: return false;
+    case ActionId::newAudio:
+      composer.startAudio();
+      return true;
+    case ActionId::focusComposer:
+      composer.focus();
+      return true;
+    case ActionId::generate:
+      composer.submit();
+      return true;
+    case ActionId::clearComposer:
+      composer.clear();
+      return true;
+    case ActionId::reusePrompt:
+      composer.reusePrompt(*ports_.presenters.state->selection().begin());
+      return true;
+    default:
+      return false;
   }
 }
 
@@ -158,22 +216,42 @@ bool ActionsPresenter::triggerForSelection(ActionId id) {
       if (textFocused_) return false;
       p.jobs->copyDetails(selectedJob());
       return true;
-    case ActionId::selectAll: return !textFocused_ && selectAllItems();
-    case ActionId::toggleFavorite: p.inspector->toggleFavorite(); return true;
+    case ActionId::selectAll:
+      return !textFocused_ && selectAllItems();
+    case ActionId::toggleFavorite:
+      p.inspector->toggleFavorite();
+      return true;
     case ActionId::rateNone:
     case ActionId::rateOne:
     case ActionId::rateTwo:
     case ActionId::rateThree:
     case ActionId::rateFour:
-    case ActionId::rateFive: p.inspector->setRating(starsOf(id)); return true;
-    case ActionId::retryJob: p.jobs->retry(selectedJob()); return true;
-    case ActionId::saveResult: p.jobs->saveResult(selectedJob()); return true;
-    case ActionId::saveRawResult: p.jobs->saveRawResult(selectedJob()); return true;
-    case ActionId::submitAgain: p.jobs->submitAgain(selectedJob()); return true;
-    case ActionId::cancelJob: p.jobs->cancel(selectedJob()); return true;
-    case ActionId::copyJobDetails: p.jobs->copyDetails(selectedJob()); return true;
-    case ActionId::showInFiles: showInFiles(); return true;
-    default: return false;
+    case ActionId::rateFive:
+      p.inspector->setRating(starsOf(id));
+      return true;
+    case ActionId::retryJob:
+      p.jobs->retry(selectedJob());
+      return true;
+    case ActionId::saveResult:
+      p.jobs->saveResult(selectedJob());
+      return true;
+    case ActionId::saveRawResult:
+      p.jobs->saveRawResult(selectedJob());
+      return true;
+    case ActionId::submitAgain:
+      p.jobs->submitAgain(selectedJob());
+      return true;
+    case ActionId::cancelJob:
+      p.jobs->cancel(selectedJob());
+      return true;
+    case ActionId::copyJobDetails:
+      p.jobs->copyDetails(selectedJob());
+      return true;
+    case ActionId::showInFiles:
+      showInFiles();
+      return true;
+    default:
+      return false;
   }
 }
 

@@ -30,7 +30,8 @@ void AlertsPresenter::showInformation(const QString& title, const QString& text)
 }
 
 void AlertsPresenter::withdraw(quint64 id) {
-  const auto found = std::find_if(waiting_.begin(), waiting_.end(), [id](const Waiting& w) { return w.alert.id == id; });
+  const auto found =
+      std::find_if(waiting_.begin(), waiting_.end(), [id](const Waiting& w) { return w.alert.id == id; });
   if (found == waiting_.end()) return;
   waiting_.erase(found);
   advance();

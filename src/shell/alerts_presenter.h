@@ -36,8 +36,8 @@ struct Toast {
   AlertTone tone = AlertTone::information;
   QString text;
   QString secondLine;
-  QString actionTitle;   // empty: no button
-  bool stays = false;    // false: leaves after five seconds, unless hovered or focused
+  QString actionTitle;  // empty: no button
+  bool stays = false;   // false: leaves after five seconds, unless hovered or focused
 };
 
 // One alert at a time, the rest wait; nothing here runs an event loop. Main thread.

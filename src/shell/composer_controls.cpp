@@ -22,9 +22,12 @@ bool isSound(const Models& chosen) { return !chosen.empty() && makesSound(chosen
 
 QString soundKindText(const FalModel& model) {
   switch (audioKindOf(model.id).value_or(AudioKind::effect)) {
-    case AudioKind::voice: return texts::kindVoice;
-    case AudioKind::music: return texts::kindMusic;
-    case AudioKind::effect: break;
+    case AudioKind::voice:
+      return texts::kindVoice;
+    case AudioKind::music:
+      return texts::kindMusic;
+    case AudioKind::effect:
+      break;
   }
   return texts::kindEffect;
 }
@@ -50,9 +53,12 @@ ModelChoice choiceOf(const SelectableModel& model, const ComposerState& state) {
 QString placeholderOf(const Models& chosen) {
   if (!isSound(chosen)) return texts::imagePlaceholder;
   switch (audioKindOf(chosen.front().record.id).value_or(AudioKind::effect)) {
-    case AudioKind::voice: return texts::voicePlaceholder;
-    case AudioKind::music: return texts::musicPlaceholder;
-    case AudioKind::effect: break;
+    case AudioKind::voice:
+      return texts::voicePlaceholder;
+    case AudioKind::music:
+      return texts::musicPlaceholder;
+    case AudioKind::effect:
+      break;
   }
   return texts::effectPlaceholder;
 }
@@ -125,7 +131,8 @@ void fillVideoLength(ComposerDisplay& display, const ComposerState& state, const
   const auto plan = video_length::plan(state.request(), recordsOf(chosen), all);
   const QStringList offered = video_length::shared(plan);
   if (plan.empty() || offered.isEmpty()) return;
-  const bool alike = std::all_of(plan.begin(), plan.end(), [&](const auto& c) { return c.value == plan.front().value; });
+  const bool alike =
+      std::all_of(plan.begin(), plan.end(), [&](const auto& c) { return c.value == plan.front().value; });
   display.lengthShown = true;
   display.lengthLabel = alike ? video_length::label(plan.front().value) : texts::differentLengths;
   display.lengthTitle = texts::videoLength;
@@ -170,7 +177,9 @@ std::vector<ModelSection> makeModelSections(const ComposerState& state) {
   ModelSection videos{texts::videosSection, true, {}};
   ModelSection sounds{texts::audioSection, false, {}};
   for (const SelectableModel& model : state.allModels()) {
-    ModelSection& section = makesSound(model) ? sounds : model.record.output == core::MediaType::video ? videos : images;
+    ModelSection& section = makesSound(model)                               ? sounds
+                            : model.record.output == core::MediaType::video ? videos
+                                                                            : images;
     section.models.push_back(choiceOf(model, state));
   }
   std::vector<ModelSection> sections;

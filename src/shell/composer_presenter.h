@@ -16,7 +16,7 @@ struct ModelChoice {
   QString name;
   QString kindText;  // “Image”, “Video”, “Voice”, “Music”, “Sound effect”
   QString summary;
-  QString badge;     // “Top rated”, “New”, or empty
+  QString badge;  // “Top rated”, “New”, or empty
   bool chosen = false;
 };
 
@@ -28,9 +28,9 @@ struct ModelSection {
 };
 
 struct RatioChoice {
-  QString size;    // the key that `chooseSize` takes
-  QString ratio;   // “16:9”
-  QString name;    // “Landscape”
+  QString size;   // the key that `chooseSize` takes
+  QString ratio;  // “16:9”
+  QString name;   // “Landscape”
   int width = 1;
   int height = 1;
   bool offered = true;  // false: drawn dimmed, some chosen model refuses it
@@ -46,30 +46,30 @@ struct LengthChoice {
 // Everything that the dock draws beside the prompt.
 struct ComposerDisplay {
   QString placeholder;
-  QString modelLabel;      // “Select Model”, the name, “{n} models”
-  QString ratioLabel;      // “16:9”, or “set by model”
+  QString modelLabel;  // “Select Model”, the name, “{n} models”
+  QString ratioLabel;  // “16:9”, or “set by model”
   QString ratioTooltip;
   bool ratioShown = true;
   bool ratioFixed = false;  // the chip opens nothing
   std::vector<RatioChoice> ratios;
-  QString countLabel;      // “1 image”
-  QString countSuffix;     // “per model”, or empty
+  QString countLabel;   // “1 image”
+  QString countSuffix;  // “per model”, or empty
   QString countTooltip;
   bool countShown = true;
   int count = 1;
   int countMaximum = 4;
   bool lengthShown = false;
-  QString lengthLabel;     // “5 s”
+  QString lengthLabel;  // “5 s”
   QString lengthTooltip;
-  QString lengthTitle;     // “Video Length”, or “Length” for a sound
+  QString lengthTitle;  // “Video Length”, or “Length” for a sound
   QString lengthFoot;
   std::vector<LengthChoice> lengths;
   bool seedShown = true;
   QString seedText;
   QString seedTooltip;
   QString seedDetail;
-  QString destination;     // the project, or “Inbox”
-  QString submitTitle;     // “Generate”, “Generate & Compare”
+  QString destination;  // the project, or “Inbox”
+  QString submitTitle;  // “Generate”, “Generate & Compare”
   QString submitTooltip;
   bool submitEmphasised = false;  // false with an empty prompt: drawn as secondary, pressing does nothing
   bool submitBusy = false;        // the first answer about the key is awaited

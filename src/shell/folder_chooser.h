@@ -21,8 +21,7 @@ class FolderChooser {
  public:
   virtual ~FolderChooser() = default;
   // Calls `chosen` once on the main thread: with the absolute path, or with nothing when the person gave up.
-  virtual void chooseFolder(const FolderQuestion& question,
-                            std::function<void(std::optional<QString>)> chosen) = 0;
+  virtual void chooseFolder(const FolderQuestion& question, std::function<void(std::optional<QString>)> chosen) = 0;
 };
 
 }  // namespace sorvan::shell

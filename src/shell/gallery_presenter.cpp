@@ -33,9 +33,12 @@ int rank(JobState state) {
 
 CellKind cellKind(core::MediaType type) {
   switch (type) {
-    case core::MediaType::video: return CellKind::video;
-    case core::MediaType::audio: return CellKind::audio;
-    case core::MediaType::image: break;
+    case core::MediaType::video:
+      return CellKind::video;
+    case core::MediaType::audio:
+      return CellKind::audio;
+    case core::MediaType::image:
+      break;
   }
   return CellKind::image;
 }
@@ -51,12 +54,17 @@ QString itemName(const GalleryCell& cell, core::MediaType type) {
 
 QString stateText(JobState state) {
   switch (state) {
-    case JobState::queued: return texts::stateQueued;
-    case JobState::running: return texts::stateRunning;
-    case JobState::failed: return texts::stateFailed;
+    case JobState::queued:
+      return texts::stateQueued;
+    case JobState::running:
+      return texts::stateRunning;
+    case JobState::failed:
+      return texts::stateFailed;
     case JobState::cancelled:
-    case JobState::salvaging: return texts::stateCancelled;
-    case JobState::complete: return texts::stateComplete;
+    case JobState::salvaging:
+      return texts::stateCancelled;
+    case JobState::complete:
+      return texts::stateComplete;
   }
   return {};
 }
@@ -148,12 +156,15 @@ void GalleryPresenter::collectItems(std::vector<Entry>& entries) const {
 
 int GalleryPresenter::count() const { return static_cast<int>(entries_.size()); }
 QUuid GalleryPresenter::idAt(int index) const { return entries_.at(static_cast<std::size_t>(index)).id; }
-double GalleryPresenter::aspectRatioAt(int index) const { return entries_.at(static_cast<std::size_t>(index)).aspectRatio; }
+double GalleryPresenter::aspectRatioAt(int index) const {
+  return entries_.at(static_cast<std::size_t>(index)).aspectRatio;
+}
 bool GalleryPresenter::isJobAt(int index) const { return entries_.at(static_cast<std::size_t>(index)).isJob; }
 int GalleryPresenter::jobCount() const { return jobCount_; }
 
 int GalleryPresenter::indexOf(QUuid id) const {
-  const auto found = std::find_if(entries_.begin(), entries_.end(), [&id](const Entry& entry) { return entry.id == id; });
+  const auto found =
+      std::find_if(entries_.begin(), entries_.end(), [&id](const Entry& entry) { return entry.id == id; });
   return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 

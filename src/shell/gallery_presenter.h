@@ -12,7 +12,7 @@ namespace sorvan::core {
 class LibraryStore;
 struct AssetRow;
 struct GenerationJob;
-}
+}  // namespace sorvan::core
 
 namespace sorvan::shell {
 
@@ -27,12 +27,12 @@ struct GalleryCell {
   CellKind kind = CellKind::image;
   double aspectRatio = 1;  // width by height; sounds are 1.6
   QString fileName;
-  QString title;           // what a sound shows over its waveform: the prompt, else the file name
-  QString thumbnailPath;   // absolute; may name a file that is missing
-  QString filePath;        // absolute
-  QString durationText;    // “0:08” for clips and sounds
-  QString statusText;      // “Approved”; empty for “Draft”
-  QString statusToken;     // draft, shortlist, approved, final, rejected: the colour's token
+  QString title;          // what a sound shows over its waveform: the prompt, else the file name
+  QString thumbnailPath;  // absolute; may name a file that is missing
+  QString filePath;       // absolute
+  QString durationText;   // “0:08” for clips and sounds
+  QString statusText;     // “Approved”; empty for “Draft”
+  QString statusToken;    // draft, shortlist, approved, final, rejected: the colour's token
   QString modelName;
   QString costText;
   QString accessibleName;  // ‘{file name}, {kind}, {model}, {status}, {n} stars, favourite’ or the job's

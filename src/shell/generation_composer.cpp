@@ -11,6 +11,7 @@
 #include "shell/texts.h"
 #include "shell/workspace_state.h"
 
+#include <QPointer>
 #include <QRandomGenerator>
 
 #include <algorithm>
@@ -35,9 +36,12 @@ std::optional<qint64> readSeed(const QString& text) {
 
 QString whatIsMade(const FalModel& model) {
   switch (audioKindOf(model.id).value_or(AudioKind::effect)) {
-    case AudioKind::voice: return texts::theVoice;
-    case AudioKind::music: return texts::theMusic;
-    case AudioKind::effect: break;
+    case AudioKind::voice:
+      return texts::theVoice;
+    case AudioKind::music:
+      return texts::theMusic;
+    case AudioKind::effect:
+      break;
   }
   return texts::theEffect;
 }
@@ -53,7 +57,8 @@ bool hasSound(const std::vector<SelectableModel>& models) { return !models.empty
 
 }  // namespace
 
-GenerationComposer::GenerationComposer(Ports ports, QObject* parent) : ComposerPresenter(parent), ports_(std::move(ports)) {
+GenerationComposer::GenerationComposer(Ports ports, QObject* parent)
+    : ComposerPresenter(parent), ports_(std::move(ports)) {
   ComposerState& state = ports_.state;
   connect(&state, &ComposerState::changed, this, &GenerationComposer::changed);
   connect(&state, &ComposerState::changed, this, &GenerationComposer::scheduleKeeping);
@@ -61,7 +66,14 @@ GenerationComposer::GenerationComposer(Ports ports, QObject* parent) : ComposerP
   connect(&state, &ComposerState::draftReplaced, this, &GenerationComposer::draftReplaced);
   connect(&state, &ComposerState::messageChanged, this, &GenerationComposer::messageChanged);
   connect(&state, &ComposerState::focusRequested, this, &GenerationComposer::focusRequested);
-  connect(&ports_.store, &core::LibraryStore::workspaceChanged, this, &GenerationComposer::restoreKept);
+  // What was typed last belongs to the workspace that is being left; the draft of the next is known once it is open.
+  const QPointer<GenerationComposer> self(this);
+  ports_.store.beforeClose.push_back([self](core::LibraryStore&) {
+    if (self) self->keepNow();
+  });
+  ports_.store.afterOpen.push_back([self](core::LibraryStore&) {
+    if (self) self->restoreKept();
+  });
   connect(&ports_.window, &WorkspaceState::locationChanged, this, &GenerationComposer::adoptLocation);
   restoreKept();
 }
@@ -95,7 +107,8 @@ void GenerationComposer::clear() { ports_.state.reset(); }
 void GenerationComposer::setModelChosen(const QString& key, bool chosen) {
   // Pictures and clips combine with one another; a sound stands alone.
   const auto& all = ports_.state.allModels();
-  const auto model = std::find_if(all.begin(), all.end(), [&key](const auto& candidate) { return candidate.key == key; });
+  const auto model =
+      std::find_if(all.begin(), all.end(), [&key](const auto& candidate) { return candidate.key == key; });
   if (model == all.end()) return;
   if (chosen && (makesSound(*model) || hasSound(ports_.state.chosenModels()))) {
     ports_.state.chooseOnly(key);
@@ -181,7 +194,8 @@ GenerationComposer::Submission GenerationComposer::makeSubmission() const {
   return hasSound(models) ? makeSoundSubmission(models.front()) : makePictureSubmission(models);
 }
 
-GenerationComposer::Submission GenerationComposer::makePictureSubmission(const std::vector<SelectableModel>& models) const {
+GenerationComposer::Submission GenerationComposer::makePictureSubmission(
+    const std::vector<SelectableModel>& models) const {
   const ComposerState& state = ports_.state;
   Submission submission{state.request(), models, state.projectId(), state.draft(), {}};
   GenerationRequest& request = submission.request;

@@ -37,12 +37,17 @@ QString factsOf(const core::Asset& asset, Instant now) {
 
 QString jobTitle(JobState state) {
   switch (state) {
-    case JobState::queued: return texts::generationQueued;
-    case JobState::running: return texts::generationRunning;
-    case JobState::failed: return texts::generationFailed;
+    case JobState::queued:
+      return texts::generationQueued;
+    case JobState::running:
+      return texts::generationRunning;
+    case JobState::failed:
+      return texts::generationFailed;
     case JobState::cancelled:
-    case JobState::salvaging: return texts::generationCancelled;
-    case JobState::complete: return texts::generationComplete;
+    case JobState::salvaging:
+      return texts::generationCancelled;
+    case JobState::complete:
+      return texts::generationComplete;
   }
   return {};
 }
@@ -50,12 +55,21 @@ QString jobTitle(JobState state) {
 std::vector<InspectorButton> jobButtons(const JobDisplay& job) {
   std::vector<InspectorButton> buttons;
   switch (job.action) {
-    case JobAction::cancel: buttons.push_back({ActionId::cancelJob, texts::cancel, false}); break;
-    case JobAction::retry: buttons.push_back({ActionId::retryJob, texts::retry, true}); break;
-    case JobAction::saveResult: buttons.push_back({ActionId::saveResult, texts::saveResult, true}); break;
-    case JobAction::submitAgain: buttons.push_back({ActionId::submitAgain, texts::submitAgain, false}); break;
+    case JobAction::cancel:
+      buttons.push_back({ActionId::cancelJob, texts::cancel, false});
+      break;
+    case JobAction::retry:
+      buttons.push_back({ActionId::retryJob, texts::retry, true});
+      break;
+    case JobAction::saveResult:
+      buttons.push_back({ActionId::saveResult, texts::saveResult, true});
+      break;
+    case JobAction::submitAgain:
+      buttons.push_back({ActionId::submitAgain, texts::submitAgain, false});
+      break;
     case JobAction::none:
-    case JobAction::show: break;
+    case JobAction::show:
+      break;
   }
   if (job.canSaveRawResult) buttons.push_back({ActionId::saveRawResult, texts::saveRawResult, false});
   buttons.push_back({ActionId::copyJobDetails, texts::copyDetails, false});
@@ -65,7 +79,8 @@ std::vector<InspectorButton> jobButtons(const JobDisplay& job) {
 
 }  // namespace
 
-InspectorPresenter::InspectorPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs, QObject* parent)
+InspectorPresenter::InspectorPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs,
+                                       QObject* parent)
     : QObject(parent), store_(store), state_(state), jobs_(jobs) {
   connect(&store_, &core::LibraryStore::revisionChanged, this, &InspectorPresenter::scheduleChanged);
   connect(&store_, &core::LibraryStore::workspaceChanged, this, &InspectorPresenter::scheduleChanged);
@@ -109,8 +124,8 @@ InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
   display.id = id;
   display.title = asset->filename();
   display.facts = factsOf(*asset, store_.now());
-  display.previewPath = asset->type() == core::MediaType::image ? store_.fileOf(*asset)
-                                                                : store_.thumbnailOf(*asset).value_or(QString());
+  display.previewPath =
+      asset->type() == core::MediaType::image ? store_.fileOf(*asset) : store_.thumbnailOf(*asset).value_or(QString());
   display.hasRating = true;
   display.rating = asset->rating.value_or(0);
   display.favorite = asset->favorite;

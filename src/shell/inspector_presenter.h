@@ -12,7 +12,7 @@ namespace sorvan::core {
 class LibraryStore;
 struct Asset;
 struct Generation;
-}
+}  // namespace sorvan::core
 
 namespace sorvan::shell {
 
@@ -29,7 +29,7 @@ struct InspectorRow {
 
 struct InspectorSection {
   QString title;
-  QString text;                    // a paragraph, selectable; may be empty
+  QString text;  // a paragraph, selectable; may be empty
   std::vector<InspectorRow> rows;
 };
 
@@ -42,17 +42,17 @@ struct InspectorButton {
 struct InspectorDisplay {
   InspectorSubject subject = InspectorSubject::nothing;
   QUuid id;
-  QString title;          // file name, “Generation failed”, “3 items”
-  QString facts;          // “1056 × 1408 · PNG · 2.4 MB · Today 09:41”
-  QString previewPath;    // picture of the item; empty for jobs without one
+  QString title;           // file name, “Generation failed”, “3 items”
+  QString facts;           // “1056 × 1408 · PNG · 2.4 MB · Today 09:41”
+  QString previewPath;     // picture of the item; empty for jobs without one
   bool hasRating = false;  // stars and heart are shown
   int rating = 0;
   bool favorite = false;
   QString statusText;
   QString statusToken;
   JobState jobState = JobState::complete;
-  QString message;        // a job's error in full
-  QString detail;         // a job's money line, in full
+  QString message;  // a job's error in full
+  QString detail;   // a job's money line, in full
   bool canSaveRawResult = false;
   std::vector<InspectorButton> buttons;
   std::vector<InspectorSection> sections;

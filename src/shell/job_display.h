@@ -19,13 +19,13 @@ struct JobDisplay {
   JobState state = JobState::queued;
   QString modelName;
   QString prompt;
-  QString detail;       // “Waiting to start” while queued; the money line is never elided
-  QString message;      // the error, in full
-  QString destination;  // the project, or “Inbox”
-  QString startedText;  // “10:14”, or “Yesterday”, or a date
-  QString elapsedText;  // “0:14”; stands still once the job has ended
-  QString costText;     // “≈ $0.060”, or empty
-  QString thumbnailPath;  // of the first output, else of the first reference; may name a file that is missing
+  QString detail;          // “Waiting to start” while queued; the money line is never elided
+  QString message;         // the error, in full
+  QString destination;     // the project, or “Inbox”
+  QString startedText;     // “10:14”, or “Yesterday”, or a date
+  QString elapsedText;     // “0:14”; stands still once the job has ended
+  QString costText;        // “≈ $0.060”, or empty
+  QString thumbnailPath;   // of the first output, else of the first reference; may name a file that is missing
   double aspectRatio = 1;  // width by height of the expected output
   JobAction action = JobAction::none;
   QString actionTitle;  // “Retry”, “Save Result”, “Submit Again…”, “Cancel”, “Show”

@@ -16,12 +16,18 @@ constexpr double soundAspectRatio = 1.6;
 
 QString actionTitle(JobAction action) {
   switch (action) {
-    case JobAction::none: return {};
-    case JobAction::cancel: return texts::cancel;
-    case JobAction::retry: return texts::retry;
-    case JobAction::saveResult: return texts::saveResult;
-    case JobAction::submitAgain: return texts::submitAgain;
-    case JobAction::show: return texts::show;
+    case JobAction::none:
+      return {};
+    case JobAction::cancel:
+      return texts::cancel;
+    case JobAction::retry:
+      return texts::retry;
+    case JobAction::saveResult:
+      return texts::saveResult;
+    case JobAction::submitAgain:
+      return texts::submitAgain;
+    case JobAction::show:
+      return texts::show;
   }
   return {};
 }
@@ -113,9 +119,15 @@ void JobDisplays::fillOutputs(JobDisplay& display, const core::GenerationJob& jo
 void JobDisplays::fillAction(JobDisplay& display, const core::GenerationJob& job) const {
   switch (display.state) {
     case JobState::queued:
-    case JobState::running: display.action = JobAction::cancel; break;
-    case JobState::salvaging: display.action = JobAction::none; break;
-    case JobState::complete: display.action = display.outputs > 0 ? JobAction::show : JobAction::none; break;
+    case JobState::running:
+      display.action = JobAction::cancel;
+      break;
+    case JobState::salvaging:
+      display.action = JobAction::none;
+      break;
+    case JobState::complete:
+      display.action = display.outputs > 0 ? JobAction::show : JobAction::none;
+      break;
     case JobState::failed:
     case JobState::cancelled: {
       const bool retained = generation::hasRecoverableResult(store_, job.id);

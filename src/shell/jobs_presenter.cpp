@@ -22,11 +22,16 @@ bool isActive(JobState state) { return state == JobState::queued || state == Job
 
 bool belongs(JobState state, JobSegment segment) {
   switch (segment) {
-    case JobSegment::all: return true;
-    case JobSegment::inProgress: return isActive(state);
-    case JobSegment::failed: return state == JobState::failed;
-    case JobSegment::cancelled: return state == JobState::cancelled || state == JobState::salvaging;
-    case JobSegment::complete: return state == JobState::complete;
+    case JobSegment::all:
+      return true;
+    case JobSegment::inProgress:
+      return isActive(state);
+    case JobSegment::failed:
+      return state == JobState::failed;
+    case JobSegment::cancelled:
+      return state == JobState::cancelled || state == JobState::salvaging;
+    case JobSegment::complete:
+      return state == JobState::complete;
   }
   return false;
 }
@@ -92,9 +97,12 @@ void JobsPresenter::refresh() {
 
 QString JobsPresenter::groupTitle(const core::GenerationJob& job) const {
   switch (groupRank(ports_.displays.stateOf(job))) {
-    case 0: return texts::segmentInProgress;
-    case 1: return texts::groupToLookAt;
-    default: return dayTitle(job.createdAt, ports_.store.now());
+    case 0:
+      return texts::segmentInProgress;
+    case 1:
+      return texts::groupToLookAt;
+    default:
+      return dayTitle(job.createdAt, ports_.store.now());
   }
 }
 
@@ -125,11 +133,16 @@ void JobsPresenter::setSegment(JobSegment segment) {
 
 QString JobsPresenter::segmentTitle(JobSegment segment) {
   switch (segment) {
-    case JobSegment::all: return texts::segmentAll;
-    case JobSegment::inProgress: return texts::segmentInProgress;
-    case JobSegment::failed: return texts::segmentFailed;
-    case JobSegment::cancelled: return texts::segmentCancelled;
-    case JobSegment::complete: return texts::segmentComplete;
+    case JobSegment::all:
+      return texts::segmentAll;
+    case JobSegment::inProgress:
+      return texts::segmentInProgress;
+    case JobSegment::failed:
+      return texts::segmentFailed;
+    case JobSegment::cancelled:
+      return texts::segmentCancelled;
+    case JobSegment::complete:
+      return texts::segmentComplete;
   }
   return {};
 }
@@ -146,7 +159,9 @@ int JobsPresenter::indexOf(QUuid id) const {
 
 QString JobsPresenter::emptyTitle() const { return texts::noGenerations; }
 int JobsPresenter::activeCount() const { return activeCount_; }
-QString JobsPresenter::activeText() const { return activeCount_ == 0 ? QString() : texts::generatingCount(activeCount_); }
+QString JobsPresenter::activeText() const {
+  return activeCount_ == 0 ? QString() : texts::generatingCount(activeCount_);
+}
 
 void JobsPresenter::cancel(QUuid id) { generation::cancel(ports_.queue, id); }
 
@@ -155,7 +170,8 @@ void JobsPresenter::retry(QUuid id) {
   if (!question) return;
   ports_.alerts.ask(warning(texts::chargedRetryTitle, *question, texts::generate), [this, id](int button) {
     if (button == 1)
-      generation::retry(ports_.queue, id, generation::RetryChoice::decide, generation::RetryConfirmation::mayBePaidTwice);
+      generation::retry(ports_.queue, id, generation::RetryChoice::decide,
+                        generation::RetryConfirmation::mayBePaidTwice);
   });
 }
 
@@ -167,9 +183,10 @@ void JobsPresenter::saveRawResult(QUuid id) {
 }
 
 void JobsPresenter::submitAgain(QUuid id) {
-  ports_.alerts.ask(warning(texts::submitAgainTitle, texts::submitAgainText, texts::submitAgainButton), [this, id](int button) {
-    if (button == 1) generation::submitAgain(ports_.queue, id);
-  });
+  ports_.alerts.ask(warning(texts::submitAgainTitle, texts::submitAgainText, texts::submitAgainButton),
+                    [this, id](int button) {
+                      if (button == 1) generation::submitAgain(ports_.queue, id);
+                    });
 }
 
 void JobsPresenter::copyDetails(QUuid id) {
@@ -188,12 +205,23 @@ void JobsPresenter::show(QUuid id) {
 
 void JobsPresenter::perform(QUuid id, JobAction action) {
   switch (action) {
-    case JobAction::none: break;
-    case JobAction::cancel: cancel(id); break;
-    case JobAction::retry: retry(id); break;
-    case JobAction::saveResult: saveResult(id); break;
-    case JobAction::submitAgain: submitAgain(id); break;
-    case JobAction::show: show(id); break;
+    case JobAction::none:
+      break;
+    case JobAction::cancel:
+      cancel(id);
+      break;
+    case JobAction::retry:
+      retry(id);
+      break;
+    case JobAction::saveResult:
+      saveResult(id);
+      break;
+    case JobAction::submitAgain:
+      submitAgain(id);
+      break;
+    case JobAction::show:
+      show(id);
+      break;
   }
 }
 

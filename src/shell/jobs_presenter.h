@@ -10,7 +10,7 @@
 namespace sorvan::core {
 class LibraryStore;
 struct GenerationJob;
-}
+}  // namespace sorvan::core
 namespace sorvan::generation {
 class JobQueue;
 }

@@ -18,13 +18,14 @@ enum class Appearance { system, light, dark };
 
 // The page with the key: what it says now. The saved key is never shown.
 struct KeyPageDisplay {
-  QString title;        // “fal.ai Key”
+  QString title;  // “fal.ai Key”
   QString explanation;
-  QString status;       // “fal.ai key saved in Keychain”, “No key saved”
+  QString status;  // “fal.ai key saved in Keychain”, “No key saved”
   bool saved = false;
-  QString prompt;       // placeholder of the field
-  QString message;      // what the last Save or Remove came to; empty at first
-  bool busy = false;    // the key store has not answered yet
+  QString prompt;   // placeholder of the field
+  QString message;  // what the last Save or Remove came to; empty at first
+  bool messageIsError = false;
+  bool busy = false;  // the key store has not answered yet
 };
 
 // The settings window. Main thread.

@@ -82,7 +82,8 @@ SidebarDisplay SidebarPresenter::display() const {
   display.workspacePath = shortened(*root);
 
   const Counts counts = countItems(store_);
-  auto add = [&](SidebarSection section, const QString& key, const QString& title, const QString& icon, qsizetype count) {
+  auto add = [&](SidebarSection section, const QString& key, const QString& title, const QString& icon,
+                 qsizetype count) {
     const bool current = state_.mode().kind != ModeKind::activity && state_.location() == key;
     display.rows.push_back({key, section, title, icon, countText(count), {}, current});
   };
@@ -91,12 +92,17 @@ SidebarDisplay SidebarPresenter::display() const {
   add(SidebarSection::library, inboxLocation, texts::inbox, QStringLiteral("inbox"), counts.inbox);
   for (const core::ProjectRef& project : store_.projects()) {
     if (project->archived) continue;
-    add(SidebarSection::projects, uuidText(project->id), project->name, QStringLiteral("folder"), counts.projects.value(project->id));
+    add(SidebarSection::projects, uuidText(project->id), project->name, QStringLiteral("folder"),
+        counts.projects.value(project->id));
     display.rows.back().thumbnailPath = coverOf(store_, *project);
   }
   const auto active = static_cast<int>(store_.activeJobs().size());
-  display.rows.push_back({historyKey, SidebarSection::everywhere, texts::history, QStringLiteral("history"),
-                          active > 0 ? texts::activeCount(active) : QString(), {},
+  display.rows.push_back({historyKey,
+                          SidebarSection::everywhere,
+                          texts::history,
+                          QStringLiteral("history"),
+                          active > 0 ? texts::activeCount(active) : QString(),
+                          {},
                           state_.mode().kind == ModeKind::activity});
   return display;
 }

@@ -18,18 +18,18 @@ class WorkspaceState;
 enum class SidebarSection { library, projects, everywhere };
 
 struct SidebarRow {
-  QString key;           // what `choose` takes
+  QString key;  // what `choose` takes
   SidebarSection section = SidebarSection::library;
-  QString title;         // “All Media”
-  QString iconName;      // file name in the icon set, without its ending
-  QString countText;     // “2,418”, “1 active”, or empty
-  QString thumbnailPath; // a project's cover; empty: the icon
+  QString title;          // “All Media”
+  QString iconName;       // file name in the icon set, without its ending
+  QString countText;      // “2,418”, “1 active”, or empty
+  QString thumbnailPath;  // a project's cover; empty: the icon
   bool current = false;
 };
 
 struct SidebarDisplay {
   QString workspaceName;
-  QString workspacePath;  // with ~ for the home folder
+  QString workspacePath;    // with ~ for the home folder
   QString projectsTitle;    // “Projects”
   QString everywhereTitle;  // “Everywhere”
   std::vector<SidebarRow> rows;

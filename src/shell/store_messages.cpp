@@ -26,8 +26,10 @@ void StoreMessages::showError() {
   if (store_.error()) {
     const QString text = *store_.error();
     Alert alert{0, AlertTone::error, texts::errorTitle, text, {}};
-    if (store_.canRetryMetadataSave()) alert.buttons.push_back({texts::trySavingAgain, AlertButtonRole::primary, false});
-    alert.buttons.push_back({texts::ok, alert.buttons.empty() ? AlertButtonRole::primary : AlertButtonRole::plain, true});
+    if (store_.canRetryMetadataSave())
+      alert.buttons.push_back({texts::trySavingAgain, AlertButtonRole::primary, false});
+    alert.buttons.push_back(
+        {texts::ok, alert.buttons.empty() ? AlertButtonRole::primary : AlertButtonRole::plain, true});
     const int retryButton = alert.buttons.size() > 1 ? 0 : -1;
     shownError_ = alerts_.ask(std::move(alert), [this, text, retryButton](int button) {
       answered(text, button == retryButton ? Answered::tryAgain : Answered::dismissed);
@@ -39,9 +41,11 @@ void StoreMessages::showError() {
 
 void StoreMessages::answered(const QString& text, Answered answer) {
   shownError_.reset();
-  // Cleared first: a save that fails again sets the error anew, and its alert shows.
   if (store_.error() == text) store_.setError(std::nullopt);
-  if (answer == Answered::tryAgain) store_.retryMetadataSave();
+  if (answer != Answered::tryAgain) return;
+  store_.retryMetadataSave();
+  // A save that fails for the same reason reports nothing new, and must not look like one that worked.
+  if (store_.canRetryMetadataSave() && !store_.error()) store_.setError(text);
 }
 
 void StoreMessages::showNotice() {

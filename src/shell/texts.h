@@ -79,7 +79,8 @@ inline const QString everywhere = QStringLiteral("Everywhere");
 inline QString activeCount(int count) { return QStringLiteral("%1 active").arg(count); }
 inline QString generatingCount(int count) { return QStringLiteral("%1 generating").arg(count); }
 inline const QString emptyGalleryTitle = QStringLiteral("Nothing here yet");
-inline const QString emptyGalleryText = QStringLiteral("Describe an image, a clip or a sound below and press Generate.");
+inline const QString emptyGalleryText =
+    QStringLiteral("Describe an image, a clip or a sound below and press Generate.");
 inline const QString emptyFavoritesText = QStringLiteral("Items that you mark with a heart gather here.");
 inline QString itemCount(const QString& number, qsizetype count) {
   return count == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(number);
@@ -88,10 +89,12 @@ inline QString itemCount(const QString& number, qsizetype count) {
 // Welcome
 inline const QString welcomeLine = QStringLiteral("A local workspace for your AI-generated images and videos.");
 inline QString useFolder(const QString& folder) { return QStringLiteral("Use %1").arg(folder); }
-inline const QString welcomeDefaultHelp = QStringLiteral("Creates a Sorvan folder in Pictures, or opens the one already there");
+inline const QString welcomeDefaultHelp =
+    QStringLiteral("Creates a Sorvan folder in Pictures, or opens the one already there");
 inline const QString chooseAnotherFolder = QStringLiteral("Choose Another Folder…");
 inline const QString welcomeNote = QStringLiteral(
-    "Your library stays in this folder. Generating and AI analysis send the selected prompt and references to the model "
+    "Your library stays in this folder. Generating and AI analysis send the selected prompt and references to the "
+    "model "
     "provider.\nOrganising existing files needs no account or API key.");
 inline const QString openWorkspaceButton = QStringLiteral("Open Workspace");
 inline const QString openWorkspaceMessage = QStringLiteral("Choose a folder for your media and its Sorvan library.");
@@ -99,10 +102,12 @@ inline const QString openWorkspaceMessage = QStringLiteral("Choose a folder for 
 // Quitting
 inline const QString quitTitle = QStringLiteral("Work is still in progress");
 inline const QString quitText = QStringLiteral(
-    "Quitting stops files that are being imported, exported or downloaded. AI generations may continue online and still "
+    "Quitting stops files that are being imported, exported or downloaded. AI generations may continue online and "
+    "still "
     "cost credits or money. You can find saved generation requests in History.");
 inline const QString quitUnsavedText = QStringLiteral(
-    "Some changes haven’t been saved. Choose Keep Working, then open Workspace Health and choose Try Saving Again before "
+    "Some changes haven’t been saved. Choose Keep Working, then open Workspace Health and choose Try Saving Again "
+    "before "
     "quitting.\n\n");
 inline const QString keepWorking = QStringLiteral("Keep Working");
 
@@ -111,8 +116,8 @@ inline const QString ok = QStringLiteral("OK");
 inline const QString errorTitle = QStringLiteral("Something went wrong");
 inline const QString trySavingAgain = QStringLiteral("Try Saving Again");
 inline const QString unsavedBanner = QStringLiteral("Some changes haven’t been saved.");
-inline const QString temporaryWorkspaceBanner =
-    QStringLiteral("This workspace is in a folder that the system clears on its own. Keep your library in another folder.");
+inline const QString temporaryWorkspaceBanner = QStringLiteral(
+    "This workspace is in a folder that the system clears on its own. Keep your library in another folder.");
 inline const QString submitAgainTitle = QStringLiteral("Submit this request again?");
 inline const QString submitAgainText = QStringLiteral(
     "The answer to this request was lost. fal.ai may have accepted it. If it did, submitting again means paying twice. "
@@ -176,7 +181,8 @@ inline QString ratioTooltip(const QString& name) {
   return QStringLiteral("Aspect ratio: %1. Ratios must be supported by every selected model.").arg(name);
 }
 inline QString ratioNotice(const QString& name, const QString& ratio) {
-  return QStringLiteral("%1 · %2 isn’t supported by every selected model. Choose a compatible ratio below.").arg(name, ratio);
+  return QStringLiteral("%1 · %2 isn’t supported by every selected model. Choose a compatible ratio below.")
+      .arg(name, ratio);
 }
 inline QString imageCount(int count) {
   return count == 1 ? QStringLiteral("1 image") : QStringLiteral("%1 images").arg(count);
@@ -200,7 +206,8 @@ inline const QString soundLengthTooltip = QStringLiteral("Length: how long the s
 inline const QString seedTooltip =
     QStringLiteral("Seed: makes a result repeatable. Leave it empty for a different result each time.");
 inline const QString seedDetail = QStringLiteral(
-    "The same seed, prompt and settings give the same result on models that support it. Leave empty for a new result each "
+    "The same seed, prompt and settings give the same result on models that support it. Leave empty for a new result "
+    "each "
     "time.");
 inline QString everyModelLength(const QString& length) {
   return QStringLiteral("Every model will make a %1 clip.").arg(length);
@@ -222,7 +229,8 @@ inline QString promptTooLong(const QString& model, int limit) {
   return QStringLiteral("%1 takes up to %2 characters. Shorten the text, or make it in parts.").arg(model).arg(limit);
 }
 inline QString textMissing(const QString& model, const QString& field) {
-  return QStringLiteral("%1 also needs “%2”, which cannot be entered here yet. Choose another model.").arg(model, field);
+  return QStringLiteral("%1 also needs “%2”, which cannot be entered here yet. Choose another model.")
+      .arg(model, field);
 }
 inline const QString theVoice = QStringLiteral("the voice");
 inline const QString theMusic = QStringLiteral("the music");
@@ -237,6 +245,9 @@ inline const QString kindImage = QStringLiteral("Image");
 inline const QString kindVideo = QStringLiteral("Video");
 inline const QString kindAudio = QStringLiteral("Audio");
 
+// Settings
+inline const QString keyPage = QStringLiteral("fal.ai Key");
+
 // Amounts and states of items
 inline const QString oneCredit = QStringLiteral("1 credit");
 inline QString credits(const QString& number) { return QStringLiteral("%1 credits").arg(number); }
@@ -245,7 +256,9 @@ inline const QString statusShortlist = QStringLiteral("Shortlist");
 inline const QString statusApproved = QStringLiteral("Approved");
 inline const QString statusFinal = QStringLiteral("Final");
 inline const QString statusRejected = QStringLiteral("Rejected");
-inline QString stars(int count) { return count == 1 ? QStringLiteral("1 star") : QStringLiteral("%1 stars").arg(count); }
+inline QString stars(int count) {
+  return count == 1 ? QStringLiteral("1 star") : QStringLiteral("%1 stars").arg(count);
+}
 inline const QString favourite = QStringLiteral("favourite");
 inline const QString stateQueued = QStringLiteral("Queued");
 inline const QString stateRunning = QStringLiteral("Generating");

@@ -27,8 +27,8 @@ WelcomePresenter::WelcomePresenter(core::LibraryStore& store, QString defaultWor
 bool WelcomePresenter::isShown() const { return !store_.hasWorkspace(); }
 
 WelcomeDisplay WelcomePresenter::display() const {
-  return {texts::applicationName,     texts::welcomeLine,         texts::useFolder(shortName(defaultWorkspace_)),
-          texts::welcomeDefaultHelp,  texts::chooseAnotherFolder, texts::welcomeNote};
+  return {texts::applicationName,    texts::welcomeLine,         texts::useFolder(shortName(defaultWorkspace_)),
+          texts::welcomeDefaultHelp, texts::chooseAnotherFolder, texts::welcomeNote};
 }
 
 void WelcomePresenter::useDefaultWorkspace() {

@@ -11,12 +11,12 @@ class LibraryStore;
 namespace sorvan::shell {
 
 struct WelcomeDisplay {
-  QString name;              // “Sorvan Studio”
+  QString name;  // “Sorvan Studio”
   QString line;
-  QString defaultButton;     // “Use Pictures/Sorvan”
+  QString defaultButton;  // “Use Pictures/Sorvan”
   QString defaultHelp;
-  QString chooseButton;      // “Choose Another Folder…”
-  QString note;              // two lines
+  QString chooseButton;  // “Choose Another Folder…”
+  QString note;          // two lines
 };
 
 // The first page, shown while no workspace is open, and the way to another workspace. Main thread.

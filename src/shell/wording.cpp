@@ -62,20 +62,28 @@ QString costText(std::optional<double> usd, std::optional<double> credits) {
 
 QString statusText(AssetStatus status) {
   switch (status) {
-    case AssetStatus::draft: return texts::statusDraft;
-    case AssetStatus::shortlist: return texts::statusShortlist;
-    case AssetStatus::approved: return texts::statusApproved;
-    case AssetStatus::final: return texts::statusFinal;
-    case AssetStatus::rejected: return texts::statusRejected;
+    case AssetStatus::draft:
+      return texts::statusDraft;
+    case AssetStatus::shortlist:
+      return texts::statusShortlist;
+    case AssetStatus::approved:
+      return texts::statusApproved;
+    case AssetStatus::final:
+      return texts::statusFinal;
+    case AssetStatus::rejected:
+      return texts::statusRejected;
   }
   return {};
 }
 
 QString kindText(MediaType type) {
   switch (type) {
-    case MediaType::image: return texts::kindImage;
-    case MediaType::video: return texts::kindVideo;
-    case MediaType::audio: return texts::kindAudio;
+    case MediaType::image:
+      return texts::kindImage;
+    case MediaType::video:
+      return texts::kindVideo;
+    case MediaType::audio:
+      return texts::kindAudio;
   }
   return {};
 }

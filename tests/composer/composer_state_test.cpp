@@ -1,0 +1,226 @@
+#include "composer/composer_state.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "base/ids.h"
+#include "support/fake_clock.h"
+#include "support/run_task.h"
+
+namespace sorvan::composer {
+namespace {
+
+using namespace std::chrono_literals;
+
+FalModel record(const QString& id, int maxCount = 4, const QStringList& ratios = {}) {
+  FalModel model;
+  model.id = id;
+  model.name = id;
+  model.output = MediaType::image;
+  model.maxCount = maxCount;
+  if (!ratios.isEmpty()) model.sizing = SizeByAspect{QStringLiteral("aspect_ratio"), ratios};
+  return model;
+}
+
+FalModel clip(const QString& id, const QStringList& lengths) {
+  FalModel model = record(id, 1);
+  model.output = MediaType::video;
+  Setting setting;
+  setting.field = QStringLiteral("duration");
+  setting.values = lengths;
+  setting.defaultValue = lengths.front();
+  model.settings = {setting};
+  return model;
+}
+
+std::vector<SelectableModel> selectable(const std::vector<FalModel>& records) {
+  std::vector<SelectableModel> models;
+  for (const FalModel& model : records) {
+    const ComparisonModel comparison{ProviderID::fal, model.option()};
+    models.push_back({modelKey(comparison), comparison, model});
+  }
+  return models;
+}
+
+const QString nano = QStringLiteral("fal-ai/nano-banana-2");
+QString key(const char* id) { return QStringLiteral("fal.ai:") + QString::fromLatin1(id); }
+bool everything(const QUuid&) { return true; }
+bool nothing(const QUuid&) { return false; }
+
+struct ComposerStateTest : testing::Test {
+  std::shared_ptr<test::FakeClock> clock = std::make_shared<test::FakeClock>();
+  ComposerState state{selectable({record(nano), record(QStringLiteral("one"), 1),
+                                  record(QStringLiteral("square"), 4, {QStringLiteral("1:1")}),
+                                  clip(QStringLiteral("clip"), {QStringLiteral("5"), QStringLiteral("10")}),
+                                  clip(QStringLiteral("other-clip"), {QStringLiteral("5"), QStringLiteral("8")})}),
+                      clock};
+
+  void pass(std::chrono::milliseconds time) {
+    test::runPosted();
+    clock->advance(time);
+    test::runPosted();
+  }
+};
+
+TEST_F(ComposerStateTest, StartsWithItsModelShapeAndCount) {
+  EXPECT_EQ(state.request().model, nano);
+  EXPECT_EQ(state.request().size, QStringLiteral("1536x864"));
+  EXPECT_EQ(state.request().count, 1);
+  EXPECT_TRUE(state.isUntouched());
+}
+
+TEST_F(ComposerStateTest, TellsOfTypingOnlyWhenTheDraftBecomesEmptyOrStopsBeingSo) {
+  QSignalSpy changed(&state, &ComposerState::changed);
+  state.updateLiveDraft(QStringLiteral("a"));
+  state.updateLiveDraft(QStringLiteral("ab"));
+  state.updateLiveDraft(QStringLiteral("a"));
+  EXPECT_EQ(changed.count(), 1);
+  state.updateLiveDraft(QString());
+  EXPECT_EQ(changed.count(), 2);
+}
+
+TEST_F(ComposerStateTest, ANoteLeavesAfterFiveSeconds) {
+  state.report(QStringLiteral("Queued"), false);
+  pass(4900ms);
+  EXPECT_EQ(state.message(), QStringLiteral("Queued"));
+  pass(200ms);
+  EXPECT_EQ(state.message(), QString());
+}
+
+TEST_F(ComposerStateTest, AnErrorStaysUntilItIsReplaced) {
+  state.report(QStringLiteral("Wrong"), true);
+  pass(60s);
+  EXPECT_EQ(state.message(), QStringLiteral("Wrong"));
+  EXPECT_TRUE(state.messageIsError());
+}
+
+TEST_F(ComposerStateTest, AnOlderNotesTimerNeverWipesANewerNote) {
+  state.report(QStringLiteral("First"), false);
+  pass(3s);
+  state.report(QStringLiteral("Second"), false);
+  pass(3s);
+  EXPECT_EQ(state.message(), QStringLiteral("Second"));
+  pass(3s);
+  EXPECT_EQ(state.message(), QString());
+}
+
+TEST_F(ComposerStateTest, TheSameNoteAgainStaysForItsOwnFiveSeconds) {
+  state.report(QStringLiteral("Queued"), false);
+  pass(3s);
+  state.report(QStringLiteral("Queued"), false);
+  pass(3s);
+  EXPECT_EQ(state.message(), QStringLiteral("Queued"));
+}
+
+TEST_F(ComposerStateTest, AModelThatMakesOneLowersTheCountAndItStaysLow) {
+  state.setCount(4);
+  state.selectModel(key("one"), true);
+  EXPECT_EQ(state.request().count, 1);
+  state.selectModel(key("one"), false);
+  EXPECT_EQ(state.request().count, 1);
+}
+
+TEST_F(ComposerStateTest, AShapeThatAModelRefusesMovesToTheFirstThatAllTake) {
+  state.chooseOnly(key("square"));
+  EXPECT_EQ(state.request().size, QStringLiteral("1024x1024"));
+}
+
+TEST_F(ComposerStateTest, TheFirstChosenModelInCatalogueOrderIsTheRequests) {
+  state.selectModel(key("square"), true);
+  EXPECT_EQ(state.request().model, nano);
+  state.selectModel(QStringLiteral("fal.ai:") + nano, false);
+  EXPECT_EQ(state.request().model, QStringLiteral("square"));
+}
+
+TEST_F(ComposerStateTest, KeepsALengthPerModelOnlyWhereTheModelOffersIt) {
+  state.chooseOnly(key("clip"));
+  state.selectModel(key("other-clip"), true);
+  state.setLengths(
+      {{QStringLiteral("clip"), QStringLiteral("10")}, {QStringLiteral("other-clip"), QStringLiteral("10")}});
+  ASSERT_TRUE(state.request().lengthByModel);
+  EXPECT_EQ(state.request().lengthByModel->size(), 1);
+  EXPECT_EQ(state.request().lengthByModel->value(QStringLiteral("clip")), QStringLiteral("10"));
+  state.chooseOnly(key("clip"));
+  EXPECT_FALSE(state.request().lengthByModel);
+}
+
+TEST_F(ComposerStateTest, ASnapshotComesBackWhole) {
+  state.chooseOnly(key("clip"));
+  state.setOption(QStringLiteral("duration"), QStringLiteral("10"));
+  state.setSeedText(QStringLiteral("42"));
+  state.updateLiveDraft(QStringLiteral("a boat"));
+  const ComposerDraft kept = state.saved();
+  state.reset();
+  ASSERT_TRUE(state.isUntouched());
+  state.restore(kept, everything, everything);
+  EXPECT_EQ(state.draft(), QStringLiteral("a boat"));
+  EXPECT_EQ(state.seedText(), QStringLiteral("42"));
+  EXPECT_EQ(state.request().model, QStringLiteral("clip"));
+  EXPECT_EQ(state.request().options->value(QStringLiteral("duration")), QStringLiteral("10"));
+  EXPECT_TRUE(state.isExpanded());
+}
+
+TEST_F(ComposerStateTest, ASnapshotWithoutAReadableRequestChangesNothing) {
+  state.updateLiveDraft(QStringLiteral("mine"));
+  ComposerDraft kept;
+  kept.text = QStringLiteral("theirs");
+  kept.request = QByteArrayLiteral("{");
+  state.restore(kept, everything, everything);
+  EXPECT_EQ(state.draft(), QStringLiteral("mine"));
+}
+
+TEST_F(ComposerStateTest, ASnapshotWhoseModelsAreGoneComesBackWithTheDefault) {
+  ComposerDraft kept = state.saved();
+  kept.selectedModels = {QStringLiteral("fal.ai:gone")};
+  state.restore(kept, everything, everything);
+  EXPECT_EQ(state.selectedModels(), QSet<QString>{ComposerState::defaultModel});
+  EXPECT_EQ(state.request().model, nano);
+}
+
+TEST_F(ComposerStateTest, ASnapshotLosesReferencesAndProjectsThatAreGone) {
+  GenerationRequest request;
+  const QUuid asset = newUuid();
+  request.referenceIDs = {asset};
+  request.referenceBindings = std::vector{ReferenceBinding{asset, QStringLiteral("Tin"), {}, {}, {}}};
+  ComposerDraft kept = state.saved();
+  kept.request = encodeRequest(request);
+  kept.projectID = newUuid();
+  state.restore(kept, nothing, nothing);
+  EXPECT_TRUE(state.request().referenceIDs.empty());
+  EXPECT_FALSE(state.request().referenceBindings);
+  EXPECT_FALSE(state.projectId());
+}
+
+TEST_F(ComposerStateTest, ASnapshotWithoutTextComesBackWithoutImprovements) {
+  ComposerDraft kept = state.saved();
+  kept.improvements = {PromptImprovement{QStringLiteral("old"), {}, {}}};
+  state.restore(kept, everything, everything);
+  EXPECT_TRUE(state.improvements().empty());
+}
+
+TEST_F(ComposerStateTest, ClearingTheFieldDropsImprovementsForGood) {
+  ComposerDraft kept = state.saved();
+  kept.text = QStringLiteral("new");
+  kept.improvements = {PromptImprovement{QStringLiteral("old"), {}, {}}};
+  state.restore(kept, everything, everything);
+  ASSERT_EQ(state.improvements().size(), 1u);
+  state.updateLiveDraft(QString());
+  state.updateLiveDraft(QStringLiteral("new"));
+  EXPECT_TRUE(state.improvements().empty());
+}
+
+TEST_F(ComposerStateTest, FinishingAPromptKeepsModelsShapeAndCount) {
+  state.chooseOnly(key("square"));
+  state.setCount(3);
+  state.updateLiveDraft(QStringLiteral("a boat"));
+  state.setExpanded(true);
+  state.finishPrompt();
+  EXPECT_EQ(state.draft(), QString());
+  EXPECT_FALSE(state.isExpanded());
+  EXPECT_EQ(state.request().count, 3);
+  EXPECT_EQ(state.selectedModels(), QSet<QString>{key("square")});
+}
+
+}  // namespace
+}  // namespace sorvan::composer

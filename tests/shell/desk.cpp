@@ -1,0 +1,99 @@
+#include "desk.h"
+
+#include <QBuffer>
+#include <QImage>
+
+#include "catalogue/request_for_model.h"
+#include "core/workspace_opening.h"
+
+namespace sorvan::test {
+
+namespace {
+
+QByteArray smallPicture(int seed) {
+  QImage image(48, 27, QImage::Format_RGB32);
+  image.fill(QColor::fromHsv(seed * 37 % 360, 200, 200));
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  image.save(&buffer, "PNG");
+  return bytes;
+}
+
+}  // namespace
+
+base::Task<std::vector<generation::GeneratedOutput>> ScriptedProvider::generateImage(generation::ProviderCall call,
+                                                                                     std::stop_token stop) {
+  requests.push_back(call.request);
+  if (gate) co_await *gate;
+  base::throwIfStopped(stop);
+  if (failure) {
+    if (failAfterPost) co_await call.run->aboutToSubmit();
+    std::rethrow_exception(failure);
+  }
+  generation::GeneratedOutput output;
+  output.data = smallPicture(static_cast<int>(requests.size()));
+  output.ext = QStringLiteral("png");
+  std::vector<generation::GeneratedOutput> outputs;
+  outputs.push_back(std::move(output));
+  co_return outputs;
+}
+
+base::Task<> ScriptedProvider::cancelJob(core::RemoteHandle, QString, std::stop_token) { co_return; }
+
+core::LibraryStore::Services Desk::services() {
+  return {settings, clock, std::nullopt, folder / QStringLiteral("Default")};
+}
+
+generation::GenerationPorts Desk::ports() {
+  generation::GenerationPorts ports;
+  ports.providerResolver = [this](core::ProviderID) { return provider; };
+  ports.keyReader = [this](core::ProviderID) { return key; };
+  ports.billing = [] { return core::Billing{core::PayWith::ownKey, true}; };
+  ports.models = std::make_shared<catalogue::CatalogFacts>(catalog);
+  ports.forModel = [this](const core::GenerationRequest& request, const generation::ComparisonModel& model) {
+    return catalogue::requestForModel(*catalog, request, model);
+  };
+  return ports;
+}
+
+std::vector<composer::SelectableModel> Desk::models() {
+  auto models = composer::pictureModels(*catalog);
+  for (auto& sound : composer::soundModels()) models.push_back(std::move(sound));
+  return models;
+}
+
+base::Task<> Desk::awaitKey(std::stop_token stop) {
+  if (keyGate) co_await *keyGate;
+  base::throwIfStopped(stop);
+}
+
+Desk::Desk()
+    : store(services()),
+      queue(store, ports()),
+      displays(store, queue),
+      composing(models(), clock),
+      composer({store, queue, state, composing, [this](std::stop_token stop) { return awaitKey(stop); }}),
+      gallery(store, state, displays),
+      jobs({store, queue, state, alerts, displays, [this](const QString& text) { copied = text; }}),
+      inspector(store, state, displays) {
+  core::openWorkspace(store, folder / QStringLiteral("Workspace"), core::Remember::no);
+  runPosted();
+}
+
+Desk::~Desk() { runTask(queue.drain()); }
+
+void Desk::settle() {
+  runUntil([this] { return queue.runningCount() == 0 && store.activeJobs().empty(); });
+  runPosted();
+}
+
+void Desk::generate(const QString& prompt) {
+  composer.editDraft(prompt);
+  composer.submit();
+  runPosted();
+}
+
+core::JobRef Desk::newestJob() const { return store.jobs().empty() ? nullptr : store.jobs().front(); }
+
+}  // namespace sorvan::test

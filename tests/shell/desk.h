@@ -1,0 +1,85 @@
+// A whole studio without windows: a workspace in a temporary folder, a scripted provider, a clock that stands still.
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+#include "base/settings.h"
+#include "catalogue/catalog_facts.h"
+#include "catalogue/fal_catalog.h"
+#include "composer/composer_state.h"
+#include "core/library_store.h"
+#include "generation/job_queue.h"
+#include "shell/alerts_presenter.h"
+#include "shell/gallery_presenter.h"
+#include "shell/generation_composer.h"
+#include "shell/inspector_presenter.h"
+#include "shell/job_displays.h"
+#include "shell/jobs_presenter.h"
+#include "shell/workspace_state.h"
+#include "support/fake_clock.h"
+#include "support/run_task.h"
+#include "support/temporary_folder.h"
+
+namespace sorvan::test {
+
+// Answers each run with one small picture, or with the failure that was planted, once the gate is open.
+class ScriptedProvider final : public generation::GenerationProvider {
+ public:
+  explicit ScriptedProvider(std::shared_ptr<catalogue::FalCatalog> models) : catalog(std::move(models)) {}
+  std::vector<generation::ModelOption> listModels() const override { return catalog->options(); }
+  base::Task<std::vector<generation::GeneratedOutput>> generateImage(generation::ProviderCall call,
+                                                                     std::stop_token stop) override;
+  base::Task<> cancelJob(core::RemoteHandle handle, QString key, std::stop_token stop) override;
+
+  // While set, runs wait until it is finished.
+  std::optional<base::Completion> gate;
+  // While set, runs end with this.
+  std::exception_ptr failure;
+  // Whether a failing run fails after its paid POST left: the submission marker stays.
+  bool failAfterPost = false;
+  std::vector<core::GenerationRequest> requests;
+
+ private:
+  std::shared_ptr<catalogue::FalCatalog> catalog;
+};
+
+struct Desk {
+  Desk();
+  ~Desk();
+
+  // Lets everything posted run, and runs jobs to their end.
+  void settle();
+  // Types and presses Generate; then lets the press be handled, while jobs wait at the gate.
+  void generate(const QString& prompt);
+  core::JobRef newestJob() const;
+
+  TemporaryFolder folder;
+  std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
+  std::shared_ptr<base::Settings> settings = std::make_shared<base::Settings>();
+  std::shared_ptr<catalogue::FalCatalog> catalog = std::make_shared<catalogue::FalCatalog>(settings);
+  std::shared_ptr<ScriptedProvider> provider = std::make_shared<ScriptedProvider>(catalog);
+  std::optional<QString> key = QStringLiteral("test-key");
+  std::optional<base::Completion> keyGate;
+  core::LibraryStore store;
+  generation::JobQueue queue;
+  shell::WorkspaceState state;
+  shell::AlertsPresenter alerts;
+  shell::JobDisplays displays;
+  composer::ComposerState composing;
+  shell::GenerationComposer composer;
+  shell::GalleryPresenter gallery;
+  QString copied;
+  shell::JobsPresenter jobs;
+  shell::InspectorPresenter inspector;
+
+ private:
+  core::LibraryStore::Services services();
+  generation::GenerationPorts ports();
+  base::Task<> awaitKey(std::stop_token stop);
+  std::vector<composer::SelectableModel> models();
+};
+
+}  // namespace sorvan::test

@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "base/ids.h"
+#include "desk.h"
+#include "generation/result_recovery.h"
+
+namespace sorvan::shell {
+namespace {
+
+struct JobsTest : testing::Test {
+  test::Desk desk;
+  QUuid fail(const QString& prompt) {
+    desk.provider->failure = std::make_exception_ptr(base::SorvanError(QStringLiteral("Planted.")));
+    desk.generate(prompt);
+    desk.settle();
+    desk.provider->failure = nullptr;
+    return desk.newestJob()->id;
+  }
+  QUuid loseSubmission() {
+    desk.provider->failAfterPost = true;
+    desk.provider->failure = std::make_exception_ptr(generation::SubmissionUnknown(QStringLiteral("Lost.")));
+    desk.generate(QStringLiteral("a red boat"));
+    desk.settle();
+    desk.provider->failure = nullptr;
+    desk.provider->failAfterPost = false;
+    return desk.newestJob()->id;
+  }
+};
+
+TEST_F(JobsTest, GroupsWhatRunsWhatToLookAtAndTheRestByDay) {
+  fail(QStringLiteral("one"));
+  desk.generate(QStringLiteral("two"));
+  desk.settle();
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("three"));
+  ASSERT_EQ(desk.jobs.groups().size(), 3u);
+  EXPECT_EQ(desk.jobs.groups()[0].title, QStringLiteral("In progress"));
+  EXPECT_EQ(desk.jobs.groups()[1].title, QStringLiteral("To look at"));
+  EXPECT_EQ(desk.jobs.groups()[2].title, QStringLiteral("Today"));
+  EXPECT_EQ(desk.jobs.activeCount(), 1);
+  EXPECT_EQ(desk.jobs.activeText(), QStringLiteral("1 generating"));
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_EQ(desk.jobs.activeText(), QString());
+}
+
+TEST_F(JobsTest, SegmentsShowOnlyTheirOwn) {
+  fail(QStringLiteral("one"));
+  desk.generate(QStringLiteral("two"));
+  desk.settle();
+  desk.jobs.setSegment(JobSegment::failed);
+  ASSERT_EQ(desk.jobs.count(), 1);
+  EXPECT_EQ(desk.jobs.rowAt(0).state, JobState::failed);
+  desk.jobs.setSegment(JobSegment::complete);
+  ASSERT_EQ(desk.jobs.count(), 1);
+  EXPECT_EQ(desk.jobs.rowAt(0).action, JobAction::show);
+  desk.jobs.setSegment(JobSegment::cancelled);
+  EXPECT_EQ(desk.jobs.count(), 0);
+}
+
+TEST_F(JobsTest, RetrySetsAFailedJobGoingAgain) {
+  const QUuid id = fail(QStringLiteral("one"));
+  EXPECT_EQ(desk.jobs.job(id).action, JobAction::retry);
+  desk.jobs.perform(id, JobAction::retry);
+  desk.settle();
+  EXPECT_EQ(desk.jobs.job(id).state, JobState::complete);
+  EXPECT_EQ(desk.store.assets().size(), 1u);
+}
+
+TEST_F(JobsTest, CancelEndsARunningJob) {
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("one"));
+  const QUuid id = desk.newestJob()->id;
+  desk.jobs.perform(id, JobAction::cancel);
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_EQ(desk.jobs.job(id).state, JobState::cancelled);
+  EXPECT_EQ(desk.jobs.job(id).action, JobAction::retry);
+}
+
+TEST_F(JobsTest, ALostSubmissionOffersOnlySubmitAgain) {
+  const QUuid id = loseSubmission();
+  const JobDisplay job = desk.jobs.job(id);
+  EXPECT_EQ(job.action, JobAction::submitAgain);
+  EXPECT_EQ(job.actionTitle, QStringLiteral("Submit Again…"));
+  EXPECT_FALSE(job.canRetry);
+}
+
+TEST_F(JobsTest, RetryOfALostSubmissionNeverReachesTheProvider) {
+  const QUuid id = loseSubmission();
+  const std::size_t before = desk.provider->requests.size();
+  desk.jobs.retry(id);
+  desk.settle();
+  EXPECT_EQ(desk.provider->requests.size(), before);
+}
+
+TEST_F(JobsTest, SubmitAgainAsksAndSendsNothingOnCancel) {
+  const QUuid id = loseSubmission();
+  const std::size_t before = desk.provider->requests.size();
+  desk.jobs.perform(id, JobAction::submitAgain);
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_EQ(desk.alerts.current()->buttons.front().title, QStringLiteral("Cancel"));
+  desk.alerts.answer(desk.alerts.current()->id, 0);
+  desk.settle();
+  EXPECT_EQ(desk.provider->requests.size(), before);
+}
+
+TEST_F(JobsTest, SubmitAgainSendsOnceAfterAYes) {
+  const QUuid id = loseSubmission();
+  const std::size_t before = desk.provider->requests.size();
+  desk.jobs.perform(id, JobAction::submitAgain);
+  ASSERT_TRUE(desk.alerts.current());
+  desk.alerts.answer(desk.alerts.current()->id, 1);
+  desk.settle();
+  EXPECT_EQ(desk.provider->requests.size(), before + 1);
+  EXPECT_EQ(desk.jobs.job(id).state, JobState::complete);
+}
+
+TEST_F(JobsTest, ARetainedResultIsSavedWithoutTheProvider) {
+  const QUuid id = fail(QStringLiteral("one"));
+  generation::GeneratedOutput output;
+  output.data = QByteArray::fromBase64(
+      "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==");
+  output.ext = QStringLiteral("png");
+  generation::ResultRecovery::save({output}, desk.store.files(), id);
+  const JobDisplay job = desk.jobs.job(id);
+  EXPECT_EQ(job.action, JobAction::saveResult);
+  EXPECT_TRUE(job.canSaveRawResult);
+  const std::size_t before = desk.provider->requests.size();
+  desk.jobs.perform(id, JobAction::saveResult);
+  desk.settle();
+  EXPECT_EQ(desk.jobs.job(id).state, JobState::complete);
+  EXPECT_EQ(desk.provider->requests.size(), before);
+}
+
+TEST_F(JobsTest, DetailsAreCopiedForSupport) {
+  const QUuid id = fail(QStringLiteral("one"));
+  desk.jobs.copyDetails(id);
+  EXPECT_TRUE(desk.copied.contains(QStringLiteral("Job: ") + base::uuidText(id)));
+  EXPECT_TRUE(desk.copied.contains(QStringLiteral("Model: Nano Banana 2")));
+  EXPECT_EQ(desk.alerts.toasts().size(), 1u);
+}
+
+TEST_F(JobsTest, ShowSelectsTheOutputsInTheGallery) {
+  desk.generate(QStringLiteral("one"));
+  desk.settle();
+  desk.state.setMode({ModeKind::activity});
+  desk.jobs.perform(desk.newestJob()->id, JobAction::show);
+  EXPECT_EQ(desk.state.mode().kind, ModeKind::gallery);
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{desk.store.assets().front()->id});
+}
+
+TEST_F(JobsTest, AFinishedJobIsAnnouncedOnlyWhereItsResultIsNotSeen) {
+  desk.generate(QStringLiteral("one"));
+  desk.settle();
+  EXPECT_TRUE(desk.alerts.toasts().empty());
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("two"));
+  desk.state.setMode({ModeKind::activity});
+  desk.provider->gate->finish();
+  desk.settle();
+  ASSERT_EQ(desk.alerts.toasts().size(), 1u);
+  EXPECT_EQ(desk.alerts.toasts().front().text, QStringLiteral("Saved 1 image locally"));
+}
+
+}  // namespace
+}  // namespace sorvan::shell
