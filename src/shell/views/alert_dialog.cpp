@@ -78,6 +78,7 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
   auto* title = new Paragraph(alert.title, Type::title);
   column->addWidget(title);
   if (!alert.text.isEmpty()) column->addWidget(wordsOf(alert.text, metrics().alertWidth - 48 - 38));
+  column->addStretch(1);
   row->addLayout(column, 1);
   auto* buttons = new QHBoxLayout;
   buttons->setSpacing(8);

@@ -177,9 +177,6 @@ void ToastCard::leaveEvent(QEvent*) {
 
 Toaster::Toaster(AlertsPresenter& alerts, QWidget* parent) : QWidget(parent), alerts_(alerts) {
   setAccessibleName(texts::messages());
-  auto* stack = new QVBoxLayout(this);
-  stack->setContentsMargins(0, 0, 0, 0);
-  stack->setSpacing(metrics().toastGap - 2 * kToastMargin);
   connect(&alerts_, &AlertsPresenter::toastsChanged, this, &Toaster::rebuild);
   rebuild();
 }
@@ -205,7 +202,7 @@ void Toaster::rebuild() {
     auto* card = new ToastCard(toast, this);
     connect(card, &ToastCard::actionRequested, this, [this](quint64 id) { alerts_.performToastAction(id); });
     connect(card, &ToastCard::dismissed, this, [this](quint64 id) { alerts_.dismissToast(id); });
-    layout()->addWidget(card);
+    card->show();
     cards_.push_back(card);
     QAccessibleEvent announcement(card, QAccessible::Alert);
     QAccessible::updateAccessibility(&announcement);
@@ -215,11 +212,14 @@ void Toaster::rebuild() {
 
 void Toaster::place() {
   setVisible(!cards_.empty());
-  if (cards_.empty()) return;
-  layout()->activate();
-  const QSize size(metrics().toastWidth + 2 * kToastMargin, layout()->hasHeightForWidth()
-      ? layout()->heightForWidth(metrics().toastWidth + 2 * kToastMargin) : layout()->sizeHint().height());
-  setGeometry(QRect(corner_ + QPoint(kToastMargin - size.width(), kToastMargin - size.height()), size));
+  const int width = metrics().toastWidth + 2 * kToastMargin;
+  int y = 0;
+  for (ToastCard* card : cards_) {
+    card->setGeometry(0, y, width, card->layout()->heightForWidth(width));
+    y = card->geometry().bottom() + 1 - 2 * kToastMargin + metrics().toastGap;  // the shadows overlap
+  }
+  const int height = cards_.empty() ? 0 : cards_.back()->geometry().bottom() + 1;
+  setGeometry(QRect(corner_ + QPoint(kToastMargin - width, kToastMargin - height), QSize(width, height)));
   raise();
 }
 

@@ -25,8 +25,11 @@ Popover::Popover(const QString& name, QWidget* parent) : QWidget(parent), panel_
   hide();
 }
 
-void Popover::openAt(QWidget* anchor) {
+int Popover::roomAbove(QWidget* above) { return above->mapTo(above->window(), QPoint(0, 0)).y() - metrics().menuStrip - kWindowEdge; }
+
+void Popover::openAt(QWidget* anchor, QWidget* above) {
   anchor_ = anchor;
+  above_ = above;
   setParent(anchor->window());
   open_ = true;
   refit();
@@ -42,7 +45,8 @@ void Popover::refit() {
   adjustSize();
   const QRect window = parentWidget()->rect();
   const QRect anchor(anchor_->mapTo(parentWidget(), QPoint(0, 0)), anchor_->size());
-  QPoint at(anchor.left() - kShadowRoom, anchor.top() - kDistance - height() + kShadowRoom);
+  const int edge = above_ ? above_->mapTo(parentWidget(), QPoint(0, 0)).y() : anchor.top();
+  QPoint at(anchor.left() - kShadowRoom, edge - kDistance - height() + kShadowRoom);
   if (at.y() + kShadowRoom < kWindowEdge) at.setY(anchor.bottom() + kDistance - kShadowRoom);
   at.setY(std::clamp(at.y(), kWindowEdge - kShadowRoom, std::max(kWindowEdge - kShadowRoom, window.height() - height() + kShadowRoom - kWindowEdge)));
   at.setX(std::clamp(at.x(), kWindowEdge - kShadowRoom, std::max(kWindowEdge - kShadowRoom, window.width() - width() + kShadowRoom - kWindowEdge)));

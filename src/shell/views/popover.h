@@ -19,7 +19,10 @@ class Popover : public QWidget {
   // The panel inside, which holds the contents.
   QWidget* panel() const { return panel_; }
 
-  void openAt(QWidget* anchor);
+  // `above`, when given, is what the popover stands over: the dock of its chip, which stays visible.
+  void openAt(QWidget* anchor, QWidget* above = nullptr);
+  // Pixels between the window's edge and what the popover stands over.
+  static int roomAbove(QWidget* above);
   void dismiss();
   // Sizes and places it anew after the contents changed.
   void refit();
@@ -36,6 +39,7 @@ class Popover : public QWidget {
  private:
   QWidget* panel_;
   QPointer<QWidget> anchor_;
+  QPointer<QWidget> above_;
   bool open_ = false;
 };
 

@@ -46,10 +46,17 @@ struct ItemTexts {
   QString keys;
 };
 
+// The mark of a mnemonic is not painted; a doubled one stands for itself.
+QString withoutMnemonic(QString text) {
+  text.replace(u"&&"_s, QString(QChar(1)));
+  text.remove(u'&');
+  return text.replace(QChar(1), u'&');
+}
+
 ItemTexts textsOf(const QStyleOptionMenuItem& item) {
   const qsizetype tab = item.text.indexOf(u'\t');
-  if (tab < 0) return {item.text, {}};
-  return {item.text.left(tab), item.text.mid(tab + 1)};
+  if (tab < 0) return {withoutMnemonic(item.text), {}};
+  return {withoutMnemonic(item.text.left(tab)), item.text.mid(tab + 1)};
 }
 
 QColor titleColor(const QStyleOptionMenuItem& item) {
@@ -95,7 +102,7 @@ void paintMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   const bool open = item.state.testFlag(QStyle::State_Sunken) || item.state.testFlag(QStyle::State_Selected);
   if (open && enabled) paintPanel(painter, QRectF(item.rect).adjusted(0, 5, 0, -5), 5, c.stateHover);
   const QColor color = !enabled ? c.textDisabled : (open ? c.textPrimary : c.textSecondary);
-  paintText(painter, item.rect, {item.text, fontFor(Type::body), color, Qt::AlignCenter, Qt::ElideNone});
+  paintText(painter, item.rect, {withoutMnemonic(item.text), fontFor(Type::body), color, Qt::AlignCenter, Qt::ElideNone});
 }
 
 QSize menuItemSize(const QStyleOptionMenuItem& item) {
@@ -109,7 +116,7 @@ QSize menuItemSize(const QStyleOptionMenuItem& item) {
 }
 
 QSize menuBarItemSize(const QStyleOptionMenuItem& item) {
-  return QSize(textWidth(item.text, fontFor(Type::body)) + 18, metrics().menuStrip - 1);
+  return QSize(textWidth(withoutMnemonic(item.text), fontFor(Type::body)) + 18, metrics().menuStrip - 1);
 }
 
 }  // namespace sorvan::views

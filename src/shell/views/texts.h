@@ -12,6 +12,8 @@ inline QString dismiss() { return QStringLiteral("Dismiss"); }
 inline QString messages() { return QStringLiteral("Messages"); }
 inline QString close() { return QStringLiteral("Close"); }
 inline QString done() { return QStringLiteral("Done"); }
+inline QString workspace(const QString& name) { return QStringLiteral("Workspace %1").arg(name); }
+inline QString backTo(const QString& view) { return QStringLiteral("Back to %1").arg(view); }
 inline QString back() { return QStringLiteral("Back"); }
 
 // Zones of the window.
@@ -22,6 +24,7 @@ inline QString inspectorZone() { return QStringLiteral("Inspector"); }
 inline QString composerZone() { return QStringLiteral("Generation input"); }
 
 // Menu strip.
+inline QString openHistory() { return QStringLiteral("Open History"); }
 inline QString accountSettings() { return QStringLiteral("Settings"); }
 
 // Toolbar.
@@ -30,6 +33,7 @@ inline QString inspectorToggle() { return QStringLiteral("Inspector"); }
 
 // Gallery.
 inline QString galleryName() { return QStringLiteral("Gallery"); }
+inline QString placeOf(int place, int count) { return QStringLiteral("%1 of %2").arg(place).arg(count); }
 inline QString failed() { return QStringLiteral("Failed"); }
 inline QString showDetails() { return QStringLiteral("Show Details"); }
 inline QString originalMissing() { return QStringLiteral("Original missing"); }
@@ -46,13 +50,14 @@ inline QString stars(int count) {
   return count == 1 ? QStringLiteral("1 star") : QStringLiteral("%1 stars").arg(count);
 }
 inline QString favorite() { return QStringLiteral("Favorite"); }
-inline QString saveRawResult() { return QStringLiteral("Save Raw Result"); }
-inline QString copyPrompt() { return QStringLiteral("Copy Prompt"); }
 inline QString nothingSelected() { return QStringLiteral("Nothing selected"); }
 inline QString nothingSelectedHint() { return QStringLiteral("Select an item to see how it was made."); }
 
 // Composer.
 inline QString prompt() { return QStringLiteral("Prompt"); }
+inline QString kind() { return QStringLiteral("Kind"); }
+inline QString imagesAndVideo() { return QStringLiteral("Images and video"); }
+inline QString audio() { return QStringLiteral("Audio"); }
 inline QString model() { return QStringLiteral("Model"); }
 inline QString ratio() { return QStringLiteral("Ratio"); }
 inline QString count() { return QStringLiteral("Count"); }

@@ -1,0 +1,33 @@
+// The line under the toolbar that stays while it is true.
+#pragma once
+
+#include <QWidget>
+
+#include "shell/window_presenter.h"
+#include "shell/views/room.h"
+
+namespace sorvan::views {
+
+class Button;
+class Paragraph;
+
+class BannerBar final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit BannerBar(QWidget* parent = nullptr);
+  // An empty text hides it.
+  void show(const Banner& banner);
+
+ Q_SIGNALS:
+  void actionRequested();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  Paragraph* text_;
+  Button* action_;
+};
+
+}  // namespace sorvan::views

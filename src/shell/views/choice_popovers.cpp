@@ -1,0 +1,195 @@
+#include "shell/views/choice_popovers.h"
+
+#include <QAbstractButton>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "shell/views/controls.h"
+#include "shell/views/fields.h"
+#include "shell/views/icons.h"
+#include "shell/views/labels.h"
+#include "shell/views/painting.h"
+#include "shell/views/segmented_control.h"
+#include "shell/views/texts.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Buttons in a popover answer Enter like Space; a plain button would not.
+class ChoiceButton : public QAbstractButton {
+ public:
+  ChoiceButton(const QString& name, bool chosen) {
+    setCheckable(true);
+    setChecked(chosen);
+    setAutoExclusive(true);
+    setAccessibleName(name);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
+    QAbstractButton::keyPressEvent(event);
+  }
+  void paintGround(QPainter& painter) const {
+    const Colors& c = colors();
+    if (isChecked()) paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
+    else if (underMouse()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+  }
+};
+
+// A ratio drawn to scale above its name.
+class RatioButton final : public ChoiceButton {
+ public:
+  explicit RatioButton(const RatioChoice& ratio) : ChoiceButton(ratio.ratio + u", "_s + ratio.name, ratio.chosen), ratio_(ratio) {
+    setToolTip(ratio.name);
+  }
+  QSize sizeHint() const override { return {58, 54}; }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const Colors& c = colors();
+    QPainter painter(this);
+    paintGround(painter);
+    const QColor ink = !ratio_.offered ? c.textDisabled : (isChecked() ? c.accentText : c.textSecondary);
+    const QSizeF shape = QSizeF(ratio_.width, ratio_.height).scaled(20, 20, Qt::KeepAspectRatio);
+    paintRing(painter, QRectF(width() / 2.0 - shape.width() / 2, 19 - shape.height() / 2, shape.width(), shape.height()), 2, 1.5, ink);
+    paintText(painter, QRect(0, 34, width(), 15), {ratio_.ratio, fontFor(Type::caption), ink, Qt::AlignCenter});
+  }
+
+ private:
+  RatioChoice ratio_;
+};
+
+class LengthButton final : public ChoiceButton {
+ public:
+  explicit LengthButton(const LengthChoice& length) : ChoiceButton(length.label, length.chosen), label_(length.label) {}
+  QSize sizeHint() const override { return {168, metrics().menuRow}; }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    paintGround(painter);
+    paintText(painter, rect().adjusted(10, 0, -30, 0), {label_, fontFor(Type::body), colors().textPrimary});
+    if (isChecked()) paintIcon(painter, u"check"_s, QRect(width() - 26, 0, 16, height()), 14, {colors().accentText});
+  }
+
+ private:
+  QString label_;
+};
+
+Label* headingOf(const QString& text) {
+  auto* heading = new Label(text, Type::caption, &Colors::textTertiary);
+  heading->setContentsMargins(4, 0, 4, 2);
+  return heading;
+}
+
+Popover* columnPopover(const QString& name, QVBoxLayout*& column) {
+  auto* popover = new Popover(name);
+  column = new QVBoxLayout(popover->panel());
+  column->setContentsMargins(10, 10, 10, 10);
+  column->setSpacing(6);
+  column->addWidget(headingOf(name));
+  return popover;
+}
+
+}  // namespace
+
+Popover* openRatioPopover(ComposerPresenter& composer, QWidget* chip) {
+  QVBoxLayout* column = nullptr;
+  Popover* popover = columnPopover(texts::ratio(), column);
+  auto* grid = new QGridLayout;
+  grid->setSpacing(4);
+  int place = 0;
+  for (const RatioChoice& ratio : composer.display().ratios) {
+    auto* button = new RatioButton(ratio);
+    QObject::connect(button, &QAbstractButton::clicked, popover, [&composer, popover, size = ratio.size] {
+      composer.chooseSize(size);
+      popover->dismiss();
+    });
+    grid->addWidget(button, place / 4, place % 4);
+    ++place;
+  }
+  column->addLayout(grid);
+  popover->openAt(chip);
+  return popover;
+}
+
+Popover* openCountPopover(ComposerPresenter& composer, QWidget* chip) {
+  QVBoxLayout* column = nullptr;
+  Popover* popover = columnPopover(texts::count(), column);
+  const ComposerDisplay display = composer.display();
+  std::vector<Segment> numbers;
+  for (int number = 1; number <= display.countMaximum; ++number) numbers.push_back({QString::number(number), {}, {}});
+  auto* segments = new SegmentedControl(texts::count(), numbers);
+  segments->setCurrent(display.count - 1);
+  column->addWidget(segments);
+  if (!display.countTooltip.isEmpty()) {
+    auto* note = new Paragraph(display.countTooltip, Type::small, &Colors::textTertiary);
+    note->setMaximumWidth(220);
+    column->addWidget(note);
+  }
+  QObject::connect(segments, &SegmentedControl::chosen, popover, [&composer](int index) { composer.chooseCount(index + 1); });
+  popover->openAt(chip);
+  return popover;
+}
+
+Popover* openLengthPopover(ComposerPresenter& composer, QWidget* chip) {
+  const ComposerDisplay display = composer.display();
+  QVBoxLayout* column = nullptr;
+  Popover* popover = columnPopover(display.lengthTitle.isEmpty() ? texts::length() : display.lengthTitle, column);
+  auto* grid = new QGridLayout;
+  grid->setSpacing(2);
+  const int rows = display.lengths.size() > 10 ? static_cast<int>(display.lengths.size() + 1) / 2 : 10;
+  int place = 0;
+  for (const LengthChoice& length : display.lengths) {
+    auto* button = new LengthButton(length);
+    QObject::connect(button, &QAbstractButton::clicked, popover, [&composer, popover, value = length.value] {
+      composer.chooseLength(value);
+      popover->dismiss();
+    });
+    grid->addWidget(button, place % rows, place / rows);
+    ++place;
+  }
+  column->addLayout(grid);
+  if (!display.lengthFoot.isEmpty()) {
+    auto* note = new Paragraph(display.lengthFoot, Type::small, &Colors::textTertiary);
+    note->setMaximumWidth(240);
+    column->addWidget(note);
+  }
+  popover->openAt(chip);
+  return popover;
+}
+
+Popover* openSeedPopover(ComposerPresenter& composer, QWidget* chip) {
+  const ComposerDisplay display = composer.display();
+  QVBoxLayout* column = nullptr;
+  Popover* popover = columnPopover(texts::seed(), column);
+  auto* row = new QHBoxLayout;
+  auto* field = new TextField(texts::seed());
+  field->setFont(fontFor(Type::mono));
+  field->setText(display.seedText);
+  auto* roll = new IconButton(u"dices"_s, texts::rollSeed());
+  row->addWidget(field, 1);
+  row->addWidget(roll);
+  column->addLayout(row);
+  const QString words = display.seedDetail.isEmpty() ? display.seedTooltip : display.seedDetail;
+  auto* note = new Paragraph(words, Type::small, &Colors::textTertiary);
+  note->setFixedWidth(240);
+  column->addWidget(note);
+  QObject::connect(field, &QLineEdit::textEdited, popover, [&composer](const QString& text) { composer.editSeed(text); });
+  QObject::connect(field, &QLineEdit::returnPressed, popover, &Popover::dismiss);
+  QObject::connect(roll, &IconButton::clicked, popover, [&composer, field] {
+    composer.rollSeed();
+    field->setText(composer.display().seedText);
+  });
+  field->setFocus();
+  popover->openAt(chip);
+  return popover;
+}
+
+}  // namespace sorvan::views

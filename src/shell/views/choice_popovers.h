@@ -1,0 +1,15 @@
+// The small choices behind the composer's chips: ratio, count, length, seed.
+#pragma once
+
+#include "shell/composer_presenter.h"
+#include "shell/views/popover.h"
+
+namespace sorvan::views {
+
+// Each opens over its chip and deletes itself when closed. The presenter outlives them.
+Popover* openRatioPopover(ComposerPresenter& composer, QWidget* chip);
+Popover* openCountPopover(ComposerPresenter& composer, QWidget* chip);
+Popover* openLengthPopover(ComposerPresenter& composer, QWidget* chip);
+Popover* openSeedPopover(ComposerPresenter& composer, QWidget* chip);
+
+}  // namespace sorvan::views

@@ -1,0 +1,86 @@
+// The dock at the foot of the content, in which a generation is asked for.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "shell/composer_presenter.h"
+#include "shell/views/room.h"
+
+namespace sorvan::views {
+
+class Button;
+class Chip;
+class ElidedLabel;
+class IconButton;
+class Label;
+class NoticeBar;
+class Popover;
+class PromptEdit;
+class SegmentedControl;
+
+// Floats over the content: its owner places it with `heightForWidth` whenever `heightChanged` asks. Collapsed it is one
+// line; with the keyboard in it, or a draft, it opens.
+class ComposerDock final : public QWidget {
+  Q_OBJECT
+
+ public:
+  // The presenter outlives the dock.
+  explicit ComposerDock(ComposerPresenter& composer, QWidget* parent = nullptr);
+
+  // Of the panel with the room for its shadow around it.
+  int heightForWidth(int width) const override;
+  // How far the shadow reaches around the panel.
+  static constexpr int margin = 16;
+
+  void openModelPicker();
+  void focusPrompt();
+
+ Q_SIGNALS:
+  void heightChanged();
+  // Escape was pressed in the prompt: the keyboard goes back to the content.
+  void left();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void build();
+  void connectControls();
+  void refresh();
+  void refreshChips(const ComposerDisplay& display);
+  void refreshNotices(const ComposerDisplay& display);
+  void refreshMessage();
+  void chooseKind(int index);
+  void arrange();
+  int arrangeCollapsed(int width, bool place) const;
+  int arrangeExpanded(int width, bool place) const;
+  int placeControls(int left, int right, int top, bool place) const;
+  void fitChips(int room) const;
+  void open(Popover* popover);
+
+  ComposerPresenter& composer_;
+  ComposerDisplay display_;
+  SegmentedControl* kind_;
+  SegmentedControl* kindIcons_;
+  QWidget* destination_;
+  ElidedLabel* destinationName_;
+  IconButton* clear_;
+  IconButton* collapse_;
+  PromptEdit* prompt_;
+  Chip* model_;
+  Chip* ratio_;
+  Chip* length_;
+  Chip* count_;
+  Chip* seed_;
+  Button* submit_;
+  QWidget* messageIcon_;
+  ElidedLabel* message_;
+  std::vector<NoticeBar*> notices_;
+  std::vector<QString> noticeTexts_;
+  QPointer<Popover> popover_;
+  QTimer messageLeaves_;
+};
+
+}  // namespace sorvan::views

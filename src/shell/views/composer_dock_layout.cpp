@@ -1,0 +1,167 @@
+// Where the dock's controls stand, collapsed and open.
+#include <QPainter>
+
+#include "shell/views/composer_dock.h"
+#include "shell/views/controls.h"
+#include "shell/views/feedback.h"
+#include "shell/views/labels.h"
+#include "shell/views/painting.h"
+#include "shell/views/prompt_edit.h"
+#include "shell/views/segmented_control.h"
+#include "shell/views/texts.h"
+
+namespace sorvan::views {
+
+namespace {
+
+constexpr int kPadX = 12;
+constexpr int kPadTop = 10;
+constexpr int kPadBottom = 12;
+constexpr int kRowGap = 10;
+constexpr int kChipGap = 6;
+constexpr int kNoticeGap = 5;
+constexpr int kSubmitHeight = 34;
+constexpr int kMessageHeight = 22;
+
+void put(QWidget* widget, int x, int y, int width, int height) { widget->setGeometry(x, y, width, height); }
+
+// Centres a widget of its own size on a row.
+void centre(QWidget* widget, int x, int y, int rowHeight, int width) {
+  const int height = widget->sizeHint().height();
+  put(widget, x, y + (rowHeight - height) / 2, width, height);
+}
+
+}  // namespace
+
+int ComposerDock::heightForWidth(int width) const {
+  const int inner = width - 2 * margin;
+  const int panel = display_.expanded ? arrangeExpanded(inner, false) : arrangeCollapsed(inner, false);
+  return panel + 2 * margin;
+}
+
+void ComposerDock::resizeEvent(QResizeEvent*) { arrange(); }
+
+void ComposerDock::arrange() {
+  const bool open = display_.expanded;
+  for (QWidget* widget : std::initializer_list<QWidget*>{kind_, destination_, clear_, collapse_}) widget->setVisible(open);
+  kindIcons_->setVisible(!open);
+  length_->setVisible(open && display_.lengthShown);
+  count_->setVisible(open && display_.countShown);
+  seed_->setVisible(open && display_.seedShown);
+  ratio_->setVisible(display_.ratioShown);
+  const bool message = !message_->text().isEmpty();
+  message_->setVisible(message);
+  messageIcon_->setVisible(message);
+  const int inner = width() - 2 * margin;
+  if (open) arrangeExpanded(inner, true);
+  else arrangeCollapsed(inner, true);
+}
+
+int ComposerDock::arrangeCollapsed(int width, bool place) const {
+  const int row = metrics().composerCollapsed - 2;
+  const bool message = !message_->text().isEmpty();
+  int height = metrics().composerCollapsed;
+  for (const NoticeBar* notice : notices_) Q_UNUSED(notice);
+  if (message) height += kMessageHeight + 4;
+  if (!place) return height;
+  for (NoticeBar* notice : notices_) notice->hide();
+  const int left = margin + kPadX - 2;
+  int right = margin + width - kPadX + 2;
+  const int submitWidth = submit_->sizeHint().width();
+  centre(submit_, right - submitWidth, margin + 1, row, submitWidth);
+  right -= submitWidth + kRowGap;
+  const int promptLeft = left + kindIcons_->sizeHint().width() + kRowGap;
+  fitChips((right - promptLeft) / 2);
+  for (Chip* chip : {ratio_, model_}) {
+    if (!chip->isVisibleTo(this)) continue;
+    right -= chip->width();
+    centre(chip, right, margin + 1, row, chip->width());
+    right -= kRowGap;
+  }
+  centre(kindIcons_, left, margin + 1, row, kindIcons_->sizeHint().width());
+  const int line = lineHeight(Type::prompt);
+  const int promptWidth = std::max(60, right - promptLeft);
+  put(prompt_, promptLeft, margin + 1 + (row - line) / 2, promptWidth, line);
+  prompt_->setPlaceholderText(QFontMetrics(prompt_->font()).elidedText(display_.placeholder, Qt::ElideRight, promptWidth - 4));
+  if (message) {
+    centre(messageIcon_, left + 4, margin + row, kMessageHeight, metrics().iconSmall);
+    centre(message_, left + 24, margin + row, kMessageHeight, width - 2 * kPadX - 24);
+  }
+  return height;
+}
+
+int ComposerDock::arrangeExpanded(int width, bool place) const {
+  const int left = margin + kPadX;
+  const int right = margin + width - kPadX;
+  int y = margin + kPadTop;
+  const int head = metrics().controlCompact;
+  if (place) {
+    centre(kind_, left, y, head, kind_->sizeHint().width());
+    centre(collapse_, right - head, y, head, head);
+    centre(clear_, right - 2 * head - 4, y, head, head);
+    const int room = right - 2 * head - 16 - (left + kind_->sizeHint().width() + kRowGap);
+    const int wished = std::min(destination_->sizeHint().width(), std::max(0, room));
+    centre(destination_, right - 2 * head - 16 - wished, y, head, wished);
+  }
+  y += head + kRowGap;
+  const int promptWidth = right - left - 8;
+  const int promptHeight = prompt_->wishedHeight(promptWidth);
+  if (place) put(prompt_, left + 4, y, promptWidth, promptHeight), prompt_->setPlaceholderText(display_.placeholder);
+  y += promptHeight + kRowGap;
+  for (NoticeBar* notice : notices_) {
+    const int height = std::max(32, notice->heightForWidth(right - left));
+    if (place) put(notice, left, y, right - left, height), notice->show();
+    y += height + kNoticeGap;
+  }
+  if (!notices_.empty()) y += kRowGap - kNoticeGap;
+  y = placeControls(left, right, y, place);
+  if (!message_->text().isEmpty()) {
+    if (place) {
+      centre(messageIcon_, left + 4, y + 6, kMessageHeight, metrics().iconSmall);
+      centre(message_, left + 24, y + 6, kMessageHeight, right - left - 28);
+    }
+    y += 6 + kMessageHeight;
+  }
+  return y + kPadBottom - margin;
+}
+
+int ComposerDock::placeControls(int left, int right, int top, bool place) const {
+  if (!place) return top + kSubmitHeight;
+  const int submitWidth = submit_->sizeHint().width();
+  put(submit_, right - submitWidth, top, submitWidth, kSubmitHeight);
+  const int room = right - submitWidth - kRowGap - left;
+  fitChips(room);
+  int x = left;
+  for (Chip* chip : {model_, ratio_, length_, count_, seed_}) {
+    if (!chip->isVisibleTo(this)) continue;
+    centre(chip, x, top, kSubmitHeight, chip->width());
+    x += chip->width() + kChipGap;
+  }
+  return top + kSubmitHeight;
+}
+
+// Chips never wrap: when the row is short, the count loses its suffix, then the model's name is shortened.
+void ComposerDock::fitChips(int room) const {
+  int used = -kChipGap;
+  for (Chip* chip : {model_, ratio_, length_, count_, seed_}) {
+    if (!chip->isVisibleTo(this)) continue;
+    chip->resize(chip->sizeHint());
+    used += chip->width() + kChipGap;
+  }
+  if (used > room && count_->isVisibleTo(this) && !display_.countSuffix.isEmpty()) {
+    const int before = count_->width();
+    const int suffix = kChipGap + textWidth(display_.countSuffix, fontFor(Type::small));
+    count_->resize(before - suffix, count_->height());
+    used -= suffix;
+  }
+  if (used > room) model_->resize(std::max(model_->minimumSizeHint().width(), model_->width() - (used - room)), model_->height());
+}
+
+void ComposerDock::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QRect panel = rect().adjusted(margin, margin, -margin, -margin);
+  paintShadow(painter, panel, metrics().radiusDock, colors().dockShadow);
+  paintPanel(painter, panel, metrics().radiusDock, colors().surfaceRaised, colors().lineDefault);
+}
+
+}  // namespace sorvan::views

@@ -1,0 +1,248 @@
+#include "shell/views/history_view.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+#include "shell/views/focus_ring.h"
+#include "shell/views/history_row.h"
+#include "shell/views/icons.h"
+#include "shell/views/job_cell.h"
+#include "shell/views/labels.h"
+#include "shell/views/painting.h"
+#include "shell/views/segmented_control.h"
+#include "shell/views/texts.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kHeading = 36;
+constexpr int kFrame = 40;
+constexpr int kColumnHeads = 30;
+
+// The names of the columns, over the list.
+class ColumnHeads final : public QWidget {
+ public:
+  ColumnHeads() { setFixedHeight(kColumnHeads); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const HistoryColumns columns(width());
+    const QFont font = fontFor(Type::caption, Weight::semibold);
+    const QColor ink = colors().textTertiary;
+    paintText(painter, QRect(columns.words, 0, columns.wordsEnd - columns.words, height()), {texts::generationColumn(), font, ink});
+    paintText(painter, QRect(columns.model, 0, columns.modelEnd - columns.model, height()), {texts::modelColumn(), font, ink});
+    paintText(painter, QRect(columns.startedEnd - 80, 0, 80, height()), {texts::startedColumn(), font, ink, Qt::AlignRight | Qt::AlignVCenter});
+    if (columns.costEnd != columns.startedEnd)
+      paintText(painter, QRect(columns.costEnd - 80, 0, 80, height()), {texts::costColumn(), font, ink, Qt::AlignRight | Qt::AlignVCenter});
+    painter.fillRect(QRect(0, height() - 1, width(), 1), colors().lineSubtle);
+  }
+};
+
+}  // namespace
+
+HistoryList::HistoryList(HistorySource& source, ThumbnailStore& thumbnails, QWidget* parent)
+    : QAbstractScrollArea(parent), source_(source), thumbnails_(thumbnails) {
+  describePaintedLists();
+  setAccessibleName(texts::historyTitle());
+  setProperty(ownFocusProperty, true);
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::StrongFocus);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  viewport()->setMouseTracking(true);
+  viewport()->setAutoFillBackground(false);
+  connect(&source_, &HistorySource::layoutChanged, this, &HistoryList::relayout);
+  connect(&source_, &HistorySource::contentChanged, viewport(), qOverload<>(&QWidget::update));
+  connect(&thumbnails_, &ThumbnailStore::loaded, viewport(), qOverload<>(&QWidget::update));
+  connect(&motion_, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
+  relayout();
+}
+
+void HistoryList::relayout() {
+  groups_ = source_.groups();
+  groupTops_.clear();
+  int y = 0;
+  for (const JobGroup& group : groups_) {
+    groupTops_.push_back(y);
+    y += kHeading + group.count * historyRowHeight;
+  }
+  contentHeight_ = y;
+  verticalScrollBar()->setRange(0, std::max(0, contentHeight_ + bottomInset_ - viewport()->height()));
+  verticalScrollBar()->setPageStep(viewport()->height());
+  verticalScrollBar()->setSingleStep(historyRowHeight / 2);
+  viewport()->update();
+}
+
+void HistoryList::setBottomInset(int pixels) {
+  bottomInset_ = pixels;
+  relayout();
+}
+
+void HistoryList::setSelected(QUuid job) {
+  selected_ = job;
+  viewport()->update();
+}
+
+void HistoryList::resizeEvent(QResizeEvent*) { relayout(); }
+void HistoryList::scrollContentsBy(int, int) { viewport()->update(); }
+
+QRect HistoryList::cellRect(int index) const {
+  for (size_t number = 0; number < groups_.size(); ++number) {
+    const JobGroup& group = groups_[number];
+    if (index < group.first || index >= group.first + group.count) continue;
+    const int top = groupTops_[number] + kHeading + (index - group.first) * historyRowHeight;
+    return {0, top - verticalScrollBar()->value(), viewport()->width(), historyRowHeight};
+  }
+  return {};
+}
+
+int HistoryList::rowAt(QPoint point) const {
+  const int y = point.y() + verticalScrollBar()->value();
+  for (size_t number = 0; number < groups_.size(); ++number) {
+    const int first = groupTops_[number] + kHeading;
+    if (y >= first && y < first + groups_[number].count * historyRowHeight) return groups_[number].first + (y - first) / historyRowHeight;
+  }
+  return -1;
+}
+
+std::pair<int, int> HistoryList::visibleRange() const {
+  const int top = verticalScrollBar()->value();
+  const int bottom = top + viewport()->height();
+  int first = source_.count();
+  int end = 0;
+  for (size_t number = 0; number < groups_.size(); ++number) {
+    const JobGroup& group = groups_[number];
+    const int rows = groupTops_[number] + kHeading;
+    const int from = std::clamp((top - rows) / historyRowHeight, 0, group.count);
+    const int to = std::clamp((bottom - rows) / historyRowHeight + 1, 0, group.count);
+    if (bottom < rows || from >= to) continue;
+    first = std::min(first, group.first + from);
+    end = std::max(end, group.first + to);
+  }
+  return {std::min(first, end), end};
+}
+
+void HistoryList::paintEvent(QPaintEvent* event) {
+  const Colors& c = colors();
+  QPainter painter(viewport());
+  painter.fillRect(event->rect(), c.surfaceCanvas);
+  if (source_.count() == 0) {
+    const QRect view = viewport()->rect();
+    paintIcon(painter, u"history"_s, view.adjusted(0, -40, 0, -40), 28, {c.textTertiary});
+    paintText(painter, view, {source_.emptyTitle(), fontFor(Type::title), c.textPrimary, Qt::AlignCenter});
+    return;
+  }
+  for (size_t number = 0; number < groups_.size(); ++number) {
+    const QRect head(16, groupTops_[number] - verticalScrollBar()->value(), viewport()->width() - 32, kHeading);
+    if (!head.intersects(viewport()->rect())) continue;
+    const int used = paintText(painter, head.adjusted(0, 8, 0, 0), {groups_[number].title, fontFor(Type::body, Weight::semibold), c.textPrimary});
+    paintText(painter, head.adjusted(used + 8, 8, 0, 0), {QString::number(groups_[number].count), fontFor(Type::small), c.textTertiary});
+  }
+  bool moves = false;
+  const auto [first, end] = visibleRange();
+  for (int index = first; index < std::min(end, source_.count()); ++index) {
+    const JobDisplay job = source_.rowAt(index);
+    moves = moves || isMoving(job);
+    HistoryRowLook look{job.id == selected_, index == hovered_, index == hovered_ && hoversButton_, {}};
+    look.thumbnail = thumbnails_.picture(job.thumbnailPath, {}, 128);
+    paintHistoryRow(painter, cellRect(index), job, look);
+  }
+  if (moves && !Theme::instance().reducedMotion()) motion_.start(kFrame);
+  else motion_.stop();
+}
+
+void HistoryList::select(int index) {
+  if (index < 0 || index >= source_.count()) return;
+  const QRect row = cellRect(index);
+  if (row.top() < 0) verticalScrollBar()->setValue(verticalScrollBar()->value() + row.top() - kHeading);
+  const int low = viewport()->height() - bottomInset_;
+  if (row.bottom() > low) verticalScrollBar()->setValue(verticalScrollBar()->value() + row.bottom() - low);
+  Q_EMIT selected(source_.idAt(index));
+  announceCurrentRow(*this, index);
+}
+
+void HistoryList::mousePressEvent(QMouseEvent* event) {
+  const QPoint point = event->position().toPoint();
+  const int index = rowAt(point);
+  if (index < 0) return;
+  const JobDisplay job = source_.rowAt(index);
+  if (historyButton(cellRect(index), job).contains(point)) Q_EMIT actionRequested(job.id, job.action);
+  else select(index);
+}
+
+void HistoryList::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint point = event->position().toPoint();
+  hovered_ = rowAt(point);
+  hoversButton_ = hovered_ >= 0 && historyButton(cellRect(hovered_), source_.rowAt(hovered_)).contains(point);
+  viewport()->update();
+}
+
+void HistoryList::keyPressEvent(QKeyEvent* event) {
+  const int now = source_.indexOf(selected_);
+  switch (event->key()) {
+    case Qt::Key_Down: return select(std::min(source_.count() - 1, now + 1));
+    case Qt::Key_Up: return select(std::max(0, now - 1));
+    case Qt::Key_Home: return select(0);
+    case Qt::Key_End: return select(source_.count() - 1);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (now >= 0) performRowAction(now, source_.rowAt(now).actionTitle);
+      return;
+    case Qt::Key_Escape: Q_EMIT escapePressed(); return;
+    default: QAbstractScrollArea::keyPressEvent(event);
+  }
+}
+
+QString HistoryList::rowName(int index) const {
+  const JobDisplay job = source_.rowAt(index);
+  return job.prompt + u", "_s + job.modelName;
+}
+
+QString HistoryList::rowDescription(int index) const {
+  const JobDisplay job = source_.rowAt(index);
+  return job.detail.isEmpty() ? job.message : job.detail;
+}
+
+QStringList HistoryList::rowActions(int index) const {
+  const JobDisplay job = source_.rowAt(index);
+  QStringList names{selectRowAction};
+  if (!job.actionTitle.isEmpty()) names.append(job.actionTitle);
+  return names;
+}
+
+void HistoryList::performRowAction(int index, const QString& action) {
+  const JobDisplay job = source_.rowAt(index);
+  if (action == selectRowAction) Q_EMIT selected(job.id);
+  else if (!action.isEmpty() && action == job.actionTitle && job.action != JobAction::cancel) Q_EMIT actionRequested(job.id, job.action);
+}
+
+HistoryView::HistoryView(HistorySource& source, ThumbnailStore& thumbnails, QWidget* parent) : QWidget(parent) {
+  std::vector<Segment> segments;
+  for (const JobSegment segment : {JobSegment::all, JobSegment::inProgress, JobSegment::failed, JobSegment::cancelled, JobSegment::complete})
+    segments.push_back({JobsPresenter::segmentTitle(segment), {}, {}});
+  segments_ = new SegmentedControl(texts::historyFilter(), segments, ControlSize::compact);
+  list_ = new HistoryList(source, thumbnails);
+  auto* row = new QHBoxLayout;
+  row->setContentsMargins(16, 9, 16, 9);
+  row->addWidget(segments_);
+  row->addStretch(1);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addLayout(row);
+  column->addWidget(new Hairline);
+  column->addWidget(new ColumnHeads);
+  column->addWidget(list_, 1);
+  connect(segments_, &SegmentedControl::chosen, this, [this](int index) { Q_EMIT segmentChosen(static_cast<JobSegment>(index)); });
+}
+
+void HistoryView::setSegment(JobSegment segment) { segments_->setCurrent(static_cast<int>(segment)); }
+
+void HistoryView::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().surfaceCanvas); }
+
+}  // namespace sorvan::views

@@ -1,0 +1,233 @@
+#include "shell/views/inspector_parts.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "shell/views/icons.h"
+#include "shell/views/painting.h"
+#include "shell/views/texts.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kStarStep = 18;
+constexpr int kLabelColumn = 92;
+
+// The heading of a section: its title and a chevron; a press folds the section.
+class SectionHead final : public QAbstractButton {
+ public:
+  explicit SectionHead(const QString& title) {
+    setText(title);
+    setCheckable(true);
+    setChecked(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setFixedHeight(20);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  }
+  QSize sizeHint() const override { return {80, 20}; }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const Colors& c = colors();
+    QPainter painter(this);
+    const int used = paintText(painter, rect(), {text(), fontFor(Type::small, Weight::semibold), c.textSecondary});
+    if (!underMouse() && isChecked()) return;
+    paintIcon(painter, isChecked() ? u"chevron-down"_s : u"chevron-right"_s, QRect(used + 6, 0, 14, height()), 14, {c.textTertiary});
+  }
+};
+
+}  // namespace
+
+QColor statusColor(const QString& token) {
+  const Colors& c = colors();
+  if (token == u"shortlist"_s) return c.statusShortlist;
+  if (token == u"approved"_s) return c.statusApproved;
+  if (token == u"final"_s) return c.statusFinal;
+  return token == u"rejected"_s ? c.statusRejected : c.statusDraft;
+}
+
+// PreviewPicture
+
+PreviewPicture::PreviewPicture(ThumbnailStore& thumbnails, QWidget* parent) : QAbstractButton(parent), thumbnails_(thumbnails) {
+  setAccessibleName(texts::openPreview());
+  setToolTip(texts::openPreview());
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setFixedHeight(214);
+  connect(&thumbnails_, &ThumbnailStore::loaded, this, qOverload<>(&QWidget::update));
+}
+
+void PreviewPicture::setPath(const QString& path) {
+  path_ = path;
+  update();
+}
+
+void PreviewPicture::paintEvent(QPaintEvent*) {
+  const Colors& c = colors();
+  QPainter painter(this);
+  paintPanel(painter, rect(), metrics().radiusControl, c.surfaceSurround);
+  const auto answer = thumbnails_.picture(path_, {}, qRound(640 * devicePixelRatioF()));
+  if (answer.state == ThumbnailStore::State::missing)
+    paintIcon(painter, u"triangle-alert"_s, rect(), 20, {c.textTertiary});
+  if (answer.state != ThumbnailStore::State::ready) return;
+  const QSizeF size = QSizeF(answer.picture.size()).scaled(QSizeF(width(), height()), Qt::KeepAspectRatio);
+  const QRectF place((width() - size.width()) / 2, (height() - size.height()) / 2, size.width(), size.height());
+  paintCover(painter, place, size.width() >= width() - 1 ? metrics().radiusControl : 0, answer.picture);
+  if (!underMouse() && !hasFocus()) return;
+  const QRect corner(width() - 30, 6, 24, 24);
+  paintPanel(painter, corner, metrics().radiusSmall, c.pictureBadge);
+  paintIcon(painter, u"maximize"_s, corner, 14, {c.pictureBadgeText});
+}
+
+// StarRow
+
+StarRow::StarRow(QWidget* parent) : QWidget(parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  setAccessibleName(texts::rating());
+  setStars(0);
+}
+
+void StarRow::setStars(int stars) {
+  stars_ = stars;
+  setAccessibleDescription(texts::stars(stars));
+  update();
+}
+
+int StarRow::starAt(double x) const { return std::clamp(static_cast<int>(x / kStarStep) + 1, 1, 5); }
+
+void StarRow::paintEvent(QPaintEvent*) {
+  const Colors& c = colors();
+  QPainter painter(this);
+  const int shown = hovered_ > 0 ? hovered_ : stars_;
+  for (int star = 0; star < 5; ++star) {
+    const QRect place(star * kStarStep, 0, 16, height());
+    const bool full = star < shown;
+    paintIcon(painter, u"star"_s, place, 15, {full ? c.rating : c.textTertiary, full ? IconFill::filled : IconFill::outline});
+  }
+}
+
+void StarRow::mousePressEvent(QMouseEvent* event) {
+  const int star = starAt(event->position().x());
+  Q_EMIT chosen(star == stars_ ? 0 : star);
+}
+
+void StarRow::mouseMoveEvent(QMouseEvent* event) {
+  hovered_ = starAt(event->position().x());
+  update();
+}
+
+void StarRow::leaveEvent(QEvent*) {
+  hovered_ = 0;
+  update();
+}
+
+void StarRow::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  if (key == Qt::Key_Right || key == Qt::Key_Up) Q_EMIT chosen(std::min(5, stars_ + 1));
+  else if (key == Qt::Key_Left || key == Qt::Key_Down) Q_EMIT chosen(std::max(0, stars_ - 1));
+  else if (key >= Qt::Key_0 && key <= Qt::Key_5) Q_EMIT chosen(key - Qt::Key_0);
+  else QWidget::keyPressEvent(event);
+}
+
+// HeartButton
+
+HeartButton::HeartButton(QWidget* parent) : QAbstractButton(parent) {
+  setCheckable(true);
+  setAccessibleName(texts::favorite());
+  setToolTip(texts::favorite() + u"  F"_s);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void HeartButton::paintEvent(QPaintEvent*) {
+  const Colors& c = colors();
+  QPainter painter(this);
+  if (underMouse()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+  paintIcon(painter, u"heart"_s, rect(), 16, {isChecked() ? c.favorite : c.textSecondary, isChecked() ? IconFill::filled : IconFill::outline});
+}
+
+// StatusView
+
+StatusView::StatusView(const QString& text, const QString& token, QWidget* parent) : QWidget(parent), text_(text), token_(token) {
+  setAccessibleName(text);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize StatusView::sizeHint() const { return {textWidth(text_, fontFor(Type::small, Weight::medium)) + 16, 18}; }
+
+void StatusView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  paintPanel(painter, QRectF(0, height() / 2.0 - 4, 8, 8), 4, statusColor(token_));
+  paintText(painter, rect().adjusted(14, 0, 1, 0), {text_, fontFor(Type::small, Weight::medium), colors().textPrimary});
+}
+
+// InspectorSectionView
+
+InspectorSectionView::InspectorSectionView(const InspectorSection& section, QWidget* parent) : QWidget(parent), head_(new QWidget), body_(new QWidget) {
+  auto* head = new SectionHead(section.title);
+  auto* headRow = new QHBoxLayout(head_);
+  headRow->setContentsMargins(0, 0, 0, 0);
+  headRow->setSpacing(4);
+  headRow->addWidget(head, 1);
+  connect(head, &QAbstractButton::toggled, body_, &QWidget::setVisible);
+  auto* body = new QVBoxLayout(body_);
+  body->setContentsMargins(0, 0, 0, 0);
+  body->setSpacing(8);
+  if (!section.text.isEmpty()) {
+    text_ = new Paragraph(section.text, Type::small);
+    text_->setSelectable(true);
+    body->addWidget(text_);
+  }
+  if (!section.rows.empty()) body->addWidget(buildRows(section));
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(16, 10, 16, 12);
+  column->setSpacing(6);
+  column->addWidget(head_);
+  column->addWidget(body_);
+  setAccessibleName(section.title);
+}
+
+QWidget* InspectorSectionView::buildRows(const InspectorSection& section) {
+  auto* rows = new QWidget;
+  auto* grid = new QGridLayout(rows);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setHorizontalSpacing(10);
+  grid->setVerticalSpacing(5);
+  grid->setColumnMinimumWidth(0, kLabelColumn);
+  grid->setColumnStretch(1, 1);
+  int number = 0;
+  for (const InspectorRow& row : section.rows) {
+    auto* label = new Label(row.label, Type::small, &Colors::textTertiary);
+    grid->addWidget(label, number, 0, Qt::AlignTop);
+    Paragraph* value = row.monospaced ? nullptr : new Paragraph(row.value, Type::small);
+    ElidedLabel* shortened = row.monospaced ? new ElidedLabel(Type::mono, &Colors::textPrimary, Qt::ElideMiddle) : nullptr;
+    if (value) value->setSelectable(true), value->setMinimumWidth(40), grid->addWidget(value, number, 1);
+    if (shortened) shortened->setText(row.value), grid->addWidget(shortened, number, 1, Qt::AlignTop);
+    values_.push_back(value);
+    monospaced_.push_back(shortened);
+    ++number;
+  }
+  return rows;
+}
+
+void InspectorSectionView::setWords(const InspectorSection& section) {
+  if (text_ && text_->paragraph() != section.text) text_->setParagraph(section.text);
+  for (size_t index = 0; index < values_.size() && index < section.rows.size(); ++index) {
+    const QString& words = section.rows[index].value;
+    if (values_[index] && values_[index]->paragraph() != words) values_[index]->setParagraph(words);
+    if (monospaced_[index]) monospaced_[index]->setText(words);
+  }
+}
+
+void InspectorSectionView::addHeadAction(QWidget* action) { head_->layout()->addWidget(action); }
+
+}  // namespace sorvan::views

@@ -1,0 +1,275 @@
+#include "shell/views/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QTextEdit>
+
+#include "shell/actions_presenter.h"
+#include "shell/inspector_presenter.h"
+#include "shell/sidebar_presenter.h"
+#include "shell/views/alert_dialog.h"
+#include "shell/views/desktop_folder_chooser.h"
+#include "shell/views/focus_ring.h"
+#include "shell/views/gallery_source.h"
+#include "shell/views/icons.h"
+#include "shell/views/jobs_source.h"
+#include "shell/views/library_view.h"
+#include "shell/views/menu_strip.h"
+#include "shell/views/menus.h"
+#include "shell/views/settings_dialog.h"
+#include "shell/views/texts.h"
+#include "shell/views/welcome_view.h"
+#include "shell/welcome_presenter.h"
+#include "shell/window_presenter.h"
+#include "shell/workspace_state.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+constexpr QSize kFirstSize(1440, 900);
+constexpr QSize kSmallestSize(1024, 680);
+}
+
+MainWindow::MainWindow(Presenters presenters, QWidget* parent)
+    : QMainWindow(parent), on_(presenters), wallSource_(std::make_unique<GallerySource>(*on_.gallery)),
+      historySource_(std::make_unique<JobsSource>(*on_.jobs)), folders_(std::make_unique<DesktopFolderChooser>(this)) {
+  setWindowIcon(windowIcon());
+  build();
+  bindWindow();
+  bindSidebar();
+  bindGallery();
+  bindInspector();
+  bindHistory();
+  bindAsset();
+  bindActions();
+  refreshLayout();
+  refreshPage();
+  new AlertHost(*on_.alerts, this);
+  new FocusRing(this);
+}
+
+MainWindow::~MainWindow() { on_.welcome->setFolderChooser(nullptr); }
+
+void MainWindow::build() {
+  setMinimumSize(kSmallestSize);
+  resize(kFirstSize);
+  strip_ = new MenuStrip;
+  setMenuWidget(strip_);
+  pages_ = new QStackedWidget;
+  welcome_ = new WelcomeView(on_.welcome->display());
+  library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts});
+  pages_->addWidget(welcome_);
+  pages_->addWidget(library_);
+  setCentralWidget(pages_);
+  pages_->installEventFilter(this);
+}
+
+void MainWindow::bindWindow() {
+  const auto retitle = [this] {
+    setWindowTitle(on_.window->title());
+    setAccessibleName(on_.window->accessibleName());
+    library_->banner().show(on_.window->banner());
+    library_->resize(library_->size());
+    refreshLayout();
+  };
+  connect(on_.window, &WindowPresenter::changed, this, retitle);
+  connect(on_.window, &WindowPresenter::quitAgreed, this, [this] {
+    mayClose_ = true;
+    close();
+  });
+  connect(on_.window, &WindowPresenter::raiseRequested, this, [this] {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+  });
+  connect(&library_->banner(), &BannerBar::actionRequested, on_.window, &WindowPresenter::performBannerAction);
+  on_.welcome->setFolderChooser(folders_.get());
+  connect(on_.welcome, &WelcomePresenter::shownChanged, this, &MainWindow::refreshPage);
+  connect(welcome_, &WelcomeView::defaultChosen, on_.welcome, &WelcomePresenter::useDefaultWorkspace);
+  connect(welcome_, &WelcomeView::anotherFolderChosen, on_.welcome, &WelcomePresenter::chooseWorkspace);
+  connect(welcome_, &WelcomeView::folderDropped, on_.welcome, &WelcomePresenter::openFolder);
+  connect(on_.jobs, &JobsPresenter::activeChanged, this, [this] { strip_->setActivity(on_.jobs->activeText()); });
+  connect(strip_, &MenuStrip::activityPressed, this, [this] { on_.actions->trigger(ActionId::showHistory); });
+  connect(strip_, &MenuStrip::settingsPressed, this, &MainWindow::openSettings);
+  strip_->setActivity(on_.jobs->activeText());
+  retitle();
+}
+
+void MainWindow::bindSidebar() {
+  SidebarView& sidebar = library_->sidebar();
+  connect(on_.sidebar, &SidebarPresenter::changed, &sidebar, [this, &sidebar] { sidebar.show(on_.sidebar->display()); });
+  connect(&sidebar, &SidebarView::chosen, on_.sidebar, &SidebarPresenter::choose);
+  connect(&sidebar, &SidebarView::workspacePressed, this, [this] { on_.actions->trigger(ActionId::openAnotherWorkspace); });
+  sidebar.show(on_.sidebar->display());
+}
+
+void MainWindow::bindGallery() {
+  MediaWall& wall = library_->wall();
+  connect(&wall, &MediaWall::selectionRequested, on_.state, &WorkspaceState::select);
+  connect(&wall, &MediaWall::opened, this, &MainWindow::openCell);
+  connect(&wall, &MediaWall::jobActionRequested, on_.jobs, &JobsPresenter::perform);
+  connect(&wall, &MediaWall::jobDismissed, on_.gallery, &GalleryPresenter::dismissJob);
+  connect(&wall, &MediaWall::menuRequested, this, [this](QPoint place) { menus_->openItemMenu(place, this); });
+  connect(on_.state, &WorkspaceState::selectionChanged, &wall, [this, &wall] { wall.setSelection(on_.state->selection()); });
+  connect(on_.state, &WorkspaceState::layoutChanged, this, &MainWindow::refreshLayout);
+  connect(on_.state, &WorkspaceState::modeChanged, this, &MainWindow::refreshPage);
+  connect(on_.state, &WorkspaceState::locationChanged, this, &MainWindow::refreshPage);
+  connect(on_.gallery, &GalleryPresenter::layoutChanged, this, &MainWindow::refreshToolbar);
+  ToolbarView& toolbar = library_->toolbar();
+  connect(&toolbar, &ToolbarView::rowHeightChosen, on_.state, &WorkspaceState::setRowHeight);
+  connect(&toolbar, &ToolbarView::inspectorToggled, this, [this] { on_.state->setInspectorVisible(!on_.state->inspectorVisible()); });
+  connect(library_, &LibraryView::inspectorCrowded, this, [this] { on_.state->setInspectorVisible(false); });
+  connect(&toolbar, &ToolbarView::backPressed, this, [this] { on_.actions->trigger(ActionId::goBack); });
+  wall.setSelection(on_.state->selection());
+}
+
+void MainWindow::bindInspector() {
+  InspectorView& pane = library_->inspector();
+  connect(on_.inspector, &InspectorPresenter::changed, &pane, [this, &pane] { pane.show(on_.inspector->display()); });
+  connect(&pane, &InspectorView::actionRequested, on_.actions, &ActionsPresenter::trigger);
+  connect(&pane, &InspectorView::ratingChosen, on_.inspector, &InspectorPresenter::setRating);
+  connect(&pane, &InspectorView::favoriteToggled, on_.inspector, &InspectorPresenter::toggleFavorite);
+  connect(&pane, &InspectorView::previewOpened, this, &MainWindow::openAsset);
+  pane.show(on_.inspector->display());
+}
+
+void MainWindow::bindHistory() {
+  HistoryView& history = library_->history();
+  connect(&history, &HistoryView::segmentChosen, on_.jobs, &JobsPresenter::setSegment);
+  connect(&history.list(), &HistoryList::selected, this, [this](QUuid job) { on_.state->select({job}); });
+  connect(&history.list(), &HistoryList::actionRequested, on_.jobs, &JobsPresenter::perform);
+  connect(&history.list(), &HistoryList::escapePressed, this, [this] { on_.actions->trigger(ActionId::showGallery); });
+  connect(on_.state, &WorkspaceState::inspectedChanged, &history, [this, &history] { history.list().setSelected(on_.state->inspectedId()); });
+  history.setSegment(on_.jobs->segment());
+}
+
+void MainWindow::bindAsset() {
+  AssetView& asset = library_->asset();
+  connect(&asset, &AssetView::stepRequested, this, &MainWindow::stepAsset);
+  connect(&asset, &AssetView::itemChosen, this, &MainWindow::openAsset);
+  connect(&asset, &AssetView::closeRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
+  connect(&library_->toolbar(), &ToolbarView::stepped, this, &MainWindow::stepAsset);
+}
+
+void MainWindow::bindActions() {
+  menus_ = new Menus(*on_.actions, this, {&library_->wall(), &library_->asset()}, this);
+  menus_->fill(strip_->bar());
+  connect(on_.actions, &ActionsPresenter::viewActionRequested, this, &MainWindow::performForWindow);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+    on_.actions->setTextFocused(qobject_cast<QLineEdit*>(now) || qobject_cast<QTextEdit*>(now));
+  });
+  connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this, [this] { library_->cycleZones(+1); });
+  connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6), this), &QShortcut::activated, this, [this] { library_->cycleZones(-1); });
+}
+
+void MainWindow::refreshLayout() {
+  library_->setSidebarShown(on_.state->sidebarVisible());
+  library_->setInspectorShown(on_.state->inspectorVisible());
+  library_->wall().setRowHeight(on_.state->rowHeight());
+  library_->toolbar().setRowHeight(on_.state->rowHeight());
+}
+
+void MainWindow::refreshPage() {
+  const bool welcome = on_.welcome->isShown();
+  pages_->setCurrentIndex(welcome ? 0 : 1);
+  const WorkspaceMode& mode = on_.state->mode();
+  ContentPage page = ContentPage::gallery;
+  if (mode.kind == ModeKind::activity) page = ContentPage::history;
+  if (mode.kind == ModeKind::asset) page = ContentPage::asset, library_->asset().show(mode.subject);
+  library_->setPage(page);
+  refreshToolbar();
+}
+
+void MainWindow::refreshToolbar() {
+  ToolbarView& toolbar = library_->toolbar();
+  const bool asset = library_->page() == ContentPage::asset;
+  if (asset) {
+    const int index = wallSource_->indexOf(library_->asset().item());
+    if (index < 0) return closeAsset();
+    toolbar.setTitle(wallSource_->cellAt(index).fileName, {});
+  } else if (library_->page() == ContentPage::history) {
+    toolbar.setTitle(texts::historyTitle(), {});
+  } else {
+    toolbar.setTitle(on_.gallery->title(), on_.gallery->countText());
+  }
+  toolbar.setBack(asset ? on_.gallery->title() : QString());
+  toolbar.setSteps(asset, asset && !library_->asset().neighbour(-1).isNull(), asset && !library_->asset().neighbour(+1).isNull());
+}
+
+void MainWindow::openCell(QUuid cell) {
+  const int index = wallSource_->indexOf(cell);
+  if (index < 0) return;
+  if (wallSource_->isJobAt(index)) return on_.state->select({cell});
+  openAsset(cell);
+}
+
+void MainWindow::openAsset(QUuid item) {
+  if (wallSource_->indexOf(item) < 0) return;
+  on_.state->select({item});
+  on_.state->setMode({ModeKind::asset, item, 0});
+}
+
+// The item is gone, or Back was asked for: the gallery takes its place.
+void MainWindow::closeAsset() { on_.state->setMode({}); }
+
+void MainWindow::stepAsset(int direction) {
+  const QUuid next = library_->asset().neighbour(direction);
+  if (!next.isNull()) openAsset(next);
+}
+
+void MainWindow::performForWindow(ActionId id) {
+  switch (id) {
+    case ActionId::cut:
+    case ActionId::copy:
+    case ActionId::paste:
+    case ActionId::selectAll: return editFocused(id);
+    case ActionId::fullScreen: return toggleFullScreen();
+    case ActionId::chooseModels: return library_->dock().openModelPicker();
+    case ActionId::openSettings: return openSettings();
+    case ActionId::goBack: return closeAsset();
+    case ActionId::quit: close(); return;
+    default: return;
+  }
+}
+
+// The methods have the same names on both kinds of field, but no type in common.
+void MainWindow::editFocused(ActionId id) {
+  const auto edit = [id](auto* field) {
+    if (id == ActionId::cut) field->cut();
+    else if (id == ActionId::copy) field->copy();
+    else if (id == ActionId::paste) field->paste();
+    else field->selectAll();
+  };
+  QWidget* focused = QApplication::focusWidget();
+  if (auto* line = qobject_cast<QLineEdit*>(focused)) edit(line);
+  else if (auto* text = qobject_cast<QTextEdit*>(focused)) edit(text);
+}
+
+void MainWindow::openSettings() {
+  if (!settings_) settings_ = new SettingsDialog(*on_.settings, this);
+  settings_->show();
+  settings_->raise();
+  settings_->activateWindow();
+}
+
+void MainWindow::toggleFullScreen() { setWindowState(windowState() ^ Qt::WindowFullScreen); }
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (!painted_ && event->type() == QEvent::Paint && watched == pages_) {
+    painted_ = true;
+    QTimer::singleShot(0, this, &MainWindow::firstPainted);
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (mayClose_ || on_.window->requestQuit()) return QMainWindow::closeEvent(event);
+  event->ignore();
+}
+
+}  // namespace sorvan::views

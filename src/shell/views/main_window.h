@@ -1,0 +1,79 @@
+// The window of the program.
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+
+#include "shell/actions.h"
+#include "shell/presenters.h"
+#include "shell/views/room.h"
+
+class QMenuBar;
+class QStackedWidget;
+
+namespace sorvan::views {
+
+class AlertHost;
+class DesktopFolderChooser;
+class GallerySource;
+class HistorySource;
+class LibraryView;
+class MenuStrip;
+class Menus;
+class SettingsDialog;
+class WelcomeView;
+
+// Binds the presenters to their views: it shows what they say and forwards what people do. The presenters outlive it.
+class MainWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit MainWindow(Presenters presenters, QWidget* parent = nullptr);
+  ~MainWindow() override;
+
+  LibraryView& library() { return *library_; }
+
+ Q_SIGNALS:
+  // The first picture of the window is on the screen.
+  void firstPainted();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void build();
+  void bindWindow();
+  void bindSidebar();
+  void bindGallery();
+  void bindInspector();
+  void bindHistory();
+  void bindAsset();
+  void bindActions();
+  void refreshPage();
+  void refreshToolbar();
+  void refreshLayout();
+  void openAsset(QUuid item);
+  void openCell(QUuid cell);
+  void closeAsset();
+  void stepAsset(int direction);
+  void performForWindow(ActionId id);
+  void editFocused(ActionId id);
+  void openSettings();
+  void toggleFullScreen();
+
+  Presenters on_;
+  std::unique_ptr<GallerySource> wallSource_;
+  std::unique_ptr<HistorySource> historySource_;
+  std::unique_ptr<DesktopFolderChooser> folders_;
+  QStackedWidget* pages_ = nullptr;
+  WelcomeView* welcome_ = nullptr;
+  LibraryView* library_ = nullptr;
+  MenuStrip* strip_ = nullptr;
+  Menus* menus_ = nullptr;
+  QPointer<SettingsDialog> settings_;
+  bool painted_ = false;
+  bool mayClose_ = false;
+};
+
+}  // namespace sorvan::views

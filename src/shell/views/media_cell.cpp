@@ -1,0 +1,143 @@
+#include "shell/views/media_cell.h"
+
+#include <QLinearGradient>
+
+#include "shell/views/icons.h"
+#include "shell/views/inspector_parts.h"
+#include "shell/views/job_cell.h"
+#include "shell/views/painting.h"
+#include "shell/views/texts.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kBadgeInset = 6;
+constexpr int kBadgeHeight = 19;
+constexpr int kRound = 22;  // heart and select circle
+constexpr int kShadeHeight = 48;
+
+QFont badgeFont() { return fontFor(Type::caption, Weight::semibold); }
+
+QRect circleAt(const QRect& cell) { return {cell.left() + kBadgeInset, cell.top() + kBadgeInset, kRound, kRound}; }
+
+void paintShade(QPainter& painter, const QRect& area) {
+  const QRect foot(area.left(), area.bottom() + 1 - std::min(kShadeHeight, area.height()), area.width(), std::min(kShadeHeight, area.height()));
+  QLinearGradient shade(foot.topLeft(), foot.bottomLeft());
+  shade.setColorAt(0, Qt::transparent);
+  QColor end = colors().pictureShade;
+  end.setAlphaF(0.74F);
+  shade.setColorAt(1, end);
+  painter.fillRect(foot, shade);
+}
+
+void paintPlaceholder(QPainter& painter, const QRect& area, ThumbnailStore::State state) {
+  const Colors& c = colors();
+  paintPanel(painter, area, metrics().radiusPicture, c.surfacePlaceholder);
+  if (state != ThumbnailStore::State::missing) return;
+  paintIcon(painter, u"triangle-alert"_s, area.adjusted(0, -10, 0, -10), 18, {c.textTertiary});
+  paintText(painter, QRect(area.left() + 6, area.center().y() + 8, area.width() - 12, 16),
+            {texts::originalMissing(), fontFor(Type::caption), c.textTertiary, Qt::AlignCenter});
+}
+
+void paintHeart(QPainter& painter, const QRect& area) {
+  const QRect round(area.right() - kBadgeInset - kRound + 1, area.top() + kBadgeInset, kRound, kRound);
+  paintPanel(painter, round, kRound / 2.0, colors().pictureBadge);
+  paintIcon(painter, u"heart"_s, round, 12, {Theme::instance().colorsOf(Look::dark).favorite, IconFill::filled});
+}
+
+void paintSelectCircle(QPainter& painter, const QRect& area, bool checked) {
+  const Colors& c = colors();
+  const QRect circle = circleAt(area);
+  paintPanel(painter, circle, checked ? kRound / 2.0 : metrics().radiusSmall, checked ? c.accentFill : c.pictureBadge);
+  if (checked) paintIcon(painter, u"check"_s, circle, 14, {c.textOnAccent});
+  else paintRing(painter, QRectF(circle).adjusted(4, 4, -4, -4), 7, 1.5, Qt::white);
+}
+
+// A sound: its title on the shade, what it is at the top.
+void paintSoundTexts(QPainter& painter, const QRect& area, const GalleryCell& cell) {
+  paintShade(painter, area);
+  const int clock = cell.durationText.isEmpty() ? 0 : 60;
+  paintText(painter, QRect(area.left() + 9, area.bottom() - 24, area.width() - 18 - clock, 18),
+            {cell.title, fontFor(Type::caption), colors().textOnPicture});
+  paintPictureBadge(painter, area, Qt::TopLeftCorner, u"audio-lines"_s, {});
+}
+
+void paintHoverTexts(QPainter& painter, const QRect& area, const GalleryCell& cell) {
+  paintShade(painter, area);
+  const QColor white = colors().textOnPicture;
+  const QRect line(area.left() + 8, area.bottom() - 22, area.width() - 16, 16);
+  const bool clock = !cell.durationText.isEmpty();
+  const int cost = clock ? 0 : std::min(textWidth(cell.costText, fontFor(Type::caption)) + 1, line.width());
+  paintText(painter, line.adjusted(0, 0, -cost - (clock ? 56 : 6), 0), {cell.modelName, fontFor(Type::caption), white});
+  if (!clock) paintText(painter, line, {cell.costText, fontFor(Type::caption), white, Qt::AlignRight | Qt::AlignVCenter});
+}
+
+void paintBadges(QPainter& painter, const QRect& area, const GalleryCell& cell, bool hovered) {
+  if (!cell.statusText.isEmpty() && !hovered && cell.kind != CellKind::audio)
+    paintPictureBadge(painter, area, Qt::BottomLeftCorner, {}, cell.statusText, statusColor(cell.statusToken));
+  if (!cell.durationText.isEmpty()) paintPictureBadge(painter, area, Qt::BottomRightCorner, u"play"_s, cell.durationText);
+  if (cell.favorite && area.width() > 2 * kRound) paintHeart(painter, area);
+}
+
+}  // namespace
+
+QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner, const QString& iconName, const QString& text,
+                        const QColor& dot) {
+  const int words = text.isEmpty() ? 0 : textWidth(text, badgeFont());
+  const int lead = iconName.isEmpty() ? (dot.isValid() ? 11 : 0) : (text.isEmpty() ? 12 : 15);
+  const int width = std::min(words + lead + 12, cell.width() - 2 * kBadgeInset);
+  if (width < 20 || cell.height() < kBadgeHeight + 2 * kBadgeInset) return {};
+  const bool right = corner == Qt::TopRightCorner || corner == Qt::BottomRightCorner;
+  const bool bottom = corner == Qt::BottomLeftCorner || corner == Qt::BottomRightCorner;
+  const QRect badge(right ? cell.right() - kBadgeInset - width + 1 : cell.left() + kBadgeInset,
+                    bottom ? cell.bottom() - kBadgeInset - kBadgeHeight + 1 : cell.top() + kBadgeInset, width, kBadgeHeight);
+  paintPanel(painter, badge, metrics().radiusSmall, colors().pictureBadge);
+  QRect inner = badge.adjusted(6, 0, -6, 0);
+  if (dot.isValid()) paintPanel(painter, QRectF(inner.left(), inner.center().y() - 3, 7, 7), 3.5, dot);
+  if (!iconName.isEmpty()) {
+    const IconFill fill = iconName == u"play"_s ? IconFill::filled : IconFill::outline;
+    paintIcon(painter, iconName, QRect(inner.left(), inner.top(), 12, inner.height()), iconName == u"play"_s ? 10 : 12, {colors().pictureBadgeText, fill});
+  }
+  inner.setLeft(inner.left() + lead);
+  if (words > 0) paintText(painter, inner.adjusted(0, 0, 1, 0), {text, badgeFont(), colors().pictureBadgeText});
+  return badge;
+}
+
+void paintMediaCell(QPainter& painter, const QRect& area, const GalleryCell& cell, const CellLook& look) {
+  if (cell.kind == CellKind::job) return paintJobCell(painter, area, cell.job, look);
+  if (look.thumbnail.state == ThumbnailStore::State::ready) paintCover(painter, area, metrics().radiusPicture, look.thumbnail.picture);
+  else paintPlaceholder(painter, area, look.thumbnail.state);
+  painter.save();
+  painter.setClipRect(area);
+  if (cell.kind == CellKind::audio) paintSoundTexts(painter, area, cell);
+  else if (look.hovered) paintHoverTexts(painter, area, cell);
+  paintBadges(painter, area, cell, look.hovered);
+  painter.restore();
+  if (look.several && look.selected) paintSelectCircle(painter, area, true);
+  else if (look.hovered && area.width() > 60) paintSelectCircle(painter, area, look.selected);
+}
+
+void paintCellRings(QPainter& painter, const QRect& area, const CellLook& look) {
+  const Colors& c = colors();
+  const int width = metrics().borderSelection;
+  if (look.selected) {
+    paintRing(painter, QRectF(area).adjusted(-0.5, -0.5, 0.5, 0.5), metrics().radiusPicture, 1.5, c.surfaceCanvas);
+    paintRing(painter, QRectF(area).adjusted(-width, -width, width, width), metrics().radiusPicture + 2, width, c.accentRing);
+  }
+  if (!look.keyboardCurrent || look.selected) return;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(c.accentRing, metrics().borderFocus, Qt::DashLine));
+  painter.drawRoundedRect(QRectF(area).adjusted(-2, -2, 2, 2), metrics().radiusControl, metrics().radiusControl);
+  painter.restore();
+}
+
+CellPart partAt(const QRect& area, const GalleryCell& cell, QPoint point) {
+  if (!area.contains(point)) return CellPart::none;
+  if (cell.kind == CellKind::job) return jobPartAt(area, cell.job, point);
+  return circleAt(area).contains(point) && area.width() > 60 ? CellPart::selectCircle : CellPart::body;
+}
+
+}  // namespace sorvan::views

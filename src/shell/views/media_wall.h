@@ -1,0 +1,100 @@
+// The wall of pictures, clips, sounds and jobs.
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QTimer>
+
+#include "shell/views/media_cell.h"
+#include "shell/views/painted_list.h"
+#include "shell/views/thumbnail_store.h"
+#include "shell/views/wall_layout.h"
+#include "shell/views/wall_source.h"
+
+namespace sorvan::views {
+
+// Paints only what is visible; a wall of a hundred thousand cells holds two numbers for each. Main thread.
+class MediaWall final : public QAbstractScrollArea, public PaintedList {
+  Q_OBJECT
+
+ public:
+  // Both outlive the wall.
+  MediaWall(WallSource& source, ThumbnailStore& thumbnails, QWidget* parent = nullptr);
+
+  void setRowHeight(int pixels);
+  // Room at the foot that something floats over.
+  void setBottomInset(int pixels);
+  void setSelection(const QSet<QUuid>& selection);
+  const QSet<QUuid>& selection() const { return selection_; }
+  void scrollTo(int index);
+
+  QAbstractScrollArea& area() override { return *this; }
+  int rowCount() const override { return source_.count(); }
+  QUuid rowId(int index) const override { return source_.idAt(index); }
+  int rowIndex(QUuid id) const override { return source_.indexOf(id); }
+  std::pair<int, int> visibleRange() const override;
+  QRect cellRect(int index) const override;
+  QString rowName(int index) const override;
+  QString rowDescription(int index) const override;
+  bool rowSelected(int index) const override { return selection_.contains(source_.idAt(index)); }
+  QUuid currentRow() const override { return current_; }
+  QStringList rowActions(int index) const override;
+  void performRowAction(int index, const QString& action) override;
+
+ Q_SIGNALS:
+  void selectionRequested(const QSet<QUuid>& selection);
+  void opened(QUuid cell);
+  void jobActionRequested(QUuid job, sorvan::shell::JobAction action);
+  void jobDismissed(QUuid job);
+  void menuRequested(QPoint globalPosition);
+  void escapePressed();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+
+ private:
+  void relayout();
+  void rebuild();
+  void updateScrollBar();
+  void repaintMoving();
+  void paintEmpty(QPainter& painter) const;
+  void paintCell(QPainter& painter, int index);
+  CellLook lookOf(int index, const GalleryCell& cell, const QRect& area);
+  int indexAt(QPoint point) const;
+  void hover(QPoint point);
+  void click(int index, Qt::KeyboardModifiers modifiers);
+  void selectRange(int from, int to);
+  void toggle(int index);
+  void request(const QSet<QUuid>& selection);
+  void pressPart(int index, CellPart part);
+  void moveCurrent(int to, Qt::KeyboardModifiers modifiers);
+  int neighbourOf(int index, int key) const;
+  void rubber(QPoint to);
+  void makeCurrent(int index);
+
+  WallSource& source_;
+  ThumbnailStore& thumbnails_;
+  WallLayout layout_;
+  QSet<QUuid> selection_;
+  QUuid current_;
+  QUuid anchor_;
+  int hovered_ = -1;
+  CellPart hoveredPart_ = CellPart::none;
+  int rowHeight_;
+  int bottomInset_ = 0;
+  std::optional<QPoint> rubberFrom_;  // in the wall's own coordinates
+  QRect rubberBand_;
+  QTimer motion_;
+};
+
+}  // namespace sorvan::views

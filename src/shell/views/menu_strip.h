@@ -1,0 +1,39 @@
+// The strip at the top of the window: the menu bar, and what goes on.
+#pragma once
+
+#include <QWidget>
+
+#include "shell/views/room.h"
+
+class QMenuBar;
+
+namespace sorvan::views {
+
+class IconButton;
+
+// “2 generating” in a pill with a spinner; a press opens the history.
+class ActivityPill;
+
+class MenuStrip final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit MenuStrip(QWidget* parent = nullptr);
+  QMenuBar& bar() { return *bar_; }
+  // Empty hides the pill.
+  void setActivity(const QString& text);
+
+ Q_SIGNALS:
+  void activityPressed();
+  void settingsPressed();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QMenuBar* bar_;
+  ActivityPill* activity_;
+  IconButton* settings_;
+};
+
+}  // namespace sorvan::views

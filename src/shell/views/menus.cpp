@@ -1,0 +1,70 @@
+#include "shell/views/menus.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace sorvan::views {
+
+Menus::Menus(ActionsPresenter& actions, QWidget* window, const std::vector<QWidget*>& mediaViews, QObject* parent)
+    : QObject(parent), presenter_(actions) {
+  for (const ActionRow& row : actionTable()) add(row, window, mediaViews);
+  connect(&presenter_, &ActionsPresenter::changed, this, &Menus::refresh);
+  refresh();
+}
+
+void Menus::add(const ActionRow& row, QWidget* window, const std::vector<QWidget*>& mediaViews) {
+  auto* action = new QAction(row.title, this);
+  action->setCheckable(row.checkable);
+  action->setMenuRole(QAction::NoRole);
+  action->setShortcut(QKeySequence(row.shortcut, QKeySequence::PortableText));
+  connect(action, &QAction::triggered, this, [this, id = row.id] { presenter_.trigger(id); });
+  if (row.scope == KeyScope::mediaView) {
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    for (QWidget* view : mediaViews) view->addAction(action);
+  } else {
+    action->setShortcutContext(Qt::WindowShortcut);
+    window->addAction(action);
+  }
+  actions_.insert(static_cast<int>(row.id), action);
+}
+
+void Menus::refresh() {
+  for (const ActionRow& row : actionTable()) {
+    QAction* own = action(row.id);
+    own->setEnabled(presenter_.isEnabled(row.id));
+    if (row.checkable) own->setChecked(presenter_.isChecked(row.id));
+  }
+}
+
+void Menus::fillMenu(QMenu& menu, MenuId id, bool enabledOnly) const {
+  int group = -1;
+  for (const ActionRow& row : actionTable()) {
+    if (row.menu != id || (enabledOnly && !presenter_.isEnabled(row.id))) continue;
+    if (group >= 0 && group != row.group) menu.addSeparator();
+    group = row.group;
+    menu.addAction(action(row.id));
+  }
+}
+
+void Menus::fill(QMenuBar& bar) const {
+  for (const MenuId id : {MenuId::file, MenuId::edit, MenuId::view, MenuId::item, MenuId::generate, MenuId::help}) {
+    QMenu* menu = bar.addMenu(u'&' + menuTitle(id));
+    menu->setAccessibleName(menuTitle(id));
+    fillMenu(*menu, id, false);
+    if (menu->isEmpty()) menu->menuAction()->setVisible(false);
+  }
+}
+
+void Menus::openItemMenu(QPoint globalPosition, QWidget* over) const {
+  auto* menu = new QMenu(over);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  fillMenu(*menu, MenuId::item, true);
+  if (menu->isEmpty()) {
+    menu->deleteLater();
+    return;
+  }
+  menu->popup(globalPosition);
+}
+
+}  // namespace sorvan::views

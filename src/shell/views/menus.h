@@ -1,0 +1,39 @@
+// Menus and shortcuts, made from the one table of actions.
+#pragma once
+
+#include <QHash>
+
+#include "shell/actions_presenter.h"
+#include "shell/views/room.h"
+
+class QAction;
+class QMenu;
+class QMenuBar;
+class QWidget;
+
+namespace sorvan::views {
+
+// Owns an action for each row of the table and keeps its state; fills menu bars and context menus with them.
+class Menus final : public QObject {
+  Q_OBJECT
+
+ public:
+  // Keys of the scope `mediaView` work while `mediaView` has the keyboard, the others in all of `window`. The presenter
+  // and both widgets outlive this object.
+  Menus(ActionsPresenter& actions, QWidget* window, const std::vector<QWidget*>& mediaViews, QObject* parent = nullptr);
+
+  void fill(QMenuBar& bar) const;
+  // The menu of the selected cells, opened at that place.
+  void openItemMenu(QPoint globalPosition, QWidget* over) const;
+  QAction* action(ActionId id) const { return actions_.value(static_cast<int>(id)); }
+
+ private:
+  void add(const ActionRow& row, QWidget* window, const std::vector<QWidget*>& mediaViews);
+  void fillMenu(QMenu& menu, MenuId id, bool enabledOnly) const;
+  void refresh();
+
+  ActionsPresenter& presenter_;
+  QHash<int, QAction*> actions_;
+};
+
+}  // namespace sorvan::views

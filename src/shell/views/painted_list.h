@@ -1,0 +1,40 @@
+// A list that is painted instead of built of widgets, as assistive technology must see it.
+#pragma once
+
+#include <QAbstractScrollArea>
+
+#include "shell/views/room.h"
+
+namespace sorvan::views {
+
+// What a painted list tells of itself. Rows are numbered from 0; a row keeps its id when its number changes.
+class PaintedList {
+ public:
+  virtual ~PaintedList() = default;
+
+  virtual QAbstractScrollArea& area() = 0;
+  virtual int rowCount() const = 0;
+  virtual QUuid rowId(int index) const = 0;
+  virtual int rowIndex(QUuid id) const = 0;  // -1 when it is gone
+  virtual std::pair<int, int> visibleRange() const = 0;  // first, one past the last
+  virtual QRect cellRect(int index) const = 0;           // in the viewport
+  virtual QString rowName(int index) const = 0;
+  virtual QString rowDescription(int index) const = 0;
+  virtual bool rowSelected(int index) const = 0;
+  virtual QUuid currentRow() const = 0;
+  // The first selects, the second opens, others by their own name.
+  virtual QStringList rowActions(int index) const = 0;
+  virtual void performRowAction(int index, const QString& action) = 0;
+};
+
+inline const QString selectRowAction = QStringLiteral("Press");
+inline const QString openRowAction = QStringLiteral("Open");
+
+// Lets assistive technology see painted lists: as a list whose children are the rows in view. Call before the first
+// such list is shown; further calls do nothing.
+void describePaintedLists();
+
+// The keyboard has moved to this row. `list` is a widget that is a PaintedList.
+void announceCurrentRow(PaintedList& list, int index);
+
+}  // namespace sorvan::views

@@ -1,0 +1,198 @@
+#include "shell/views/sidebar_view.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "shell/views/icons.h"
+#include "shell/views/labels.h"
+#include "shell/views/painting.h"
+#include "shell/views/texts.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+constexpr int kNarrowWidth = 52;
+constexpr int kPadding = 8;
+constexpr int kGap = 9;
+constexpr int kMark = 26;
+constexpr int kCover = 18;
+}  // namespace
+
+// SidebarRowButton
+
+SidebarRowButton::SidebarRowButton(const SidebarRow& row, ThumbnailStore* thumbnails, QWidget* parent)
+    : QAbstractButton(parent), thumbnails_(thumbnails) {
+  setCheckable(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setFixedHeight(metrics().sidebarRow);
+  if (thumbnails_) connect(thumbnails_, &ThumbnailStore::loaded, this, qOverload<>(&QWidget::update));
+  setRow(row);
+}
+
+void SidebarRowButton::setRow(const SidebarRow& row) {
+  row_ = row;
+  setChecked(row.current);
+  setText(row.title);
+  setAccessibleName(row.title);
+  setAccessibleDescription(row.countText);
+  update();
+}
+
+void SidebarRowButton::setNarrow(bool narrow) {
+  narrow_ = narrow;
+  setToolTip(narrow ? row_.title : QString());
+  update();
+}
+
+QSize SidebarRowButton::sizeHint() const { return {36, metrics().sidebarRow}; }
+
+void SidebarRowButton::paintEvent(QPaintEvent*) {
+  const Colors& c = colors();
+  QPainter painter(this);
+  if (row_.current) paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
+  else if (underMouse()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+  QRect inner = rect().adjusted(kPadding, 0, -kPadding, 0);
+  const QRect icon(narrow_ ? (width() - 16) / 2 : inner.left(), 0, 16, height());
+  ThumbnailStore::Answer cover;
+  cover.state = ThumbnailStore::State::missing;
+  if (thumbnails_ && !row_.thumbnailPath.isEmpty()) cover = thumbnails_->picture(row_.thumbnailPath, {}, qRound(kCover * devicePixelRatioF()));
+  if (cover.state == ThumbnailStore::State::ready)
+    paintCover(painter, QRectF(icon.left() - 1, (height() - kCover) / 2.0, kCover, kCover), metrics().radiusSmall, cover.picture);
+  else paintIcon(painter, row_.iconName, icon, metrics().iconRegular, {row_.current ? c.accentText : c.textSecondary});
+  if (narrow_) return;
+  inner.setLeft(inner.left() + 16 + kGap);
+  const QColor dim = row_.current ? c.textTertiaryOnSelected : c.textTertiary;
+  const int count = row_.countText.isEmpty() ? 0
+      : paintText(painter, inner, {row_.countText, fontFor(Type::small), dim, Qt::AlignRight | Qt::AlignVCenter}) + 8;
+  paintText(painter, inner.adjusted(0, 0, -count, 0),
+            {row_.title, fontFor(Type::body, row_.current ? Weight::medium : Weight::regular), row_.current ? c.textPrimary : c.textSecondary});
+}
+
+// Arrows walk the list, Enter chooses like Space.
+void SidebarRowButton::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Down) focusNextChild();
+  else if (event->key() == Qt::Key_Up) focusPreviousChild();
+  else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) click();
+  else QAbstractButton::keyPressEvent(event);
+}
+
+// WorkspaceButton
+
+WorkspaceButton::WorkspaceButton(QWidget* parent) : QAbstractButton(parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setFixedHeight(40);
+}
+
+void WorkspaceButton::setWorkspace(const QString& name, const QString& path) {
+  name_ = name;
+  path_ = path;
+  setAccessibleName(texts::workspace(name));
+  setAccessibleDescription(path);
+  setToolTip(path);
+  update();
+}
+
+void WorkspaceButton::setNarrow(bool narrow) {
+  narrow_ = narrow;
+  update();
+}
+
+void WorkspaceButton::paintEvent(QPaintEvent*) {
+  const Colors& c = colors();
+  QPainter painter(this);
+  if (underMouse()) paintPanel(painter, rect(), metrics().radiusCard, c.stateHover);
+  const int left = narrow_ ? (width() - kMark) / 2 : kPadding;
+  painter.drawPixmap(left, (height() - kMark) / 2, markPixmap(kMark, devicePixelRatioF()));
+  if (narrow_) return;
+  const int x = left + kMark + kGap;
+  const int words = width() - x - 24;
+  paintText(painter, QRect(x, 4, words, 17), {name_, fontFor(Type::body, Weight::semibold), c.textPrimary});
+  paintText(painter, QRect(x, 21, words, 15), {path_, fontFor(Type::caption, Weight::regular), c.textTertiary, Qt::AlignLeft | Qt::AlignVCenter, Qt::ElideMiddle});
+  paintIcon(painter, u"chevrons-up-down"_s, QRect(width() - 24, 0, 16, height()), 14, {c.textTertiary});
+}
+
+// SidebarView
+
+SidebarView::SidebarView(ThumbnailStore& thumbnails, QWidget* parent)
+    : QWidget(parent), thumbnails_(thumbnails), workspace_(new WorkspaceButton), list_(new QWidget) {
+  setAccessibleName(texts::sidebarZone());
+  auto* scroll = new QScrollArea;
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->viewport()->setAutoFillBackground(false);
+  scroll->setWidget(list_);
+  list_->setAutoFillBackground(false);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(8, 10, 9, 8);
+  column->setSpacing(8);
+  column->addWidget(workspace_);
+  column->addWidget(scroll, 1);
+  auto* rows = new QVBoxLayout(list_);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  connect(workspace_, &WorkspaceButton::clicked, this, &SidebarView::workspacePressed);
+}
+
+void SidebarView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), colors().surfaceChrome);
+  painter.fillRect(QRect(width() - 1, 0, 1, height()), colors().lineSubtle);
+}
+
+void SidebarView::show(const SidebarDisplay& display) {
+  display_ = display;
+  workspace_->setWorkspace(display.workspaceName, display.workspacePath);
+  const bool same = std::equal(rows_.begin(), rows_.end(), display.rows.begin(), display.rows.end(),
+                               [](const SidebarRowButton* button, const SidebarRow& row) { return button->key() == row.key; });
+  if (!same) return rebuild();
+  for (size_t index = 0; index < rows_.size(); ++index) rows_[index]->setRow(display.rows[index]);
+}
+
+void SidebarView::setNarrow(bool narrow) {
+  narrow_ = narrow;
+  setFixedWidth(narrow ? kNarrowWidth : metrics().sidebarDefault);
+  workspace_->setNarrow(narrow);
+  for (SidebarRowButton* row : rows_) row->setNarrow(narrow);
+  for (QWidget* heading : headings_) heading->setVisible(!narrow);
+}
+
+void SidebarView::addRows(QVBoxLayout& column, SidebarSection section, const QString& title) {
+  const auto wanted = [section](const SidebarRow& row) { return row.section == section; };
+  if (std::none_of(display_.rows.begin(), display_.rows.end(), wanted)) return;
+  if (!title.isEmpty()) {
+    auto* heading = new Label(title, Type::caption, &Colors::textTertiary);
+    heading->setWeight(Weight::semibold);
+    heading->setContentsMargins(8, 14, 8, 5);
+    column.addWidget(heading);
+    headings_.push_back(heading);
+  }
+  for (const SidebarRow& row : display_.rows) {
+    if (!wanted(row)) continue;
+    auto* button = new SidebarRowButton(row, &thumbnails_);
+    connect(button, &SidebarRowButton::clicked, this, [this, key = row.key] { Q_EMIT chosen(key); });
+    column.addWidget(button);
+    rows_.push_back(button);
+  }
+}
+
+void SidebarView::rebuild() {
+  auto* column = static_cast<QVBoxLayout*>(list_->layout());
+  for (QWidget* child : list_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) child->hide(), child->deleteLater();
+  while (QLayoutItem* item = column->takeAt(0)) delete item;
+  rows_.clear();
+  headings_.clear();
+  addRows(*column, SidebarSection::library, {});
+  addRows(*column, SidebarSection::projects, display_.projectsTitle);
+  addRows(*column, SidebarSection::everywhere, display_.everywhereTitle);
+  column->addStretch(1);
+  setNarrow(narrow_);
+}
+
+}  // namespace sorvan::views

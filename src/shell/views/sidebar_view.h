@@ -1,0 +1,83 @@
+// The list at the left of the window.
+#pragma once
+
+#include <QAbstractButton>
+#include <QWidget>
+
+#include "shell/sidebar_presenter.h"
+#include "shell/views/thumbnail_store.h"
+
+class QVBoxLayout;
+
+namespace sorvan::views {
+
+// One row; narrow it shows its icon alone, with its title as a tooltip.
+class SidebarRowButton final : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  SidebarRowButton(const SidebarRow& row, ThumbnailStore* thumbnails, QWidget* parent = nullptr);
+  void setRow(const SidebarRow& row);
+  void setNarrow(bool narrow);
+  const QString& key() const { return row_.key; }
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  SidebarRow row_;
+  ThumbnailStore* thumbnails_;
+  bool narrow_ = false;
+};
+
+// The workspace's name and path at the top of the sidebar; a press offers another workspace.
+class WorkspaceButton final : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  explicit WorkspaceButton(QWidget* parent = nullptr);
+  void setWorkspace(const QString& name, const QString& path);
+  void setNarrow(bool narrow);
+  QSize sizeHint() const override { return {40, 40}; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString name_;
+  QString path_;
+  bool narrow_ = false;
+};
+
+class SidebarView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit SidebarView(ThumbnailStore& thumbnails, QWidget* parent = nullptr);
+  void show(const SidebarDisplay& display);
+  // Icons only, 52 pixels wide.
+  void setNarrow(bool narrow);
+
+ Q_SIGNALS:
+  void chosen(const QString& key);
+  void workspacePressed();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void rebuild();
+  void addRows(QVBoxLayout& column, SidebarSection section, const QString& title);
+
+  ThumbnailStore& thumbnails_;
+  SidebarDisplay display_;
+  WorkspaceButton* workspace_;
+  QWidget* list_;
+  std::vector<SidebarRowButton*> rows_;
+  std::vector<QWidget*> headings_;
+  bool narrow_ = false;
+};
+
+}  // namespace sorvan::views

@@ -1,0 +1,98 @@
+#include "shell/views/toolbar_view.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QSlider>
+
+#include "shell/views/controls.h"
+#include "shell/views/labels.h"
+#include "shell/views/texts.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+constexpr int kSliderFrom = 1320;  // narrower windows hide the slider; keys still change the size
+}
+
+ToolbarView::ToolbarView(QWidget* parent)
+    : QWidget(parent), back_(new Button({}, ButtonVariant::quiet)), title_(new ElidedLabel(Type::title, &Colors::textPrimary, Qt::ElideMiddle)),
+      count_(new Label({}, Type::small, &Colors::textTertiary)), previous_(new IconButton(u"chevron-left"_s, texts::previousItem(), u"Left"_s)),
+      next_(new IconButton(u"chevron-right"_s, texts::nextItem(), u"Right"_s)), sizes_(new QWidget), slider_(new QSlider(Qt::Horizontal)),
+      inspector_(new IconButton(u"panel-right"_s, texts::inspectorToggle(), u"F8"_s)) {
+  setAccessibleName(texts::toolbarZone());
+  setFixedHeight(metrics().toolbar);
+  back_->setIconName(u"chevron-left"_s);
+  inspector_->setCheckable(true);
+  slider_->setRange(metrics().galleryRowHeightMin, metrics().galleryRowHeightMax);
+  slider_->setFixedWidth(60);
+  slider_->setAccessibleName(texts::thumbnailSize());
+  slider_->setToolTip(texts::thumbnailSize());
+  auto* sizes = new QHBoxLayout(sizes_);
+  sizes->setContentsMargins(0, 0, 2, 0);
+  sizes->setSpacing(6);
+  sizes->addWidget(new IconView(u"image"_s, 12, &Colors::textTertiary));
+  sizes->addWidget(slider_);
+  sizes->addWidget(new IconView(u"image"_s, 16, &Colors::textTertiary));
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(16, 0, 12, 1);
+  row->setSpacing(8);
+  row->addWidget(back_);
+  row->addWidget(title_);
+  row->addWidget(count_);
+  row->addStretch(1);
+  row->addWidget(previous_);
+  row->addWidget(next_);
+  row->addWidget(sizes_);
+  row->addWidget(inspector_);
+  connect(back_, &Button::clicked, this, &ToolbarView::backPressed);
+  connect(slider_, &QSlider::valueChanged, this, &ToolbarView::rowHeightChosen);
+  connect(inspector_, &IconButton::clicked, this, &ToolbarView::inspectorToggled);
+  connect(previous_, &IconButton::clicked, this, [this] { Q_EMIT stepped(-1); });
+  connect(next_, &IconButton::clicked, this, [this] { Q_EMIT stepped(+1); });
+  setBack({});
+  setSteps(false, false, false);
+}
+
+void ToolbarView::setTitle(const QString& title, const QString& countText) {
+  title_->setText(title);
+  count_->setText(countText);
+}
+
+void ToolbarView::setBack(const QString& title) {
+  back_->setText(title);
+  back_->setAccessibleName(title.isEmpty() ? texts::back() : texts::backTo(title));
+  back_->setToolTip(texts::back() + u"  Alt+Left"_s);
+  back_->setVisible(!title.isEmpty());
+}
+
+void ToolbarView::setSteps(bool shown, bool previous, bool next) {
+  previous_->setVisible(shown);
+  next_->setVisible(shown);
+  previous_->setEnabled(previous);
+  next_->setEnabled(next);
+}
+
+void ToolbarView::setSizeSliderShown(bool shown) {
+  sizesWanted_ = shown;
+  placeSlider();
+}
+
+void ToolbarView::placeSlider() { sizes_->setVisible(sizesWanted_ && window()->width() >= kSliderFrom); }
+
+void ToolbarView::setRowHeight(int pixels) {
+  const QSignalBlocker quiet(slider_);
+  slider_->setValue(pixels);
+}
+
+void ToolbarView::setInspectorShown(bool shown) { inspector_->setChecked(shown); }
+
+void ToolbarView::resizeEvent(QResizeEvent*) { placeSlider(); }
+
+void ToolbarView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), colors().surfaceChrome);
+  painter.fillRect(QRect(0, height() - 1, width(), 1), colors().lineSubtle);
+}
+
+}  // namespace sorvan::views

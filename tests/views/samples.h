@@ -1,0 +1,95 @@
+// Sample data for the widgets: a wall, a history and a composer without a library behind them.
+#pragma once
+
+#include <QStringList>
+
+#include "shell/composer_presenter.h"
+#include "shell/inspector_presenter.h"
+#include "shell/sidebar_presenter.h"
+#include "shell/views/history_view.h"
+#include "shell/views/wall_source.h"
+
+namespace sorvan::views {
+
+// Cells held in a vector.
+class SampleWall final : public WallSource {
+ public:
+  void set(std::vector<GalleryCell> cells);
+  std::vector<GalleryCell>& cells() { return cells_; }
+
+  int count() const override { return static_cast<int>(cells_.size()); }
+  QUuid idAt(int index) const override { return cells_.at(static_cast<size_t>(index)).id; }
+  double aspectRatioAt(int index) const override { return cells_.at(static_cast<size_t>(index)).aspectRatio; }
+  bool isJobAt(int index) const override { return cells_.at(static_cast<size_t>(index)).kind == CellKind::job; }
+  GalleryCell cellAt(int index) const override;
+  int indexOf(QUuid id) const override;
+  QString emptyTitle() const override { return QStringLiteral("Nothing here yet"); }
+  QString emptyText() const override { return QStringLiteral("Describe a picture below and press Generate."); }
+
+  mutable int asked = 0;  // how often a cell was made
+
+ private:
+  std::vector<GalleryCell> cells_;
+  QHash<QUuid, int> indices_;
+};
+
+class SampleHistory final : public HistorySource {
+ public:
+  void set(std::vector<JobDisplay> jobs, std::vector<JobGroup> groups);
+
+  int count() const override { return static_cast<int>(jobs_.size()); }
+  JobDisplay rowAt(int index) const override { return jobs_.at(static_cast<size_t>(index)); }
+  QUuid idAt(int index) const override { return jobs_.at(static_cast<size_t>(index)).id; }
+  int indexOf(QUuid id) const override;
+  std::vector<JobGroup> groups() const override { return groups_; }
+  QString emptyTitle() const override { return QStringLiteral("No generations yet"); }
+
+ private:
+  std::vector<JobDisplay> jobs_;
+  std::vector<JobGroup> groups_;
+};
+
+// Keeps what it is told and notes each call.
+class SampleComposer final : public ComposerPresenter {
+ public:
+  SampleComposer();
+
+  ComposerDisplay display() const override { return shown; }
+  std::vector<ModelSection> modelSections() const override { return sections; }
+  MessageLine message() const override { return line; }
+  QString draft() const override { return text; }
+  void editDraft(const QString& draft) override;
+  void chooseOnlyModel(const QString& key) override;
+  void setModelChosen(const QString& key, bool chosen) override;
+  void chooseSize(const QString& size) override;
+  void chooseCount(int count) override;
+  void chooseLength(const QString& value) override;
+  void editSeed(const QString& seed) override;
+  void rollSeed() override;
+  void setExpanded(bool expanded) override;
+  void focus() override { Q_EMIT focusRequested(); }
+  void startAudio() override;
+  void submit() override { calls.append(QStringLiteral("submit")); }
+  void clear() override;
+  void reusePrompt(QUuid) override { calls.append(QStringLiteral("reuse")); }
+
+  ComposerDisplay shown;
+  std::vector<ModelSection> sections;
+  MessageLine line;
+  QString text;
+  QStringList calls;
+};
+
+GalleryCell pictureCell(const QString& name, double aspectRatio);
+JobDisplay sampleJob(JobState state, const QString& model, const QString& prompt);
+GalleryCell jobCell(const JobDisplay& job);
+
+// The gallery, jobs and history of the design's pictures. `pictures` is a folder with the sample pictures.
+std::vector<GalleryCell> sampleCells(const QString& pictures);
+std::vector<GalleryCell> sampleJobCells();
+SidebarDisplay sampleSidebar();
+InspectorDisplay sampleItemInspector(const QString& pictures);
+InspectorDisplay sampleJobInspector();
+void fillHistory(SampleHistory& history);
+
+}  // namespace sorvan::views
