@@ -40,7 +40,7 @@ class SoundFileWriter::Encoding {
 
   ~Encoding() {
     output_.reset();
-    if (!finished_) QFile::remove(path_);
+    if (!finished_) QFile::remove(path_);  // not durable: a temporary file
   }
   Encoding(const Encoding&) = delete;
   Encoding& operator=(const Encoding&) = delete;

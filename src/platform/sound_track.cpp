@@ -20,7 +20,7 @@ struct UnfinishedFile {
   QString path;
   bool finished = false;
   ~UnfinishedFile() {
-    if (!finished) QFile::remove(path);
+    if (!finished) QFile::remove(path);  // not durable: a temporary file
   }
 };
 
