@@ -242,7 +242,8 @@ Task<> runJob(JobQueue& queue, QUuid id, std::stop_token stop) {
     failure = std::current_exception();
   }
   if (failure) recordFailure(queue, id, *trace, failure, stop);
-  for (const QString& path : std::as_const(trace->temporaryFiles)) QFile::remove(path);
+  for (const QString& path : std::as_const(trace->temporaryFiles))
+    QFile::remove(path);  // not durable: what a crash leaves is swept, or goes with the recovery folder
 }
 
 }  // namespace sorvan::generation

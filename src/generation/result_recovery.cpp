@@ -94,6 +94,15 @@ void keepPreviousManifest(const WorkspaceFiles& files, const QUuid& job) {
   if (current && decodedItems(*current)) writeDurably(previousPath(files, job), *current, DurableMode::Sidecar);
 }
 
+/// A marker that could not be written for good stands for nothing: nothing is sent after it.
+void takeBackMarker(const WorkspaceFiles& files, const QUuid& job) {
+  try {
+    removeDurably(files.submissionMarker(job));
+  } catch (const SorvanError&) {
+    // A marker that stays warns once too often, which costs nothing.
+  }
+}
+
 QString patchPath(const WorkspaceFiles& files, const QUuid& job) {
   return inFolder(files, job, QStringLiteral("patch.json"));
 }
@@ -158,7 +167,12 @@ bool ResultRecovery::hasSubmissionMarker(const WorkspaceFiles& files, const QUui
 
 void ResultRecovery::writeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job) {
   ensureFolderDurably(folder(files, job));
-  writeDurably(files.submissionMarker(job), QByteArray(), DurableMode::Sidecar);
+  try {
+    writeDurably(files.submissionMarker(job), QByteArray(), DurableMode::Sidecar);
+  } catch (...) {
+    takeBackMarker(files, job);
+    throw;
+  }
 }
 
 void ResultRecovery::removeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job) {

@@ -52,6 +52,7 @@ class ResultRecovery {
 
   /// The marker of a submission that has left and not been answered.
   static bool hasSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
+  /// Throws FileError, and then leaves no marker where that can be helped.
   static void writeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
   /// Removes the marker durably; succeeds when there is none.
   static void removeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
