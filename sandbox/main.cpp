@@ -7,6 +7,10 @@
 #include <QSocketNotifier>
 #include <cstdio>
 
+extern "C" {
+#include <libavutil/log.h>
+}
+
 #include "service.h"
 
 namespace {
@@ -34,6 +38,7 @@ int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("sorvan-sandbox"));
   QImageReader::setAllocationLimit(1024);
+  av_log_set_level(AV_LOG_FATAL);
   const sandbox::Options options = sandbox::readOptions(application.arguments());
   quitOnSignals(application);
   try {

@@ -1,8 +1,8 @@
 #include "maker.h"
 
-#include <stdexcept>
-
+#include "clip_maker.h"
 #include "picture_maker.h"
+#include "sound_maker.h"
 
 namespace sandbox {
 
@@ -21,8 +21,19 @@ Made make(const WorkOrder& order, const MediaShelf& shelf) {
     case Product::PictureEdit: return editPicture(order, shelf);
     case Product::Upscale: return upscalePicture(order, shelf);
     case Product::CutOut: return cutOutPicture(order, shelf);
-    default: throw std::runtime_error("The sandbox makes no media of this kind.");
+    case Product::Clip: return makeClip(order, shelf);
+    case Product::ClipEdit: return editClip(order, shelf);
+    case Product::ClipUpscale: return upscaleClip(order, shelf);
+    case Product::Speech:
+    case Product::Music:
+    case Product::Effect: return makeSound(order);
+    case Product::Stems: return splitIntoStems(order, shelf);
+    case Product::PulledSound: return pullSoundOut(order, shelf);
+    case Product::CleanSound: return cleanSound(order, shelf);
+    case Product::LongerSound: return lengthenSound(order, shelf);
+    case Product::SoundForClip: return makeSoundForClip(order, shelf);
   }
+  return {};
 }
 
 }  // namespace sandbox

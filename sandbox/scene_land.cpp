@@ -95,13 +95,17 @@ void paintMountains(const Stage& stage) {
 }
 
 void paintDunes(const Stage& stage) {
-  constexpr int layers = 4;
-  paintSky(stage, 600);
+  constexpr int layers = 6;
+  paintSky(stage, 560);
+  fillRidge(stage, {mixed(stage.seed, 31), 540, 70, 260, 4, 1.5}, blend(stage.palette.far, stage.palette.skyLow, 0.4),
+            stage.palette.skyLow);
   for (int layer = 0; layer < layers; ++layer) {
     const double depth = double(layer) / (layers - 1);
-    const Ridge dune{mixed(stage.seed, quint64(layer)), 600 + depth * 260, 75 + depth * 60, 420 + depth * 180, 2, 3 + depth * 20};
-    const QColor lit = blend(blend(stage.palette.accent, stage.palette.light, 0.45 - depth * 0.3), stage.palette.near, depth * 0.35);
-    fillRidge(stage, dune, lit, blend(lit, stage.palette.near, 0.6));
+    const Ridge dune{mixed(stage.seed, quint64(layer)), 590 + depth * 290, 45 + depth * 95, 300 + depth * 330, 2, 3 + depth * 20};
+    const QColor sand = blend(stage.palette.accent, stage.palette.light, 0.55 - depth * 0.35);
+    fillRidge(stage, dune, blend(sand, stage.palette.light, layer % 2 == 0 ? 0.25 : 0.0),
+              blend(sand, stage.palette.near, 0.55 + depth * 0.25));
+    if (layer < 3) paintMist(stage, 640 + depth * 240, 0.16);
   }
 }
 

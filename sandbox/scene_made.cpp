@@ -68,7 +68,7 @@ void paintWindows(const Stage& stage, const Tower& tower, double lit) {
   constexpr double pitch = 17;
   for (double y = tower.walls.top() + 14; y < stageHeight - 20; y += pitch * 1.3) {
     for (double x = tower.walls.left() + 9; x + 9 < tower.walls.right(); x += pitch) {
-      const quint64 window = mixed(tower.seed, quint64(x * 7 + y * 1013));
+      const quint64 window = mixed(tower.seed, quint64((x - tower.walls.left()) * 7 + y * 1013));
       const double blink = double((window + quint64(stage.seconds * 1.5 + double(window % 7))) % 97) / 97;
       if (blink > lit) continue;
       stage.painter.setBrush(faded(blend(stage.palette.accent, stage.palette.light, double(window % 5) / 5), 0.85));

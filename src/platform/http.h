@@ -77,7 +77,8 @@ enum class PostFate {
 
 struct PostOutcome {
   PostFate fate = PostFate::Unknown;
-  // What the service answered, if it answered at all.
+  // What the service answered, if it answered at all. Of a 307 or 308 nothing but the fate is known: the network library
+  // gives no answer that asks for the body again.
   std::optional<HttpReply> reply;
   // Why there is no reply; empty when there is one.
   QString problem;

@@ -145,10 +145,9 @@ QNetworkRequest HttpClient::prepared(const HttpRequest& request) const {
 Task<HttpReply> HttpClient::send(HttpRequest request, std::stop_token stop) {
   throwIfStopped(stop);
   if (!isWellFormed(request)) throw malformed();
-  // The session is held, so that the client may be destroyed before the exchange has ended.
-  const auto held = session;
-  const auto exchange =
-      ownedLater(new HttpExchange(begin(*held, prepared(request), request), limitsOf(request), {}));
+  // The exchange holds the session, so that the client may be destroyed before it has ended.
+  QNetworkReply* reply = begin(*session, prepared(request), request);
+  const auto exchange = ownedLater(new HttpExchange(session, reply, limitsOf(request), {}));
   co_await awaitEnd(exchange, {}, stop);
   throwIfStopped(stop);
   if (!exchange->isComplete()) throw exchange->failure();
@@ -184,7 +183,7 @@ Task<PostOutcome> HttpClient::postOnce(HttpRequest request, std::stop_token stop
   // 3. The one POST. The reply owns its body, which it must not outlive.
   QNetworkReply* reply = single->post(once, upload);
   upload->setParent(reply);
-  const auto exchange = ownedLater(new HttpExchange(reply, limitsOf(request), {}));
+  const auto exchange = ownedLater(new HttpExchange(single, reply, limitsOf(request), {}));
   // 4. To its end; once the body was read only its own limits end it earlier.
   co_await awaitEnd(exchange, [upload] { return upload->wasRead(); }, stop);
   if (exchange->end() == ExchangeEnd::Stopped) throw Cancelled();
@@ -219,7 +218,7 @@ static Task<HttpReply> downloadHop(std::shared_ptr<QNetworkAccessManager> sessio
   QNetworkReply* reply = session->get(prepared);
   reply->setReadBufferSize(readBufferBytes);
   const auto exchange = ownedLater(new HttpExchange(
-      reply, limitsOf(request), [writer](const QByteArray& piece) { (*writer)->append(piece); }));
+      session, reply, limitsOf(request), [writer](const QByteArray& piece) { (*writer)->append(piece); }));
   // 3. The body, piece by piece.
   co_await awaitEnd(exchange, {}, stop);
   throwIfStopped(stop);

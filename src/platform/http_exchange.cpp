@@ -7,8 +7,9 @@ namespace sorvan::platform {
 // An error page or a refusal is small; nobody needs more of it.
 static constexpr qint64 maximumRefusalBytes = 1 << 20;
 
-HttpExchange::HttpExchange(QNetworkReply* running, Limits bounds, Sink target)
-    : reply(running), limits(bounds), sink(std::move(target)) {
+HttpExchange::HttpExchange(std::shared_ptr<QNetworkAccessManager> held, QNetworkReply* running, Limits bounds,
+                           Sink target)
+    : session(std::move(held)), reply(running), limits(bounds), sink(std::move(target)) {
   connect(reply, &QNetworkReply::metaDataChanged, this, &HttpExchange::onHeaders);
   connect(reply, &QNetworkReply::readyRead, this, &HttpExchange::takePiece);
   connect(reply, &QNetworkReply::uploadProgress, this, &HttpExchange::touched);

@@ -3,8 +3,10 @@
 
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QObject>
 #include <QTimer>
@@ -28,9 +30,9 @@ class HttpExchange final : public QObject {
     qint64 bytes;
   };
 
-  // The body's pieces go to the sink, those of an answer outside 200 to 299 into `body` alone. Without a sink the body
-  // is kept. What the sink throws ends the exchange.
-  HttpExchange(QNetworkReply* reply, Limits limits, Sink sink);
+  // The body's pieces go to the sink, but those of an answer outside 200 to 299 are kept. Without a sink all are. What
+  // the sink throws ends the exchange. The session, which owns the reply too, is held until the exchange is gone.
+  HttpExchange(std::shared_ptr<QNetworkAccessManager> session, QNetworkReply* reply, Limits limits, Sink sink);
   ~HttpExchange() override;
 
   // Finished when the exchange has ended, one way or another.
@@ -60,6 +62,7 @@ class HttpExchange final : public QObject {
   qint64 announcedBytes() const;
   bool endedByTransport() const;
 
+  std::shared_ptr<QNetworkAccessManager> session;
   QNetworkReply* reply;
   Limits limits;
   Sink sink;
