@@ -137,10 +137,10 @@ TEST(HttpSend, SlowBytesKeepItAliveUntilTheTotalLimit) {
   RawServer server;
   drip(server);
   HttpRequest request = get(server);
-  request.idleTimeout = milliseconds(400);
-  request.totalLimit = milliseconds(900);
+  request.idleTimeout = milliseconds(1500);
+  request.totalLimit = milliseconds(2000);
   HttpClient client;
-  const QDeadlineTimer idleTimeAlone(700);
+  const QDeadlineTimer idleTimeAlone(1500);
   EXPECT_EQ(problemOf(client, request), HttpProblem::TimedOut);
   EXPECT_TRUE(idleTimeAlone.hasExpired());
 }
