@@ -15,7 +15,8 @@ void ProviderSettings::load() {
 
 void ProviderSettings::save(const QString& text) {
   begin();
-  tasks.spawn(stored(this, keys, text, tasks.token()));
+  // What the user asked to be saved is saved, also when the page closes meanwhile.
+  tasks.spawn(stored(this, keys, text));
 }
 
 Task<> ProviderSettings::loaded(QPointer<ProviderSettings> self, std::shared_ptr<KeyCache> cache,
@@ -26,11 +27,10 @@ Task<> ProviderSettings::loaded(QPointer<ProviderSettings> self, std::shared_ptr
   self->end();
 }
 
-Task<> ProviderSettings::stored(QPointer<ProviderSettings> self, std::shared_ptr<KeyCache> cache, QString text,
-                                std::stop_token stop) {
+Task<> ProviderSettings::stored(QPointer<ProviderSettings> self, std::shared_ptr<KeyCache> cache, QString text) {
   QString failure;
   try {
-    co_await cache->save(text, ProviderID::fal, stop);
+    co_await cache->save(text, ProviderID::fal, {});
   } catch (const SorvanError& error) {
     failure = error.message();
   }

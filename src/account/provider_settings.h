@@ -46,8 +46,7 @@ class ProviderSettings : public QObject {
 
  private:
   static Task<> loaded(QPointer<ProviderSettings> self, std::shared_ptr<KeyCache> keys, std::stop_token stop);
-  static Task<> stored(QPointer<ProviderSettings> self, std::shared_ptr<KeyCache> keys, QString text,
-                       std::stop_token stop);
+  static Task<> stored(QPointer<ProviderSettings> self, std::shared_ptr<KeyCache> keys, QString text);
   void begin();
   void end();
   void takeKey();
