@@ -98,7 +98,8 @@ Task<std::optional<QString>> MemoryKeyBackend::read(QString account, std::stop_t
   failIfAsked();
   const auto found = entries.find(account);
   if (found == entries.end()) co_return std::nullopt;
-  co_return found->second;
+  // A task moves from an lvalue that it returns, so the entry itself must not be named here.
+  co_return QString(found->second);
 }
 
 Task<> MemoryKeyBackend::write(QString account, QString secret, std::stop_token stop) {

@@ -53,6 +53,11 @@ TEST_F(KeyStorage, SavesTrimmedUnderTheProvidersName) {
   EXPECT_EQ(backend->entries.at(u"Sorvan Credits"_s), u"a\nb"_s);
 }
 
+TEST_F(KeyStorage, AnswersTheSameKeyAtEveryRead) {
+  backend->entries[u"fal.ai"_s] = u"abc"_s;
+  for (int time = 0; time < 3; ++time) EXPECT_EQ(runTask(store->read(ProviderID::fal, {})), u"abc"_s);
+}
+
 TEST_F(KeyStorage, ReplacesAnEntryAtTheSecondSave) {
   runTask(store->save(u"abc"_s, ProviderID::fal, {}));
   runTask(store->save(u"abd"_s, ProviderID::fal, {}));
