@@ -50,7 +50,7 @@ TEST(ReferenceMedia, ScalesALargePictureDownTo4096Pixels) {
   const TemporaryFolder folder;
   const QImage sent = QImage::fromData(pngOf(folder.write(u"a.png"_s, test::samplePng({5000, 50}))), "png");
   EXPECT_EQ(sent.width(), 4096);
-  EXPECT_EQ(sent.height(), 41);
+  EXPECT_NEAR(sent.height(), 41, 1);
 }
 
 TEST(ReferenceMedia, RefusesWhatIsNoPicture) {
