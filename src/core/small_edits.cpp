@@ -20,16 +20,24 @@ void perform(LibraryStore& store, const QString& name, UndoScope scope, Body&& b
   }
 }
 
+/// One step and one save, however many items.
 template <class Change>
-void editOne(LibraryStore& store, const QString& name, const AssetRef& asset, Change&& change) {
-  perform(store, name, {std::vector{asset}, LibraryTables::assets}, [&] {
-    change(store.context().edit(asset));
+void editAll(LibraryStore& store, const QString& name, const std::vector<AssetRef>& assets, Change&& change) {
+  if (assets.empty()) return;
+  perform(store, name, {assets, LibraryTables::assets}, [&] {
+    for (const AssetRef& asset : assets) change(store.context().edit(asset));
     store.save(LibraryTables::none);
   });
 }
 
+template <class Change>
+void editOne(LibraryStore& store, const QString& name, const AssetRef& asset, Change&& change) {
+  editAll(store, name, std::vector{asset}, change);
+}
+
 /// Files that stand under their new names while the records still say the old ones. Until the records are saved the new
-/// names can be taken away again; afterwards the old ones go. A crash in between leaves a second name and loses nothing.
+/// names can be taken away again; afterwards the old ones go. A crash in between leaves a second name and loses
+/// nothing.
 class FileRelocation {
  public:
   explicit FileRelocation(const WorkspaceFiles& files) : files_(files) {}
@@ -63,7 +71,9 @@ class FileRelocation {
   bool settled_ = false;
 };
 
-QString folderOf(const QString& relativePath) { return relativePath.left(std::max<qsizetype>(relativePath.lastIndexOf(u'/'), 0)); }
+QString folderOf(const QString& relativePath) {
+  return relativePath.left(std::max<qsizetype>(relativePath.lastIndexOf(u'/'), 0));
+}
 
 /// The sub-folder of a project's media that an item lies in, which it keeps when it moves.
 QString subfolderOf(const Asset& asset) {
@@ -124,17 +134,22 @@ void moveOne(LibraryStore& store, FileRelocation& relocation, const AssetRef& as
 
 }  // namespace
 
-void toggleFavorite(LibraryStore& store, const AssetRef& asset) {
-  editOne(store, QStringLiteral("Change Favorite"), asset, [](Asset& changed) { changed.favorite = !changed.favorite; });
+void toggleFavorite(LibraryStore& store, const AssetRef& asset) { setFavorite(store, {asset}, !asset->favorite); }
+
+void setFavorite(LibraryStore& store, const std::vector<AssetRef>& assets, bool favorite) {
+  editAll(store, QStringLiteral("Change Favorite"), assets, [&](Asset& changed) { changed.favorite = favorite; });
 }
 
 void setRating(LibraryStore& store, const AssetRef& asset, std::optional<int> rating) {
+  setRating(store, std::vector{asset}, rating);
+}
+
+void setRating(LibraryStore& store, const std::vector<AssetRef>& assets, std::optional<int> rating) {
   constexpr int highest = 5;
   const int wanted = rating.value_or(0);
   if (wanted < 0 || wanted > highest) return;
-  editOne(store, QStringLiteral("Change Rating"), asset, [&](Asset& changed) {
-    changed.rating = wanted == 0 ? std::nullopt : std::optional(wanted);
-  });
+  editAll(store, QStringLiteral("Change Rating"), assets,
+          [&](Asset& changed) { changed.rating = wanted == 0 ? std::nullopt : std::optional(wanted); });
 }
 
 void setNotes(LibraryStore& store, const AssetRef& asset, std::optional<QString> notes) {
@@ -149,8 +164,7 @@ void rename(LibraryStore& store, const AssetRef& asset, const QString& name) {
   perform(store, QStringLiteral("Rename"), {std::vector{asset}, LibraryTables::assets}, [&] {
     if (name.trimmed().isEmpty()) throw SorvanError(texts::nameBlank());
     store.requireWorkspaceInPlace();
-    const ReservedPath path =
-        store.files().uniquePath(folderOf(asset->localFilePath), name, extensionOf(*asset));
+    const ReservedPath path = store.files().uniquePath(folderOf(asset->localFilePath), name, extensionOf(*asset));
     FileRelocation relocation(store.files());
     // 1. The file under both names, 2. the record, 3. the old name goes.
     relocation.add(asset->localFilePath, path.relative());

@@ -10,8 +10,11 @@
 namespace sorvan::core {
 
 void toggleFavorite(LibraryStore& store, const AssetRef& asset);
+/// All of them in one step and one save, as the one below.
+void setFavorite(LibraryStore& store, const std::vector<AssetRef>& assets, bool favorite);
 /// 1 to 5; none and 0 clear the rating, other numbers are ignored.
 void setRating(LibraryStore& store, const AssetRef& asset, std::optional<int> rating);
+void setRating(LibraryStore& store, const std::vector<AssetRef>& assets, std::optional<int> rating);
 void setNotes(LibraryStore& store, const AssetRef& asset, std::optional<QString> notes);
 void setStatus(LibraryStore& store, const AssetRef& asset, AssetStatus status);
 

@@ -12,6 +12,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace sorvan::shell {
 
 namespace {
@@ -199,11 +201,11 @@ std::vector<core::AssetRef> InspectorPresenter::selectedItems() const {
 }
 
 void InspectorPresenter::toggleFavorite() {
-  for (const core::AssetRef& asset : selectedItems()) core::toggleFavorite(store_, asset);
+  const auto items = selectedItems();
+  const bool allMarked = std::all_of(items.begin(), items.end(), [](const auto& item) { return item->favorite; });
+  core::setFavorite(store_, items, !allMarked);
 }
 
-void InspectorPresenter::setRating(int stars) {
-  for (const core::AssetRef& asset : selectedItems()) core::setRating(store_, asset, stars);
-}
+void InspectorPresenter::setRating(int stars) { core::setRating(store_, selectedItems(), stars); }
 
 }  // namespace sorvan::shell

@@ -13,7 +13,10 @@ namespace sorvan::shell {
 WindowPresenter::WindowPresenter(core::LibraryStore& store, WorkspaceState& state, AlertsPresenter& alerts,
                                  QString applicationTitle, QObject* parent)
     : QObject(parent), store_(store), state_(state), alerts_(alerts), applicationTitle_(std::move(applicationTitle)) {
-  connect(&store_, &core::LibraryStore::workspaceChanged, this, &WindowPresenter::changed);
+  connect(&store_, &core::LibraryStore::workspaceChanged, this, [this] {
+    state_.reset();
+    Q_EMIT changed();
+  });
   connect(&store_, &core::LibraryStore::metadataChanged, this, &WindowPresenter::changed);
   connect(&state_, &WorkspaceState::modeChanged, this, &WindowPresenter::changed);
   connect(&state_, &WorkspaceState::locationChanged, this, &WindowPresenter::changed);

@@ -145,6 +145,19 @@ TEST_F(GalleryTest, TheInspectorTellsHowAnItemWasMade) {
   EXPECT_TRUE(desk.inspector.display().favorite);
 }
 
+TEST_F(GalleryTest, SeveralItemsAreMarkedInOneSaveAndUnmarkedOnceAllAre) {
+  const QUuid first = make(QStringLiteral("one"));
+  const QUuid second = make(QStringLiteral("two"));
+  core::toggleFavorite(desk.store, desk.store.asset(first));
+  desk.state.select({first, second});
+  const auto before = desk.store.revision();
+  desk.inspector.toggleFavorite();
+  EXPECT_EQ(desk.store.revision(), before + 1);
+  EXPECT_TRUE(desk.store.asset(first)->favorite && desk.store.asset(second)->favorite);
+  desk.inspector.toggleFavorite();
+  EXPECT_FALSE(desk.store.asset(first)->favorite || desk.store.asset(second)->favorite);
+}
+
 TEST_F(GalleryTest, TheInspectorTellsOfNothingAndOfSeveral) {
   EXPECT_EQ(desk.inspector.display().subject, InspectorSubject::nothing);
   const QUuid first = make(QStringLiteral("one"));

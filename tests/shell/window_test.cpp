@@ -103,6 +103,14 @@ TEST_F(WindowTest, WarnsOfAWorkspaceInAFolderThatTheSystemClears) {
   EXPECT_TRUE(window.banner().text.isEmpty());
 }
 
+TEST_F(WindowTest, AnotherWorkspaceOpensInTheGalleryOfEverything) {
+  desk.state.setLocation(inboxLocation);
+  desk.state.setMode({ModeKind::activity});
+  core::openWorkspace(desk.store, desk.folder / QStringLiteral("Another"), core::Remember::no);
+  EXPECT_EQ(desk.state.location(), allMediaLocation);
+  EXPECT_EQ(desk.state.mode().kind, ModeKind::gallery);
+}
+
 TEST_F(WindowTest, NamesTheModeAndThePlaceForAssistiveTechnology) {
   EXPECT_EQ(window.title(), QStringLiteral("Sorvan Studio"));
   EXPECT_EQ(window.accessibleName(), QStringLiteral("Gallery, All Media"));
