@@ -2,4 +2,5 @@
 // It sees itself and the rooms before it.
 #pragma once
 
-namespace sorvan::base {}  // namespace sorvan::base
+namespace sorvan::base {
+}  // namespace sorvan::base

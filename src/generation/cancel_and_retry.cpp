@@ -119,9 +119,8 @@ void saveRawResult(JobQueue& queue, const QUuid& id) {
 }
 
 bool submissionIsUnknown(const LibraryStore& store, const QUuid& id) {
-  const JobRef job = store.job(id);
-  if (!job || hasReadableHandle(*job) || hasRecoverableResult(store, id)) return false;
-  return ResultRecovery::hasSubmissionMarker(store.files(), id);
+  const JobRef job = store.hasWorkspace() ? store.job(id) : nullptr;
+  return job && !job->isActive() && ResultRecovery::answerIsMissing(store.files(), *job);
 }
 
 void submitAgain(JobQueue& queue, const QUuid& id) {

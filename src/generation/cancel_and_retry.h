@@ -20,7 +20,7 @@ std::optional<QString> retry(JobQueue& queue, const QUuid& job, RetryChoice choi
 /// As Retry, but keeps the provider's pictures as they came, without confining them to the marked areas.
 void saveRawResult(JobQueue& queue, const QUuid& job);
 
-/// Whether the answer to the job's submission was lost, so that only Submit Again can send it anew.
+/// Whether the answer to the submission of a job that has ended was lost, so that only Submit Again can send it anew.
 bool submissionIsUnknown(const LibraryStore& store, const QUuid& job);
 
 /// The user's explicit word, after a warning that it may be paid twice: forgets the lost submission and submits.

@@ -192,7 +192,8 @@ Task<Outputs> fetchedOutputs(JobQueue& queue, std::shared_ptr<const RunFacts> ru
 Task<std::shared_ptr<ProviderCall>> preparedCall(JobQueue& queue, std::shared_ptr<RunFacts> run,
                                                  std::shared_ptr<RunTrace> trace, std::stop_token stop) {
   // A submission whose answer was lost is never repeated here.
-  if (submissionIsUnknown(queue.store(), run->job)) throw SorvanError(texts::submissionLost());
+  const JobRef job = queue.store().job(run->job);
+  if (!job || ResultRecovery::answerIsMissing(run->files, *job)) throw SorvanError(texts::submissionLost());
   const auto call = std::make_shared<ProviderCall>();
   call->request = run->request;
   call->resume = run->handle;

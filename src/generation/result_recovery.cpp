@@ -161,6 +161,11 @@ void ResultRecovery::remove(const WorkspaceFiles& files, const QUuid& job) {
   }
 }
 
+bool ResultRecovery::answerIsMissing(const WorkspaceFiles& files, const GenerationJob& job) {
+  const bool hasHandle = job.remoteHandleData && decodeHandle(*job.remoteHandleData);
+  return !hasHandle && !exists(files, job.id) && hasSubmissionMarker(files, job.id);
+}
+
 bool ResultRecovery::hasSubmissionMarker(const WorkspaceFiles& files, const QUuid& job) {
   return QFileInfo::exists(files.submissionMarker(job));
 }

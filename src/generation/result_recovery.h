@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "core/records.h"
 #include "core/workspace_files.h"
 #include "generation/provider.h"
 
@@ -49,6 +50,10 @@ class ResultRecovery {
 
   /// Removes the whole folder. Failures are ignored: what it held is in the library.
   static void remove(const WorkspaceFiles& files, const QUuid& job);
+
+  /// Whether the job's submission left and nothing is known of it: a marker, no handle and no retained result. True
+  /// also while the answer is still awaited.
+  static bool answerIsMissing(const WorkspaceFiles& files, const GenerationJob& job);
 
   /// The marker of a submission that has left and not been answered.
   static bool hasSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
