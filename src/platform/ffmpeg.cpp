@@ -12,11 +12,6 @@ constexpr const char* containers = "mov,mp4,m4a,matroska,webm,avi,mpeg,mpegvideo
 
 constexpr int64_t maximumFramePixels = 16'384LL * 16'384;
 
-void quietLog() {
-  static std::once_flag once;
-  std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
-}
-
 struct Options {
   AVDictionary* entries = nullptr;
   Options() = default;
@@ -33,13 +28,18 @@ T* orOutOfMemory(T* object) {
 
 }  // namespace
 
+void quietFfmpeg() {
+  static std::once_flag once;
+  std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
+}
+
 MediaPacket makePacket() { return MediaPacket(orOutOfMemory(av_packet_alloc())); }
 MediaFrame makeFrame() { return MediaFrame(orOutOfMemory(av_frame_alloc())); }
 
 QByteArray mediaAddress(const QString& path) { return QByteArrayLiteral("file:") + QFile::encodeName(path); }
 
 MediaInput openMedia(const QString& path) {
-  quietLog();
+  quietFfmpeg();
   Options options;
   av_dict_set(&options.entries, "format_whitelist", containers, 0);
   av_dict_set(&options.entries, "protocol_whitelist", "file", 0);

@@ -44,6 +44,9 @@ struct MediaOutputRelease {
 };
 using MediaOutput = std::unique_ptr<AVFormatContext, MediaOutputRelease>;
 
+/// Stops FFmpeg from writing to the error output: its failures come back as results.
+void quietFfmpeg();
+
 MediaPacket makePacket();
 MediaFrame makeFrame();
 
