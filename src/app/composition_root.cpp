@@ -1,0 +1,156 @@
+#include "app/composition_root.h"
+
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QUrl>
+
+#include "app/sandbox_models.h"
+#include "catalogue/catalog_facts.h"
+#include "catalogue/request_for_model.h"
+#include "core/workspace_opening.h"
+#include "platform/http_client.h"
+#include "platform/key_store.h"
+#include "shell/views/theme.h"
+
+namespace sorvan::app {
+
+namespace {
+
+std::shared_ptr<FalCatalog> makeCatalog(const std::shared_ptr<Settings>& settings, const Profile& profile) {
+  auto catalog = std::make_shared<FalCatalog>(settings);
+  if (profile.isSandbox()) catalog->add(sandboxVideoModel());
+  return catalog;
+}
+
+}  // namespace
+
+// On the simulator the key lives in memory, so that the user's own is neither
+// read nor touched.
+std::shared_ptr<KeyBackend> CompositionRoot::keyBackend(const Profile& profile) {
+  if (!profile.isSandbox()) return secretServiceKeyBackend();
+  auto backend = std::make_shared<MemoryKeyBackend>();
+  if (profile.service->key) backend->entries[rawValue(ProviderID::fal)] = *profile.service->key;
+  return backend;
+}
+
+LibraryStore::Services CompositionRoot::storeServices(const Profile& profile) {
+  return {settings_, clock_, profile.forcedWorkspace, profile.defaultWorkspace};
+}
+
+GenerationPorts CompositionRoot::generationPorts() {
+  GenerationPorts ports;
+  ports.providerResolver = [this](ProviderID id) -> std::shared_ptr<GenerationProvider> {
+    // Nothing else can run a request yet: whoever asks for credits or a retired
+    // provider is told so by the request.
+    if (id == ProviderID::fal) return provider_;
+    return std::make_shared<RetiredProvider>();
+  };
+  ports.keyReader = [this](ProviderID id) { return keys_->key(id); };
+  ports.billing = [] { return Billing{PayWith::ownKey, true}; };
+  ports.models = std::make_shared<CatalogFacts>(catalog_);
+  ports.forModel = [this](const GenerationRequest& request, const ComparisonModel& model) {
+    return requestForModel(*catalog_, request, model);
+  };
+  ports.feature = [this](const GenerationRequest& request) { return featureOf(*catalog_, request); };
+  ports.version = QStringLiteral(SORVAN_VERSION);
+  return ports;
+}
+
+std::vector<SelectableModel> CompositionRoot::selectableModels() const {
+  std::vector<SelectableModel> models = pictureModels(*catalog_);
+  for (SelectableModel& sound : soundModels()) models.push_back(std::move(sound));
+  return models;
+}
+
+ActionsPresenter::Ports CompositionRoot::actionPorts() {
+  return {store_, presenters(), [this] { windowPresenter_.requestQuit(); },
+          [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).path())); },
+          QStringLiteral(SORVAN_VERSION)};
+}
+
+Presenters CompositionRoot::presenters() {
+  Presenters all;
+  all.state = &state_;
+  all.window = &windowPresenter_;
+  all.welcome = &welcome_;
+  all.sidebar = &sidebar_;
+  all.gallery = &gallery_;
+  all.jobs = &jobs_;
+  all.inspector = &inspector_;
+  all.composer = &composer_;
+  all.settings = &settingsPresenter_;
+  all.alerts = &alerts_;
+  all.actions = &actions_;
+  return all;
+}
+
+CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
+    : QObject(parent),
+      settings_(std::make_shared<Settings>(profile.settingsFile)),
+      clock_(std::make_shared<SystemClock>()),
+      transport_(std::make_shared<HttpClient>(profile.service)),
+      keys_(std::make_shared<KeyCache>(std::make_shared<KeychainStore>(keyBackend(profile)))),
+      providerSettings_(keys_),
+      catalog_(makeCatalog(settings_, profile)),
+      provider_(std::make_shared<FalProvider>(FalServices{transport_, catalog_, clock_, nullptr})),
+      store_(storeServices(profile)),
+      queue_(store_, generationPorts()),
+      messages_(store_, alerts_),
+      displays_(store_, queue_),
+      composing_(selectableModels(), clock_),
+      composer_({store_, queue_, state_, composing_,
+                 [keys = keys_](std::stop_token stop) { return keys->ready(ProviderID::fal, stop); }}),
+      windowPresenter_(store_, state_, alerts_, profile.title),
+      welcome_(store_, profile.defaultWorkspace),
+      sidebar_(store_, state_),
+      gallery_(store_, state_, displays_),
+      jobs_({store_, queue_, state_, alerts_, displays_,
+             [](const QString& text) { QGuiApplication::clipboard()->setText(text); }}),
+      inspector_(store_, state_, displays_),
+      settingsPresenter_(providerSettings_, *settings_),
+      actions_(actionPorts()) {
+  connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
+  connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
+          [this] { views::Theme::instance().setAppearance(settingsPresenter_.appearance()); });
+  // A newcomer who has just chosen a folder can type at once.
+  connect(&welcome_, &WelcomePresenter::shownChanged, this, [this] {
+    if (window_ && !welcome_.isShown())
+      QMetaObject::invokeMethod(&composer_, &GenerationComposer::focus, Qt::QueuedConnection);
+  });
+  connect(&settingsPresenter_, &SettingsPresenter::failed, &alerts_, &AlertsPresenter::showError);
+}
+
+CompositionRoot::~CompositionRoot() = default;
+
+void CompositionRoot::start() {
+  // 1. The key store may take its time, so it is asked first.
+  providerSettings_.load();
+  // 2. The library as it was left; a failure shows over the first page.
+  restoreLastWorkspace(store_);
+  // 3. The window, in the look that was chosen.
+  views::Theme::instance().setAppearance(settingsPresenter_.appearance());
+  window_ = std::make_unique<views::MainWindow>(presenters());
+  window_->show();
+}
+
+void CompositionRoot::bringForward() { Q_EMIT windowPresenter_.raiseRequested(); }
+
+void CompositionRoot::keepUnfinishedWork() { composer_.keepNow(); }
+
+void CompositionRoot::shutDown() {
+  if (ending_) return;
+  ending_ = true;
+  keepUnfinishedWork();
+  if (window_) window_->hide();
+  tasks_.spawn(finish());
+}
+
+Task<> CompositionRoot::finish() {
+  co_await queue_.drain();
+  QCoreApplication::exit(0);
+}
+
+}  // namespace sorvan::app

@@ -1,0 +1,96 @@
+// The only place that knows every room: it builds the studio from its parts and
+// takes it apart in the right order.
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+#include "account/key_storage.h"
+#include "account/provider_settings.h"
+#include "app/room.h"
+#include "base/settings.h"
+#include "base/task_scope.h"
+#include "catalogue/fal_catalog.h"
+#include "catalogue/fal_provider.h"
+#include "composer/composer_state.h"
+#include "core/library_store.h"
+#include "generation/job_queue.h"
+#include "shell/actions_presenter.h"
+#include "shell/alerts_presenter.h"
+#include "shell/gallery_presenter.h"
+#include "shell/generation_composer.h"
+#include "shell/inspector_presenter.h"
+#include "shell/job_displays.h"
+#include "shell/jobs_presenter.h"
+#include "shell/profile.h"
+#include "shell/settings_presenter.h"
+#include "shell/sidebar_presenter.h"
+#include "shell/store_messages.h"
+#include "shell/views/main_window.h"
+#include "shell/welcome_presenter.h"
+#include "shell/window_presenter.h"
+#include "shell/workspace_state.h"
+
+namespace sorvan::app {
+
+/// One running studio. Main thread. The members stand in the order of their
+/// needs: each uses only those before it, so they also go in the right order.
+class CompositionRoot : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Throws SorvanError when the settings cannot be prepared.
+  explicit CompositionRoot(const Profile& profile, QObject* parent = nullptr);
+  ~CompositionRoot() override;
+
+  /// Opens the last workspace and shows the window.
+  void start();
+  void bringForward();
+
+  /// Ends the program without asking: keeps the unfinished prompt, gives a paid
+  /// submission in flight up to ten seconds for its answer, waits for nothing
+  /// else, and leaves the event loop. A second call does nothing.
+  void shutDown();
+  /// Writes the unfinished prompt down, for a session that may end without
+  /// another word.
+  void keepUnfinishedWork();
+
+ private:
+  static std::shared_ptr<KeyBackend> keyBackend(const Profile& profile);
+  core::LibraryStore::Services storeServices(const Profile& profile);
+  generation::GenerationPorts generationPorts();
+  std::vector<composer::SelectableModel> selectableModels() const;
+  shell::ActionsPresenter::Ports actionPorts();
+  shell::Presenters presenters();
+  Task<> finish();
+
+  std::shared_ptr<Settings> settings_;
+  std::shared_ptr<const Clock> clock_;
+  std::shared_ptr<HttpTransport> transport_;
+  std::shared_ptr<account::KeyCache> keys_;
+  account::ProviderSettings providerSettings_;
+  std::shared_ptr<catalogue::FalCatalog> catalog_;
+  std::shared_ptr<catalogue::FalProvider> provider_;
+  core::LibraryStore store_;
+  generation::JobQueue queue_;
+
+  shell::WorkspaceState state_;
+  shell::AlertsPresenter alerts_;
+  shell::StoreMessages messages_;
+  shell::JobDisplays displays_;
+  composer::ComposerState composing_;
+  shell::GenerationComposer composer_;
+  shell::WindowPresenter windowPresenter_;
+  shell::WelcomePresenter welcome_;
+  shell::SidebarPresenter sidebar_;
+  shell::GalleryPresenter gallery_;
+  shell::JobsPresenter jobs_;
+  shell::InspectorPresenter inspector_;
+  shell::SettingsPresenter settingsPresenter_;
+  shell::ActionsPresenter actions_;
+  TaskScope tasks_;
+  std::unique_ptr<views::MainWindow> window_;
+  bool ending_ = false;
+};
+
+}  // namespace sorvan::app

@@ -1,0 +1,87 @@
+#include <QApplication>
+#include <QDir>
+
+#include <cstdio>
+#include <cstring>
+
+#include "app/composition_root.h"
+#include "app/termination.h"
+#include "base/durable_file.h"
+#include "shell/profile.h"
+#include "shell/running_instance.h"
+#include "shell/texts.h"
+#include "shell/views/theme.h"
+
+namespace {
+
+using namespace sorvan;
+
+constexpr int cannotStart = 2;
+
+bool asks(int count, char** arguments, const char* option) {
+  for (int index = 1; index < count; ++index)
+    if (std::strcmp(arguments[index], option) == 0) return true;
+  return false;
+}
+
+// The one argument that is understood: an address of this program's own scheme,
+// which a browser hands over.
+QString linkOf(const QStringList& arguments) {
+  for (const QString& argument : arguments.mid(1))
+    if (argument.startsWith(QStringLiteral("sorvan:"), Qt::CaseInsensitive)) return argument;
+  return {};
+}
+
+void describeApplication(QApplication& application) {
+  QApplication::setApplicationName(QStringLiteral("sorvan-studio"));
+  QApplication::setApplicationDisplayName(QString());
+  QApplication::setApplicationVersion(QStringLiteral(SORVAN_VERSION));
+  QApplication::setDesktopFileName(QStringLiteral("sorvan-studio"));
+  // The program ends when its work is put away, not when a window goes.
+  QApplication::setQuitOnLastWindowClosed(false);
+  views::Theme::instance().dress(application);
+}
+
+// True when another process runs with the same data and has come to the front,
+// or does not answer at all.
+bool leaveToRunningOne(shell::RunningInstance& instance, const shell::Profile& profile, const QString& link) {
+  // A workspace that was named is a window of its own: its folder has a lock of
+  // its own.
+  if (profile.forcedWorkspace || instance.become()) return false;
+  if (!instance.callRunningOne(link)) std::fputs("Sorvan Studio is already running and does not answer.\n", stderr);
+  return true;
+}
+
+int runStudio(QApplication& application) {
+  const shell::Profile profile = shell::profileFromEnvironment();
+  base::ensureFolderDurably(profile.dataFolder, 0700);
+  shell::RunningInstance instance(profile.dataFolder);
+  if (leaveToRunningOne(instance, profile, linkOf(QApplication::arguments()))) return 0;
+
+  app::CompositionRoot root(profile);
+  app::Termination termination;
+  QObject::connect(&termination, &app::Termination::requested, &root, &app::CompositionRoot::shutDown);
+  QObject::connect(&application, &QGuiApplication::commitDataRequest, &root, &app::CompositionRoot::keepUnfinishedWork,
+                   Qt::DirectConnection);
+  QObject::connect(&instance, &shell::RunningInstance::called, &root, &app::CompositionRoot::bringForward);
+  root.start();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  // Answered without a display.
+  if (asks(count, arguments, "--version")) {
+    std::puts("Sorvan Studio " SORVAN_VERSION);
+    return 0;
+  }
+  QApplication application(count, arguments);
+  describeApplication(application);
+  try {
+    return runStudio(application);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", qUtf8Printable(base::describe(failure)));
+    return cannotStart;
+  }
+}
