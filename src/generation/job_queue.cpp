@@ -5,6 +5,7 @@
 
 #include <map>
 
+#include "base/invariant.h"
 #include "base/task_scope.h"
 #include "generation/job_runner.h"
 
@@ -26,7 +27,7 @@ JobQueue::JobQueue(LibraryStore& store, GenerationPorts ports)
   m_store.busyChecks.push_back([self = QPointer<JobQueue>(this)] { return self && self->runningCount() > 0; });
 }
 
-JobQueue::~JobQueue() { Q_ASSERT(m_state->scope.running() == 0); }
+JobQueue::~JobQueue() { invariant(m_state->scope.running() == 0, "The queue was drained before it went."); }
 
 bool JobQueue::isRunning(const QUuid& job) const { return m_state->tasks.contains(job); }
 

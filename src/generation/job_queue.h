@@ -27,6 +27,7 @@ class JobQueue : public QObject {
   static constexpr std::size_t runningLimit = 2;
 
   JobQueue(LibraryStore& store, GenerationPorts ports);
+  /// `drain` must have ended before: a task that outlived the queue would work on what is gone.
   ~JobQueue() override;
 
   LibraryStore& store() const { return m_store; }

@@ -1,7 +1,11 @@
 #include "generation/result_recovery.h"
 
-#include <QDir>
+#include <QFile>
 #include <QFileInfo>
+
+#include <cerrno>
+
+#include <sys/stat.h>
 
 #include <boost/describe.hpp>
 
@@ -23,6 +27,15 @@ struct RecoveryItem {
 BOOST_DESCRIBE_STRUCT(RecoveryItem, (), (file, ext, seed, cost, label))
 
 namespace {
+
+/// More than any honest manifest holds.
+constexpr qint64 maximumManifestBytes = 16LL << 20;
+
+/// Unreadable is not absent: only "no such file" says that there is none.
+bool mayStand(const QString& path) {
+  struct stat entry {};
+  return ::lstat(QFile::encodeName(path).constData(), &entry) == 0 || errno != ENOENT;
+}
 
 QString inFolder(const WorkspaceFiles& files, const QUuid& job, const QString& name) {
   return files.recoveryFolder(job) + u'/' + name;
@@ -63,7 +76,7 @@ GeneratedOutput outputOf(const RecoveryItem& item, const WorkspaceFiles& files, 
 
 /// The outputs of one manifest file; throws when it cannot be used.
 std::vector<GeneratedOutput> outputsIn(const QString& manifest, const WorkspaceFiles& files, const QUuid& job) {
-  const auto items = decodedItems(readFile(manifest));
+  const auto items = decodedItems(readFile(manifest, maximumManifestBytes));
   if (!items) throw SorvanError(texts::invalidManifest());
   std::vector<GeneratedOutput> outputs;
   for (const RecoveryItem& item : *items) outputs.push_back(outputOf(item, files, job));
@@ -114,7 +127,7 @@ ForeignRecoveryPath::ForeignRecoveryPath() : SorvanError(texts::invalidManifest(
 QString ResultRecovery::folder(const WorkspaceFiles& files, const QUuid& job) { return files.recoveryFolder(job); }
 
 bool ResultRecovery::exists(const WorkspaceFiles& files, const QUuid& job) {
-  return QFileInfo::exists(manifestPath(files, job));
+  return mayStand(manifestPath(files, job));
 }
 
 std::optional<std::vector<GeneratedOutput>> ResultRecovery::load(const WorkspaceFiles& files, const QUuid& job) {
@@ -124,7 +137,7 @@ std::optional<std::vector<GeneratedOutput>> ResultRecovery::load(const Workspace
   } catch (const ForeignRecoveryPath&) {
     throw;
   } catch (const SorvanError&) {
-    if (!QFileInfo::exists(previousPath(files, job))) throw SorvanError(texts::invalidManifest());
+    if (!mayStand(previousPath(files, job))) throw SorvanError(texts::invalidManifest());
   }
   try {
     return outputsIn(previousPath(files, job), files, job);
@@ -167,7 +180,7 @@ bool ResultRecovery::answerIsMissing(const WorkspaceFiles& files, const Generati
 }
 
 bool ResultRecovery::hasSubmissionMarker(const WorkspaceFiles& files, const QUuid& job) {
-  return QFileInfo::exists(files.submissionMarker(job));
+  return mayStand(files.submissionMarker(job));
 }
 
 void ResultRecovery::writeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job) {

@@ -31,7 +31,7 @@ class ResultRecovery {
   /// Absolute path of the job's folder, whether it exists or not.
   static QString folder(const WorkspaceFiles& files, const QUuid& job);
 
-  /// Whether a manifest exists.
+  /// Whether a manifest exists, or may exist: what cannot be looked at is not taken for absent.
   static bool exists(const WorkspaceFiles& files, const QUuid& job);
 
   /// The retained outputs, their bytes as files in the folder; nothing when no manifest exists. When the manifest
@@ -55,7 +55,7 @@ class ResultRecovery {
   /// also while the answer is still awaited.
   static bool answerIsMissing(const WorkspaceFiles& files, const GenerationJob& job);
 
-  /// The marker of a submission that has left and not been answered.
+  /// The marker of a submission that has left and not been answered; one that cannot be looked at counts as standing.
   static bool hasSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
   /// Throws FileError, and then leaves no marker where that can be helped.
   static void writeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);

@@ -484,6 +484,15 @@ TEST(DamagedRecovery, WithoutAHandleIsNeverSubmittedOver) {
   }
 }
 
+TEST(DamagedRecovery, ThatCannotBeLookedAtLeadsToNoSubmission) {
+  Studio studio;
+  const QUuid id = studio.enqueue(promptRequest());
+  studio.folder.write(QStringLiteral("workspace/.sorvan/recovery/") + uuidText(id), "no folder");
+  studio.settle();
+  EXPECT_EQ(studio.job(id)->status, QStringLiteral("failed"));
+  EXPECT_EQ(studio.provider->posts, 0);
+}
+
 TEST(WholeRoad, TakesAHundredThousandCharactersOfEmojiAndRightToLeftText) {
   Studio studio;
   QString prompt;

@@ -3,6 +3,7 @@
 #include <QDir>
 
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
 
 #include "base/ids.h"
 #include "generation/scripted_provider.h"
@@ -133,6 +134,57 @@ TEST_F(Recovery, ALinkIsNotFollowed) {
   QFile::remove(files.recoveryFolder(job) + QStringLiteral("/0.media"));
   ASSERT_TRUE(QFile::link(folder / QStringLiteral("secret"), files.recoveryFolder(job) + QStringLiteral("/0.media")));
   EXPECT_EQ(failureOfLoad(), invalid);
+}
+
+TEST_F(Recovery, WhatCannotBeLookedAtIsNotTakenForAbsent) {
+  folder.write(QStringLiteral(".sorvan/recovery/") + uuidText(job), "a file where the folder should be");
+  EXPECT_TRUE(ResultRecovery::exists(files, job));
+  EXPECT_TRUE(ResultRecovery::hasSubmissionMarker(files, job));
+  EXPECT_EQ(failureOfLoad(), invalid);
+}
+
+/// Manifests near to real ones, with anything in them.
+rc::Gen<std::string> manifests() {
+  const auto pieces = rc::gen::elementOf(std::vector<std::string>{"[",
+                                                                  "]",
+                                                                  "{",
+                                                                  "}",
+                                                                  ",",
+                                                                  ":",
+                                                                  "\"file\"",
+                                                                  "\"ext\"",
+                                                                  "\"0.media\"",
+                                                                  "\"../x\"",
+                                                                  "\"\\u0000\"",
+                                                                  "\"/etc/passwd\"",
+                                                                  "[{\"file\":\"",
+                                                                  "\",\"ext\":\"png\"}]",
+                                                                  "..",
+                                                                  "/",
+                                                                  "0.media",
+                                                                  "null",
+                                                                  "1e999",
+                                                                  "\xff",
+                                                                  "\"seed\":9223372036854775808"});
+  return rc::gen::map(rc::gen::container<std::vector<std::string>>(pieces), [](const std::vector<std::string>& chosen) {
+    std::string text;
+    for (const std::string& piece : chosen) text += piece;
+    return text;
+  });
+}
+
+TEST_F(Recovery, NoManifestEverLeadsOutOfItsFolder) {
+  ResultRecovery::save({Script::pictureOutput("one")}, files, job);
+  EXPECT_TRUE(rc::check([this] {
+    write(QStringLiteral("results.json"), QByteArray::fromStdString(*manifests()));
+    QFile::remove(files.recoveryFolder(job) + QStringLiteral("/results.json.previous"));
+    try {
+      for (const GeneratedOutput& output : ResultRecovery::load(files, job).value_or(std::vector<GeneratedOutput>()))
+        RC_ASSERT(QFileInfo(output.file).canonicalPath() == QFileInfo(files.recoveryFolder(job)).canonicalFilePath());
+    } catch (const SorvanError& error) {
+      RC_ASSERT(error.message() == invalid);
+    }
+  }));
 }
 
 TEST_F(Recovery, GoesWithTheWholeFolder) {
