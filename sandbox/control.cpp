@@ -17,7 +17,7 @@ QString controlHelp() {
       "  GET  /state      counts of POSTs, calls, purchases and pending faults; held calls\n"
       "  GET  /ledger     the ledger file\n"
       "  GET  /calls      every call in order, with what it was answered\n"
-      "  GET  /wait?call=NAME&count=N[&held=1]   answers once N such calls arrived (or are held)\n"
+      "  GET  /wait?call=NAME&count=N[&held=1]   answers once N such calls arrived (or are held; 0: none is)\n"
       "  POST /faults     a fault or an array of them: {\"call\",\"kind\",\"endpoint\"?,\"skip\"?,\"times\"?,\"charged\"?,…}\n"
       "  DELETE /faults   forgets the faults that are left\n"
       "  POST /release    {\"call\"?}: lets held and stalled calls go on\n"
@@ -93,14 +93,16 @@ HttpAnswer Control::release(const QJsonObject& body) {
 void Control::wait(HttpConnection& connection, const HttpRequest& request) {
   const auto call = callNamed(request.query.queryItemValue(QStringLiteral("call")));
   if (!call) return deliver(connection, wrong(QStringLiteral("Wait for which call?")), Shape::Plain);
+  const QString count = request.query.queryItemValue(QStringLiteral("count"));
   const Waiter waiter{*call, request.query.queryItemValue(QStringLiteral("held")) == QStringLiteral("1"),
-                      qMax(1, request.query.queryItemValue(QStringLiteral("count")).toInt())};
+                      count.isEmpty() ? 1 : count.toInt()};
   if (!answerIfReached(connection, waiter)) waiters_.insert(&connection, waiter);
 }
 
 bool Control::answerIfReached(HttpConnection& connection, const Waiter& waiter) {
   const int now = waiter.held ? controls_.desk.heldCount(waiter.call) : controls_.book.count(waiter.call);
-  if (now < waiter.count) return false;
+  const bool noneHeld = waiter.held && waiter.count == 0;
+  if (noneHeld ? now > 0 : now < waiter.count) return false;
   deliver(connection, done({{QStringLiteral("count"), now}}), Shape::Plain);
   return true;
 }

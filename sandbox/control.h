@@ -37,7 +37,7 @@ class Control : public QTcpServer, public HttpHandler {
   struct Waiter {
     CallKind call;
     bool held;
-    int count;
+    int count;  // of held calls, 0 waits until none is held any more
   };
   HttpAnswer carryOut(const HttpRequest& request);
   HttpAnswer state() const;

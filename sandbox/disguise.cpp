@@ -19,7 +19,7 @@ HttpAnswer withJson(HttpAnswer answer, const std::function<void(QJsonObject&)>& 
 
 HttpAnswer withoutHandle(HttpAnswer answer) {
   return withJson(std::move(answer), [](QJsonObject& object) {
-    for (const char16_t* key : {u"request_id", u"status_url", u"response_url", u"cancel_url"})
+    for (const char16_t* key : {u"request_id", u"status_url", u"response_url", u"cancel_url", u"upload_url", u"file_url"})
       object.remove(QString::fromUtf16(key));
   });
 }

@@ -42,7 +42,7 @@ std::vector<NamedFault> wireFaults() {
 
 std::vector<NamedFault> contentFaults() {
   return {
-      {"no-handle", FaultKind::NoHandle, true, 0, "", "", "a submit's answer without id and addresses"},
+      {"no-handle", FaultKind::NoHandle, true, 0, "", "", "an answer without request id and addresses"},
       {"elsewhere", FaultKind::Elsewhere, true, 0, "", "", "addresses in the answer lead to elsewhere.example"},
       {"backwards", FaultKind::Backwards, true, 0, "", "", "a status falls back to IN_QUEUE"},
       {"unknown-state", FaultKind::UnknownState, true, 0, "", "", "a status that no document names"},

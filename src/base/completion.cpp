@@ -27,7 +27,8 @@ void Completion::finish() const {
   const std::lock_guard held(state->lock);
   if (std::exchange(state->finished, true)) return;
   for (const auto& [coroutine, home] : std::exchange(state->waiting, {}))
-    QMetaObject::invokeMethod(home, [resumed = coroutine] { resumed.resume(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        home, [resumed = coroutine] { resumed.resume(); }, Qt::QueuedConnection);
 }
 
 bool Completion::isFinished() const {

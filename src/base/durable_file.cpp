@@ -155,9 +155,7 @@ static void removeAndSync(const QString& path, int removed) {
   if (synced < 0) throw steps::failure(path, QStringLiteral("removed"), synced);
 }
 
-void removeDurably(const QString& path) {
-  removeAndSync(path, FileLayer::current().remove(QFile::encodeName(path)));
-}
+void removeDurably(const QString& path) { removeAndSync(path, FileLayer::current().remove(QFile::encodeName(path))); }
 
 // Everything below the folder, children before their parents; links are listed, never followed.
 static std::vector<std::filesystem::directory_entry> contentsOf(const QString& folder) {

@@ -22,9 +22,13 @@ struct EnumText {};
 
 namespace detail {
 template <class E>
-concept HasEnumRows = requires { EnumText<E>::rows; };
+concept HasEnumRows = requires {
+  EnumText<E>::rows;
+};
 template <class E>
-concept HasEnumFallback = requires { EnumText<E>::fallback; };
+concept HasEnumFallback = requires {
+  EnumText<E>::fallback;
+};
 
 constexpr std::string_view withoutTrailingUnderscore(std::string_view name) {
   return name.ends_with('_') ? name.substr(0, name.size() - 1) : name;

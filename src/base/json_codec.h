@@ -191,7 +191,7 @@ struct JsonCodec<float> {
 };
 
 template <class E>
-  requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 struct JsonCodec<E> {
   static QJsonValue write(E value) { return enumText(value); }
   static E read(const QJsonValue& value, const JsonPath& path) {

@@ -2,5 +2,4 @@
 // It sees itself and the rooms before it.
 #pragma once
 
-namespace sorvan::base {
-}  // namespace sorvan::base
+namespace sorvan::base {}  // namespace sorvan::base

@@ -15,8 +15,8 @@ Task<> yieldToLoop() {
   struct Yield {
     bool await_ready() const { return false; }
     void await_suspend(std::coroutine_handle<> waiting) const {
-      QMetaObject::invokeMethod(QAbstractEventDispatcher::instance(), [waiting] { waiting.resume(); },
-                                Qt::QueuedConnection);
+      QMetaObject::invokeMethod(
+          QAbstractEventDispatcher::instance(), [waiting] { waiting.resume(); }, Qt::QueuedConnection);
     }
     void await_resume() const {}
   };

@@ -77,8 +77,8 @@ enum class PostFate {
 
 struct PostOutcome {
   PostFate fate = PostFate::Unknown;
-  // What the service answered, if it answered at all. Of a 307 or 308 nothing but the fate is known: the network library
-  // gives no answer that asks for the body again.
+  // What the service answered, if it answered at all. Of a 307 or 308 nothing but the fate is known: the network
+  // library gives no answer that asks for the body again.
   std::optional<HttpReply> reply;
   // Why there is no reply; empty when there is one.
   QString problem;
@@ -88,13 +88,14 @@ struct PostOutcome {
 // everything else, 3xx, 408, 409, 425, 499 and 5xx among it, unknown.
 PostFate fateOfStatus(int status);
 
-// Thread: the one with the event loop that made it. Every call throws Cancelled when a stop is requested, unless it says
-// otherwise. No call follows a redirect except `download`: a 3xx is an answer like any other.
+// Thread: the one with the event loop that made it. Every call throws Cancelled when a stop is requested, unless it
+// says otherwise. No call follows a redirect except `download`: a 3xx is an answer like any other.
 class HttpTransport {
  public:
   virtual ~HttpTransport() = default;
 
-  // One exchange. Any status is a reply; HttpError when there is none, when it is too large or cut short.
+  // One exchange. The network library may send it again when a connection breaks, so it is never for what spends money.
+  // Any status is a reply; HttpError when there is none, when it is too large or cut short.
   virtual Task<HttpReply> send(HttpRequest request, std::stop_token stop) = 0;
 
   // The one way to send what may spend money: at most one POST leaves the machine, whatever happens to the connection.

@@ -185,7 +185,8 @@ Task<PostOutcome> HttpClient::postOnce(HttpRequest request, std::stop_token stop
   upload->setParent(reply);
   const auto exchange = ownedLater(new HttpExchange(single, reply, limitsOf(request), {}));
   // 4. To its end; once the body was read only its own limits end it earlier.
-  co_await awaitEnd(exchange, [upload] { return upload->wasRead(); }, stop);
+  co_await awaitEnd(
+      exchange, [upload] { return upload->wasRead(); }, stop);
   if (exchange->end() == ExchangeEnd::Stopped) throw Cancelled();
   co_return outcomeOf(*exchange, upload->wasRead());
 }
@@ -199,8 +200,8 @@ static std::optional<QUrl> redirectTarget(const HttpRequest& request, const Http
   const QByteArray location = reply.header("Location");
   if (!isRedirect(reply.status) || location.isEmpty() || carriesSecret(request)) return std::nullopt;
   const QUrl target = reply.url.resolved(QUrl::fromEncoded(location));
-  const bool secure = target.scheme() == QStringLiteral("https") ||
-                      (plainHttpAllowed && target.scheme() == QStringLiteral("http"));
+  const bool secure =
+      target.scheme() == QStringLiteral("https") || (plainHttpAllowed && target.scheme() == QStringLiteral("http"));
   if (!target.isValid() || !secure || target.host().isEmpty()) return std::nullopt;
   if (request.mayFollow && !request.mayFollow(target)) return std::nullopt;
   return target;
@@ -212,13 +213,13 @@ static Task<HttpReply> downloadHop(std::shared_ptr<QNetworkAccessManager> sessio
   // 1. Bytes as they are, so that the announced length can be held against them; no limit in all.
   prepared.setRawHeader("Accept-Encoding", "identity");
   request.totalLimit = std::chrono::milliseconds(0);
-  // 2. The file, made beside its place at the first bytes, so that an answer without any leaves nothing behind.
+  // 2. A temporary file beside its place, before anything is asked: a folder that cannot be written is told at once.
   const auto writer = std::make_shared<std::unique_ptr<DurableWriter>>();
   *writer = std::make_unique<DurableWriter>(toPath, DurableMode::Media);
   QNetworkReply* reply = session->get(prepared);
   reply->setReadBufferSize(readBufferBytes);
-  const auto exchange = ownedLater(new HttpExchange(
-      session, reply, limitsOf(request), [writer](const QByteArray& piece) { (*writer)->append(piece); }));
+  const auto exchange = ownedLater(new HttpExchange(session, reply, limitsOf(request),
+                                                    [writer](const QByteArray& piece) { (*writer)->append(piece); }));
   // 3. The body, piece by piece.
   co_await awaitEnd(exchange, {}, stop);
   throwIfStopped(stop);

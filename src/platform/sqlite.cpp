@@ -25,10 +25,11 @@ static DatabaseError failure(const QString& path, const QString& verb, const SQL
 }
 
 Database::Database(const QString& file, DatabaseOpening opening) : filePath(file) {
-  const int flags = opening == DatabaseOpening::ReadOnly ? SQLite::OPEN_READONLY
-                                                         : SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+  const int flags =
+      opening == DatabaseOpening::ReadOnly ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
   try {
-    database = std::make_unique<SQLite::Database>(QFile::encodeName(file).toStdString(), flags, busyTimeoutMilliseconds);
+    database =
+        std::make_unique<SQLite::Database>(QFile::encodeName(file).toStdString(), flags, busyTimeoutMilliseconds);
   } catch (const SQLite::Exception& problem) {
     throw failure(filePath, QStringLiteral("opened"), problem);
   }

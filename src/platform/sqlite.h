@@ -125,8 +125,8 @@ class Database {
   QStringList columns(const QString& table);
   bool hasTable(const QString& name);
 
-  // An online copy into a file that must not exist; on the disk when it returns. Long: call it on a connection of its own
-  // on the pool.
+  // An online copy into a file that must not exist; on the disk when it returns. Long: call it on a connection of its
+  // own on the pool.
   void backUpTo(const QString& target);
 
   // For what has no wrapper here.

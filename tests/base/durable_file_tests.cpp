@@ -78,6 +78,29 @@ TEST(DurableFile, AFullDiskAtEveryStepLeavesTheOldFileOrTheWholeNewOne) {
   }
 }
 
+TEST(DurableFile, AFailureAtAnyStepLeavesNoDescriptorOpen) {
+  const auto open = [] {
+    return QDir(QStringLiteral("/proc/self/fd"))
+        .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
+        .size();
+  };
+  const TemporaryFolder folder;
+  folder.write(QStringLiteral("a"), "x");
+  const auto before = open();
+  const auto noCheck = [](int, bool) {};
+  failEachStep(
+      EIO, [] {}, [&] { writeDurably(folder / QStringLiteral("b"), "y", DurableMode::Media); }, noCheck);
+  failEachStep(
+      EIO, [] {},
+      [&] {
+        copyDurably(folder / QStringLiteral("a"), folder / QStringLiteral("c"), DurableMode::Media, Replacing::Replace);
+      },
+      noCheck);
+  failEachStep(
+      EIO, [] {}, [&] { readFile(folder / QStringLiteral("a")); }, noCheck);
+  EXPECT_EQ(open(), before);
+}
+
 TEST(DurableFile, WithoutReplacementAFailureAtAnyStepLeavesNoFile) {
   const TemporaryFolder folder;
   const QString path = folder / QStringLiteral("a.png");
@@ -137,7 +160,8 @@ TEST(DurableFile, AFileSystemWithoutTheNoReplaceFlagStillNeverReplaces) {
   const TemporaryFolder folder;
   const FileLayerOverride override(layer);
   writeDurably(folder / QStringLiteral("a"), "first", DurableMode::Media, Replacing::NoReplace);
-  EXPECT_THROW(writeDurably(folder / QStringLiteral("a"), "second", DurableMode::Media, Replacing::NoReplace), FileError);
+  EXPECT_THROW(writeDurably(folder / QStringLiteral("a"), "second", DurableMode::Media, Replacing::NoReplace),
+               FileError);
   EXPECT_EQ(folder.read(QStringLiteral("a")), "first");
 }
 

@@ -119,10 +119,11 @@ struct Arbitrary<QUuid> {
 template <>
 struct Arbitrary<sorvan::test::Inner> {
   static Gen<sorvan::test::Inner> arbitrary() {
-    return gen::build<sorvan::test::Inner>(gen::set(&sorvan::test::Inner::name),
-                                           gen::set(&sorvan::test::Inner::count, gen::map(gen::arbitrary<std::pair<bool, int>>(), [](auto pair) {
-                                             return pair.first ? std::optional<int>(pair.second) : std::nullopt;
-                                           })));
+    return gen::build<sorvan::test::Inner>(
+        gen::set(&sorvan::test::Inner::name),
+        gen::set(&sorvan::test::Inner::count, gen::map(gen::arbitrary<std::pair<bool, int>>(), [](auto pair) {
+          return pair.first ? std::optional<int>(pair.second) : std::nullopt;
+        })));
   }
 };
 }  // namespace rc

@@ -30,7 +30,7 @@ TEST(Pool, ReturnsResultsOnTheCallersThread) {
   const auto work = []() -> Task<bool> {
     const auto before = std::this_thread::get_id();
     const auto inside = co_await onPool([] { return std::this_thread::get_id(); });
-    co_return before != inside && before == std::this_thread::get_id();
+    co_return before != inside&& before == std::this_thread::get_id();
   };
   EXPECT_TRUE(runTask(work()));
 }

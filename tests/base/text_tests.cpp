@@ -9,8 +9,8 @@
 namespace sorvan::test {
 using namespace sorvan::base;
 
-static const QString family = QStringLiteral("👩‍👩‍👧");   // one cluster of five code points
-static const QString acute = QStringLiteral("e\u0301");  // one cluster of two
+static const QString family = QStringLiteral("👩‍👩‍👧");  // one cluster of five code points
+static const QString acute = QStringLiteral("e\u0301");              // one cluster of two
 
 TEST(Text, CountsCharactersAsPeopleDo) {
   EXPECT_EQ(chars(QString()), 0);
@@ -70,7 +70,8 @@ TEST(Text, FoldingTwiceChangesNothing) {
 TEST(NaturalOrder, TakesDigitsByTheirValue) {
   EXPECT_LT(naturalCompare(QStringLiteral("2.png"), QStringLiteral("10.png")), 0);
   EXPECT_LT(naturalCompare(QStringLiteral("a9b10"), QStringLiteral("a9b010a")), 0);
-  EXPECT_LT(naturalCompare(QStringLiteral("shot 99999999999999999999"), QStringLiteral("shot 100000000000000000000")), 0);
+  EXPECT_LT(naturalCompare(QStringLiteral("shot 99999999999999999999"), QStringLiteral("shot 100000000000000000000")),
+            0);
   EXPECT_LT(naturalCompare(QStringLiteral("a"), QStringLiteral("a1")), 0);
 }
 

@@ -62,7 +62,8 @@ TEST(SorvanError, EveryFailureHasASentence) {
   EXPECT_EQ(describe(std::runtime_error("pipe broke")), QStringLiteral("pipe broke"));
   EXPECT_EQ(describe(std::runtime_error("")), QStringLiteral("Something went wrong."));
   EXPECT_FALSE(describe(std::bad_alloc()).isEmpty());
-  const std::filesystem::filesystem_error files("rename", "/tmp/a.png", std::error_code(ENOSPC, std::generic_category()));
+  const std::filesystem::filesystem_error files("rename", "/tmp/a.png",
+                                                std::error_code(ENOSPC, std::generic_category()));
   EXPECT_EQ(describe(files), QStringLiteral("a.png could not be used: No space left on device"));
 }
 

@@ -56,6 +56,35 @@ TEST_F(Download, StreamsTheBodyIntoTheFile) {
   EXPECT_EQ(folder.files().size(), 1);
 }
 
+// Writes `left` bytes as fast as the other side takes them, and holds no more than one piece itself.
+static void pour(QSslSocket* socket, qint64 left) {
+  const auto rest = std::make_shared<qint64>(left);
+  const auto more = [socket, rest] {
+    while (*rest > 0 && socket->bytesToWrite() < 1 << 20) *rest -= socket->write(QByteArray(1 << 16, 'x'));
+  };
+  QObject::connect(socket, &QSslSocket::bytesWritten, socket, more);
+  more();
+}
+
+TEST_F(Download, OfALongClipHoldsOnlyPiecesInMemory) {
+  struct Pieces final : FileLayer {
+    qint64 largest = 0;
+    qint64 write(int descriptor, const char* bytes, qint64 count) override {
+      largest = std::max(largest, count);
+      return FileLayer::write(descriptor, bytes, count);
+    }
+  } layer;
+  constexpr qint64 size = 64LL << 20;
+  server.onRequest = [](QSslSocket* socket, const RawRequest&) {
+    socket->write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(size) + "\r\n\r\n");
+    pour(socket, size);
+  };
+  const FileLayerOverride override(layer);
+  EXPECT_EQ(run(request()).status, 200);
+  EXPECT_EQ(QFileInfo(target).size(), size);
+  EXPECT_LE(layer.largest, 4 << 20);
+}
+
 TEST_F(Download, AnEmptyBodyIsAnEmptyFile) {
   server.answer(httpAnswer(200));
   EXPECT_EQ(run(request()).status, 200);

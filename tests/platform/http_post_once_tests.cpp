@@ -285,6 +285,15 @@ TEST(PostOnce, AProxyThatRefusesMeansNotSent) {
   }
 }
 
+TEST(PostOnce, AProxyThatStaysSilentMeansNotSent) {
+  RawServer proxy;
+  HttpClient client(proxyAt(proxy, testAuthority));
+  HttpRequest request = purchase(QUrl(QStringLiteral("https://service.test/a")));
+  request.idleTimeout = milliseconds(200);
+  EXPECT_EQ(runTask(client.postOnce(request, {})).fate, PostFate::NotSent);
+  EXPECT_EQ(proxy.posts(), 0);
+}
+
 TEST(PostOnce, AConnectionOverTlsThatDropsAfterReadingSeesOnePost) {
   RawServer proxy;
   proxy.becomeSecureProxy();

@@ -13,8 +13,8 @@ namespace sorvan::test {
 using namespace sorvan::base;
 using namespace sorvan::platform;
 
-// The real key store is spoken to in a child process with a bus, a home and a ring of its own, so that nobody's keys are
-// touched. The child is this program with one test; this variable tells it apart.
+// The real key store is spoken to in a child process with a bus, a home and a ring of its own, so that nobody's keys
+// are touched. The child is this program with one test; this variable tells it apart.
 static const char* const childVariable = "SORVAN_KEY_STORE_CHILD";
 
 static bool inChild() { return qEnvironmentVariableIsSet(childVariable); }
@@ -44,7 +44,8 @@ static Child runChild(const QStringList& command, const std::function<void(QProc
 static QStringList thisTest() {
   const auto* info = testing::UnitTest::GetInstance()->current_test_info();
   return {QCoreApplication::applicationFilePath(),
-          QStringLiteral("--gtest_filter=%1.%2").arg(QString::fromLatin1(info->test_suite_name()), QString::fromLatin1(info->name()))};
+          QStringLiteral("--gtest_filter=%1.%2")
+              .arg(QString::fromLatin1(info->test_suite_name()), QString::fromLatin1(info->name()))};
 }
 
 TEST(SecretService, KeepsReplacesAndRemovesKeys) {

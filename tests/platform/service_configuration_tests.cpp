@@ -23,8 +23,8 @@ static QString failureFor(const QByteArray& file) {
 TEST(ServiceConfiguration, ReadsProxyAuthorityAndKey) {
   const TemporaryFolder folder;
   folder.write(QStringLiteral("ca/authority.pem"), testAuthority);
-  const QString path = folder.write(
-      QStringLiteral("service.json"), R"({"proxy":"127.0.0.1:4711","authority":"ca/authority.pem","key":"demo","x":1})");
+  const QString path = folder.write(QStringLiteral("service.json"),
+                                    R"({"proxy":"127.0.0.1:4711","authority":"ca/authority.pem","key":"demo","x":1})");
   const ServiceConfiguration read = readServiceConfiguration(path);
   EXPECT_EQ(read.proxyHost, QStringLiteral("127.0.0.1"));
   EXPECT_EQ(read.proxyPort, 4711);
@@ -42,7 +42,8 @@ TEST(ServiceConfiguration, AcceptsAnAddressAndAnInlineAuthority) {
 }
 
 TEST(ServiceConfiguration, OneThatCannotBeUsedIsAnErrorAndNeverTheRealService) {
-  const QString proxy = QStringLiteral("The service configuration cannot be used: its proxy is not written as host:port.");
+  const QString proxy =
+      QStringLiteral("The service configuration cannot be used: its proxy is not written as host:port.");
   EXPECT_EQ(failureFor(R"({"proxy":"127.0.0.1","authority":"authority.pem"})"), proxy);
   EXPECT_EQ(failureFor(R"({"proxy":"","authority":"authority.pem"})"), proxy);
   EXPECT_EQ(failureFor(R"({"proxy":"socks5://a:1","authority":"authority.pem"})"), proxy);

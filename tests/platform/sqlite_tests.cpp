@@ -40,7 +40,11 @@ TEST_F(Sqlite, BindsAndReadsEachKindOfValue) {
   const auto database = withTable();
   Statement& insert = database->statement("INSERT INTO item VALUES (?1, ?2, ?3, ?4)");
   const QByteArray bytes("\0\1\xff", 3);
-  insert.bind(1, QStringLiteral("“é” 👩‍👩‍👧")).bind(2, qint64(1) << 60).bind(3, 0.1).bind(4, bytes).run();
+  insert.bind(1, QStringLiteral("“é” 👩‍👩‍👧"))
+      .bind(2, qint64(1) << 60)
+      .bind(3, 0.1)
+      .bind(4, bytes)
+      .run();
   database->statement("INSERT INTO item VALUES (?1, ?2, ?3, ?4)").bind(1, QString()).run();
   Statement& query = database->statement("SELECT * FROM item ORDER BY rating DESC");
   ASSERT_TRUE(query.step());
@@ -136,8 +140,8 @@ TEST_F(Sqlite, KeepsTheUserVersion) {
 TEST_F(Sqlite, ListsTablesAndColumns) {
   const auto database = withTable();
   EXPECT_EQ(database->tables(), QStringList{QStringLiteral("item")});
-  EXPECT_EQ(database->columns(QStringLiteral("item")),
-            (QStringList{QStringLiteral("id"), QStringLiteral("rating"), QStringLiteral("size"), QStringLiteral("data")}));
+  EXPECT_EQ(database->columns(QStringLiteral("item")), (QStringList{QStringLiteral("id"), QStringLiteral("rating"),
+                                                                    QStringLiteral("size"), QStringLiteral("data")}));
   EXPECT_TRUE(database->hasTable(QStringLiteral("item")));
   EXPECT_FALSE(database->hasTable(QStringLiteral("item'--")));
 }
@@ -162,7 +166,10 @@ TEST_F(Sqlite, DamageIsFoundByTheIntegrityCheck) {
     const auto database = withTable();
     database->execute(QStringLiteral("CREATE INDEX byRating ON item(rating)"));
     for (int row = 0; row < 400; ++row)
-      database->statement("INSERT INTO item(id, rating) VALUES (?1, ?2)").bind(1, QString::number(row)).bind(2, row).run();
+      database->statement("INSERT INTO item(id, rating) VALUES (?1, ?2)")
+          .bind(1, QString::number(row))
+          .bind(2, row)
+          .run();
     EXPECT_EQ(database->integrityProblems(), QStringList());
     EXPECT_EQ(database->quickProblems(), QStringList());
   }

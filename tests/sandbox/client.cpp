@@ -21,6 +21,16 @@ QByteArray keyHeader(Client::Key key, const QString& good) {
   return {};
 }
 
+bool openTunnel(QSslSocket& socket, const QByteArray& host) {
+  socket.write("CONNECT " + host + ":443 HTTP/1.1\r\nHost: " + host + ":443\r\n\r\n");
+  QByteArray head;
+  while (!head.endsWith("\r\n\r\n")) {
+    if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(limitMilliseconds)) return false;
+    head += socket.read(1);
+  }
+  return head.startsWith("HTTP/1.1 200 ");
+}
+
 void understand(WireAnswer& answer) {
   const qsizetype headEnd = answer.raw.indexOf("\r\n\r\n");
   if (headEnd < 0) return;
@@ -43,24 +53,33 @@ QByteArray WireAnswer::header(const QByteArray& name) const {
 
 std::unique_ptr<QSslSocket> Client::begin(const QByteArray& method, const QUrl& url, const QByteArray& body,
                                           Key key) const {
+  // 1. A tunnel by a CONNECT of our own: what is written then leaves at once, with no layer in between.
   auto socket = std::make_unique<QSslSocket>();
-  socket->setProxy(QNetworkProxy(QNetworkProxy::HttpProxy, sandbox_.proxyHost(), sandbox_.proxyPort()));
+  socket->setProxy(QNetworkProxy::NoProxy);
+  socket->connectToHost(sandbox_.proxyHost(), sandbox_.proxyPort());
+  if (!socket->waitForConnected(limitMilliseconds) || !openTunnel(*socket, url.host().toLatin1())) return socket;
+
+  // 2. TLS inside it, with the name and the authority checked.
   QSslConfiguration trust = socket->sslConfiguration();
   trust.setCaCertificates(QSslCertificate::fromPath(sandbox_.authorityPath()));
   socket->setSslConfiguration(trust);
-  socket->connectToHostEncrypted(url.host(), 443);
+  socket->setPeerVerifyName(url.host());
+  socket->startClientEncryption();
   if (!socket->waitForEncrypted(limitMilliseconds)) return socket;
+
+  // 3. The request.
   socket->write(method + ' ' + url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority) + " HTTP/1.1\r\nHost: " +
                 url.host().toLatin1() + "\r\n" + keyHeader(key, sandbox_.key()) +
                 "Content-Type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
-  while (socket->bytesToWrite() > 0 && socket->waitForBytesWritten(limitMilliseconds)) {
+  while (socket->bytesToWrite() + socket->encryptedBytesToWrite() > 0 && socket->waitForBytesWritten(limitMilliseconds)) {
   }
   return socket;
 }
 
 WireAnswer Client::finish(QSslSocket& socket, ReadUntil until) const {
   WireAnswer answer;
-  answer.connected = socket.isEncrypted() || socket.bytesAvailable() > 0;
+  answer.connected = socket.isEncrypted();
+  if (!answer.connected) return answer;
   for (;;) {
     answer.raw += socket.readAll();
     understand(answer);

@@ -4,7 +4,8 @@ namespace sorvan::test {
 
 bool FailingFileLayer::failsNow() {
   ++count;
-  const bool now = count == failingStep || (extent == Failing::ThisAndAllAfter && failingStep > 0 && count > failingStep);
+  const bool now =
+      count == failingStep || (extent == Failing::ThisAndAllAfter && failingStep > 0 && count > failingStep);
   if (now) failed = true;
   return now;
 }

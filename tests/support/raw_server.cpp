@@ -29,7 +29,8 @@ void RawServer::answer(const QByteArray& bytes) {
 void RawServer::becomeSecureProxy() { secureProxy = true; }
 
 int RawServer::posts() const {
-  return static_cast<int>(std::count_if(requests.begin(), requests.end(), [](const RawRequest& r) { return r.is("POST"); }));
+  return static_cast<int>(
+      std::count_if(requests.begin(), requests.end(), [](const RawRequest& r) { return r.is("POST"); }));
 }
 
 static void configure(QSslSocket* socket) {

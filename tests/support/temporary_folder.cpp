@@ -15,7 +15,8 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
   // A test may have taken its own right to write.
   QDirIterator folders(folder.path(), QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-  while (folders.hasNext()) QFile::setPermissions(folders.next(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  while (folders.hasNext())
+    QFile::setPermissions(folders.next(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 QString TemporaryFolder::write(const QString& name, const QByteArray& bytes) const {

@@ -149,6 +149,8 @@ void SandboxProcess::waitForHeld(const QString& call, int count) {
   controlled("GET", "/wait" + callQuery(call, count) + "&held=1");
 }
 
+void SandboxProcess::waitUntilNoneHeld(const QString& call) { waitForHeld(call, 0); }
+
 QList<QJsonObject> SandboxProcess::ledger() const {
   QList<QJsonObject> purchases;
   for (const QByteArray& line : control("GET", "/ledger").body.split('\n'))

@@ -54,6 +54,8 @@ class SandboxProcess {
   // Return once so many calls of the kind arrived in all, or are held at this moment.
   void waitForCalls(const QString& call, int count = 1);
   void waitForHeld(const QString& call, int count = 1);
+  // Returns once no call of the kind is held any more: released, or its sender is gone.
+  void waitUntilNoneHeld(const QString& call);
 
   // The purchases, one object a line of the ledger.
   QList<QJsonObject> ledger() const;

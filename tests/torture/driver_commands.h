@@ -1,0 +1,20 @@
+// What the driver can be told to do, one after the other.
+#pragma once
+
+#include <QJsonObject>
+
+#include "base/task.h"
+#include "torture/headless_studio.h"
+
+namespace sorvan::torture {
+
+// Carries out one command: {"do": NAME, …}. The names:
+//   enqueue    "model", "prompt", "seed"?, "count"?, "size"?, "references"? (numbers of items, newest first)
+//   place      "file": a picture is put into the workspace as an item, as a reference for later requests
+//   run        waits until no job runs or waits
+//   retry      Retry on every failed or cancelled job
+//   submit-again, cancel (the newest active job), rate (the newest item gets "stars")
+// Throws SorvanError when a command is refused.
+base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command);
+
+}  // namespace sorvan::torture
