@@ -1,6 +1,7 @@
 #include "durability/driven.h"
 
 #include <signal.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QDirIterator>
@@ -21,24 +22,91 @@ Driven::~Driven() {
   }
 }
 
-void Driven::start(const QJsonArray& commands, const QString& point, bool armedAtOnce) {
+static QString textOf(const QJsonArray& commands) {
+  return QString::fromUtf8(QJsonDocument(commands).toJson(QJsonDocument::Compact));
+}
+
+QProcessEnvironment Driven::environment() const {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.insert(u"SORVAN_SERVICE"_qs, sandbox_.configurationPath());
   environment.insert(u"XDG_CACHE_HOME"_qs, folder_.filePath(u"cache"_qs));
-  QFile::remove(armFile_);
-  if (armedAtOnce) arm();
-  if (!point.isEmpty()) {
-    environment.insert(u"LD_PRELOAD"_qs, QStringLiteral(SORVAN_FAULTSHIM));
-    environment.insert(u"SORVAN_FAULT_ROOT"_qs, workspace_);
-    environment.insert(u"SORVAN_FAULT"_qs, u"point "_qs + point);
-    environment.insert(u"SORVAN_FAULT_ARMED"_qs, armFile_);
-  }
+  environment.insert(u"XDG_RUNTIME_DIR"_qs, folder_.path());
+  return environment;
+}
+
+void Driven::launch(const QProcessEnvironment& environment, const QString& program, const QStringList& arguments) {
   driver_ = std::make_unique<QProcess>();
   driver_->setProcessEnvironment(environment);
   driver_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  driver_->start(QStringLiteral(SORVAN_DRIVER),
-                 {workspace_, QString::fromUtf8(QJsonDocument(commands).toJson(QJsonDocument::Compact))});
+  driver_->start(program, arguments);
   if (!driver_->waitForStarted(10000)) throw std::runtime_error("the driver did not start");
+}
+
+void Driven::start(const QJsonArray& commands, const QString& point, bool armedAtOnce) {
+  QProcessEnvironment with = environment();
+  QFile::remove(armFile_);
+  if (armedAtOnce) arm();
+  if (!point.isEmpty()) {
+    with.insert(u"LD_PRELOAD"_qs, QStringLiteral(SORVAN_FAULTSHIM));
+    with.insert(u"SORVAN_FAULT_ROOT"_qs, workspace_);
+    with.insert(u"SORVAN_FAULT"_qs, u"point "_qs + point);
+    with.insert(u"SORVAN_FAULT_ARMED"_qs, armFile_);
+  }
+  launch(with, QStringLiteral(SORVAN_DRIVER), {workspace_, textOf(commands)});
+}
+
+Ended Driven::runFaulty(const QJsonArray& commands, const QString& fault) {
+  QProcessEnvironment with = environment();
+  with.insert(u"LD_PRELOAD"_qs, QStringLiteral(SORVAN_FAULTSHIM));
+  with.insert(u"SORVAN_FAULT_ROOT"_qs, workspace_);
+  with.insert(u"SORVAN_FAULT"_qs, fault);
+  with.insert(u"SORVAN_FAULT_NETWORK"_qs, u"no"_qs);
+  launch(with, QStringLiteral(SORVAN_DRIVER), {workspace_, textOf(commands)});
+  return end();
+}
+
+// A copy that a user without privileges can reach and run.
+static QString openToEverybody(const QString& file, const QString& copy) {
+  QFile::remove(copy);
+  if (!QFile::copy(file, copy)) throw std::runtime_error("cannot copy the driver");
+  QFile::setPermissions(copy, QFile::Permissions(0x7755));
+  return copy;
+}
+
+QString Driven::configurationForEverybody() const {
+  QJsonObject configuration = sandbox_.configuration();
+  QFile authority(sandbox_.authorityPath());
+  if (!authority.open(QFile::ReadOnly)) throw std::runtime_error("no authority");
+  configuration.insert(u"authority"_qs, QString::fromLatin1(authority.readAll()));
+  const QString path = folder_.filePath(u"service.json"_qs);
+  QFile file(path);
+  if (!file.open(QFile::WriteOnly)) throw std::runtime_error("cannot write the configuration");
+  file.write(QJsonDocument(configuration).toJson());
+  file.setPermissions(QFile::Permissions(0x6644));
+  return path;
+}
+
+// In a mount namespace of its own. As root the driver becomes the user nobody, because root may write anywhere.
+Ended Driven::runShell(const QJsonArray& commands, const QString& before) {
+  QFile::setPermissions(folder_.path(), QFile::Permissions(0x7755));
+  const QString driver = openToEverybody(QStringLiteral(SORVAN_DRIVER), folder_.filePath(u"driver"_qs));
+  const QString drop = getuid() == 0 ? u"setpriv --reuid=65534 --regid=65534 --clear-groups "_qs : QString();
+  const QString script = before + u"; exec "_qs + drop + u"\"$1\" \"$2\" \"$3\""_qs;
+  QStringList arguments{getuid() == 0 ? u"-m"_qs : u"-rm"_qs, u"sh"_qs, u"-c"_qs, script, u"sh"_qs,
+                        driver, workspace_, textOf(commands)};
+  QProcessEnvironment with = environment();
+  with.insert(u"SORVAN_SERVICE"_qs, configurationForEverybody());
+  launch(with, u"unshare"_qs, arguments);
+  return end();
+}
+
+Ended Driven::runOnFullDisk(const QJsonArray& commands) {
+  return runShell(commands, u"mount -t tmpfs -o size=400k,mode=0777 none '"_qs + workspace_ +
+                                u"'; dd if=/dev/zero of='"_qs + workspace_ + u"/filler' bs=1k count=390 2>/dev/null"_qs);
+}
+
+Ended Driven::runInReadOnlyFolder(const QJsonArray& commands) {
+  return runShell(commands, u"chmod 0555 '"_qs + workspace_ + u"'"_qs);
 }
 
 void Driven::arm() {

@@ -37,6 +37,12 @@ class Driven {
   Ended end();
   // Starts and waits.
   Ended run(const QJsonArray& commands, const QString& point = {});
+  // Starts and waits under a fault of the shim, such as "failfrom 12 ENOSPC".
+  Ended runFaulty(const QJsonArray& commands, const QString& fault);
+  // Starts and waits as a user without privileges, with the workspace on a file system of 400 kB that is all full.
+  Ended runOnFullDisk(const QJsonArray& commands);
+  // Starts and waits as a user without privileges, in a folder that may not be written.
+  Ended runInReadOnlyFolder(const QJsonArray& commands);
 
   sorvan::test::SandboxProcess& sandbox() { return sandbox_; }
   QString workspace() const { return workspace_; }
@@ -44,6 +50,11 @@ class Driven {
   QStringList filesBelow(const QString& folder) const;
 
  private:
+  QProcessEnvironment environment() const;
+  QString configurationForEverybody() const;
+  void launch(const QProcessEnvironment& environment, const QString& program, const QStringList& arguments);
+  Ended runShell(const QJsonArray& commands, const QString& before);
+
   QTemporaryDir folder_;
   QString workspace_;
   QString armFile_;

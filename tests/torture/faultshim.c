@@ -4,6 +4,7 @@
  *   SORVAN_FAULT_ROOT     only files below this folder count (and every socket); required for anything to happen
  *   SORVAN_FAULT          "kill before N" | "kill middle N" | "kill after N" | "fail N ERRNO" | "failfrom N ERRNO"
  *                         | "point before|after CALL PATTERN" (kills at the first CALL whose path holds PATTERN)
+ *   SORVAN_FAULT_NETWORK  optional: "no" leaves the network's calls alone and uncounted
  *   SORVAN_FAULT_ARMED    optional: a "point" counts only once this file exists
  *   SORVAN_FAULT_STEPS    optional: a file that always holds the number of the last step, as eight bytes
  *   SORVAN_FAULT_JOURNAL  optional: a file to which every file step is appended (see record())
@@ -34,7 +35,7 @@
 enum mode { mode_none, mode_kill_before, mode_kill_middle, mode_kill_after, mode_fail, mode_fail_from, mode_point };
 
 static struct {
-  int ready;
+  int ready, files_only;
   enum mode mode;
   uint64_t step;
   int error;
@@ -78,6 +79,8 @@ static void start(void) {
   const char* root = getenv("SORVAN_FAULT_ROOT");
   if (!root) return;
   snprintf(shim.root, sizeof shim.root, "%s", root);
+  const char* network = getenv("SORVAN_FAULT_NETWORK");
+  shim.files_only = network && !strcmp(network, "no");
   if (getenv("SORVAN_FAULT")) parse_fault(getenv("SORVAN_FAULT"));
   const char* steps = getenv("SORVAN_FAULT_STEPS");
   if (steps) {
@@ -135,7 +138,7 @@ static int counts(const char* path) {
 static int is_socket(int descriptor) {
   pthread_once(&once, start);
   struct stat status;
-  return shim.ready && fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode);
+  return shim.ready && !shim.files_only && fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
 /* One line of journal: call, path, second path, offset, length, then the bytes and a newline. */
