@@ -7,8 +7,8 @@
 namespace sandbox {
 
 struct Authority {
-  QByteArray certificatePem;         // what a client must trust
-  QSslConfiguration serverSide;      // presents the leaf that the authority signed
+  QByteArray certificatePem;     // what a client must trust
+  QSslConfiguration serverSide;  // presents the leaf that the authority signed
 };
 
 // Makes new keys (P-256) and certificates that hold for 30 days. Throws std::runtime_error when OpenSSL refuses.

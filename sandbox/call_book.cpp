@@ -20,9 +20,12 @@ QString attemptOf(const HttpRequest& request, bool bodyRead) {
 
 QString shown(ShownKey key) {
   switch (key) {
-    case ShownKey::None: return QStringLiteral("none");
-    case ShownKey::Good: return QStringLiteral("good");
-    case ShownKey::Wrong: return QStringLiteral("wrong");
+    case ShownKey::None:
+      return QStringLiteral("none");
+    case ShownKey::Good:
+      return QStringLiteral("good");
+    case ShownKey::Wrong:
+      return QStringLiteral("wrong");
   }
   return {};
 }
@@ -76,8 +79,8 @@ QJsonObject CallBook::posts() const {
       attempts.insert(attempt.key(), attempt.value());
       ofEndpoint += attempt.value();
     }
-    endpoints.insert(endpoint.key(), QJsonObject{{QStringLiteral("total"), ofEndpoint},
-                                                 {QStringLiteral("attempts"), attempts}});
+    endpoints.insert(endpoint.key(),
+                     QJsonObject{{QStringLiteral("total"), ofEndpoint}, {QStringLiteral("attempts"), attempts}});
     total += ofEndpoint;
   }
   return {{QStringLiteral("total"), total}, {QStringLiteral("endpoints"), endpoints}};

@@ -13,12 +13,16 @@ struct NamedCall {
   CallKind kind;
   const char16_t* name;
 };
-constexpr std::array namedCalls{
-    NamedCall{CallKind::Submit, u"submit"},           NamedCall{CallKind::Status, u"status"},
-    NamedCall{CallKind::Result, u"result"},           NamedCall{CallKind::Cancel, u"cancel"},
-    NamedCall{CallKind::UploadStart, u"upload-start"}, NamedCall{CallKind::Upload, u"upload"},
-    NamedCall{CallKind::Download, u"download"},       NamedCall{CallKind::Models, u"models"},
-    NamedCall{CallKind::Pricing, u"pricing"},         NamedCall{CallKind::Other, u"other"}};
+constexpr std::array namedCalls{NamedCall{CallKind::Submit, u"submit"},
+                                NamedCall{CallKind::Status, u"status"},
+                                NamedCall{CallKind::Result, u"result"},
+                                NamedCall{CallKind::Cancel, u"cancel"},
+                                NamedCall{CallKind::UploadStart, u"upload-start"},
+                                NamedCall{CallKind::Upload, u"upload"},
+                                NamedCall{CallKind::Download, u"download"},
+                                NamedCall{CallKind::Models, u"models"},
+                                NamedCall{CallKind::Pricing, u"pricing"},
+                                NamedCall{CallKind::Other, u"other"}};
 
 Call identifyQueueCall(const HttpRequest& request) {
   static const QRegularExpression follow(
@@ -71,13 +75,19 @@ QStringList hostsOf(CallKind kind) {
     case CallKind::Submit:
     case CallKind::Status:
     case CallKind::Result:
-    case CallKind::Cancel: return {hosts::queue};
-    case CallKind::UploadStart: return {hosts::storage};
-    case CallKind::Upload: return {hosts::uploads};
-    case CallKind::Download: return {hosts::media, hosts::uploads, hosts::oldMedia, hosts::elsewhere};
+    case CallKind::Cancel:
+      return {hosts::queue};
+    case CallKind::UploadStart:
+      return {hosts::storage};
+    case CallKind::Upload:
+      return {hosts::uploads};
+    case CallKind::Download:
+      return {hosts::media, hosts::uploads, hosts::oldMedia, hosts::elsewhere};
     case CallKind::Models:
-    case CallKind::Pricing: return {hosts::platform};
-    case CallKind::Other: return {};
+    case CallKind::Pricing:
+      return {hosts::platform};
+    case CallKind::Other:
+      return {};
   }
   return {};
 }

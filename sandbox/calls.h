@@ -7,7 +7,7 @@
 namespace sandbox {
 
 enum class CallKind {
-  Submit,       // POST of a paid job
+  Submit,  // POST of a paid job
   Status,
   Result,
   Cancel,

@@ -37,8 +37,9 @@ MadeFile clipFile(const QByteArray& bytes, QSize size, std::int64_t pictures, in
 }
 
 std::optional<QImage> endPicture(const WorkOrder& order, const MediaShelf& shelf) {
-  const QList<QUrl> addresses = addressesOf(order.input, {QStringLiteral("end_image_url"), QStringLiteral("last_frame_url"),
-                                                          QStringLiteral("tail_image_url"), QStringLiteral("last_image_url")});
+  const QList<QUrl> addresses =
+      addressesOf(order.input, {QStringLiteral("end_image_url"), QStringLiteral("last_frame_url"),
+                                QStringLiteral("tail_image_url"), QStringLiteral("last_image_url")});
   if (addresses.isEmpty()) return std::nullopt;
   WorkOrder asInput = order;
   asInput.input = {{QStringLiteral("image_url"), addresses.first().toString()}};
@@ -49,7 +50,8 @@ std::optional<QImage> endPicture(const WorkOrder& order, const MediaShelf& shelf
 void paintMove(QPainter& painter, const QImage& picture, QSize size, double progress, double opacity) {
   const double zoom = 1 + 0.18 * progress;
   const QSizeF covering = QSizeF(picture.size()).scaled(size, Qt::KeepAspectRatioByExpanding) * zoom;
-  const QPointF corner((size.width() - covering.width()) * (0.3 + 0.4 * progress), (size.height() - covering.height()) / 2);
+  const QPointF corner((size.width() - covering.width()) * (0.3 + 0.4 * progress),
+                       (size.height() - covering.height()) / 2);
   painter.setOpacity(opacity);
   painter.drawImage(QRectF(corner, covering), picture);
 }
@@ -119,8 +121,9 @@ Made rewritten(const QByteArray& clip, double factor, const std::function<QImage
   try {
     const ClipFacts facts = factsOfClip(clip);
     const QSize larger = (QSizeF(facts.size) * factor).toSize();
-    const QSize bounded =
-        qMax(larger.width(), larger.height()) > longestClipSide ? larger.scaled(longestClipSide, longestClipSide, Qt::KeepAspectRatio) : larger;
+    const QSize bounded = qMax(larger.width(), larger.height()) > longestClipSide
+                              ? larger.scaled(longestClipSide, longestClipSide, Qt::KeepAspectRatio)
+                              : larger;
     const QSize size(bounded.width() / 2 * 2, bounded.height() / 2 * 2);
     ClipWriter writer(size, facts.picturesASecond, readSound(clip));
     std::int64_t pictures = 0;
@@ -144,8 +147,9 @@ Made makeClip(const WorkOrder& order, const MediaShelf& shelf) {
     throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
   const QSize shape = footage.start() ? footage.start()->size() : QSize(16, 9);
   const QSize size = clipSizeOf(order.input, shape);
-  footage.setSize(size.width() > widestPainting ? QSize(widestPainting, qMax(1, widestPainting * size.height() / size.width()))
-                                                : size);
+  footage.setSize(size.width() > widestPainting
+                      ? QSize(widestPainting, qMax(1, widestPainting * size.height() / size.width()))
+                      : size);
 
   // 2. Picture after picture, with the sound beside them.
   const auto pictures = std::int64_t(std::llround(secondsOf(order.input, order.product) * picturesASecond));

@@ -17,7 +17,8 @@ MemoryFile::MemoryFile(For purpose, QByteArray bytes) : bytes_(std::move(bytes))
   constexpr int bufferBytes = 64 * 1024;
   auto* buffer = static_cast<unsigned char*>(av_malloc(bufferBytes));
   const bool writes = purpose == For::Writing;
-  io_ = avio_alloc_context(buffer, bufferBytes, writes ? 1 : 0, this, writes ? nullptr : read, writes ? write : nullptr, seek);
+  io_ = avio_alloc_context(buffer, bufferBytes, writes ? 1 : 0, this, writes ? nullptr : read, writes ? write : nullptr,
+                           seek);
   if (!io_) throw std::runtime_error("No memory for a media file.");
 }
 

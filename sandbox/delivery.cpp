@@ -15,14 +15,15 @@ qsizetype halfOf(const HttpAnswer& answer) { return answer.body.size() / 2; }
 void trickle(HttpConnection& connection, const QByteArray& body, int bytesPerSecond) {
   auto* timer = new QTimer(&connection);
   const qsizetype piece = qMax(1, bytesPerSecond * trickleMilliseconds / 1000);
-  QObject::connect(timer, &QTimer::timeout, &connection, [timer, &connection, body, piece, at = qsizetype(0)]() mutable {
-    connection.write(body.mid(at, piece));
-    at += piece;
-    if (at < body.size()) return;
-    timer->stop();
-    timer->deleteLater();
-    connection.finish(true);
-  });
+  QObject::connect(timer, &QTimer::timeout, &connection,
+                   [timer, &connection, body, piece, at = qsizetype(0)]() mutable {
+                     connection.write(body.mid(at, piece));
+                     at += piece;
+                     if (at < body.size()) return;
+                     timer->stop();
+                     timer->deleteLater();
+                     connection.finish(true);
+                   });
   timer->start(trickleMilliseconds);
 }
 

@@ -19,7 +19,8 @@ HttpAnswer withJson(HttpAnswer answer, const std::function<void(QJsonObject&)>& 
 
 HttpAnswer withoutHandle(HttpAnswer answer) {
   return withJson(std::move(answer), [](QJsonObject& object) {
-    for (const char16_t* key : {u"request_id", u"status_url", u"response_url", u"cancel_url", u"upload_url", u"file_url"})
+    for (const char16_t* key :
+         {u"request_id", u"status_url", u"response_url", u"cancel_url", u"upload_url", u"file_url"})
       object.remove(QString::fromUtf16(key));
   });
 }
@@ -46,16 +47,23 @@ HttpAnswer leadingElsewhere(HttpAnswer answer) {
 
 HttpAnswer disguise(const Fault& fault, HttpAnswer plain) {
   switch (fault.kind) {
-    case FaultKind::Answer: return fault.answer;
-    case FaultKind::NoHandle: return withoutHandle(std::move(plain));
-    case FaultKind::Elsewhere: return leadingElsewhere(std::move(plain));
-    case FaultKind::Backwards: return withState(std::move(plain), QStringLiteral("IN_QUEUE"), 202);
-    case FaultKind::UnknownState: return withState(std::move(plain), QStringLiteral("PONDERING"), 202);
-    case FaultKind::JobError: return withJobError(std::move(plain));
+    case FaultKind::Answer:
+      return fault.answer;
+    case FaultKind::NoHandle:
+      return withoutHandle(std::move(plain));
+    case FaultKind::Elsewhere:
+      return leadingElsewhere(std::move(plain));
+    case FaultKind::Backwards:
+      return withState(std::move(plain), QStringLiteral("IN_QUEUE"), 202);
+    case FaultKind::UnknownState:
+      return withState(std::move(plain), QStringLiteral("PONDERING"), 202);
+    case FaultKind::JobError:
+      return withJobError(std::move(plain));
     case FaultKind::WrongMedia:
       plain.body = "This is not the media that the answer claims.\n";
       return plain;
-    default: return plain;
+    default:
+      return plain;
   }
 }
 

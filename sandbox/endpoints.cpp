@@ -79,12 +79,15 @@ std::optional<Product> productOf(const QString& endpoint) {
 Price priceOf(Product product) {
   switch (product) {
     case Product::Picture:
-    case Product::PictureEdit: return {0.04, QStringLiteral("images")};
+    case Product::PictureEdit:
+      return {0.04, QStringLiteral("images")};
     case Product::Upscale:
-    case Product::CutOut: return {0.01, QStringLiteral("images")};
+    case Product::CutOut:
+      return {0.01, QStringLiteral("images")};
     case Product::Clip:
     case Product::ClipEdit:
-    case Product::ClipUpscale: return {0.1, QStringLiteral("seconds")};
+    case Product::ClipUpscale:
+      return {0.1, QStringLiteral("seconds")};
     case Product::Speech:
     case Product::Music:
     case Product::Effect:
@@ -92,7 +95,8 @@ Price priceOf(Product product) {
     case Product::PulledSound:
     case Product::CleanSound:
     case Product::LongerSound:
-    case Product::SoundForClip: return {0.002, QStringLiteral("seconds")};
+    case Product::SoundForClip:
+      return {0.002, QStringLiteral("seconds")};
   }
   return {0, {}};
 }

@@ -12,13 +12,13 @@ enum class Product {
   Upscale,
   CutOut,
   Clip,
-  ClipEdit,      // a clip made from a clip, with its pictures changed
+  ClipEdit,  // a clip made from a clip, with its pictures changed
   ClipUpscale,
   Speech,
   Music,
   Effect,
-  Stems,         // several named sounds
-  PulledSound,   // the sound that was asked for, and the rest
+  Stems,        // several named sounds
+  PulledSound,  // the sound that was asked for, and the rest
   CleanSound,
   LongerSound,
   SoundForClip,

@@ -15,8 +15,9 @@ HttpAnswer scriptedAnswer(const NamedFault& named, const QJsonObject& from) {
       from.value(QStringLiteral("status")).toInt(named.status),
       from.value(QStringLiteral("contentType")).toString(QString::fromLatin1(named.contentType)).toLatin1(), {});
   const QJsonValue body = from.value(QStringLiteral("body"));
-  answer.body = body.isObject() ? compactJson(body.toObject()) : body.isString() ? body.toString().toUtf8()
-                                                                     : QByteArray(named.body);
+  answer.body = body.isObject()   ? compactJson(body.toObject())
+                : body.isString() ? body.toString().toUtf8()
+                                  : QByteArray(named.body);
   QString location = from.value(QStringLiteral("location")).toString();
   if (location.isEmpty() && answer.status / 100 == 3)
     location = QStringLiteral("https://%1/redirected").arg(hosts::elsewhere);

@@ -38,16 +38,16 @@ enum class FaultKind {
 enum class HoldPoint { Head, Before, After };
 
 struct Fault {
-  QString name;                          // as the script wrote it
+  QString name;  // as the script wrote it
   FaultKind kind = FaultKind::Drop;
   CallKind call = CallKind::Submit;
-  QString endpoint;                      // only calls whose endpoint is this; empty for any
-  int skip = 0;                          // leave so many matching calls alone first
-  int times = 1;                         // then meet so many; -1 for all
-  bool takesEffect = true;               // whether the call is carried out (and charged) all the same
+  QString endpoint;         // only calls whose endpoint is this; empty for any
+  int skip = 0;             // leave so many matching calls alone first
+  int times = 1;            // then meet so many; -1 for all
+  bool takesEffect = true;  // whether the call is carried out (and charged) all the same
   HoldPoint holdPoint = HoldPoint::After;
-  HttpAnswer answer;                     // of FaultKind::Answer
-  int bytesPerSecond = 4096;             // of FaultKind::Slow
+  HttpAnswer answer;          // of FaultKind::Answer
+  int bytesPerSecond = 4096;  // of FaultKind::Slow
 
   bool meetsConnection() const { return kind <= FaultKind::Untrusted; }
 };

@@ -10,13 +10,20 @@ namespace {
 Shape shapeOf(const std::optional<Fault>& fault) {
   if (!fault) return Shape::Plain;
   switch (fault->kind) {
-    case FaultKind::CutStatusLine: return Shape::CutStatusLine;
-    case FaultKind::CutWithLength: return Shape::CutWithLength;
-    case FaultKind::CutWithoutLength: return Shape::CutWithoutLength;
-    case FaultKind::Slow: return Shape::Slow;
-    case FaultKind::Stall: return Shape::Stall;
-    case FaultKind::Twice: return Shape::Twice;
-    default: return Shape::Plain;
+    case FaultKind::CutStatusLine:
+      return Shape::CutStatusLine;
+    case FaultKind::CutWithLength:
+      return Shape::CutWithLength;
+    case FaultKind::CutWithoutLength:
+      return Shape::CutWithoutLength;
+    case FaultKind::Slow:
+      return Shape::Slow;
+    case FaultKind::Stall:
+      return Shape::Stall;
+    case FaultKind::Twice:
+      return Shape::Twice;
+    default:
+      return Shape::Plain;
   }
 }
 
@@ -35,10 +42,14 @@ Admission FrontDesk::admit(const QString& host) {
   const auto fault = faults_.takeForConnection(host);
   if (!fault) return Admission::Open;
   switch (fault->kind) {
-    case FaultKind::Refuse: return Admission::Refuse;
-    case FaultKind::Close: return Admission::Close;
-    case FaultKind::BreakTls: return Admission::BreakTls;
-    default: return Admission::Untrusted;
+    case FaultKind::Refuse:
+      return Admission::Refuse;
+    case FaultKind::Close:
+      return Admission::Close;
+    case FaultKind::BreakTls:
+      return Admission::BreakTls;
+    default:
+      return Admission::Untrusted;
   }
 }
 
@@ -131,21 +142,24 @@ void FrontDesk::releaseOne(HttpConnection& connection, Exchange& exchange) {
   const Stage stage = std::exchange(exchange.stage, Stage::Reading);
   exchange.fault.reset();
   switch (stage) {
-    case Stage::HeldAtHead: return connection.resumeReading();
-    case Stage::HeldBefore: return carryOut(connection, exchange);
-    case Stage::HeldAfter: return send(connection, exchange);
+    case Stage::HeldAtHead:
+      return connection.resumeReading();
+    case Stage::HeldBefore:
+      return carryOut(connection, exchange);
+    case Stage::HeldAfter:
+      return send(connection, exchange);
     case Stage::Stalled:
       exchange.stage = Stage::Answered;
       return finishStalled(connection, exchange.answer);
     case Stage::Reading:
-    case Stage::Answered: return;
+    case Stage::Answered:
+      return;
   }
 }
 
 int FrontDesk::heldCount(CallKind kind) const {
-  return int(std::count_if(exchanges_.begin(), exchanges_.end(), [kind](const Exchange& exchange) {
-    return waits(exchange) && exchange.call.kind == kind;
-  }));
+  return int(std::count_if(exchanges_.begin(), exchanges_.end(),
+                           [kind](const Exchange& exchange) { return waits(exchange) && exchange.call.kind == kind; }));
 }
 
 QJsonArray FrontDesk::held() const {

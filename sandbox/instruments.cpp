@@ -17,12 +17,12 @@ Sound silence(double seconds) {
 }
 
 struct Note {
-  double start;      // seconds
+  double start;  // seconds
   double seconds;
   double frequency;
   double loudness;
-  double attack;     // seconds until it is full
-  double decay;      // the smaller, the sooner it fades
+  double attack;  // seconds until it is full
+  double decay;   // the smaller, the sooner it fades
 };
 
 // A tone with its first overtones, added to the sound.
@@ -65,8 +65,8 @@ quint64 seedOf(const SoundWish& wish) { return mixed(hashOf(wish.words), quint64
 // One syllable: the harmonics of a voice, louder around two formants.
 struct Syllable {
   double start, seconds;
-  double voice;             // Hz
-  double formants[2];       // Hz
+  double voice;        // Hz
+  double formants[2];  // Hz
 };
 
 void say(Sound& sound, const Syllable& syllable) {
@@ -75,7 +75,8 @@ void say(Sound& sound, const Syllable& syllable) {
   for (int h = 0; h < harmonics; ++h) {
     const double frequency = syllable.voice * (h + 1);
     weights[h] = 0.03 / (h + 1);
-    for (const double formant : syllable.formants) weights[h] += std::exp(-std::pow((frequency - formant) / 170, 2)) * 0.2;
+    for (const double formant : syllable.formants)
+      weights[h] += std::exp(-std::pow((frequency - formant) / 170, 2)) * 0.2;
   }
   const auto begin = std::size_t(syllable.start * sound.rate);
   const auto count = std::size_t(syllable.seconds * sound.rate);
@@ -90,7 +91,8 @@ void say(Sound& sound, const Syllable& syllable) {
 }
 
 bool soundsOn(const QString& words) {
-  for (const char16_t* word : {u"rain", u"wind", u"sea", u"wave", u"river", u"ambien", u"hum", u"crowd", u"forest", u"traffic"})
+  for (const char16_t* word :
+       {u"rain", u"wind", u"sea", u"wave", u"river", u"ambien", u"hum", u"crowd", u"forest", u"traffic"})
     if (words.contains(QString::fromUtf16(word), Qt::CaseInsensitive)) return true;
   return false;
 }

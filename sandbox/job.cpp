@@ -12,9 +12,12 @@ JobState Job::state() const {
 
 QString nameOf(JobState state) {
   switch (state) {
-    case JobState::Queued: return QStringLiteral("IN_QUEUE");
-    case JobState::Running: return QStringLiteral("IN_PROGRESS");
-    case JobState::Completed: return QStringLiteral("COMPLETED");
+    case JobState::Queued:
+      return QStringLiteral("IN_QUEUE");
+    case JobState::Running:
+      return QStringLiteral("IN_PROGRESS");
+    case JobState::Completed:
+      return QStringLiteral("COMPLETED");
   }
   return {};
 }

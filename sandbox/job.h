@@ -13,11 +13,11 @@ struct Job {
   QString id;
   QString endpoint;
   QByteArray body;
-  qint64 number = 0;          // the order of arrival
+  qint64 number = 0;  // the order of arrival
   qint64 seed = 0;
   JobState reached = JobState::Queued;  // as far as time (or a step) lets it be
   bool making = false;
-  bool made = false;          // the result stands
+  bool made = false;  // the result stands
   bool cancelled = false;
   double inferenceSeconds = 0;
   int resultStatus = 0;

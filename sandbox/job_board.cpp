@@ -149,9 +149,11 @@ void JobBoard::step() {
 
 void JobBoard::schedule(const Job& job) {
   if (manual_) return;
-  const auto let = [this, id = job.id](JobState state) { return [this, id, state] {
-    if (!manual_) letReach(id, state);
-  }; };
+  const auto let = [this, id = job.id](JobState state) {
+    return [this, id, state] {
+      if (!manual_) letReach(id, state);
+    };
+  };
   QTimer::singleShot(delay_ / 3, this, let(JobState::Running));
   QTimer::singleShot(delay_, this, let(JobState::Completed));
 }
@@ -169,7 +171,8 @@ void JobBoard::startMaking(Job& job) {
   job.making = true;
   makers_.start([this, job] {
     const Job result = worked(job, shelf_);
-    QMetaObject::invokeMethod(this, [this, result] { finishMaking(result.id, result); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, result] { finishMaking(result.id, result); }, Qt::QueuedConnection);
   });
 }
 

@@ -20,19 +20,26 @@ HttpAnswer KeyCheck::wrongKey(const HttpRequest& request) const {
 
 std::optional<HttpAnswer> KeyCheck::queueRefusal(const HttpRequest& request, const QString& application) const {
   switch (shown(request)) {
-    case ShownKey::Good: return std::nullopt;
-    case ShownKey::Wrong: return wrongKey(request);
-    case ShownKey::None: break;
+    case ShownKey::Good:
+      return std::nullopt;
+    case ShownKey::Wrong:
+      return wrongKey(request);
+    case ShownKey::None:
+      break;
   }
   return detailAnswer(401, QStringLiteral("Cannot access application \"%1\". Authentication is required to access "
-                                          "this application.").arg(application));
+                                          "this application.")
+                               .arg(application));
 }
 
 std::optional<HttpAnswer> KeyCheck::storageRefusal(const HttpRequest& request) const {
   switch (shown(request)) {
-    case ShownKey::Good: return std::nullopt;
-    case ShownKey::Wrong: return wrongKey(request);
-    case ShownKey::None: break;
+    case ShownKey::Good:
+      return std::nullopt;
+    case ShownKey::Wrong:
+      return wrongKey(request);
+    case ShownKey::None:
+      break;
   }
   return detailAnswer(401, QStringLiteral("Authorization header is required"));
 }

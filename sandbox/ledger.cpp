@@ -17,14 +17,13 @@ Ledger::Ledger(const QString& path) : file_(path) {
 }
 
 void Ledger::add(const Purchase& purchase) {
-  QJsonObject line{
-      {QStringLiteral("at"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)},
-      {QStringLiteral("run"), run_},
-      {QStringLiteral("handle"), purchase.handle},
-      {QStringLiteral("endpoint"), purchase.endpoint},
-      {QStringLiteral("amount"), purchase.amount},
-      {QStringLiteral("sha256"),
-       QString::fromLatin1(QCryptographicHash::hash(purchase.body, QCryptographicHash::Sha256).toHex())}};
+  QJsonObject line{{QStringLiteral("at"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)},
+                   {QStringLiteral("run"), run_},
+                   {QStringLiteral("handle"), purchase.handle},
+                   {QStringLiteral("endpoint"), purchase.endpoint},
+                   {QStringLiteral("amount"), purchase.amount},
+                   {QStringLiteral("sha256"),
+                    QString::fromLatin1(QCryptographicHash::hash(purchase.body, QCryptographicHash::Sha256).toHex())}};
   if (!purchase.key.isEmpty()) line.insert(QStringLiteral("key"), purchase.key);
   const QByteArray bytes = compactJson(line) + '\n';
   if (file_.write(bytes) != bytes.size() || ::fsync(file_.handle()) != 0)

@@ -19,16 +19,16 @@ struct WorkOrder {
 };
 
 struct MadeFile {
-  QString field;        // of the result body
+  QString field;  // of the result body
   bool inArray = false;
   QByteArray bytes;
   QString extension;
-  QJsonObject facts;    // width, height, duration: what stands beside the address
+  QJsonObject facts;  // width, height, duration: what stands beside the address
 };
 
 struct Made {
   QList<MadeFile> files;
-  QJsonObject beside;   // what stands in the result body beside the files
+  QJsonObject beside;  // what stands in the result body beside the files
 };
 
 // The model refuses its input: the result answers `status` with the list of details.

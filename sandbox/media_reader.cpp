@@ -80,7 +80,8 @@ void appendConverted(SwrContext* resampler, const AVFrame* frame, Sound& sound) 
   sound.samples.resize(before + std::size_t(room * sound.channels));
   auto* out = reinterpret_cast<std::uint8_t*>(sound.samples.data() + before);
   const auto** in = frame ? const_cast<const std::uint8_t**>(frame->extended_data) : nullptr;
-  const int made = require(swr_convert(resampler, &out, room, in, frame ? frame->nb_samples : 0), "A sound cannot be converted");
+  const int made =
+      require(swr_convert(resampler, &out, room, in, frame ? frame->nb_samples : 0), "A sound cannot be converted");
   sound.samples.resize(before + std::size_t(made * sound.channels));
 }
 
@@ -113,8 +114,9 @@ void forEachPicture(const QByteArray& clip, const std::function<void(const QImag
   Scaler scaler;
   input.forEachFrame([&](const AVFrame& frame) {
     QImage picture(frame.width, frame.height, QImage::Format_RGB32);
-    scaler.reset(sws_getCachedContext(scaler.release(), frame.width, frame.height, AVPixelFormat(frame.format), frame.width,
-                                      frame.height, AV_PIX_FMT_BGRA, SWS_BILINEAR | SWS_BITEXACT, nullptr, nullptr, nullptr));
+    scaler.reset(sws_getCachedContext(scaler.release(), frame.width, frame.height, AVPixelFormat(frame.format),
+                                      frame.width, frame.height, AV_PIX_FMT_BGRA, SWS_BILINEAR | SWS_BITEXACT, nullptr,
+                                      nullptr, nullptr));
     std::uint8_t* target[] = {picture.bits()};
     const int stride[] = {int(picture.bytesPerLine())};
     sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, target, stride);

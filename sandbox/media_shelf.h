@@ -18,7 +18,8 @@ class MediaShelf {
   // The folder is created when it is not there.
   explicit MediaShelf(QString folder);
 
-  // Keeps bytes under a path such as "/files/b/0a8c3187/name.png". Throws std::runtime_error when they cannot be written.
+  // Keeps bytes under a path such as "/files/b/0a8c3187/name.png". Throws std::runtime_error when they cannot be
+  // written.
   void put(const QString& path, const QByteArray& bytes) const;
   std::optional<ShelvedMedia> get(const QString& path) const;
   // What a job's input names: a data URI, or an address at one of the media hosts.

@@ -41,7 +41,8 @@ QByteArray encodeWav(const Sound& sound) {
 QByteArray encodeMp3(const Sound& sound) {
   constexpr int bitsASecond = 128'000;
   MemoryFile file(MemoryFile::For::Writing, {});
-  std::unique_ptr<AVFormatContext, decltype(&avformat_free_context)> format(newFormat("mp3", file), avformat_free_context);
+  std::unique_ptr<AVFormatContext, decltype(&avformat_free_context)> format(newFormat("mp3", file),
+                                                                            avformat_free_context);
   Track track(format.get(), newSoundEncoder("libmp3lame", format.get(), sound, bitsASecond), nullptr);
   require(avformat_write_header(format.get(), nullptr), "A sound cannot be begun");
   const qsizetype step = track.codec()->frame_size;
@@ -110,8 +111,8 @@ void ClipWriter::add(const QImage& picture) {
     scaler_.reset(sws_getContext(pixels.width(), pixels.height(), AV_PIX_FMT_BGRA, codec.width, codec.height,
                                  AV_PIX_FMT_YUV420P, SWS_BICUBIC | SWS_BITEXACT, nullptr, nullptr, nullptr));
     if (!scaler_) throw std::runtime_error("A picture of this size cannot be scaled.");
-    sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(SWS_CS_DEFAULT), 1, sws_getCoefficients(SWS_CS_ITU709), 0, 0,
-                             1 << 16, 1 << 16);
+    sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(SWS_CS_DEFAULT), 1, sws_getCoefficients(SWS_CS_ITU709),
+                             0, 0, 1 << 16, 1 << 16);
     scaledFrom_ = pixels.size();
   }
   const Frame frame = emptyPicture(codec);

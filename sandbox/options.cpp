@@ -13,14 +13,18 @@ namespace {
 
 QString description() {
   return QStringLiteral(
-             "A simulated service for pictures, clips and sounds: queue, storage, media and platform hosts over TLS, behind a\n"
+             "A simulated service for pictures, clips and sounds: queue, storage, media and platform hosts over TLS, "
+             "behind a\n"
              "CONNECT proxy on 127.0.0.1. It prints `ready` once it listens and the configuration file stands:\n"
-             "  {\"proxy\":\"127.0.0.1:PORT\",\"authority\":\"PEM FILE\",\"key\":\"…\",\"control\":\"127.0.0.1:PORT\"}\n"
+             "  {\"proxy\":\"127.0.0.1:PORT\",\"authority\":\"PEM "
+             "FILE\",\"key\":\"…\",\"control\":\"127.0.0.1:PORT\"}\n"
              "It ends on SIGTERM, SIGINT or POST /shutdown.\n\n"
-             "In the state folder: ledger.jsonl (one line a purchase, appended and synced), posts.jsonl (one line a POST),\n"
+             "In the state folder: ledger.jsonl (one line a purchase, appended and synced), posts.jsonl (one line a "
+             "POST),\n"
              "jobs/, media/, authority.pem and key.txt. All but the authority are taken up again by a later start.\n\n"
              "The control address (plain HTTP):\n%1\n"
-             "Faults, for the calls submit, status, result, cancel, upload-start, upload, download, models, pricing:\n%2\n"
+             "Faults, for the calls submit, status, result, cancel, upload-start, upload, download, models, "
+             "pricing:\n%2\n"
              "One that is \"carried out\" charges as usual; \"charged\": true or false says otherwise.")
       .arg(controlHelp(), faultNames());
 }
@@ -44,7 +48,8 @@ Options readOptions(const QStringList& arguments) {
   option(QStringLiteral("state"), QStringLiteral("Keeps ledger, counts, jobs and media in this folder."),
          QStringLiteral("DIR"));
   option(QStringLiteral("faults"), QStringLiteral("Starts with this JSON array of faults."), QStringLiteral("FILE"));
-  option(QStringLiteral("key"), QStringLiteral("The key to accept, instead of a new one."), QStringLiteral("ID:SECRET"));
+  option(QStringLiteral("key"), QStringLiteral("The key to accept, instead of a new one."),
+         QStringLiteral("ID:SECRET"));
   option(QStringLiteral("delay"), QStringLiteral("Milliseconds that a job takes at least (default 1500)."),
          QStringLiteral("MS"));
   parser.process(arguments);

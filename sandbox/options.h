@@ -6,10 +6,10 @@
 namespace sandbox {
 
 struct Options {
-  QString configurationFile;   // --write
-  QString stateFolder;         // --state; empty for a temporary one
-  QString faultsFile;          // --faults; may be empty
-  QString key;                 // --key; empty to make one
+  QString configurationFile;  // --write
+  QString stateFolder;        // --state; empty for a temporary one
+  QString faultsFile;         // --faults; may be empty
+  QString key;                // --key; empty to make one
   int delayMilliseconds = 1500;
 };
 

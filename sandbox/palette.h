@@ -7,7 +7,7 @@ namespace sandbox {
 
 struct Palette {
   QColor skyTop, skyMiddle, skyLow;
-  QColor light;   // sun or moon
+  QColor light;      // sun or moon
   QColor far, near;  // the farthest and the nearest ground
   QColor accent;
   bool night = false;

@@ -20,7 +20,8 @@ QByteArray encoded(const QImage& image, const QByteArray& format) {
   QBuffer buffer;
   QImageWriter writer(&buffer, format);
   if (format != "png") writer.setQuality(90);
-  if (!writer.write(image)) throw std::runtime_error("A picture cannot be encoded: " + writer.errorString().toStdString());
+  if (!writer.write(image))
+    throw std::runtime_error("A picture cannot be encoded: " + writer.errorString().toStdString());
   return buffer.data();
 }
 
@@ -89,9 +90,9 @@ double factorOf(const QJsonObject& input) {
 }  // namespace
 
 std::optional<QImage> inputPictureIfAny(const WorkOrder& order, const MediaShelf& shelf) {
-  const QList<QUrl> addresses =
-      addressesOf(order.input, {QStringLiteral("image_urls"), QStringLiteral("image_url"), QStringLiteral("start_image_url"),
-                                QStringLiteral("first_frame_url"), QStringLiteral("reference_image_urls")});
+  const QList<QUrl> addresses = addressesOf(
+      order.input, {QStringLiteral("image_urls"), QStringLiteral("image_url"), QStringLiteral("start_image_url"),
+                    QStringLiteral("first_frame_url"), QStringLiteral("reference_image_urls")});
   if (addresses.isEmpty()) return std::nullopt;
   const auto bytes = shelf.read(addresses.first());
   if (!bytes)
@@ -117,7 +118,8 @@ QImage inputPicture(const WorkOrder& order, const MediaShelf& shelf) {
 
 Made makePictures(const WorkOrder& order) {
   const QString words = wordsOf(order.input);
-  if (words.isEmpty()) throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
+  if (words.isEmpty())
+    throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
   const QSize size = pictureSizeOf(order.input, {1, 1});
   const QByteArray format = pictureFormatOf(order.input, usualFormat(order));
   Made made;

@@ -12,8 +12,8 @@ namespace {
 constexpr int largestPage = 100;
 
 HttpAnswer platformError(int status, const QString& type, const QString& message) {
-  return jsonAnswer(status, {{QStringLiteral("error"), QJsonObject{{QStringLiteral("type"), type},
-                                                                   {QStringLiteral("message"), message}}}});
+  return jsonAnswer(status, {{QStringLiteral("error"),
+                              QJsonObject{{QStringLiteral("type"), type}, {QStringLiteral("message"), message}}}});
 }
 
 QStringList idsOf(const HttpRequest& request) {
@@ -25,22 +25,22 @@ QStringList idsOf(const HttpRequest& request) {
 
 QJsonObject describe(const ListedEndpoint& endpoint) {
   const QString date = QStringLiteral("2026-01-26T21:43:00.843Z");
-  return {{QStringLiteral("endpoint_id"), endpoint.id},
-          {QStringLiteral("metadata"),
-           QJsonObject{{QStringLiteral("display_name"), endpoint.name},
-                       {QStringLiteral("category"), endpoint.category},
-                       {QStringLiteral("description"), QStringLiteral("%1, simulated.").arg(endpoint.name)},
-                       {QStringLiteral("status"), QStringLiteral("active")},
-                       {QStringLiteral("tags"), QJsonArray()},
-                       {QStringLiteral("updated_at"), date},
-                       {QStringLiteral("is_favorited"), false},
-                       {QStringLiteral("thumbnail_url"), QString()},
-                       {QStringLiteral("model_url"),
-                        QStringLiteral("https://%1/%2").arg(hosts::synchronous, endpoint.id)},
-                       {QStringLiteral("date"), date},
-                       {QStringLiteral("highlighted"), false},
-                       {QStringLiteral("pinned"), false},
-                       {QStringLiteral("kind"), QStringLiteral("inference")}}}};
+  return {
+      {QStringLiteral("endpoint_id"), endpoint.id},
+      {QStringLiteral("metadata"),
+       QJsonObject{{QStringLiteral("display_name"), endpoint.name},
+                   {QStringLiteral("category"), endpoint.category},
+                   {QStringLiteral("description"), QStringLiteral("%1, simulated.").arg(endpoint.name)},
+                   {QStringLiteral("status"), QStringLiteral("active")},
+                   {QStringLiteral("tags"), QJsonArray()},
+                   {QStringLiteral("updated_at"), date},
+                   {QStringLiteral("is_favorited"), false},
+                   {QStringLiteral("thumbnail_url"), QString()},
+                   {QStringLiteral("model_url"), QStringLiteral("https://%1/%2").arg(hosts::synchronous, endpoint.id)},
+                   {QStringLiteral("date"), date},
+                   {QStringLiteral("highlighted"), false},
+                   {QStringLiteral("pinned"), false},
+                   {QStringLiteral("kind"), QStringLiteral("inference")}}}};
 }
 
 bool wanted(const ListedEndpoint& endpoint, const HttpRequest& request) {
@@ -75,9 +75,9 @@ HttpAnswer PlatformService::models(const HttpRequest& request) const {
   const bool more = all.size() > qsizetype(page) * limit;
   const QJsonValue next =
       more ? QJsonValue(QString::fromLatin1(QByteArray::number(page + 1).toBase64())) : QJsonValue(QJsonValue::Null);
-  return jsonAnswer(200, {{QStringLiteral("models"), shown},
-                          {QStringLiteral("next_cursor"), next},
-                          {QStringLiteral("has_more"), more}});
+  return jsonAnswer(
+      200,
+      {{QStringLiteral("models"), shown}, {QStringLiteral("next_cursor"), next}, {QStringLiteral("has_more"), more}});
 }
 
 HttpAnswer PlatformService::pricing(const HttpRequest& request) const {

@@ -71,7 +71,8 @@ void paintClouds(const Stage& stage, double horizon) {
     const double y = horizon * chance.between(0.12, 0.85);
     const double speed = chance.between(12, 34);
     const double x = std::fmod(chance.unit() * (stage.width + 600) + stage.seconds * speed, stage.width + 600) - 300;
-    stage.painter.setBrush(faded(blend(stage.palette.skyLow, stage.palette.light, 0.5), stage.palette.night ? 0.05 : 0.16));
+    stage.painter.setBrush(
+        faded(blend(stage.palette.skyLow, stage.palette.light, 0.5), stage.palette.night ? 0.05 : 0.16));
     for (int puff = 0; puff < 6; ++puff)
       stage.painter.drawEllipse(QPointF(x + chance.between(-170, 170), y + chance.between(-9, 9)),
                                 chance.between(70, 170), chance.between(7, 20));

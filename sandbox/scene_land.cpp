@@ -11,15 +11,16 @@ namespace {
 
 struct Ridge {
   quint64 seed;
-  double base;       // the height of its middle
+  double base;  // the height of its middle
   double amplitude;
   double wavelength;
   int octaves;
-  double drift;      // units a second that it passes by
+  double drift;  // units a second that it passes by
 };
 
 double heightAt(const Ridge& ridge, double x, double seconds) {
-  return ridge.base + ruggedNoiseAt(ridge.seed, (x + seconds * ridge.drift) / ridge.wavelength, ridge.octaves) * ridge.amplitude;
+  return ridge.base +
+         ruggedNoiseAt(ridge.seed, (x + seconds * ridge.drift) / ridge.wavelength, ridge.octaves) * ridge.amplitude;
 }
 
 QPolygonF outlineOf(const Ridge& ridge, const Stage& stage) {
@@ -87,9 +88,10 @@ void paintMountains(const Stage& stage) {
   for (int layer = 0; layer < layers; ++layer) {
     const double depth = double(layer) / (layers - 1);
     const QColor color = blend(stage.palette.far, stage.palette.near, depth);
-    fillRidge(stage,
-              {mixed(stage.seed, quint64(layer)), 520 + depth * 330, 190 - depth * 95, 330 - depth * 90, 6, 2 + depth * 22},
-              blend(color, stage.palette.light, 0.10 * (1 - depth)), blend(color, stage.palette.skyLow, 0.35 * (1 - depth)));
+    fillRidge(
+        stage,
+        {mixed(stage.seed, quint64(layer)), 520 + depth * 330, 190 - depth * 95, 330 - depth * 90, 6, 2 + depth * 22},
+        blend(color, stage.palette.light, 0.10 * (1 - depth)), blend(color, stage.palette.skyLow, 0.35 * (1 - depth)));
     if (layer < layers - 1) paintMist(stage, 690 + depth * 230, 0.22 * (1 - depth));
   }
 }
@@ -101,7 +103,8 @@ void paintDunes(const Stage& stage) {
             stage.palette.skyLow);
   for (int layer = 0; layer < layers; ++layer) {
     const double depth = double(layer) / (layers - 1);
-    const Ridge dune{mixed(stage.seed, quint64(layer)), 590 + depth * 290, 45 + depth * 95, 300 + depth * 330, 2, 3 + depth * 20};
+    const Ridge dune{
+        mixed(stage.seed, quint64(layer)), 590 + depth * 290, 45 + depth * 95, 300 + depth * 330, 2, 3 + depth * 20};
     const QColor sand = blend(stage.palette.accent, stage.palette.light, 0.55 - depth * 0.35);
     fillRidge(stage, dune, blend(sand, stage.palette.light, layer % 2 == 0 ? 0.25 : 0.0),
               blend(sand, stage.palette.near, 0.55 + depth * 0.25));
@@ -117,7 +120,8 @@ void paintForest(const Stage& stage) {
             stage.palette.skyLow);
   for (int layer = 0; layer < layers; ++layer) {
     const double depth = double(layer) / (layers - 1);
-    const QColor color = blend(blend(stage.palette.far, stage.palette.skyLow, 0.3 * (1 - depth)), stage.palette.near, depth);
+    const QColor color =
+        blend(blend(stage.palette.far, stage.palette.skyLow, 0.3 * (1 - depth)), stage.palette.near, depth);
     paintTrees(stage, layer, 700 + depth * 230, 170 + depth * 330, color);
     if (layer < layers - 1) paintMist(stage, 720 + depth * 190, 0.30 * (1 - depth));
   }

@@ -52,11 +52,10 @@ void paintBoat(const Stage& stage) {
   stage.painter.setBrush(stage.palette.near);
   stage.painter.drawPath(hull);
   stage.painter.setBrush(blend(stage.palette.light, stage.palette.accent, 0.25));
-  stage.painter.drawPolygon(
-      QPolygonF{{x, y - size * 1.25}, {x + size * 0.6, y - size * 0.1}, {x, y - size * 0.1}});
+  stage.painter.drawPolygon(QPolygonF{{x, y - size * 1.25}, {x + size * 0.6, y - size * 0.1}, {x, y - size * 0.1}});
   stage.painter.setBrush(stage.palette.accent);
-  stage.painter.drawPolygon(
-      QPolygonF{{x - size * 0.06, y - size * 1.05}, {x - size * 0.5, y - size * 0.1}, {x - size * 0.06, y - size * 0.1}});
+  stage.painter.drawPolygon(QPolygonF{
+      {x - size * 0.06, y - size * 1.05}, {x - size * 0.5, y - size * 0.1}, {x - size * 0.06, y - size * 0.1}});
 }
 
 struct Tower {
@@ -109,12 +108,18 @@ void paintTile(const Stage& stage, const QRectF& tile, quint64 pick) {
   painter.setBrush(front);
   const double side = tile.width();
   switch ((pick >> 32) % 5) {
-    case 0: painter.drawEllipse(QPointF(0, 0), side * 0.36, side * 0.36); break;
-    case 1: painter.drawEllipse(QPointF(-side / 2, -side / 2), side, side); break;
+    case 0:
+      painter.drawEllipse(QPointF(0, 0), side * 0.36, side * 0.36);
+      break;
+    case 1:
+      painter.drawEllipse(QPointF(-side / 2, -side / 2), side, side);
+      break;
     case 2:
       for (int i = -3; i <= 3; ++i) painter.drawRect(QRectF(-side, i * side * 0.22, side * 2, side * 0.11));
       break;
-    case 3: painter.drawPolygon(QPolygonF{{-side / 2, side / 2}, {side / 2, side / 2}, {0, -side / 2}}); break;
+    case 3:
+      painter.drawPolygon(QPolygonF{{-side / 2, side / 2}, {side / 2, side / 2}, {0, -side / 2}});
+      break;
     default:
       painter.drawEllipse(QPointF(0, 0), side * 0.44, side * 0.44);
       painter.setBrush(back);
@@ -130,9 +135,10 @@ void paintSea(const Stage& stage) {
   paintFlock(stage);
   Randomness chance(stage.seed ^ 0x151e);
   const QColor distant = blend(stage.palette.far, stage.palette.skyLow, 0.3);
-  paintIsland(stage, stage.width * chance.between(-0.1, 0.3), stage.width * chance.between(0.3, 0.5), chance.between(60, 150), distant);
-  paintIsland(stage, stage.width * chance.between(0.45, 0.8), stage.width * chance.between(0.2, 0.45), chance.between(40, 110),
-              blend(distant, stage.palette.near, 0.35));
+  paintIsland(stage, stage.width * chance.between(-0.1, 0.3), stage.width * chance.between(0.3, 0.5),
+              chance.between(60, 150), distant);
+  paintIsland(stage, stage.width * chance.between(0.45, 0.8), stage.width * chance.between(0.2, 0.45),
+              chance.between(40, 110), blend(distant, stage.palette.near, 0.35));
   QLinearGradient water(0, horizon, 0, stageHeight);
   water.setColorAt(0, blend(stage.palette.skyLow, stage.palette.far, 0.35));
   water.setColorAt(0.4, blend(stage.palette.skyMiddle, stage.palette.near, 0.35));

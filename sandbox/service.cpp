@@ -39,7 +39,8 @@ Service::Service(const Options& options)
       queue_(keys_, ledger_, jobs_),
       storage_(keys_, shelf_),
       platform_(keys_),
-      desk_(book_, faults_, keys_, [this](const Call& call, const HttpRequest& request) { return answer(call, request); }) {
+      desk_(book_, faults_, keys_,
+            [this](const Call& call, const HttpRequest& request) { return answer(call, request); }) {
   if (!options.faultsFile.isEmpty()) {
     QFile script(options.faultsFile);
     if (!script.open(QIODevice::ReadOnly)) throw std::runtime_error("The file of faults cannot be read.");
@@ -67,7 +68,8 @@ void Service::listen() {
   const Authority untrusted = makeAuthority(hosts::all());
   writeWhole(statePath("authority.pem"), trusted.certificatePem);
   proxy_ = std::make_unique<TlsProxy>(
-      trusted.serverSide, untrusted.serverSide, desk_, [this](const QString& host) { return desk_.admit(host); }, nullptr);
+      trusted.serverSide, untrusted.serverSide, desk_, [this](const QString& host) { return desk_.admit(host); },
+      nullptr);
   control_ = std::make_unique<Control>(Controls{desk_, book_, faults_, ledger_, jobs_, *proxy_}, nullptr);
   if (!proxy_->listen(QHostAddress::LocalHost) || !control_->listen(QHostAddress::LocalHost))
     throw std::runtime_error("No port could be had: " + proxy_->errorString().toStdString());
@@ -77,7 +79,8 @@ void Service::writeConfiguration(const QString& path) const {
   writeWhole(path, compactJson({{QStringLiteral("proxy"), addressOf(*proxy_)},
                                 {QStringLiteral("authority"), statePath("authority.pem")},
                                 {QStringLiteral("key"), keys_.key()},
-                                {QStringLiteral("control"), addressOf(*control_)}}) + '\n');
+                                {QStringLiteral("control"), addressOf(*control_)}}) +
+                       '\n');
 }
 
 HttpAnswer Service::answer(const Call& call, const HttpRequest& request) {
@@ -85,13 +88,20 @@ HttpAnswer Service::answer(const Call& call, const HttpRequest& request) {
     case CallKind::Submit:
     case CallKind::Status:
     case CallKind::Result:
-    case CallKind::Cancel: return queue_.answer(call, request);
-    case CallKind::UploadStart: return storage_.start(request);
-    case CallKind::Upload: return storage_.put(request);
-    case CallKind::Download: return storage_.download(request);
-    case CallKind::Models: return platform_.models(request);
-    case CallKind::Pricing: return platform_.pricing(request);
-    case CallKind::Other: break;
+    case CallKind::Cancel:
+      return queue_.answer(call, request);
+    case CallKind::UploadStart:
+      return storage_.start(request);
+    case CallKind::Upload:
+      return storage_.put(request);
+    case CallKind::Download:
+      return storage_.download(request);
+    case CallKind::Models:
+      return platform_.models(request);
+    case CallKind::Pricing:
+      return platform_.pricing(request);
+    case CallKind::Other:
+      break;
   }
   return detailAnswer(404, QStringLiteral("Path %1 not found").arg(request.path));
 }

@@ -6,9 +6,9 @@
 namespace sandbox {
 
 struct Sound {
-  int rate = 44100;             // frames a second
+  int rate = 44100;  // frames a second
   int channels = 1;
-  std::vector<float> samples;   // interleaved, -1 to 1
+  std::vector<float> samples;  // interleaved, -1 to 1
 
   qsizetype frames() const { return qsizetype(samples.size()) / channels; }
   double seconds() const { return double(frames()) / rate; }

@@ -18,7 +18,8 @@ MadeFile soundFile(const Sound& sound, const QByteArray& format, const QString& 
   file.field = field;
   file.bytes = encodeSound(sound, format);
   file.extension = QString::fromLatin1(format);
-  file.facts = {{QStringLiteral("duration"), sound.seconds()}, {QStringLiteral("sample_rate"), sound.rate},
+  file.facts = {{QStringLiteral("duration"), sound.seconds()},
+                {QStringLiteral("sample_rate"), sound.rate},
                 {QStringLiteral("channels"), sound.channels}};
   return file;
 }
@@ -94,7 +95,8 @@ double lengthAt(const QJsonObject& input, const char16_t* field) {
 
 Made makeSound(const WorkOrder& order) {
   const SoundWish wish{wordsOf(order.input), order.seed, secondsOf(order.input, order.product), voiceOf(order.input)};
-  if (wish.words.isEmpty()) throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
+  if (wish.words.isEmpty())
+    throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
   const Sound sound = order.product == Product::Speech  ? speak(wish)
                       : order.product == Product::Music ? playMusic(wish)
                                                         : playEffect(wish);

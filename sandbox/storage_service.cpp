@@ -27,8 +27,9 @@ HttpAnswer StorageService::start(const HttpRequest& request) {
   const QString signature = token();
   signatures_.insert(path, signature);
   const QString address = QStringLiteral("https://%1%2").arg(hosts::uploads, path);
-  return jsonAnswer(200, {{QStringLiteral("upload_url"), QStringLiteral("%1?%2=%3").arg(address, signatureKey, signature)},
-                          {QStringLiteral("file_url"), address}});
+  return jsonAnswer(200,
+                    {{QStringLiteral("upload_url"), QStringLiteral("%1?%2=%3").arg(address, signatureKey, signature)},
+                     {QStringLiteral("file_url"), address}});
 }
 
 HttpAnswer StorageService::put(const HttpRequest& request) {

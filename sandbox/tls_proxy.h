@@ -10,11 +10,11 @@ namespace sandbox {
 
 // What becomes of one CONNECT.
 enum class Admission {
-  Open,        // the tunnel opens and TLS starts with the trusted certificate
-  Refuse,      // 502, as a proxy answers that could not connect
-  Close,       // the connection closes without a word
-  BreakTls,    // the tunnel opens and closes in the middle of the handshake
-  Untrusted,   // the tunnel opens with a certificate of an unknown authority
+  Open,       // the tunnel opens and TLS starts with the trusted certificate
+  Refuse,     // 502, as a proxy answers that could not connect
+  Close,      // the connection closes without a word
+  BreakTls,   // the tunnel opens and closes in the middle of the handshake
+  Untrusted,  // the tunnel opens with a certificate of an unknown authority
 };
 
 // Listens on 127.0.0.1. Each opened tunnel becomes an HttpConnection for the handler, which outlives the proxy.

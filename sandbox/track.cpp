@@ -5,7 +5,10 @@
 namespace sandbox {
 
 Track::Track(AVFormatContext* format, Codec codec, AVDictionary* options)
-    : format_(format), stream_(avformat_new_stream(format, nullptr)), codec_(std::move(codec)), packet_(av_packet_alloc()) {
+    : format_(format),
+      stream_(avformat_new_stream(format, nullptr)),
+      codec_(std::move(codec)),
+      packet_(av_packet_alloc()) {
   const int opened = avcodec_open2(codec_.get(), nullptr, &options);
   av_dict_free(&options);
   require(opened, "An encoder cannot be opened");
@@ -56,8 +59,7 @@ Frame soundFrame(const Sound& sound, qsizetype at, qsizetype count) {
   require(av_frame_get_buffer(frame.get(), 0), "No memory for samples");
   for (int channel = 0; channel < sound.channels; ++channel) {
     auto* plane = reinterpret_cast<float*>(frame->extended_data[channel]);
-    for (qsizetype i = 0; i < count; ++i)
-      plane[i] = sound.samples[std::size_t((at + i) * sound.channels + channel)];
+    for (qsizetype i = 0; i < count; ++i) plane[i] = sound.samples[std::size_t((at + i) * sound.channels + channel)];
   }
   return frame;
 }

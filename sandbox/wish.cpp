@@ -24,12 +24,10 @@ std::optional<double> numberAt(const QJsonObject& input, const QString& field) {
 }
 
 std::optional<QSize> sizeNamed(const QString& name) {
-  static const QMap<QString, QSize> presets{{QStringLiteral("square_hd"), {1024, 1024}},
-                                            {QStringLiteral("square"), {512, 512}},
-                                            {QStringLiteral("portrait_4_3"), {768, 1024}},
-                                            {QStringLiteral("portrait_16_9"), {576, 1024}},
-                                            {QStringLiteral("landscape_4_3"), {1024, 768}},
-                                            {QStringLiteral("landscape_16_9"), {1024, 576}}};
+  static const QMap<QString, QSize> presets{
+      {QStringLiteral("square_hd"), {1024, 1024}},    {QStringLiteral("square"), {512, 512}},
+      {QStringLiteral("portrait_4_3"), {768, 1024}},  {QStringLiteral("portrait_16_9"), {576, 1024}},
+      {QStringLiteral("landscape_4_3"), {1024, 768}}, {QStringLiteral("landscape_16_9"), {1024, 576}}};
   const auto preset = presets.constFind(name);
   if (preset != presets.constEnd()) return *preset;
   const QStringList sides = name.split(QLatin1Char('x'));
@@ -129,10 +127,14 @@ double secondsOf(const QJsonObject& input, Product product) {
   if (const auto milliseconds = numberAt(input, QStringLiteral("music_length_ms")))
     return qBound(shortest, *milliseconds / 1000, longest);
   switch (product) {
-    case Product::Speech: return qBound(1.0, double(wordsOf(input).size()) / 14.0, longest);
-    case Product::Music: return 12;
-    case Product::Effect: return 4;
-    default: return 5;
+    case Product::Speech:
+      return qBound(1.0, double(wordsOf(input).size()) / 14.0, longest);
+    case Product::Music:
+      return 12;
+    case Product::Effect:
+      return 4;
+    default:
+      return 5;
   }
 }
 
@@ -150,10 +152,13 @@ QList<QUrl> addressesOf(const QJsonObject& input, const QStringList& fields) {
 double unitsOf(const QJsonObject& input, Product product) {
   switch (product) {
     case Product::Picture:
-    case Product::PictureEdit: return countOf(input);
+    case Product::PictureEdit:
+      return countOf(input);
     case Product::Upscale:
-    case Product::CutOut: return 1;
-    default: return secondsOf(input, product);
+    case Product::CutOut:
+      return 1;
+    default:
+      return secondsOf(input, product);
   }
 }
 

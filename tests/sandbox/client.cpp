@@ -13,10 +13,14 @@ constexpr int limitMilliseconds = 30'000;
 
 QByteArray keyHeader(Client::Key key, const QString& good) {
   switch (key) {
-    case Client::Key::Good: return "Authorization: Key " + good.toUtf8() + "\r\n";
-    case Client::Key::Wrong: return "Authorization: Key 00000000-0000-4000-8000-000000000000:0123456789abcdef\r\n";
-    case Client::Key::Malformed: return "Authorization: Bearer nonsense\r\n";
-    case Client::Key::None: return {};
+    case Client::Key::Good:
+      return "Authorization: Key " + good.toUtf8() + "\r\n";
+    case Client::Key::Wrong:
+      return "Authorization: Key 00000000-0000-4000-8000-000000000000:0123456789abcdef\r\n";
+    case Client::Key::Malformed:
+      return "Authorization: Bearer nonsense\r\n";
+    case Client::Key::None:
+      return {};
   }
   return {};
 }
@@ -68,10 +72,12 @@ std::unique_ptr<QSslSocket> Client::begin(const QByteArray& method, const QUrl& 
   if (!socket->waitForEncrypted(limitMilliseconds)) return socket;
 
   // 3. The request.
-  socket->write(method + ' ' + url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority) + " HTTP/1.1\r\nHost: " +
-                url.host().toLatin1() + "\r\n" + keyHeader(key, sandbox_.key()) +
-                "Content-Type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
-  while (socket->bytesToWrite() + socket->encryptedBytesToWrite() > 0 && socket->waitForBytesWritten(limitMilliseconds)) {
+  socket->write(method + ' ' + url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority) +
+                " HTTP/1.1\r\nHost: " + url.host().toLatin1() + "\r\n" + keyHeader(key, sandbox_.key()) +
+                "Content-Type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" +
+                body);
+  while (socket->bytesToWrite() + socket->encryptedBytesToWrite() > 0 &&
+         socket->waitForBytesWritten(limitMilliseconds)) {
   }
   return socket;
 }

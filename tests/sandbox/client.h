@@ -1,5 +1,5 @@
-// A client of the simulated service that shares no code with the studio: one TLS socket through the proxy a request, and
-// the bytes as they came.
+// A client of the simulated service that shares no code with the studio: one TLS socket through the proxy a request,
+// and the bytes as they came.
 #pragma once
 #include <QByteArray>
 #include <QJsonObject>
@@ -19,13 +19,13 @@ struct Header {
 
 // What came back on the wire until the connection closed or the announced body was complete.
 struct WireAnswer {
-  bool connected = false;   // the tunnel opened and TLS holds
-  QByteArray raw;           // every byte
-  int status = 0;           // 0 when there is no whole status line
+  bool connected = false;  // the tunnel opened and TLS holds
+  QByteArray raw;          // every byte
+  int status = 0;          // 0 when there is no whole status line
   QByteArray head;
   QByteArray body;
   bool announcedLength = false;
-  bool complete = false;    // a head, and as many bytes of body as were announced
+  bool complete = false;  // a head, and as many bytes of body as were announced
 
   QJsonObject json() const;
   QByteArray header(const QByteArray& name) const;

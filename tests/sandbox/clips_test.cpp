@@ -59,7 +59,8 @@ TEST(SandboxClips, EachSceneMovesFromPictureToPicture) {
     const auto clip = decodeClip(
         videoOf(client, client.run(veo, inputWith(QString::fromUtf16(words), 2, shortClip(QStringLiteral("1"))))));
     ASSERT_TRUE(clip);
-    EXPECT_GT(meanDifference(clip->pictures.front(), clip->pictures[12]), 0.15) << QString::fromUtf16(words).toStdString();
+    EXPECT_GT(meanDifference(clip->pictures.front(), clip->pictures[12]), 0.15)
+        << QString::fromUtf16(words).toStdString();
   }
 }
 
@@ -116,9 +117,9 @@ TEST(SandboxClips, AClipWithAnEndPictureEndsInIt) {
   const Client client(sandbox);
   const QString start = client.upload(pngOf(QColor(200, 30, 30)), "image/png", QStringLiteral("start.png"));
   const QString end = client.upload(pngOf(QColor(30, 30, 200)), "image/png", QStringLiteral("end.png"));
-  const auto clip = decodeClip(videoOf(
-      client, client.run(kling, shortClip(QStringLiteral("1"), {{QStringLiteral("start_image_url"), start},
-                                                               {QStringLiteral("end_image_url"), end}}))));
+  const auto clip = decodeClip(
+      videoOf(client, client.run(kling, shortClip(QStringLiteral("1"), {{QStringLiteral("start_image_url"), start},
+                                                                        {QStringLiteral("end_image_url"), end}}))));
   ASSERT_TRUE(clip);
   const QColor last = clip->pictures.back().pixelColor(clip->pictures.back().rect().center());
   EXPECT_GT(last.blue(), 140);
@@ -128,10 +129,11 @@ TEST(SandboxClips, AClipWithAnEndPictureEndsInIt) {
 TEST(SandboxClips, AClipsUpscaleEnlargesItAndKeepsLengthAndSound) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
-  const QByteArray small = videoOf(client, client.run(veo, inputWith(QStringLiteral("a sea"), 1, shortClip(QStringLiteral("1")))));
+  const QByteArray small =
+      videoOf(client, client.run(veo, inputWith(QStringLiteral("a sea"), 1, shortClip(QStringLiteral("1")))));
   const QString address = client.upload(small, "video/mp4", QStringLiteral("clip.mp4"));
-  const QByteArray large = videoOf(client, client.run(QStringLiteral("fal-ai/topaz/upscale/video"),
-                                                      {{QStringLiteral("video_url"), address}}));
+  const QByteArray large = videoOf(
+      client, client.run(QStringLiteral("fal-ai/topaz/upscale/video"), {{QStringLiteral("video_url"), address}}));
   EXPECT_EQ(decodeClip(large)->size, decodeClip(small)->size * 2);
   EXPECT_NEAR(decodeClip(large)->seconds, 1, 0.1);
   EXPECT_GT(decodeSound(large)->loudness, 0.01);
@@ -140,10 +142,12 @@ TEST(SandboxClips, AClipsUpscaleEnlargesItAndKeepsLengthAndSound) {
 TEST(SandboxClips, AClipsEditVisiblyChangesIt) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
-  const QByteArray before = videoOf(client, client.run(veo, inputWith(QStringLiteral("a sea"), 1, shortClip(QStringLiteral("1")))));
+  const QByteArray before =
+      videoOf(client, client.run(veo, inputWith(QStringLiteral("a sea"), 1, shortClip(QStringLiteral("1")))));
   const QString address = client.upload(before, "video/mp4", QStringLiteral("clip.mp4"));
-  const QByteArray after = videoOf(client, client.run(QStringLiteral("acme/video-model/video-to-video"),
-                                                      inputWith(QStringLiteral("red"), 1, {{QStringLiteral("video_url"), address}})));
+  const QByteArray after =
+      videoOf(client, client.run(QStringLiteral("acme/video-model/video-to-video"),
+                                 inputWith(QStringLiteral("red"), 1, {{QStringLiteral("video_url"), address}})));
   EXPECT_GT(meanDifference(decodeClip(before)->pictures[5], decodeClip(after)->pictures[5]), 8);
   EXPECT_EQ(decodeClip(before)->pictures.size(), decodeClip(after)->pictures.size());
 }

@@ -24,9 +24,11 @@ TEST(SandboxContentFaults, ASubmitMayAnswerWithoutItsHandleThoughItWasCharged) {
 TEST(SandboxContentFaults, ASubmitsAddressesMayLeadElsewhereThoughItsIdIsGood) {
   FaultStage stage;
   const Met met = stage.meet(QStringLiteral("submit"), QStringLiteral("elsewhere"));
-  EXPECT_EQ(QUrl(met.answer.json().value(QStringLiteral("status_url")).toString()).host(), QStringLiteral("elsewhere.example"));
+  EXPECT_EQ(QUrl(met.answer.json().value(QStringLiteral("status_url")).toString()).host(),
+            QStringLiteral("elsewhere.example"));
   const QString id = met.answer.json().value(QStringLiteral("request_id")).toString();
-  EXPECT_NE(stage.client.get(queueUrl(QStringLiteral("fal-ai/flux/requests/") + id + QStringLiteral("/status"))).status, 404);
+  EXPECT_NE(stage.client.get(queueUrl(QStringLiteral("fal-ai/flux/requests/") + id + QStringLiteral("/status"))).status,
+            404);
   EXPECT_EQ(met.purchases, 1);
   EXPECT_EQ(met.posts, 1);
 }
@@ -68,7 +70,9 @@ TEST(SandboxContentFaults, AStatusMayTellOfAFailedJob) {
 TEST(SandboxContentFaults, AResultMayBeGoneForAsLongAsTheScriptSays) {
   FaultStage stage;
   for (int i = 0; i < 3; ++i)
-    EXPECT_EQ(stage.meet(QStringLiteral("result"), QStringLiteral("gone"), {{QStringLiteral("times"), -1}}).answer.status, 404);
+    EXPECT_EQ(
+        stage.meet(QStringLiteral("result"), QStringLiteral("gone"), {{QStringLiteral("times"), -1}}).answer.status,
+        404);
   stage.sandbox.clearFaults();
   EXPECT_EQ(stage.make(QStringLiteral("result")).answer.status, 200);
   EXPECT_EQ(stage.sandbox.ledger().size(), 1);

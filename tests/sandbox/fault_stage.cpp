@@ -14,9 +14,10 @@ const QByteArray uploadWish = R"({"content_type":"image/png","file_name":"refere
 }  // namespace
 
 QJsonObject tinyPicture(int seed) {
-  return inputWith(QStringLiteral("a sea"), seed,
-                   {{QStringLiteral("image_size"), QJsonObject{{QStringLiteral("width"), 64}, {QStringLiteral("height"), 48}}},
-                    {QStringLiteral("output_format"), QStringLiteral("png")}});
+  return inputWith(
+      QStringLiteral("a sea"), seed,
+      {{QStringLiteral("image_size"), QJsonObject{{QStringLiteral("width"), 64}, {QStringLiteral("height"), 48}}},
+       {QStringLiteral("output_format"), QStringLiteral("png")}});
 }
 
 FaultStage::FaultStage() : client(sandbox) {
@@ -24,7 +25,8 @@ FaultStage::FaultStage() : client(sandbox) {
   while (client.getJson(handle_, u"status_url").json().value(QStringLiteral("status")) != QStringLiteral("COMPLETED")) {
   }
   const QJsonObject result = client.getJson(handle_, u"response_url").json();
-  picture_ = QUrl(result.value(QStringLiteral("images")).toArray().first().toObject().value(QStringLiteral("url")).toString());
+  picture_ =
+      QUrl(result.value(QStringLiteral("images")).toArray().first().toObject().value(QStringLiteral("url")).toString());
 }
 
 QStringList FaultStage::calls() {
@@ -46,7 +48,8 @@ FaultStage::Request FaultStage::request(const QString& call) {
   if (call == QStringLiteral("upload-start")) return {"POST", uploadStart, uploadWish};
   if (call == QStringLiteral("upload")) {
     const QJsonObject place = client.send("POST", uploadStart, uploadWish).json();
-    return {"PUT", QUrl(place.value(QStringLiteral("upload_url")).toString()), "the bytes of a picture", Client::Key::None};
+    return {"PUT", QUrl(place.value(QStringLiteral("upload_url")).toString()), "the bytes of a picture",
+            Client::Key::None};
   }
   return {"GET", picture_, {}, Client::Key::None};
 }

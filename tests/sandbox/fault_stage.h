@@ -7,8 +7,8 @@ namespace sorvan::test {
 // What one call met, and what it changed in the sandbox's books.
 struct Met {
   WireAnswer answer;
-  int purchases = 0;   // new lines of the ledger
-  int posts = 0;       // new POSTs
+  int purchases = 0;        // new lines of the ledger
+  int posts = 0;            // new POSTs
   bool carriedOut = false;  // a submit was charged, an upload stands; false for the others, which change nothing
 };
 

@@ -75,10 +75,13 @@ double sampleOf(const AVFrame& frame, int at) {
   const int place = planar ? at : at * frame.ch_layout.nb_channels;
   switch (frame.format) {
     case AV_SAMPLE_FMT_FLTP:
-    case AV_SAMPLE_FMT_FLT: return double(reinterpret_cast<const float*>(frame.extended_data[0])[place]);
+    case AV_SAMPLE_FMT_FLT:
+      return double(reinterpret_cast<const float*>(frame.extended_data[0])[place]);
     case AV_SAMPLE_FMT_S16P:
-    case AV_SAMPLE_FMT_S16: return reinterpret_cast<const qint16*>(frame.extended_data[0])[place] / 32768.0;
-    default: return 0;
+    case AV_SAMPLE_FMT_S16:
+      return reinterpret_cast<const qint16*>(frame.extended_data[0])[place] / 32768.0;
+    default:
+      return 0;
   }
 }
 

@@ -10,15 +10,15 @@ namespace sorvan::test {
 
 struct DecodedSound {
   QString codec;
-  double seconds = 0;      // of what was decoded
-  double loudness = 0;     // root of the mean square, 0 to 1
+  double seconds = 0;   // of what was decoded
+  double loudness = 0;  // root of the mean square, 0 to 1
   int rate = 0;
   int channels = 0;
 };
 struct DecodedClip {
   QString codec;
   QSize size;
-  double seconds = 0;      // as the container says it
+  double seconds = 0;  // as the container says it
   std::vector<QImage> pictures;
 };
 

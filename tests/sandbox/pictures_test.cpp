@@ -16,7 +16,8 @@ QJsonObject smallPng(const QJsonObject& more = {}) {
   QJsonObject input = more;
   input.insert(QStringLiteral("image_size"),
                QJsonObject{{QStringLiteral("width"), 320}, {QStringLiteral("height"), 200}});
-  if (!input.contains(QStringLiteral("output_format"))) input.insert(QStringLiteral("output_format"), QStringLiteral("png"));
+  if (!input.contains(QStringLiteral("output_format")))
+    input.insert(QStringLiteral("output_format"), QStringLiteral("png"));
   return input;
 }
 
@@ -77,15 +78,16 @@ TEST(SandboxPictures, TwoPromptsDiffer) {
   const Client client(sandbox);
   QList<QImage> made;
   for (const QString& prompt : {QStringLiteral("a forest"), QStringLiteral("a desert")})
-    made.append(decoded(client.download(imagesOf(client.run(painter, inputWith(prompt, 1, smallPng()))).first()), "PNG"));
+    made.append(
+        decoded(client.download(imagesOf(client.run(painter, inputWith(prompt, 1, smallPng()))).first()), "PNG"));
   EXPECT_GT(differenceOf(made[0], made[1]), 0.1);
 }
 
 TEST(SandboxPictures, SeveralPicturesOfOneJobDiffer) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
-  const QJsonArray images = imagesOf(client.run(
-      painter, inputWith(QStringLiteral("a mountain"), 5, smallPng({{QStringLiteral("num_images"), 3}}))));
+  const QJsonArray images = imagesOf(
+      client.run(painter, inputWith(QStringLiteral("a mountain"), 5, smallPng({{QStringLiteral("num_images"), 3}}))));
   ASSERT_EQ(images.size(), 3);
   const QByteArray first = client.download(images[0]);
   EXPECT_NE(first, client.download(images[1]));
@@ -98,8 +100,10 @@ TEST(SandboxPictures, JpegAndWebPAreWhatTheyClaim) {
   const Client client(sandbox);
   for (const char* format : {"jpeg", "webp"}) {
     const QJsonObject input = smallPng({{QStringLiteral("output_format"), QString::fromLatin1(format)}});
-    const QJsonObject file = imagesOf(client.run(painter, inputWith(QStringLiteral("dunes"), 3, input))).first().toObject();
-    EXPECT_EQ(file.value(QStringLiteral("content_type")).toString(), QStringLiteral("image/%1").arg(QLatin1StringView(format)));
+    const QJsonObject file =
+        imagesOf(client.run(painter, inputWith(QStringLiteral("dunes"), 3, input))).first().toObject();
+    EXPECT_EQ(file.value(QStringLiteral("content_type")).toString(),
+              QStringLiteral("image/%1").arg(QLatin1StringView(format)));
     EXPECT_EQ(decoded(client.download(file), format).size(), QSize(320, 200)) << format;
   }
 }
@@ -108,13 +112,14 @@ TEST(SandboxPictures, SizesFollowPresetRatioAndResolution) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
   const auto sizeOf = [&](const QString& endpoint, const QJsonObject& more) {
-    const QJsonObject file = imagesOf(client.run(endpoint, inputWith(QStringLiteral("shapes"), 1, more))).first().toObject();
+    const QJsonObject file =
+        imagesOf(client.run(endpoint, inputWith(QStringLiteral("shapes"), 1, more))).first().toObject();
     return QSize(file.value(QStringLiteral("width")).toInt(), file.value(QStringLiteral("height")).toInt());
   };
   EXPECT_EQ(sizeOf(painter, {{QStringLiteral("image_size"), QStringLiteral("landscape_16_9")}}), QSize(1024, 576));
-  const QSize tall = sizeOf(QStringLiteral("fal-ai/nano-banana-2"),
-                            {{QStringLiteral("aspect_ratio"), QStringLiteral("9:16")},
-                             {QStringLiteral("resolution"), QStringLiteral("0.5K")}});
+  const QSize tall =
+      sizeOf(QStringLiteral("fal-ai/nano-banana-2"), {{QStringLiteral("aspect_ratio"), QStringLiteral("9:16")},
+                                                      {QStringLiteral("resolution"), QStringLiteral("0.5K")}});
   EXPECT_NEAR(double(tall.width()) / tall.height(), 9.0 / 16, 0.01);
   EXPECT_EQ(sizeOf(QStringLiteral("openai/gpt-image-2.5/flare/text-to-image"),
                    {{QStringLiteral("image_size"), QStringLiteral("1536x864")}}),

@@ -42,7 +42,8 @@ TEST(SandboxScript, FaultsAreMetInTheirOrder) {
 TEST(SandboxScript, AFaultOfOneEndpointLeavesTheOthersAlone) {
   SandboxProcess sandbox;
   const QString other = QStringLiteral("fal-ai/nano-banana-2");
-  sandbox.addFault(submit, QStringLiteral("locked"), {{QStringLiteral("endpoint"), other}, {QStringLiteral("times"), -1}});
+  sandbox.addFault(submit, QStringLiteral("locked"),
+                   {{QStringLiteral("endpoint"), other}, {QStringLiteral("times"), -1}});
   const Client client(sandbox);
   EXPECT_EQ(statuses(client, painter, 2), (std::vector<int>{200, 200}));
   EXPECT_EQ(statuses(client, other, 2), (std::vector<int>{403, 403}));

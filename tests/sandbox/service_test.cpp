@@ -11,7 +11,8 @@ namespace sorvan::test {
 namespace {
 
 const QString painter = QStringLiteral("fal-ai/flux/schnell");
-const QJsonObject picture = inputWith(QStringLiteral("a sea"), 1, {{QStringLiteral("image_size"), QStringLiteral("square")}});
+const QJsonObject picture =
+    inputWith(QStringLiteral("a sea"), 1, {{QStringLiteral("image_size"), QStringLiteral("square")}});
 
 QString stateOf(const WireAnswer& answer) { return answer.json().value(QStringLiteral("status")).toString(); }
 
@@ -68,7 +69,8 @@ TEST(SandboxQueue, LogsComeOnlyWhenTheyAreAskedFor) {
   sandbox.step();
   const QString address = handle.value(QStringLiteral("status_url")).toString();
   EXPECT_TRUE(client.get(QUrl(address)).json().value(QStringLiteral("logs")).isNull());
-  const QJsonArray lines = client.get(QUrl(address + QStringLiteral("?logs=1"))).json().value(QStringLiteral("logs")).toArray();
+  const QJsonArray lines =
+      client.get(QUrl(address + QStringLiteral("?logs=1"))).json().value(QStringLiteral("logs")).toArray();
   ASSERT_FALSE(lines.isEmpty());
   EXPECT_TRUE(lines.first().toObject().contains(QStringLiteral("message")));
 }
@@ -236,7 +238,11 @@ TEST(SandboxPlatform, ModelsAreFoundByIdAndByCategory) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
   const auto countOf = [&](const QString& query) {
-    return client.get(QUrl(QStringLiteral("https://api.fal.ai/v1/models?") + query)).json().value(QStringLiteral("models")).toArray().size();
+    return client.get(QUrl(QStringLiteral("https://api.fal.ai/v1/models?") + query))
+        .json()
+        .value(QStringLiteral("models"))
+        .toArray()
+        .size();
   };
   EXPECT_EQ(countOf(QStringLiteral("endpoint_id=fal-ai/veo3.1")), 1);
   EXPECT_EQ(countOf(QStringLiteral("category=text-to-speech")), 1);
@@ -252,6 +258,37 @@ TEST(SandboxPlatform, PricesNeedTheKey) {
   ASSERT_EQ(prices.size(), 2);
   EXPECT_EQ(prices[0].toObject().value(QStringLiteral("unit")).toString(), QStringLiteral("images"));
   EXPECT_GT(prices[1].toObject().value(QStringLiteral("unit_price")).toDouble(), 0);
+}
+
+TEST(SandboxPlatform, EveryKindOfEndpointIsKnownByItsId) {
+  const SandboxProcess sandbox;
+  const Client client(sandbox);
+  const auto unitsOf = [&](const QStringList& ids) {
+    QSet<QString> units;
+    const QUrl url(QStringLiteral("https://api.fal.ai/v1/models/pricing?endpoint_id=") + ids.join(QLatin1Char(',')));
+    const QJsonArray prices = client.get(url).json().value(QStringLiteral("prices")).toArray();
+    EXPECT_EQ(prices.size(), ids.size());
+    for (const QJsonValue& price : prices) units.insert(price[QStringLiteral("unit")].toString());
+    return units;
+  };
+  EXPECT_EQ(unitsOf({QStringLiteral("openai/gpt-image-2.5/sunburst/text-to-image"), QStringLiteral("ideogram/v4.5"),
+                     QStringLiteral("recraft/v4.1/flash/text-to-image"), QStringLiteral("fal-ai/gpt-image-1-mini"),
+                     QStringLiteral("blackforestlabs/flux-3/edit-image"), QStringLiteral("fal-ai/clarity-upscaler"),
+                     QStringLiteral("fal-ai/sam-3/image"), QStringLiteral("fal-ai/topaz/upscale/image"),
+                     QStringLiteral("fal-ai/qwen-image-edit-2511-multiple-angles")}),
+            QSet<QString>{QStringLiteral("images")});
+  EXPECT_EQ(
+      unitsOf({QStringLiteral("alibaba/wan-3.0/text-to-video"), QStringLiteral("fal-ai/veo3.1/fast"),
+               QStringLiteral("bytedance/seedance-2.5/reference-to-video"),
+               QStringLiteral("xai/grok-imagine-video/v1.5/lite/image-to-video"),
+               QStringLiteral("google/gemini-3.8-flash-tts"), QStringLiteral("fal-ai/dia-tts"),
+               QStringLiteral("sarvam/bulbul-v3"), QStringLiteral("fish-audio/s2.1-pro"),
+               QStringLiteral("fal-ai/kokoro/hindi"), QStringLiteral("google/lyria-3.5"),
+               QStringLiteral("mureka/api/generate/song"), QStringLiteral("minimax/music-3"),
+               QStringLiteral("mirelo-ai/sfx2.0/text-to-audio"), QStringLiteral("cassetteai/sound-effects-generator"),
+               QStringLiteral("fal-ai/mmaudio-v2/text-to-audio"), QStringLiteral("fal-ai/hunyuan-video-foley"),
+               QStringLiteral("mirelo-ai/sfx1.6/extend-audio"), QStringLiteral("fal-ai/kling-video/video-to-audio")}),
+      QSet<QString>{QStringLiteral("seconds")});
 }
 
 TEST(SandboxProxy, OneCertificateNamesEveryHost) {

@@ -18,7 +18,8 @@ QByteArray audioOf(const Client& client, const WireAnswer& result, const QString
 }
 
 QString uploadedMusic(const Client& client) {
-  const QByteArray bytes = audioOf(client, client.run(music, inputWith(QStringLiteral("drums"), 1, {{QStringLiteral("seconds_total"), 2}})));
+  const QByteArray bytes =
+      audioOf(client, client.run(music, inputWith(QStringLiteral("drums"), 1, {{QStringLiteral("seconds_total"), 2}})));
   return client.upload(bytes, "audio/mpeg", QStringLiteral("sound.mp3"));
 }
 
@@ -50,7 +51,8 @@ TEST(SandboxSounds, TwoSeedsDifferAndOneRepeatsByteForByte) {
   const Client client(sandbox);
   QList<QByteArray> made;
   for (const int seed : {1, 2, 1})
-    made.append(audioOf(client, client.run(music, inputWith(QStringLiteral("x"), seed, {{QStringLiteral("seconds_total"), 1}}))));
+    made.append(audioOf(
+        client, client.run(music, inputWith(QStringLiteral("x"), seed, {{QStringLiteral("seconds_total"), 1}}))));
   EXPECT_EQ(made[0], made[2]);
   EXPECT_NE(made[0], made[1]);
 }
@@ -59,14 +61,17 @@ TEST(SandboxSounds, Mp3AndWavAreWhatTheyClaim) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
   const auto made = [&](const QString& format) {
-    return client.run(music, inputWith(QStringLiteral("x"), 1, {{QStringLiteral("seconds_total"), 1},
-                                                                {QStringLiteral("output_format"), format}}));
+    return client.run(music,
+                      inputWith(QStringLiteral("x"), 1,
+                                {{QStringLiteral("seconds_total"), 1}, {QStringLiteral("output_format"), format}}));
   };
   const WireAnswer mp3 = made(QStringLiteral("mp3_44100_128"));
-  EXPECT_EQ(mp3.json()[QStringLiteral("audio")][QStringLiteral("content_type")].toString(), QStringLiteral("audio/mpeg"));
+  EXPECT_EQ(mp3.json()[QStringLiteral("audio")][QStringLiteral("content_type")].toString(),
+            QStringLiteral("audio/mpeg"));
   EXPECT_TRUE(decodeSound(audioOf(client, mp3))->codec.startsWith(QStringLiteral("mp3")));
   const WireAnswer wav = made(QStringLiteral("wav"));
-  EXPECT_EQ(wav.json()[QStringLiteral("audio")][QStringLiteral("content_type")].toString(), QStringLiteral("audio/wav"));
+  EXPECT_EQ(wav.json()[QStringLiteral("audio")][QStringLiteral("content_type")].toString(),
+            QStringLiteral("audio/wav"));
   const auto sound = decodeSound(audioOf(client, wav));
   EXPECT_EQ(sound->codec, QStringLiteral("pcm_s16le"));
   EXPECT_NEAR(sound->seconds, 1, 0.001);
@@ -78,7 +83,8 @@ TEST(SandboxSounds, TwoVoicesDiffer) {
   QList<QByteArray> made;
   for (const char16_t* voice : {u"Rachel", u"Brian"})
     made.append(audioOf(client, client.run(QStringLiteral("elevenlabs/tts/eleven-v4"),
-                                           inputWith(QStringLiteral("hello"), 1, {{QStringLiteral("voice"), QString::fromUtf16(voice)}}))));
+                                           inputWith(QStringLiteral("hello"), 1,
+                                                     {{QStringLiteral("voice"), QString::fromUtf16(voice)}}))));
   EXPECT_NE(made[0], made[1]);
 }
 
@@ -101,16 +107,18 @@ TEST(SandboxSounds, ASplitGivesEveryStemAsAFieldOfItsOwn) {
 TEST(SandboxSounds, ASplitGivesOnlyTheStemsThatWereAskedFor) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
-  const WireAnswer result = client.run(demucs, {{QStringLiteral("audio_url"), uploadedMusic(client)},
-                                                {QStringLiteral("stems"), QJsonArray{QStringLiteral("vocals"), QStringLiteral("bass")}}});
+  const WireAnswer result =
+      client.run(demucs, {{QStringLiteral("audio_url"), uploadedMusic(client)},
+                          {QStringLiteral("stems"), QJsonArray{QStringLiteral("vocals"), QStringLiteral("bass")}}});
   EXPECT_EQ(result.json().keys(), (QStringList{QStringLiteral("bass"), QStringLiteral("vocals")}));
 }
 
 TEST(SandboxSounds, APulledOutSoundComesWithTheRest) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
-  const WireAnswer result = client.run(QStringLiteral("fal-ai/sam-audio/separate"),
-                                       inputWith(QStringLiteral("the drums"), 1, {{QStringLiteral("audio_url"), uploadedMusic(client)}}));
+  const WireAnswer result =
+      client.run(QStringLiteral("fal-ai/sam-audio/separate"),
+                 inputWith(QStringLiteral("the drums"), 1, {{QStringLiteral("audio_url"), uploadedMusic(client)}}));
   EXPECT_NE(audioOf(client, result, QStringLiteral("target")), audioOf(client, result, QStringLiteral("residual")));
 }
 
@@ -119,17 +127,20 @@ TEST(SandboxSounds, ALongerSoundIsLongerByWhatWasAsked) {
   const Client client(sandbox);
   const WireAnswer result = client.run(
       QStringLiteral("fal-ai/stable-audio-3/medium/audio-outpainting"),
-      inputWith(QStringLiteral("more"), 1, {{QStringLiteral("audio_url"), uploadedMusic(client)}, {QStringLiteral("extend_seconds_after"), 1.5}}));
+      inputWith(QStringLiteral("more"), 1,
+                {{QStringLiteral("audio_url"), uploadedMusic(client)}, {QStringLiteral("extend_seconds_after"), 1.5}}));
   EXPECT_NEAR(decodeSound(audioOf(client, result))->seconds, 3.5, 0.15);
 }
 
 TEST(SandboxSounds, ASoundForAClipLastsAsLongAsTheClip) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
-  const WireAnswer clip = client.run(
-      QStringLiteral("fal-ai/veo3.1"),
-      inputWith(QStringLiteral("sea"), 1, {{QStringLiteral("duration"), QStringLiteral("1.5")}, {QStringLiteral("resolution"), QStringLiteral("144p")}}));
-  const QString address = client.upload(audioOf(client, clip, QStringLiteral("video")), "video/mp4", QStringLiteral("clip.mp4"));
+  const WireAnswer clip =
+      client.run(QStringLiteral("fal-ai/veo3.1"), inputWith(QStringLiteral("sea"), 1,
+                                                            {{QStringLiteral("duration"), QStringLiteral("1.5")},
+                                                             {QStringLiteral("resolution"), QStringLiteral("144p")}}));
+  const QString address =
+      client.upload(audioOf(client, clip, QStringLiteral("video")), "video/mp4", QStringLiteral("clip.mp4"));
   const auto sound = decodeSound(audioOf(
       client, client.run(QStringLiteral("sonilo/v1.1/video-to-music"), {{QStringLiteral("video_url"), address}})));
   EXPECT_NEAR(sound->seconds, 1.5, 0.1);
@@ -139,7 +150,8 @@ TEST(SandboxSounds, ASoundForAClipLastsAsLongAsTheClip) {
 TEST(SandboxSounds, ACleanedSoundKeepsItsLength) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
-  const WireAnswer result = client.run(QStringLiteral("veed/clean-audio"), {{QStringLiteral("audio_url"), uploadedMusic(client)}});
+  const WireAnswer result =
+      client.run(QStringLiteral("veed/clean-audio"), {{QStringLiteral("audio_url"), uploadedMusic(client)}});
   EXPECT_NEAR(decodeSound(audioOf(client, result))->seconds, 2, 0.1);
 }
 

@@ -9,9 +9,7 @@
 namespace sorvan::test {
 namespace {
 
-bool changesThings(const QString& call) {
-  return call == QStringLiteral("submit") || call == QStringLiteral("upload");
-}
+bool changesThings(const QString& call) { return call == QStringLiteral("submit") || call == QStringLiteral("upload"); }
 
 // A fault after which the call was carried out: charged where it costs, counted once.
 void expectCarriedOut(const QString& call, const Met& met) {
@@ -50,7 +48,9 @@ TEST(SandboxFaults, AProxyThatClosesCostsNothingAndCountsNoPost) { expectNoConne
 
 TEST(SandboxFaults, ABrokenHandshakeCostsNothingAndCountsNoPost) { expectNoConnection(QStringLiteral("break-tls")); }
 
-TEST(SandboxFaults, AnUntrustedCertificateCostsNothingAndCountsNoPost) { expectNoConnection(QStringLiteral("untrusted")); }
+TEST(SandboxFaults, AnUntrustedCertificateCostsNothingAndCountsNoPost) {
+  expectNoConnection(QStringLiteral("untrusted"));
+}
 
 TEST(SandboxFaults, ACloseBeforeReadingCostsNothingButThePostWasSeen) {
   FaultStage stage;
@@ -212,8 +212,8 @@ TEST(SandboxFaults, ARedirectLeadsAwayAndNothingHappens) {
 
 const std::vector<std::pair<const char16_t*, int>>& refusals() {
   static const std::vector<std::pair<const char16_t*, int>> all{
-      {u"unauthorized", 401}, {u"locked", 403},       {u"not-found", 404},   {u"gone", 404},       {u"conflict", 409},
-      {u"invalid", 422},      {u"rate-limited", 429}, {u"unavailable", 503}};
+      {u"unauthorized", 401}, {u"locked", 403},  {u"not-found", 404},    {u"gone", 404},
+      {u"conflict", 409},     {u"invalid", 422}, {u"rate-limited", 429}, {u"unavailable", 503}};
   return all;
 }
 
@@ -242,7 +242,8 @@ TEST(SandboxFaults, ARefusedUploadOrDownloadChangesNothing) {
 
 TEST(SandboxFaults, AnyAnswerMayBeScriptedWithOrWithoutItsCharge) {
   FaultStage stage;
-  const QJsonObject teapot{{QStringLiteral("status"), 418}, {QStringLiteral("body"), QStringLiteral("short and stout")}};
+  const QJsonObject teapot{{QStringLiteral("status"), 418},
+                           {QStringLiteral("body"), QStringLiteral("short and stout")}};
   const Met free = stage.meet(QStringLiteral("submit"), QStringLiteral("answer"), teapot);
   EXPECT_EQ(free.answer.status, 418);
   EXPECT_EQ(free.answer.body, "short and stout");
@@ -254,7 +255,8 @@ TEST(SandboxFaults, AnyAnswerMayBeScriptedWithOrWithoutItsCharge) {
 
 TEST(SandboxFaults, AServerErrorMayAlsoComeBeforeTheCharge) {
   FaultStage stage;
-  const Met met = stage.meet(QStringLiteral("submit"), QStringLiteral("server-error"), {{QStringLiteral("charged"), false}});
+  const Met met =
+      stage.meet(QStringLiteral("submit"), QStringLiteral("server-error"), {{QStringLiteral("charged"), false}});
   EXPECT_EQ(met.answer.status, 500);
   expectNothingHappened(QStringLiteral("submit"), met, 1);
 }

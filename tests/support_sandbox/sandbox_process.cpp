@@ -143,7 +143,9 @@ void SandboxProcess::setRun(const QString& run) {
   controlled("POST", "/run", QJsonObject{{QStringLiteral("run"), run}});
 }
 
-void SandboxProcess::waitForCalls(const QString& call, int count) { controlled("GET", "/wait" + callQuery(call, count)); }
+void SandboxProcess::waitForCalls(const QString& call, int count) {
+  controlled("GET", "/wait" + callQuery(call, count));
+}
 
 void SandboxProcess::waitForHeld(const QString& call, int count) {
   controlled("GET", "/wait" + callQuery(call, count) + "&held=1");
