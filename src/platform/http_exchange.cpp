@@ -100,6 +100,8 @@ qint64 HttpExchange::announcedBytes() const {
 bool HttpExchange::endedByTransport() const {
   const auto error = reply->error();
   if (error == QNetworkReply::NoError) return false;
+  // The library names this error for every 307 and 308 to a body that cannot be sent twice: the answer itself arrived.
+  if (error == QNetworkReply::ContentReSendError && (status() == 307 || status() == 308)) return false;
   if (status() < 400 || error < QNetworkReply::ContentAccessDenied) return true;
   return error == QNetworkReply::ContentReSendError || error == QNetworkReply::ProtocolUnknownError ||
          error == QNetworkReply::ProtocolFailure;
