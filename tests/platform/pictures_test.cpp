@@ -81,6 +81,10 @@ TEST_P(PicturesOfEveryOrientation, APngIsUpright) {
   expectUpright(pngWithOrientation(cornerMarked({80, 48}), GetParam()), GetParam());
 }
 
+TEST_P(PicturesOfEveryOrientation, AWebpIsUpright) {
+  expectUpright(webpWithOrientation(cornerMarked({80, 48}), GetParam()), GetParam());
+}
+
 TEST_P(PicturesOfEveryOrientation, ATiffIsUpright) {
   expectUpright(tiffWithOrientation(cornerMarked({80, 48}), GetParam()), GetParam());
 }
@@ -168,6 +172,20 @@ TEST(Pictures, CutShortAreNotWhole) {
     EXPECT_FALSE(pictureIsWhole(bytes.left(bytes.size() * 3 / 4))) << format;
   }
   EXPECT_FALSE(pictureIsWhole(QByteArray("garbage")));
+}
+
+TEST(Pictures, WithExifThatLiesAboutItsPlacesAreReadUnturned) {
+  for (const int cut : {1, 5, 9, 12, 19}) {
+    QByteArray png = encoded(cornerMarked({80, 48}), "png");
+    png.insert(8 + 25, pngChunk("eXIf", exifBlock(6).left(cut)));
+    EXPECT_EQ(probePicture(png)->orientation, 1) << cut;
+  }
+  QByteArray far = exifBlock(6);
+  far.replace(4, 4, QByteArray::fromHex("fffffff0"));
+  QByteArray png = encoded(cornerMarked({80, 48}), "png");
+  png.insert(8 + 25, pngChunk("eXIf", far));
+  EXPECT_EQ(probePicture(png)->orientation, 1);
+  EXPECT_EQ(corners(decodeUpright(png)), "gbbr");
 }
 
 TEST(Pictures, AreNeverEnlarged) {

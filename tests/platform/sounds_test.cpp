@@ -70,6 +70,12 @@ TEST_F(Sounds, TellTheirLengthRateAndChannels) {
   EXPECT_EQ(stereo.channels, 2);
 }
 
+TEST_F(Sounds, WithoutAHeaderTellTheirLengthByTheirPackets) {
+  const QString path = folder / QStringLiteral("tone.aac");
+  makeAac(path, 8);
+  EXPECT_NEAR(probeSound(path).duration.value(), 8, 0.1);
+}
+
 TEST_F(Sounds, AreReadSampleBySample) {
   const auto samples = samplesOf(ramp(4000), {.samplesPerSecond = 8000});
   ASSERT_EQ(samples.size(), 4000U);

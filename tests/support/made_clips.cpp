@@ -5,7 +5,7 @@
 #include <numbers>
 #include <stdexcept>
 
-#include "platform/ffmpeg.h"
+#include "platform/media_output.h"
 #include "platform/sound_file.h"
 
 namespace sorvan::test {
@@ -159,6 +159,18 @@ void makeWav(const QString& path, int samplesPerSecond, int samples, const std::
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(wav) != wav.size())
     throw std::runtime_error("the test's sound could not be made");
+}
+
+void makeAac(const QString& path, double seconds) {
+  MediaFile file(path, "adts", QStringLiteral("the test's sound could not be made"));
+  SoundTrackWriter track(file, soundRate, 1);
+  file.begin();
+  std::vector<float> samples;
+  for (int index = 0; index < int(seconds * soundRate); ++index)
+    samples.push_back(index < soundRate ? 0 : tone(index, soundRate));  // the quiet start misleads a guess by bit rate
+  track.write(samples);
+  track.end();
+  file.finish();
 }
 
 void makeM4a(const QString& path, double seconds, int channels) {

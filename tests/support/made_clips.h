@@ -21,6 +21,8 @@ void makeClip(const QString& path, const ClipRecipe& recipe);
 
 /// 16-bit mono WAV of these samples.
 void makeWav(const QString& path, int samplesPerSecond, int samples, const std::function<double(int index)>& value);
+/// Bare AAC of a tone, without a header that tells its length.
+void makeAac(const QString& path, double seconds);
 /// AAC in M4A of a tone.
 void makeM4a(const QString& path, double seconds, int channels = 2);
 

@@ -24,6 +24,13 @@ QByteArray bigEndian(Number number) {
   return bytes;
 }
 
+template <class Number>
+QByteArray littleEndian(Number number) {
+  QByteArray bytes(sizeof(Number), '\0');
+  qToLittleEndian(number, bytes.data());
+  return bytes;
+}
+
 quint32 checksumOf(const QByteArray& bytes) {
   quint32 sum = 0xffffffffU;
   for (const char byte : bytes) {
@@ -93,6 +100,18 @@ QByteArray jpegWithOrientation(const QImage& image, int orientation) {
   const QByteArray exif = QByteArray("Exif\0\0", 6) + exifBlock(orientation);
   jpeg.insert(2, QByteArray("\xff\xe1", 2) + bigEndian(quint16(exif.size() + 2)) + exif);
   return jpeg;
+}
+
+QByteArray webpWithOrientation(const QImage& image, int orientation) {
+  constexpr quint8 exifFlag = 0x08;
+  const auto chunk = [](const char* name, const QByteArray& data) {
+    return QByteArray(name) + littleEndian(quint32(data.size())) + data + QByteArray(data.size() & 1, '\0');
+  };
+  QByteArray canvas = littleEndian(quint32(exifFlag));
+  canvas += littleEndian(quint32(image.width() - 1)).left(3) + littleEndian(quint32(image.height() - 1)).left(3);
+  const QByteArray content =
+      "WEBP" + chunk("VP8X", canvas) + encoded(image, "webp").mid(12) + chunk("EXIF", exifBlock(orientation));
+  return "RIFF" + littleEndian(quint32(content.size())) + content;
 }
 
 QByteArray tiffWithOrientation(const QImage& image, int orientation) {

@@ -14,6 +14,8 @@ QByteArray encoded(const QImage& image, const char* format);
 QByteArray jpegWithOrientation(const QImage& image, int orientation);
 /// A PNG with an eXIf chunk that says so.
 QByteArray pngWithOrientation(const QImage& image, int orientation);
+/// A WebP with an EXIF chunk that says so.
+QByteArray webpWithOrientation(const QImage& image, int orientation);
 /// A TIFF whose orientation tag says so.
 QByteArray tiffWithOrientation(const QImage& image, int orientation);
 /// The Exif block itself, from its TIFF header on, in big-endian numbers.
