@@ -7,6 +7,7 @@
 
 #include "base/file_layer.h"
 #include "generation/studio.h"
+#include "support/made_clips.h"
 
 namespace sorvan::generation {
 namespace {
@@ -439,6 +440,46 @@ TEST(SoundsForAClip, ThatCannotBeLaidUnderItStayInTheGallery) {
   EXPECT_EQ(studio.store->notice(),
             QStringLiteral("The sound for “film.mp4” is in the gallery, but it could not be laid under "
                            "the clip: No sound track."));
+}
+
+/// A model whose answer is a clip with sound.
+struct ClipStudio {
+  ClipStudio() {
+    const QString clip = studio.folder / QStringLiteral("made.mp4");
+    sorvan::test::ClipRecipe recipe;
+    recipe.sound = true;
+    sorvan::test::makeClip(clip, recipe);
+    studio.provider->script.outputs = {
+        Script::pictureOutput(studio.folder.read(QStringLiteral("made.mp4")), QStringLiteral("mp4"))};
+    studio.provider->script.streamsToPartFiles = true;
+  }
+  Studio studio;
+};
+
+TEST(Clips, LandWithTheirLengthAndAThumbnail) {
+  ClipStudio clips;
+  const JobRef job = clips.studio.finished(promptRequest());
+  ASSERT_EQ(job->detail, QStringLiteral("Saved 1 video locally"))
+      << job->errorMessage.value_or(QString()).toStdString();
+  const AssetRef asset = clips.studio.store->outputs(job->id).at(0);
+  EXPECT_EQ(asset->type(), MediaType::video);
+  EXPECT_EQ(asset->width, 64);
+  EXPECT_NEAR(asset->duration.value_or(0), 1, 0.15);
+  EXPECT_TRUE(asset->thumbnailFilePath);
+}
+
+TEST(Clips, MadeOnlyForTheirSoundLandAsTheSound) {
+  ClipStudio clips;
+  ModelFact fact;
+  fact.makesSoundOfClip = true;
+  clips.studio.facts->facts.insert(promptRequest().model, fact);
+  const JobRef job = clips.studio.finished(promptRequest());
+  ASSERT_EQ(job->detail, QStringLiteral("Saved 1 sound locally"))
+      << job->errorMessage.value_or(QString()).toStdString();
+  const AssetRef asset = clips.studio.store->outputs(job->id).at(0);
+  EXPECT_TRUE(asset->filename().endsWith(QStringLiteral("-001.m4a")));
+  EXPECT_NEAR(asset->duration.value_or(0), 1, 0.2);
+  EXPECT_FALSE(clips.studio.hasRecoveryFolder(job->id));
 }
 
 TEST(RecordedCosts, LeaveParametersAloneThatAreNoObject) {

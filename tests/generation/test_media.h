@@ -7,6 +7,8 @@
 #include <QDataStream>
 #include <QImage>
 
+#include "support/text_printers.h"
+
 namespace sorvan::generation::test {
 
 inline QByteArray pictureBytes(const QColor& colour = Qt::red, const char* format = "PNG", QSize size = {48, 32}) {
