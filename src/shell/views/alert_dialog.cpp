@@ -87,7 +87,7 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
     const AlertButton& spec = alert.buttons[static_cast<size_t>(index)];
     auto* button = new Button(spec.title, variantOf(spec.role));
     button->setAutoDefault(true);
-    if (index == 0) button->setDefault(true), button->setFocus();
+    if (index == 0) button->setDefault(true), first_ = button;
     connect(button, &Button::clicked, this, [this, index] { answer(index); });
     buttons->addWidget(button);
   }
@@ -122,6 +122,7 @@ void AlertDialog::reject() {
 
 void AlertDialog::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
+  if (first_) first_->setFocus();
   const QRect over(parentWidget()->mapToGlobal(QPoint(0, 0)), parentWidget()->size());
   move(over.center() - QPoint(width() / 2, height() / 2 + over.height() / 12));
 }

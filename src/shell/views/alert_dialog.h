@@ -33,6 +33,7 @@ class AlertDialog final : public QDialog {
   void answer(int button);
 
   Alert alert_;
+  QWidget* first_ = nullptr;  // the button that has the keyboard at first
   bool done_ = false;
 };
 

@@ -140,21 +140,19 @@ int ComposerDock::placeControls(int left, int right, int top, bool place) const 
   return top + kSubmitHeight;
 }
 
-// Chips never wrap: when the row is short, the count loses its suffix, then the model's name is shortened.
+// Chips never wrap: when the row is short, the seed loses its word, the count its suffix, then the model's name is cut.
 void ComposerDock::fitChips(int room) const {
-  int used = -kChipGap;
-  for (Chip* chip : {model_, ratio_, length_, count_, seed_}) {
-    if (!chip->isVisibleTo(this)) continue;
-    chip->resize(chip->sizeHint());
-    used += chip->width() + kChipGap;
-  }
-  if (used > room && count_->isVisibleTo(this) && !display_.countSuffix.isEmpty()) {
-    const int before = count_->width();
-    const int suffix = kChipGap + textWidth(display_.countSuffix, fontFor(Type::small));
-    count_->resize(before - suffix, count_->height());
-    used -= suffix;
-  }
-  if (used > room) model_->resize(std::max(model_->minimumSizeHint().width(), model_->width() - (used - room)), model_->height());
+  seed_->setWordsShown(true);
+  const auto overflow = [this, room] {
+    int used = -kChipGap;
+    for (Chip* chip : {model_, ratio_, length_, count_, seed_}) used += chip->isVisibleTo(this) ? chip->width() + kChipGap : 0;
+    return used - room;
+  };
+  for (Chip* chip : {model_, ratio_, length_, count_, seed_}) chip->resize(chip->sizeHint());
+  if (overflow() > 0) seed_->setWordsShown(!display_.seedText.isEmpty()), seed_->resize(seed_->sizeHint());
+  if (overflow() > 0) count_->resize(count_->widthWithoutValue(), count_->height());
+  const int wished = model_->width() - std::max(0, overflow());
+  model_->resize(std::max(model_->minimumSizeHint().width(), wished), model_->height());
 }
 
 void ComposerDock::paintEvent(QPaintEvent*) {

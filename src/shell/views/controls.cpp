@@ -198,7 +198,19 @@ void Chip::setChevron(bool shown) {
   updateGeometry();
 }
 
+void Chip::setWordsShown(bool shown) {
+  if (words_ == shown) return;
+  words_ = shown;
+  updateGeometry();
+  update();
+}
+
+int Chip::widthWithoutValue() const {
+  return sizeHint().width() - (value_.isEmpty() ? 0 : kChipGap + textWidth(value_, fontFor(Type::small)));
+}
+
 QSize Chip::sizeHint() const {
+  if (!words_) return {metrics().chip + 6, metrics().chip};
   int width = 2 * kChipPadding + 2 + textWidth(text(), fontFor(Type::small, Weight::medium));
   if (!iconName_.isEmpty()) width += metrics().iconSmall + kChipGap;
   if (!value_.isEmpty()) width += kChipGap + textWidth(value_, fontFor(Type::small));
@@ -225,6 +237,7 @@ void Chip::paintEvent(QPaintEvent*) {
   QColor ink = tone_ == ChipTone::active ? c.accentText : (tone_ == ChipTone::quiet ? c.textSecondary : c.textPrimary);
   if (!isEnabled()) ink = c.textDisabled;
   const QColor dim = tone_ == ChipTone::active ? c.accentText : c.textTertiary;
+  if (!words_) return paintIcon(painter, iconName_, rect(), metrics().iconSmall, {dim});
   QRect inner = rect().adjusted(kChipPadding, 0, -kChipPadding, 0);
   if (!iconName_.isEmpty()) {
     paintIcon(painter, iconName_, QRect(inner.left(), 0, metrics().iconSmall, height()), metrics().iconSmall, {dim});

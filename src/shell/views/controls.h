@@ -78,6 +78,10 @@ class Chip : public QAbstractButton {
   void setLabel(const QString& text, const QString& value = {});
   void setTone(ChipTone tone);
   void setChevron(bool shown);
+  // Without its words the chip is its icon alone.
+  void setWordsShown(bool shown);
+  // Without its value: what `sizeHint` becomes then.
+  int widthWithoutValue() const;
   QSize sizeHint() const override;
   // Long names are shortened down to this many pixels of text.
   QSize minimumSizeHint() const override;
@@ -91,6 +95,7 @@ class Chip : public QAbstractButton {
   QString value_;
   ChipTone tone_ = ChipTone::set;
   bool chevron_ = true;
+  bool words_ = true;
 };
 
 // A button of 50 pixels: an icon above a word.

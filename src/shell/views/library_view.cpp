@@ -11,6 +11,18 @@ namespace {
 constexpr int kRailBelow = 1180;      // narrower windows show the sidebar as a rail of icons
 constexpr int kFloatBelow = 1100;     // narrower windows let the inspector float over the content
 constexpr int kRail = 52;
+
+// The controls of a zone that the keyboard visits, in the order in which they were made.
+std::vector<QWidget*> stopsIn(QWidget* zone) {
+  std::vector<QWidget*> stops;
+  QList<QWidget*> candidates = zone->findChildren<QWidget*>();
+  candidates.prepend(zone);
+  for (QWidget* candidate : candidates) {
+    const bool takesTab = (candidate->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+    if (takesTab && candidate->isVisible() && candidate->isEnabled() && !candidate->focusProxy()) stops.push_back(candidate);
+  }
+  return stops;
+}
 }  // namespace
 
 LibraryView::LibraryView(Parts parts, QWidget* parent)
@@ -44,6 +56,8 @@ void LibraryView::setPage(ContentPage page) {
   arrange();
   if (!dock_->isAncestorOf(QApplication::focusWidget())) contentOf(page)->setFocus(Qt::OtherFocusReason);
 }
+
+void LibraryView::focusContent() { contentOf(page_)->setFocus(Qt::OtherFocusReason); }
 
 void LibraryView::summonDock() {
   dockSummoned_ = page_ != ContentPage::gallery;
@@ -106,25 +120,35 @@ void LibraryView::placeDock() {
   toaster_->setCorner(QPoint(content.right() - outer, content.bottom() - foot));
 }
 
+std::vector<QWidget*> LibraryView::zones() {
+  return {sidebar_, toolbar_, banner_, stack_->currentWidget(), inspector_, dock_, toaster_};
+}
+
 void LibraryView::cycleZones(int direction) {
-  const std::vector<QWidget*> zones{sidebar_, toolbar_, contentOf(page_), inspector_, dock_, toaster_};
+  const std::vector<QWidget*> all = zones();
   const QWidget* now = QApplication::focusWidget();
-  int at = 2;
-  for (size_t index = 0; index < zones.size(); ++index) {
-    if (now && (zones[index] == now || zones[index]->isAncestorOf(now))) at = static_cast<int>(index);
+  const int count = static_cast<int>(all.size());
+  int at = 0;
+  for (int index = 0; index < count; ++index) {
+    if (now && (all[static_cast<size_t>(index)] == now || all[static_cast<size_t>(index)]->isAncestorOf(now))) at = index;
   }
-  const int count = static_cast<int>(zones.size());
   for (int step = 1; step <= count; ++step) {
-    QWidget* zone = zones[static_cast<size_t>((at + direction * step + count * step) % count)];
-    if (!zone->isVisible()) continue;
-    if (zone == dock_) return dock_->focusPrompt();
-    QWidget* stop = zone;
-    while (stop && (stop->focusPolicy() & Qt::TabFocus) == 0) {
-      stop = stop->nextInFocusChain();
-      if (stop && stop != zone && !zone->isAncestorOf(stop)) stop = nullptr;
-    }
-    if (stop && stop->isVisible()) return stop->setFocus(Qt::TabFocusReason);
+    const std::vector<QWidget*> stops = stopsIn(all[static_cast<size_t>(((at + direction * step) % count + count) % count)]);
+    if (!stops.empty()) return stops.front()->setFocus(Qt::TabFocusReason);
   }
+}
+
+bool LibraryView::focusNextPrevChild(bool next) {
+  std::vector<QWidget*> order;
+  for (QWidget* zone : zones()) {
+    for (QWidget* stop : stopsIn(zone)) order.push_back(stop);
+  }
+  const auto at = std::find(order.begin(), order.end(), QApplication::focusWidget());
+  if (order.empty() || at == order.end()) return QWidget::focusNextPrevChild(next);
+  const auto count = static_cast<std::ptrdiff_t>(order.size());
+  const auto to = (at - order.begin() + (next ? 1 : count - 1)) % count;
+  order[static_cast<size_t>(to)]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  return true;
 }
 
 }  // namespace sorvan::views

@@ -47,6 +47,8 @@ class LibraryView final : public QWidget {
   void setPage(ContentPage page);
   void setSidebarShown(bool shown);
   void setInspectorShown(bool shown);
+  // Gives the keyboard to what the page shows.
+  void focusContent();
   // Shows the dock over a page that does not have it, until it is left.
   void summonDock();
   // The next zone in the order sidebar, toolbar, content, inspector, composer, toasts.
@@ -58,11 +60,14 @@ class LibraryView final : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  // Tab visits the zones in their order, and inside a zone the controls in theirs.
+  bool focusNextPrevChild(bool next) override;
 
  private:
   void arrange();
   void placeDock();
   QWidget* contentOf(ContentPage page);
+  std::vector<QWidget*> zones();
 
   ThumbnailStore thumbnails_;
   SidebarView* sidebar_;

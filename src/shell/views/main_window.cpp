@@ -182,6 +182,7 @@ void MainWindow::refreshPage() {
   if (mode.kind == ModeKind::activity) page = ContentPage::history;
   if (mode.kind == ModeKind::asset) page = ContentPage::asset, library_->asset().show(mode.subject);
   library_->setPage(page);
+  if (!welcome && !library_->isAncestorOf(QApplication::focusWidget())) library_->focusContent();
   refreshToolbar();
 }
 

@@ -95,17 +95,24 @@ void MediaWall::rebuild() {
   hovered_ = -1;
 }
 
-// The cell in the middle of the view stays there; a wall at its top stays at its top.
+// The cell in the middle of the view stays there; a wall at its top stays at its top. When the source tells of a change
+// its old order is gone, so the middle is noted while the wall is at rest.
 void MediaWall::relayout() {
-  const int before = verticalScrollBar()->value();
-  const int middle = layout_.count() > 0 ? layout_.range(before + viewport()->height() / 2.0, before + viewport()->height() / 2.0).first : -1;
-  const QUuid held = middle >= 0 && middle < source_.count() ? source_.idAt(middle) : QUuid();
-  const double offset = middle >= 0 ? layout_.rectOf(middle).top() - before : 0;
   rebuild();
   updateScrollBar();
-  const int now = held.isNull() || before == 0 ? -1 : source_.indexOf(held);
-  if (now >= 0) verticalScrollBar()->setValue(qRound(layout_.rectOf(now).top() - offset));
+  const int held = middle_.isNull() ? -1 : source_.indexOf(middle_);
+  if (held >= 0) verticalScrollBar()->setValue(qRound(layout_.rectOf(held).top() - middleOffset_));
+  noteMiddle();
   viewport()->update();
+}
+
+void MediaWall::noteMiddle() {
+  const int top = verticalScrollBar()->value();
+  const double centre = top + viewport()->height() / 2.0;
+  const int index = layout_.range(centre, centre).first;
+  const bool known = top > 0 && index < source_.count();
+  middle_ = known ? source_.idAt(index) : QUuid();
+  middleOffset_ = known ? layout_.rectOf(index).top() - top : 0;
 }
 
 void MediaWall::updateScrollBar() {
@@ -119,6 +126,7 @@ void MediaWall::resizeEvent(QResizeEvent*) { relayout(); }
 
 void MediaWall::scrollContentsBy(int, int) {
   hovered_ = -1;
+  if (layout_.count() == source_.count()) noteMiddle();
   viewport()->update();
 }
 

@@ -1,0 +1,244 @@
+#include "shell/views/media_wall.h"
+
+#include <QAccessible>
+#include <QScrollBar>
+#include <QSignalSpy>
+
+#include "views/dressed.h"
+#include "views/samples.h"
+
+namespace sorvan::views {
+namespace {
+using namespace Qt::Literals::StringLiterals;
+
+class MediaWallTest : public Dressed {
+ protected:
+  MediaWallTest() {
+    QObject::connect(&wall, &MediaWall::selectionRequested, &wall, &MediaWall::setSelection);
+  }
+  void fill(int count) {
+    std::vector<GalleryCell> cells;
+    for (int index = 0; index < count; ++index) cells.push_back(pictureCell(u"picture %1"_s.arg(index), 1.0 + index % 3 * 0.4));
+    source.set(std::move(cells));
+    show(wall, {900, 600});
+  }
+  void showJobs() {
+    source.set(sampleJobCells());
+    show(wall, {1200, 600});
+  }
+  void click(int index, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::mouseClick(wall.viewport(), Qt::LeftButton, modifiers, wall.cellRect(index).center());
+  }
+  // The place of the first part of that kind inside the cell.
+  QPoint partOf(int index, CellPart part) {
+    const QRect area = wall.cellRect(index);
+    for (int y = area.top(); y < area.bottom(); y += 4) {
+      for (int x = area.left(); x < area.right(); x += 4) {
+        if (partAt(area, source.cellAt(index), {x, y}) == part) return {x + 4, y + 4};
+      }
+    }
+    return {-1, -1};
+  }
+  QSet<QUuid> ids(std::initializer_list<int> indices) {
+    QSet<QUuid> result;
+    for (const int index : indices) result.insert(source.idAt(index));
+    return result;
+  }
+
+  SampleWall source;
+  ThumbnailStore thumbnails;
+  MediaWall wall{source, thumbnails};
+};
+
+TEST_F(MediaWallTest, AClickSelectsOneCell) {
+  fill(20);
+  click(3);
+  EXPECT_EQ(wall.selection(), ids({3}));
+  click(5);
+  EXPECT_EQ(wall.selection(), ids({5}));
+}
+
+TEST_F(MediaWallTest, CtrlTogglesAndShiftExtends) {
+  fill(20);
+  click(2);
+  click(4, Qt::ControlModifier);
+  EXPECT_EQ(wall.selection(), ids({2, 4}));
+  click(4, Qt::ControlModifier);
+  EXPECT_EQ(wall.selection(), ids({2}));
+  click(1);
+  click(3, Qt::ShiftModifier);
+  EXPECT_EQ(wall.selection(), ids({1, 2, 3}));
+}
+
+TEST_F(MediaWallTest, TheCircleAtTheCornerAddsWithoutAKey) {
+  fill(20);
+  click(2);
+  QTest::mouseClick(wall.viewport(), Qt::LeftButton, {}, wall.cellRect(4).topLeft() + QPoint(14, 14));
+  EXPECT_EQ(wall.selection(), ids({2, 4}));
+}
+
+TEST_F(MediaWallTest, ArrowsMoveInReadingOrderAndByRow) {
+  fill(40);
+  wall.setFocus();
+  QTest::keyClick(&wall, Qt::Key_Home);
+  QTest::keyClick(&wall, Qt::Key_Right);
+  EXPECT_EQ(wall.selection(), ids({1}));
+  QTest::keyClick(&wall, Qt::Key_Down);
+  const int below = source.indexOf(wall.currentRow());
+  EXPECT_GT(wall.cellRect(below).top(), wall.cellRect(1).top());
+  QTest::keyClick(&wall, Qt::Key_Up);
+  EXPECT_EQ(wall.cellRect(source.indexOf(wall.currentRow())).top(), wall.cellRect(1).top());
+}
+
+TEST_F(MediaWallTest, ShiftWithArrowsExtendsFromWhereItBegan) {
+  fill(20);
+  click(2);
+  QTest::keyClick(&wall, Qt::Key_Right, Qt::ShiftModifier);
+  QTest::keyClick(&wall, Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(wall.selection(), ids({2, 3, 4}));
+}
+
+TEST_F(MediaWallTest, EndScrollsToTheLastCell) {
+  fill(400);
+  wall.setFocus();
+  QTest::keyClick(&wall, Qt::Key_Right);
+  QTest::keyClick(&wall, Qt::Key_End);
+  EXPECT_EQ(wall.currentRow(), source.idAt(399));
+  EXPECT_TRUE(wall.viewport()->rect().contains(wall.cellRect(399)));
+}
+
+TEST_F(MediaWallTest, EnterSpaceAndADoubleClickOpenTheCell) {
+  fill(20);
+  QSignalSpy opened(&wall, &MediaWall::opened);
+  click(4);
+  QTest::keyClick(&wall, Qt::Key_Return);
+  QTest::keyClick(&wall, Qt::Key_Space);
+  QTest::mouseDClick(wall.viewport(), Qt::LeftButton, {}, wall.cellRect(4).center());
+  ASSERT_EQ(opened.count(), 3);
+  for (const QList<QVariant>& call : opened) EXPECT_EQ(call.front().toUuid(), source.idAt(4));
+}
+
+TEST_F(MediaWallTest, EscapeClearsTheSelectionBeforeItLeaves) {
+  fill(20);
+  QSignalSpy escaped(&wall, &MediaWall::escapePressed);
+  click(4);
+  QTest::keyClick(&wall, Qt::Key_Escape);
+  EXPECT_TRUE(wall.selection().isEmpty());
+  EXPECT_EQ(escaped.count(), 0);
+  QTest::keyClick(&wall, Qt::Key_Escape);
+  EXPECT_EQ(escaped.count(), 1);
+}
+
+TEST_F(MediaWallTest, CtrlASelectsEverything) {
+  fill(20);
+  wall.setFocus();
+  QTest::keyClick(&wall, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(wall.selection().size(), 20);
+}
+
+TEST_F(MediaWallTest, ADragOverTheGroundSelectsWhatItTouches) {
+  fill(6);
+  const QRect target = wall.cellRect(1);
+  QTest::mousePress(wall.viewport(), Qt::LeftButton, {}, QPoint(target.center().x(), target.top() - 8));
+  QTest::mouseMove(wall.viewport(), target.center());
+  QTest::mouseRelease(wall.viewport(), Qt::LeftButton, {}, target.center());
+  EXPECT_EQ(wall.selection(), ids({1}));
+}
+
+TEST_F(MediaWallTest, AHundredThousandCellsAreMadeOnlyWhereTheyAreSeen) {
+  fill(100000);
+  source.asked = 0;
+  wall.viewport()->repaint();
+  EXPECT_LT(source.asked, 120);
+  wall.verticalScrollBar()->setValue(wall.verticalScrollBar()->maximum() / 2);
+  source.asked = 0;
+  wall.viewport()->repaint();
+  EXPECT_LT(source.asked, 120);
+  EXPECT_GT(wall.visibleRange().first, 40000);
+}
+
+TEST_F(MediaWallTest, AnItemInTheMiddleStaysWhenOthersArriveAtTheTop) {
+  fill(400);
+  wall.verticalScrollBar()->setValue(3000);
+  const int middle = (wall.visibleRange().first + wall.visibleRange().second) / 2;
+  const QUuid held = source.idAt(middle);
+  const int before = wall.cellRect(middle).center().y();
+  std::vector<GalleryCell> cells = source.cells();
+  for (int extra = 0; extra < 30; ++extra) cells.insert(cells.begin(), pictureCell(u"new"_s, 1.5));
+  source.set(cells);
+  EXPECT_NEAR(wall.cellRect(source.indexOf(held)).center().y(), before, wall.height() / 2);
+}
+
+TEST_F(MediaWallTest, AWallAtItsTopStaysThereWhenItemsArrive) {
+  fill(400);
+  std::vector<GalleryCell> cells = source.cells();
+  cells.insert(cells.begin(), pictureCell(u"new"_s, 1.5));
+  source.set(cells);
+  EXPECT_EQ(wall.verticalScrollBar()->value(), 0);
+}
+
+TEST_F(MediaWallTest, TheButtonOfAFailedJobAsksForItsAction) {
+  showJobs();
+  QSignalSpy asked(&wall, &MediaWall::jobActionRequested);
+  QTest::mouseClick(wall.viewport(), Qt::LeftButton, {}, partOf(3, CellPart::action));
+  ASSERT_EQ(asked.count(), 1);
+  EXPECT_EQ(asked.front().front().toUuid(), source.idAt(3));
+  EXPECT_EQ(asked.front().at(1).value<JobAction>(), JobAction::retry);
+  EXPECT_TRUE(wall.selection().isEmpty());
+}
+
+TEST_F(MediaWallTest, TheCrossCancelsWhatRunsAndPutsAwayWhatEnded) {
+  showJobs();
+  QSignalSpy asked(&wall, &MediaWall::jobActionRequested);
+  QSignalSpy dismissed(&wall, &MediaWall::jobDismissed);
+  QTest::mouseClick(wall.viewport(), Qt::LeftButton, {}, partOf(0, CellPart::dismiss));
+  ASSERT_EQ(asked.count(), 1);
+  EXPECT_EQ(asked.front().at(1).value<JobAction>(), JobAction::cancel);
+  QTest::mouseClick(wall.viewport(), Qt::LeftButton, {}, partOf(4, CellPart::dismiss));
+  ASSERT_EQ(dismissed.count(), 1);
+  EXPECT_EQ(dismissed.front().front().toUuid(), source.idAt(4));
+}
+
+TEST_F(MediaWallTest, ScreenReadersSeeTheVisibleCellsWithNamesPlacesAndState) {
+  fill(1000);
+  click(2);
+  QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&wall);
+  ASSERT_NE(list, nullptr);
+  EXPECT_EQ(list->role(), QAccessible::List);
+  EXPECT_GT(list->childCount(), 8);
+  EXPECT_LT(list->childCount(), 100);
+  QAccessibleInterface* cell = list->child(2);
+  EXPECT_EQ(cell->role(), QAccessible::ListItem);
+  EXPECT_TRUE(cell->text(QAccessible::Name).startsWith(u"picture 2.png"_s));
+  EXPECT_TRUE(cell->state().selected);
+  EXPECT_FALSE(list->child(3)->state().selected);
+  EXPECT_EQ(cell->rect().size(), wall.cellRect(2).size());
+  EXPECT_EQ(list->indexOfChild(cell), 2);
+  EXPECT_EQ(list->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
+}
+
+TEST_F(MediaWallTest, AScreenReadersActionSelectsOpensAndRetries) {
+  showJobs();
+  QSignalSpy opened(&wall, &MediaWall::opened);
+  QSignalSpy asked(&wall, &MediaWall::jobActionRequested);
+  QAccessibleInterface* failed = QAccessible::queryAccessibleInterface(&wall)->child(3);
+  ASSERT_NE(failed->actionInterface(), nullptr);
+  failed->actionInterface()->doAction(selectRowAction);
+  EXPECT_EQ(wall.selection(), ids({3}));
+  failed->actionInterface()->doAction(openRowAction);
+  EXPECT_EQ(opened.count(), 1);
+  failed->actionInterface()->doAction(u"Retry"_s);
+  EXPECT_EQ(asked.count(), 1);
+}
+
+TEST_F(MediaWallTest, ACellThatIsGoneIsNoLongerValidToAScreenReader) {
+  fill(5);
+  QAccessibleInterface* cell = QAccessible::queryAccessibleInterface(&wall)->child(4);
+  ASSERT_TRUE(cell->isValid());
+  source.set({pictureCell(u"other"_s, 1)});
+  EXPECT_FALSE(cell->isValid());
+  EXPECT_TRUE(cell->text(QAccessible::Name).isEmpty());
+}
+
+}  // namespace
+}  // namespace sorvan::views
