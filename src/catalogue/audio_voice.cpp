@@ -40,33 +40,33 @@ struct Language {
   const char16_t* name;
 };
 
-constexpr std::array sarvamLanguages{
-    Language{u"hi-IN", u"Hindi"},     Language{u"en-IN", u"English (India)"}, Language{u"bn-IN", u"Bengali"},
-    Language{u"gu-IN", u"Gujarati"},  Language{u"kn-IN", u"Kannada"},         Language{u"ml-IN", u"Malayalam"},
-    Language{u"mr-IN", u"Marathi"},   Language{u"od-IN", u"Odia"},            Language{u"pa-IN", u"Punjabi"},
-    Language{u"ta-IN", u"Tamil"},     Language{u"te-IN", u"Telugu"}};
+constexpr std::array sarvamLanguages{Language{u"hi-IN", u"Hindi"},   Language{u"en-IN", u"English (India)"},
+                                     Language{u"bn-IN", u"Bengali"}, Language{u"gu-IN", u"Gujarati"},
+                                     Language{u"kn-IN", u"Kannada"}, Language{u"ml-IN", u"Malayalam"},
+                                     Language{u"mr-IN", u"Marathi"}, Language{u"od-IN", u"Odia"},
+                                     Language{u"pa-IN", u"Punjabi"}, Language{u"ta-IN", u"Tamil"},
+                                     Language{u"te-IN", u"Telugu"}};
 
-constexpr std::array otherLanguages{
-    Language{u"en", u"English"},
-    Language{u"ar-EG", u"Arabic (Egypt)"},
-    Language{u"ar-SA", u"Arabic (Saudi Arabia)"},
-    Language{u"ar-AE", u"Arabic (United Arab Emirates)"},
-    Language{u"bn", u"Bengali"},
-    Language{u"zh", u"Chinese"},
-    Language{u"fr", u"French"},
-    Language{u"de", u"German"},
-    Language{u"hi", u"Hindi"},
-    Language{u"id", u"Indonesian"},
-    Language{u"it", u"Italian"},
-    Language{u"ja", u"Japanese"},
-    Language{u"ko", u"Korean"},
-    Language{u"pt-BR", u"Portuguese (Brazil)"},
-    Language{u"pt-PT", u"Portuguese (Portugal)"},
-    Language{u"ru", u"Russian"},
-    Language{u"es-MX", u"Spanish (Mexico)"},
-    Language{u"es-ES", u"Spanish (Spain)"},
-    Language{u"tr", u"Turkish"},
-    Language{u"vi", u"Vietnamese"}};
+constexpr std::array otherLanguages{Language{u"en", u"English"},
+                                    Language{u"ar-EG", u"Arabic (Egypt)"},
+                                    Language{u"ar-SA", u"Arabic (Saudi Arabia)"},
+                                    Language{u"ar-AE", u"Arabic (United Arab Emirates)"},
+                                    Language{u"bn", u"Bengali"},
+                                    Language{u"zh", u"Chinese"},
+                                    Language{u"fr", u"French"},
+                                    Language{u"de", u"German"},
+                                    Language{u"hi", u"Hindi"},
+                                    Language{u"id", u"Indonesian"},
+                                    Language{u"it", u"Italian"},
+                                    Language{u"ja", u"Japanese"},
+                                    Language{u"ko", u"Korean"},
+                                    Language{u"pt-BR", u"Portuguese (Brazil)"},
+                                    Language{u"pt-PT", u"Portuguese (Portugal)"},
+                                    Language{u"ru", u"Russian"},
+                                    Language{u"es-MX", u"Spanish (Mexico)"},
+                                    Language{u"es-ES", u"Spanish (Spain)"},
+                                    Language{u"tr", u"Turkish"},
+                                    Language{u"vi", u"Vietnamese"}};
 
 template <class Languages>
 QStringList codesOf(const Languages& languages) {
@@ -93,14 +93,22 @@ QString voiceGroupTitle(AudioVoice::Group group) {
 const std::vector<AudioVoice>& voices(VoiceTable table) {
   const auto& [elevenLabs, gemini, miniMax, kokoro, fish, sarvam, grok, inworld] = allTables();
   switch (table) {
-    case VoiceTable::elevenLabs: return elevenLabs;
-    case VoiceTable::gemini: return gemini;
-    case VoiceTable::miniMax: return miniMax;
-    case VoiceTable::kokoro: return kokoro;
-    case VoiceTable::fish: return fish;
-    case VoiceTable::sarvam: return sarvam;
-    case VoiceTable::grok: return grok;
-    case VoiceTable::inworld: return inworld;
+    case VoiceTable::elevenLabs:
+      return elevenLabs;
+    case VoiceTable::gemini:
+      return gemini;
+    case VoiceTable::miniMax:
+      return miniMax;
+    case VoiceTable::kokoro:
+      return kokoro;
+    case VoiceTable::fish:
+      return fish;
+    case VoiceTable::sarvam:
+      return sarvam;
+    case VoiceTable::grok:
+      return grok;
+    case VoiceTable::inworld:
+      return inworld;
   }
   return elevenLabs;
 }

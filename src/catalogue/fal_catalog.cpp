@@ -50,9 +50,9 @@ FalModel fluxSchnellRow() {
 
 std::vector<FalModel> builtInRows() {
   std::vector<FalModel> rows{nanoBananaRow(), fluxSchnellRow()};
-  for (const auto* part : {&audioModels(AudioKind::voice), &audioModels(AudioKind::music),
-                           &audioModels(AudioKind::effect), &soundTools(), &extendModels(), &clipEffectModels(),
-                           &clipMusicModels()}) {
+  for (const auto* part :
+       {&audioModels(AudioKind::voice), &audioModels(AudioKind::music), &audioModels(AudioKind::effect), &soundTools(),
+        &extendModels(), &clipEffectModels(), &clipMusicModels()}) {
     rows.insert(rows.end(), part->begin(), part->end());
   }
   return rows;

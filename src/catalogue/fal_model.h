@@ -61,7 +61,7 @@ struct Setting {
   QStringList values;  ///< allowed values in display order; empty for a toggle
   std::optional<QString> defaultValue;
   std::optional<ClosedRange<qint64>> accepts;  ///< a number between these is valid although it is not in `values`
-  std::optional<QString> onlyWith;    ///< counts only when the option of this field holds non-blank text
+  std::optional<QString> onlyWith;             ///< counts only when the option of this field holds non-blank text
 
   /// Whether `value` is a whole decimal number, with an optional sign, inside `accepts`.
   bool allows(const QString& value) const;
@@ -100,9 +100,9 @@ struct FalModel {
   std::optional<bool> dialogue;         ///< the prompt is a speaker script, sent as `inputs`
   std::optional<QString> promptField;   ///< when it is not `prompt`
   std::optional<bool> videoInput;
-  std::optional<int> promptLimit;        ///< the most characters of the prompt
-  std::optional<bool> billedPerMinute;   ///< music is billed by started minute
-  std::optional<int> billedEvery;        ///< billing step in seconds
+  std::optional<int> promptLimit;       ///< the most characters of the prompt
+  std::optional<bool> billedPerMinute;  ///< music is billed by started minute
+  std::optional<int> billedEvery;       ///< billing step in seconds
   std::optional<bool> audioInput;
   std::optional<std::vector<TextInput>> texts;
   /// The most bytes of one input picture, where the service names a limit.

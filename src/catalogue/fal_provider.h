@@ -27,8 +27,8 @@ class FalProvider final : public GenerationProvider {
   explicit FalProvider(FalServices with) : services(std::move(with)) {}
 
   std::vector<ModelOption> listModels() const override;
-  /// Outputs lie as files where the run names them; throws SorvanError, HttpError, SubmissionUnknown, RemoteJobFailed or
-  /// Cancelled. A handle that was stored stays good after all of them but RemoteJobFailed.
+  /// Outputs lie as files where the run names them; throws SorvanError, HttpError, SubmissionUnknown, RemoteJobFailed
+  /// or Cancelled. A handle that was stored stays good after all of them but RemoteJobFailed.
   Task<std::vector<GeneratedOutput>> generateImage(ProviderCall call, std::stop_token stop) override;
   Task<> cancelJob(RemoteHandle handle, QString key, std::stop_token stop) override;
 

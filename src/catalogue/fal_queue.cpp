@@ -62,14 +62,17 @@ bool endsTheJob(const HttpReply& reply) {
     case 403:
     case 404:
     case 408:
-    case 429: return false;
-    default: return reply.status >= 400 && !saysStillRunning(reply);
+    case 429:
+      return false;
+    default:
+      return reply.status >= 400 && !saysStillRunning(reply);
   }
 }
 
 RemoteJobFailed failureOf(const ProviderRefusal& refusal) {
   const bool free = isBilledNothing(refusal.reply());
-  return RemoteJobFailed(refusal.message(), free ? RemoteJobFailed::Billing::nothing : RemoteJobFailed::Billing::perhaps);
+  return RemoteJobFailed(refusal.message(),
+                         free ? RemoteJobFailed::Billing::nothing : RemoteJobFailed::Billing::perhaps);
 }
 
 JobState stateNamed(const QString& name) {

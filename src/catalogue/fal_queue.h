@@ -20,9 +20,9 @@ struct Submission {
   QString key;
 };
 
-/// Sends the one POST that buys, between the announcements that the run asks for, and answers the handle. Cancelling the
-/// job never cuts it. Throws ProviderRefusal when the service certainly did not accept it, HttpError's text when it never
-/// left, SubmissionUnknown when it may have been accepted.
+/// Sends the one POST that buys, between the announcements that the run asks for, and answers the handle. Cancelling
+/// the job never cuts it. Throws ProviderRefusal when the service certainly did not accept it, HttpError's text when it
+/// never left, SubmissionUnknown when it may have been accepted.
 Task<RemoteHandle> submitOnce(std::shared_ptr<HttpTransport> transport, Submission submission,
                               std::shared_ptr<ProviderRun> run);
 

@@ -10,7 +10,7 @@
 namespace sorvan::catalogue {
 
 struct ReferenceUpload {
-  QString file;                          ///< absolute path
+  QString file;  ///< absolute path
   QString key;
   std::optional<qint64> pictureLimit{};  ///< bytes; a larger PNG goes as JPEG
 };

@@ -1,4 +1,5 @@
-// The models that the program recommends and the tools that panels offer: rows only, read as models when they are added.
+// The models that the program recommends and the tools that panels offer: rows only, read as models when they are
+// added.
 #pragma once
 
 #include <map>
@@ -14,6 +15,8 @@ const std::map<QString, std::vector<FalListing>>& recommendedModels();
 
 const std::vector<FalListing>& upscaleTools();
 const std::vector<FalListing>& cutOutTools();
+/// The same rows in the order of the panel.
+const std::vector<FalListing>& cutOutPanelTools();
 /// The one tool that moves the camera by exact angles.
 const std::vector<FalListing>& shotAngleTools();
 

@@ -23,7 +23,7 @@ Claim claimOf(const QString& ext) {
   static const QStringList pictures{u"png"_s,  u"jpg"_s, u"jpeg"_s, u"webp"_s, u"gif"_s, u"tif"_s,
                                     u"tiff"_s, u"bmp"_s, u"heic"_s, u"heif"_s, u"avif"_s};
   static const QStringList clips{u"mp4"_s, u"mov"_s, u"m4v"_s, u"webm"_s, u"mkv"_s, u"avi"_s};
-  static const QStringList sounds{u"mp3"_s, u"wav"_s,  u"m4a"_s, u"aac"_s, u"flac"_s, u"ogg"_s,
+  static const QStringList sounds{u"mp3"_s, u"wav"_s,  u"m4a"_s, u"aac"_s,  u"flac"_s, u"ogg"_s,
                                   u"oga"_s, u"opus"_s, u"aif"_s, u"aiff"_s, u"caf"_s};
   if (pictures.contains(ext)) return Claim::picture;
   if (clips.contains(ext)) return Claim::clip;
@@ -98,14 +98,17 @@ std::optional<bool> riffReachesTheEnd(const QString& path) {
 Wholeness wholenessOf(const QString& file, const QString& ext) {
   if (QFile(file).size() == 0) return Wholeness::cut;
   switch (claimOf(ext)) {
-    case Claim::picture: return pictureIsWhole(file) ? Wholeness::whole : Wholeness::cut;
-    case Claim::clip: return opensAsClip(file) ? told(boxesReachTheEnd(file)) : Wholeness::cut;
+    case Claim::picture:
+      return pictureIsWhole(file) ? Wholeness::whole : Wholeness::cut;
+    case Claim::clip:
+      return opensAsClip(file) ? told(boxesReachTheEnd(file)) : Wholeness::cut;
     case Claim::sound: {
       if (!opensAsSound(file)) return Wholeness::cut;
       const auto boxes = boxesReachTheEnd(file);
       return told(boxes ? boxes : riffReachesTheEnd(file));
     }
-    case Claim::other: break;
+    case Claim::other:
+      break;
   }
   return Wholeness::unknown;
 }

@@ -20,8 +20,8 @@ TextInput keepOut() {
 }
 
 TextInput lyrics(bool required) {
-  TextInput text = optionalText(u"lyrics"_s, u"Lyrics"_s, u"The words to be sung, with [Verse] and [Chorus] lines"_s,
-                                lyricsLimit);
+  TextInput text =
+      optionalText(u"lyrics"_s, u"Lyrics"_s, u"The words to be sung, with [Verse] and [Chorus] lines"_s, lyricsLimit);
   text.required = required;
   return text;
 }
@@ -38,10 +38,10 @@ FalModel elevenMusic() {
   FalModel model = music(u"elevenlabs/music/v2.5"_s, u"ElevenLabs Music v2.5"_s,
                          u"ElevenLabs · songs with vocals or instrumentals, up to three minutes"_s);
   const LengthBounds threeMinutes{1000, 180000, BoundSource::summary};
-  model.settings = {lengthSetting(u"music_length_ms"_s,
-                                  {u"15000"_s, u"30000"_s, u"60000"_s, u"90000"_s, u"120000"_s, u"180000"_s},
-                                  u"60000"_s, threeMinutes),
-                    toggleSetting(u"force_instrumental"_s, u"Instrumental"_s)};
+  model.settings = {
+      lengthSetting(u"music_length_ms"_s, {u"15000"_s, u"30000"_s, u"60000"_s, u"90000"_s, u"120000"_s, u"180000"_s},
+                    u"60000"_s, threeMinutes),
+      toggleSetting(u"force_instrumental"_s, u"Instrumental"_s)};
   model.billedPerMinute = true;
   return model;
 }
@@ -55,8 +55,7 @@ FalModel lyria(const QString& id, const QString& name, const QString& summary) {
 FalModel miniMaxMusic() {
   FalModel model = music(u"minimax/music-3"_s, u"MiniMax Music 3"_s, u"MiniMax · full songs sung to your own lyrics"_s);
   // No document names the bounds of this length: not confirmed.
-  model.settings = {
-      lengthSetting(u"duration"_s, {u"30"_s, u"60"_s, u"90"_s, u"120"_s, u"180"_s}, u"60"_s, unbounded)};
+  model.settings = {lengthSetting(u"duration"_s, {u"30"_s, u"60"_s, u"90"_s, u"120"_s, u"180"_s}, u"60"_s, unbounded)};
   model.texts = {lyrics(true)};
   return model;
 }
@@ -75,26 +74,24 @@ FalModel stableMusic() {
   FalModel model = music(u"fal-ai/stable-audio-25/text-to-audio"_s, u"Stable Audio 2.5"_s,
                          u"Stability AI · instrumentals and loops, made quickly"_s);
   // No document names the bounds of this length: not confirmed.
-  model.settings = {lengthSetting(u"seconds_total"_s, {u"10"_s, u"30"_s, u"60"_s, u"90"_s, u"120"_s, u"180"_s},
-                                  u"60"_s, unbounded)};
+  model.settings = {
+      lengthSetting(u"seconds_total"_s, {u"10"_s, u"30"_s, u"60"_s, u"90"_s, u"120"_s, u"180"_s}, u"60"_s, unbounded)};
   return model;
 }
 
 FalModel stableMusic3() {
   FalModel model = music(u"fal-ai/stable-audio-3/medium/text-to-audio"_s, u"Stable Audio 3"_s,
                          u"Stability AI · instrumentals, loops and textures, up to five minutes"_s);
-  model.settings = {lengthSetting(u"duration"_s, {u"10"_s, u"30"_s, u"60"_s, u"120"_s, u"180"_s, u"300"_s}, u"60"_s,
-                                  upTo(300))};
+  model.settings = {
+      lengthSetting(u"duration"_s, {u"10"_s, u"30"_s, u"60"_s, u"120"_s, u"180"_s, u"300"_s}, u"60"_s, upTo(300))};
   model.texts = {keepOut()};
   return model;
 }
 
 FalModel stableEffect() {
-  FalModel model =
-      effect(u"fal-ai/stable-audio-3/small/sfx/text-to-audio"_s, u"Stable Audio 3 SFX"_s,
-             u"Stability AI · follows distinct events best, such as barks or knocks, up to two minutes"_s);
-  model.settings = {
-      lengthSetting(u"duration"_s, {u"5"_s, u"10"_s, u"30"_s, u"60"_s, u"120"_s}, u"5"_s, upTo(120))};
+  FalModel model = effect(u"fal-ai/stable-audio-3/small/sfx/text-to-audio"_s, u"Stable Audio 3 SFX"_s,
+                          u"Stability AI · follows distinct events best, such as barks or knocks, up to two minutes"_s);
+  model.settings = {lengthSetting(u"duration"_s, {u"5"_s, u"10"_s, u"30"_s, u"60"_s, u"120"_s}, u"5"_s, upTo(120))};
   model.texts = {keepOut()};
   return model;
 }
@@ -111,11 +108,9 @@ FalModel elevenEffect() {
 }
 
 FalModel mireloEffect() {
-  FalModel model =
-      effect(u"mirelo-ai/sfx2.0/text-to-audio"_s, u"Mirelo SFX 2.0"_s,
-             u"Mirelo · steady scenes and long ambiences rather than single events, up to two minutes"_s);
-  model.settings = {
-      lengthSetting(u"duration"_s, {u"5"_s, u"10"_s, u"30"_s, u"60"_s, u"120"_s}, u"10"_s, upTo(120))};
+  FalModel model = effect(u"mirelo-ai/sfx2.0/text-to-audio"_s, u"Mirelo SFX 2.0"_s,
+                          u"Mirelo · steady scenes and long ambiences rather than single events, up to two minutes"_s);
+  model.settings = {lengthSetting(u"duration"_s, {u"5"_s, u"10"_s, u"30"_s, u"60"_s, u"120"_s}, u"10"_s, upTo(120))};
   model.promptField = u"text_prompt"_s;
   model.defaultsJSON = uR"({"num_samples":1,"upload_audio_format":"mp3"})"_s;
   return model;

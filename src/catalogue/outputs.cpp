@@ -25,12 +25,10 @@ struct ContentType {
 };
 
 constexpr std::array contentTypes{
-    ContentType{u"image/png", u"png"},       ContentType{u"image/jpeg", u"jpg"},
-    ContentType{u"image/webp", u"webp"},     ContentType{u"video/mp4", u"mp4"},
-    ContentType{u"video/quicktime", u"mov"}, ContentType{u"video/webm", u"webm"},
-    ContentType{u"audio/mpeg", u"mp3"},      ContentType{u"audio/mp3", u"mp3"},
-    ContentType{u"audio/wav", u"wav"},       ContentType{u"audio/x-wav", u"wav"},
-    ContentType{u"audio/mp4", u"m4a"},       ContentType{u"audio/aac", u"aac"},
+    ContentType{u"image/png", u"png"},   ContentType{u"image/jpeg", u"jpg"},      ContentType{u"image/webp", u"webp"},
+    ContentType{u"video/mp4", u"mp4"},   ContentType{u"video/quicktime", u"mov"}, ContentType{u"video/webm", u"webm"},
+    ContentType{u"audio/mpeg", u"mp3"},  ContentType{u"audio/mp3", u"mp3"},       ContentType{u"audio/wav", u"wav"},
+    ContentType{u"audio/x-wav", u"wav"}, ContentType{u"audio/mp4", u"m4a"},       ContentType{u"audio/aac", u"aac"},
     ContentType{u"audio/flac", u"flac"}};
 
 constexpr std::array sendableTypes{
@@ -59,10 +57,8 @@ std::vector<QJsonObject> objectsOf(const QJsonValue& value) {
 /// The first usual place that holds media.
 std::optional<Found> foundIn(const QJsonObject& result) {
   if (auto images = objectsOf(result.value(u"images"_s)); !images.empty()) return Found{images, u"png"_s};
-  const std::array<std::pair<QString, QString>, 4> places{{{u"image"_s, u"png"_s},
-                                                           {u"video"_s, u"mp4"_s},
-                                                           {u"audio"_s, u"mp3"_s},
-                                                           {u"audio_file"_s, u"mp3"_s}}};
+  const std::array<std::pair<QString, QString>, 4> places{
+      {{u"image"_s, u"png"_s}, {u"video"_s, u"mp4"_s}, {u"audio"_s, u"mp3"_s}, {u"audio_file"_s, u"mp3"_s}}};
   for (const auto& [key, ext] : places) {
     if (result.value(key).isObject()) return Found{{result.value(key).toObject()}, ext};
   }

@@ -11,10 +11,10 @@
 namespace sorvan::catalogue {
 
 struct OutputAddress {
-  QUrl url;     ///< https
-  QString ext;  ///< file extension without a point, as announced
-  std::optional<QString> label;            ///< the part's name when a sound was split
-  std::optional<qint64> announcedBytes;    ///< what the result says the file's size is
+  QUrl url;                              ///< https
+  QString ext;                           ///< file extension without a point, as announced
+  std::optional<QString> label;          ///< the part's name when a sound was split
+  std::optional<qint64> announcedBytes;  ///< what the result says the file's size is
 
   bool operator==(const OutputAddress&) const = default;
 };

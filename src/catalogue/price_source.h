@@ -23,7 +23,8 @@ class PriceSource {
  public:
   virtual ~PriceSource() = default;
   /// Asks the service where it must, and answers nothing when the price is not known.
-  virtual Task<std::optional<ListedPrice>> listedPrice(GenerationRequest request, QString key, std::stop_token stop) = 0;
+  virtual Task<std::optional<ListedPrice>> listedPrice(GenerationRequest request, QString key,
+                                                       std::stop_token stop) = 0;
 };
 
 }  // namespace sorvan::catalogue

@@ -156,9 +156,12 @@ PreparedMedia preparedClip(const QString& file) {
 
 PreparedMedia preparedReference(const QString& file, const std::stop_token& stop) {
   switch (referenceKind(file)) {
-    case ReferenceKind::sound: return preparedSound(file, largestSoundToSend, stop);
-    case ReferenceKind::clip: return preparedClip(file);
-    case ReferenceKind::picture: break;
+    case ReferenceKind::sound:
+      return preparedSound(file, largestSoundToSend, stop);
+    case ReferenceKind::clip:
+      return preparedClip(file);
+    case ReferenceKind::picture:
+      break;
   }
   return compactPicture(file, largestPictureToSend);
 }

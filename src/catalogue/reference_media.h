@@ -11,10 +11,10 @@
 
 namespace sorvan::catalogue {
 
-inline constexpr qint64 largestPictureToSend = 8LL << 20;   ///< bytes
-inline constexpr qint64 largestSoundToSend = 48LL << 20;    ///< bytes
-inline constexpr qint64 largestClipToSend = 48LL << 20;     ///< bytes
-inline constexpr int longestEdgeToSend = 4096;              ///< pixels
+inline constexpr qint64 largestPictureToSend = 8LL << 20;  ///< bytes
+inline constexpr qint64 largestSoundToSend = 48LL << 20;   ///< bytes
+inline constexpr qint64 largestClipToSend = 48LL << 20;    ///< bytes
+inline constexpr int longestEdgeToSend = 4096;             ///< pixels
 
 struct PreparedMedia {
   QByteArray bytes;
@@ -38,8 +38,8 @@ PreparedMedia compactPicture(const QString& file, qint64 limit);
 /// cannot be sent." or "This sound is too long to send. Trim it first."
 PreparedMedia preparedSound(const QString& file, qint64 limit, const std::stop_token& stop = {});
 
-/// The clip's own bytes. Throws SorvanError "This clip cannot be sent." when it is no clip, or "This clip is too long to
-/// send. Trim it first."
+/// The clip's own bytes. Throws SorvanError "This clip cannot be sent." when it is no clip, or "This clip is too long
+/// to send. Trim it first."
 PreparedMedia preparedClip(const QString& file);
 
 /// A reference of any kind, by the extension of the file's name.

@@ -68,9 +68,7 @@ std::optional<QString> featureOfTool(const QString& model, const GenerationReque
   return std::nullopt;
 }
 
-QString featureOfKind(AudioKind kind) {
-  return kind == AudioKind::effect ? u"sound-effect"_s : audioKindName(kind);
-}
+QString featureOfKind(AudioKind kind) { return kind == AudioKind::effect ? u"sound-effect"_s : audioKindName(kind); }
 
 QString featureOfMedia(const FalCatalog& catalog, const GenerationRequest& request) {
   const auto model = catalog.model(request.model);

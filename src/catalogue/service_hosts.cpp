@@ -31,7 +31,8 @@ QUrl addressAt(const char16_t* host, const QString& path) {
 
 QString application(const QString& endpoint) {
   const QStringList parts = endpoint.split(u'/', Qt::SkipEmptyParts);
-  const bool isPrefixed = !parts.isEmpty() && (parts.constFirst() == u"workflows"_s || parts.constFirst() == u"comfy"_s);
+  const bool isPrefixed =
+      !parts.isEmpty() && (parts.constFirst() == u"workflows"_s || parts.constFirst() == u"comfy"_s);
   return parts.mid(0, isPrefixed ? 3 : 2).join(u'/');
 }
 

@@ -27,8 +27,8 @@ bool isPlainHttps(const QUrl& url);
 /// The text as an https address, or an empty one.
 QUrl httpsAddress(const QString& text);
 
-/// Addresses of the queue. `endpoint` is a model id; of an endpoint's path a job's address keeps the first two parts, or
-/// three for those that begin with "workflows" or "comfy".
+/// Addresses of the queue. `endpoint` is a model id; of an endpoint's path a job's address keeps the first two parts,
+/// or three for those that begin with "workflows" or "comfy".
 QUrl submitAddress(const QString& endpoint);
 QUrl resultAddress(const QString& endpoint, const QString& requestID);
 QUrl statusAddress(const QString& endpoint, const QString& requestID);

@@ -52,9 +52,8 @@ FalModel cleanUp() {
 }
 
 FalModel splitParts() {
-  FalModel model =
-      onSound(QString::fromUtf16(sound_ids::splitParts), u"Split into Parts"_s,
-              u"Demucs · vocals, drums, bass, guitar, piano and the rest, each as a sound of its own"_s);
+  FalModel model = onSound(QString::fromUtf16(sound_ids::splitParts), u"Split into Parts"_s,
+                           u"Demucs · vocals, drums, bass, guitar, piano and the rest, each as a sound of its own"_s);
   model.hasPrompt = false;
   return model;
 }
@@ -76,9 +75,8 @@ FalModel outpainting(const QString& id, const QString& name, const QString& summ
 }
 
 FalModel mireloExtend() {
-  FalModel model =
-      onSound(u"mirelo-ai/sfx1.6/extend-audio"_s, u"Mirelo SFX 1.6 Extend"_s,
-              u"Mirelo · a natural tail for a sound effect of 3 to 59 seconds, a minute in all"_s);
+  FalModel model = onSound(u"mirelo-ai/sfx1.6/extend-audio"_s, u"Mirelo SFX 1.6 Extend"_s,
+                           u"Mirelo · a natural tail for a sound effect of 3 to 59 seconds, a minute in all"_s);
   model.promptField = u"text_prompt"_s;
   model.promptRequired = false;
   model.settings = {seconds(u"append_duration"_s, u"Add After"_s, {u"1"_s, u"3"_s, u"5"_s, u"10"_s}, u"5"_s,
@@ -91,8 +89,8 @@ FalModel mireloClip() {
   FalModel model = onClip(u"mirelo-ai/sfx2.0/video-to-audio"_s, u"Mirelo"_s,
                           u"Mirelo · sound effects that follow the action, keeping any speech, up to a minute"_s);
   model.promptField = u"text_prompt"_s;
-  model.settings = {lengthSetting(u"duration"_s, {u"5"_s, u"10"_s, u"30"_s, u"60"_s}, u"10"_s,
-                                  {1, 60, BoundSource::summary})};
+  model.settings = {
+      lengthSetting(u"duration"_s, {u"5"_s, u"10"_s, u"30"_s, u"60"_s}, u"10"_s, {1, 60, BoundSource::summary})};
   model.defaultsJSON = uR"({"num_samples":2,"upload_audio_format":"mp3","preserve_speech":true})"_s;
   return model;
 }
@@ -138,16 +136,16 @@ FalModel soniloMusic() {
 std::vector<FalModel> soundToolRows() { return {cleanUp(), splitParts(), pullOut()}; }
 
 std::vector<FalModel> extendRows() {
-  return {outpainting(u"fal-ai/stable-audio-3/medium/audio-outpainting"_s, u"Stable Audio 3"_s,
-                      u"Stability AI · carries music or a sound on, before or after, up to 6 min 20 s in all"_s,
-                      longestStableSound),
-          outpainting(u"fal-ai/stable-audio-3/small/music/audio-outpainting"_s, u"Stable Audio 3 Small Music"_s,
-                      u"Stability AI · made for music, quicker and lower-cost, up to 2 minutes added"_s,
-                      longestSmallAddition),
-          outpainting(u"fal-ai/stable-audio-3/small/sfx/audio-outpainting"_s, u"Stable Audio 3 Small SFX"_s,
-                      u"Stability AI · made for sound effects, low-cost, up to 2 minutes added"_s,
-                      longestSmallAddition),
-          mireloExtend()};
+  return {
+      outpainting(u"fal-ai/stable-audio-3/medium/audio-outpainting"_s, u"Stable Audio 3"_s,
+                  u"Stability AI · carries music or a sound on, before or after, up to 6 min 20 s in all"_s,
+                  longestStableSound),
+      outpainting(u"fal-ai/stable-audio-3/small/music/audio-outpainting"_s, u"Stable Audio 3 Small Music"_s,
+                  u"Stability AI · made for music, quicker and lower-cost, up to 2 minutes added"_s,
+                  longestSmallAddition),
+      outpainting(u"fal-ai/stable-audio-3/small/sfx/audio-outpainting"_s, u"Stable Audio 3 Small SFX"_s,
+                  u"Stability AI · made for sound effects, low-cost, up to 2 minutes added"_s, longestSmallAddition),
+      mireloExtend()};
 }
 
 std::vector<FalModel> clipEffectRows() {

@@ -53,12 +53,12 @@ QStringList miniMaxEmotions() {
 }
 
 QStringList miniMaxLanguages() {
-  return {u"auto"_s,       u"Afrikaans"_s, u"Arabic"_s,     u"Bulgarian"_s, u"Catalan"_s,   u"Chinese"_s,
-          u"Chinese,Yue"_s, u"Croatian"_s, u"Czech"_s,      u"Danish"_s,    u"Dutch"_s,     u"English"_s,
-          u"Finnish"_s,    u"French"_s,    u"German"_s,     u"Greek"_s,     u"Hebrew"_s,    u"Hindi"_s,
-          u"Hungarian"_s,  u"Indonesian"_s, u"Italian"_s,   u"Japanese"_s,  u"Korean"_s,    u"Malay"_s,
-          u"Norwegian"_s,  u"Polish"_s,    u"Portuguese"_s, u"Romanian"_s,  u"Russian"_s,   u"Slovak"_s,
-          u"Slovenian"_s,  u"Spanish"_s,   u"Swedish"_s,    u"Thai"_s,      u"Turkish"_s,   u"Ukrainian"_s,
+  return {u"auto"_s,        u"Afrikaans"_s,  u"Arabic"_s,     u"Bulgarian"_s, u"Catalan"_s, u"Chinese"_s,
+          u"Chinese,Yue"_s, u"Croatian"_s,   u"Czech"_s,      u"Danish"_s,    u"Dutch"_s,   u"English"_s,
+          u"Finnish"_s,     u"French"_s,     u"German"_s,     u"Greek"_s,     u"Hebrew"_s,  u"Hindi"_s,
+          u"Hungarian"_s,   u"Indonesian"_s, u"Italian"_s,    u"Japanese"_s,  u"Korean"_s,  u"Malay"_s,
+          u"Norwegian"_s,   u"Polish"_s,     u"Portuguese"_s, u"Romanian"_s,  u"Russian"_s, u"Slovak"_s,
+          u"Slovenian"_s,   u"Spanish"_s,    u"Swedish"_s,    u"Thai"_s,      u"Turkish"_s, u"Ukrainian"_s,
           u"Vietnamese"_s};
 }
 
@@ -68,7 +68,8 @@ FalModel miniMax() {
   model.settings = {voices(u"voice_setting.voice_id"_s, VoiceTable::miniMax, u"Wise_Woman"_s),
                     choiceSetting(u"voice_setting.emotion"_s, u"Emotion"_s, miniMaxEmotions()),
                     choiceSetting(u"language_boost"_s, u"Language"_s, miniMaxLanguages(), u"auto"_s)};
-  model.defaultsJSON = uR"({"output_format":"url","voice_setting":{"voice_id":"Wise_Woman","speed":1,"vol":1,"pitch":0}})"_s;
+  model.defaultsJSON =
+      uR"({"output_format":"url","voice_setting":{"voice_id":"Wise_Woman","speed":1,"vol":1,"pitch":0}})"_s;
   model.promptLimit = speechPromptLimit;
   return model;
 }
@@ -114,8 +115,8 @@ FalModel kokoro() {
 }
 
 FalModel dia() {
-  FalModel model = speech(u"fal-ai/dia-tts"_s, u"Dia"_s,
-                          u"Nari Labs · a two-voice dialogue; mark lines [S1] and [S2]"_s, u"text"_s);
+  FalModel model =
+      speech(u"fal-ai/dia-tts"_s, u"Dia"_s, u"Nari Labs · a two-voice dialogue; mark lines [S1] and [S2]"_s, u"text"_s);
   model.promptLimit = speechPromptLimit;
   return model;
 }

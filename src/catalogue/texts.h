@@ -5,7 +5,6 @@
 
 namespace sorvan::catalogue::texts {
 
-
 // Request bodies
 inline QString textNeeded(const QString& model, const QString& label) {
   return QStringLiteral("%1 needs %2.").arg(model, label.toLower());
@@ -63,13 +62,14 @@ inline QString downloadFailed() {
       "The completed result could not be downloaded. Retry reconnects to the saved provider request.");
 }
 inline QString tooLong() {
-  return QStringLiteral(
-      "The request is taking longer than expected. Retry will reconnect to the existing fal.ai job.");
+  return QStringLiteral("The request is taking longer than expected. Retry will reconnect to the existing fal.ai job.");
 }
 inline QString modelGone() {
   return QStringLiteral("This fal.ai model is no longer in your model list. Add it again from Browse Models.");
 }
-inline QString keyMissing() { return QStringLiteral("Add your fal.ai key under Settings → fal.ai Key, or switch Pay With to Sorvan Credits."); }
+inline QString keyMissing() {
+  return QStringLiteral("Add your fal.ai key under Settings → fal.ai Key, or switch Pay With to Sorvan Credits.");
+}
 inline QString uploadRefused() { return QStringLiteral("fal.ai did not accept the reference upload."); }
 
 // Progress
@@ -81,8 +81,7 @@ inline QString uploading(qsizetype index, qsizetype count) {
   return QStringLiteral("Uploading reference %1 of %2").arg(QString::number(index), QString::number(count));
 }
 inline QString listedPriceNote(const QString& unitPrice, const QString& unit) {
-  return QStringLiteral(
-             "Estimated from fal.ai's listed price of $%1 per %2. Your account's actual charge may differ.")
+  return QStringLiteral("Estimated from fal.ai's listed price of $%1 per %2. Your account's actual charge may differ.")
       .arg(unitPrice, unit);
 }
 

@@ -1,6 +1,6 @@
 // The voices of ElevenLabs, Gemini, MiniMax, Kokoro and Grok.
-#include "catalogue/audio_voice.h"
 #include "catalogue/voice_tables.h"
+#include "catalogue/audio_voice.h"
 
 namespace sorvan::catalogue {
 

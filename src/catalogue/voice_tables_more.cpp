@@ -11,7 +11,8 @@ std::vector<AudioVoice> fishVoices() {
   return {
       {u"933563129e564b19a115bedd57b7406a"_s, u"Soft and engaged, young · conversation"_s, Group::women, u"Sarah"_s},
       {u"b347db033a6549378b48d00acb0d06cd"_s, u"Calm and meditative · narration"_s, Group::women, u"Selene"_s},
-      {u"9a9cf47702da476aa4629e2506d4a857"_s, u"Professional, conversational · explainers"_s, Group::women, u"Hannah"_s},
+      {u"9a9cf47702da476aa4629e2506d4a857"_s, u"Professional, conversational · explainers"_s, Group::women,
+       u"Hannah"_s},
       {u"e3cd384158934cc9a01029cd7d278634"_s, u"Confident and low · narration"_s, Group::women, u"Laura"_s},
       {u"8abfa9ebd4c24a3399b68c3cdac8c7b5"_s, u"Natural, British"_s, Group::women, u"Freya"_s},
       {u"b121b91872f54f04ba9f6da08b8b6253"_s, u"Natural, Australian"_s, Group::women, u"Chloe"_s},

@@ -21,9 +21,9 @@ const FalModel& modelOf(const std::vector<FalModel>& models, const QString& id) 
 
 std::vector<FalModel> everySoundModel() {
   std::vector<FalModel> all;
-  for (const auto* part : {&audioModels(AudioKind::voice), &audioModels(AudioKind::music),
-                           &audioModels(AudioKind::effect), &soundTools(), &extendModels(), &clipEffectModels(),
-                           &clipMusicModels()}) {
+  for (const auto* part :
+       {&audioModels(AudioKind::voice), &audioModels(AudioKind::music), &audioModels(AudioKind::effect), &soundTools(),
+        &extendModels(), &clipEffectModels(), &clipMusicModels()}) {
     all.insert(all.end(), part->begin(), part->end());
   }
   return all;
@@ -69,8 +69,8 @@ TEST(AudioModels, LimitThePromptOfTheVoicesThatNameALimit) {
     if (model.promptLimit == 5000) limited << model.id;
   }
   EXPECT_EQ(limited, (QStringList{u"elevenlabs/tts/eleven-v4-turbo"_s, u"elevenlabs/tts/eleven-v4"_s,
-                                  u"fal-ai/elevenlabs/text-to-dialogue/eleven-v3"_s,
-                                  u"fal-ai/minimax/speech-2.8-hd"_s, u"fal-ai/dia-tts"_s}));
+                                  u"fal-ai/elevenlabs/text-to-dialogue/eleven-v3"_s, u"fal-ai/minimax/speech-2.8-hd"_s,
+                                  u"fal-ai/dia-tts"_s}));
 }
 
 TEST(AudioModels, BoundTheLengthsThatTheirSummariesName) {

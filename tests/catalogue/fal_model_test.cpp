@@ -131,12 +131,11 @@ TEST(FalModelJson, WritesTheDocumentedForm) {
   length.accepts = ClosedRange<qint64>{1, 10};
   model.settings = {length};
   const QJsonObject json = toJson(model).toObject();
-  EXPECT_EQ(json.value(u"sizing"_s), QJsonValue(QJsonObject{
-                                         {u"aspect"_s, QJsonObject{{u"field"_s, u"aspect_ratio"_s},
-                                                                   {u"values"_s, QJsonArray{u"1:1"_s}}}}}));
-  EXPECT_EQ(json.value(u"imageInput"_s),
+  EXPECT_EQ(json.value(u"sizing"_s),
             QJsonValue(QJsonObject{
-                {u"list"_s, QJsonObject{{u"field"_s, u"image_urls"_s}, {u"required"_s, true}}}}));
+                {u"aspect"_s, QJsonObject{{u"field"_s, u"aspect_ratio"_s}, {u"values"_s, QJsonArray{u"1:1"_s}}}}}));
+  EXPECT_EQ(json.value(u"imageInput"_s),
+            QJsonValue(QJsonObject{{u"list"_s, QJsonObject{{u"field"_s, u"image_urls"_s}, {u"required"_s, true}}}}));
   const QJsonObject setting = json.value(u"settings"_s).toArray().at(0).toObject();
   EXPECT_EQ(setting.value(u"accepts"_s), QJsonValue((QJsonArray{1, 10})));
   EXPECT_TRUE(setting.value(u"values"_s).isArray());
@@ -169,13 +168,13 @@ TEST(FalModelJson, SkipsOnlyTheElementsThatDoNotRead) {
   FalModel good;
   good.id = u"good"_s;
   const QJsonObject json = toJson(good).toObject();
-  for (const auto& [key, value] : std::vector<std::pair<QString, QJsonValue>>{
-           {u"output"_s, u"hologram"_s},
-           {u"sizing"_s, QJsonObject{{u"spiral"_s, QJsonObject{}}}},
-           {u"imageInput"_s, QJsonObject{}},
-           {u"maxCount"_s, u"4"_s},
-           {u"hasSeed"_s, QJsonValue(QJsonValue::Undefined)},
-           {u"camera"_s, 3}}) {
+  for (const auto& [key, value] :
+       std::vector<std::pair<QString, QJsonValue>>{{u"output"_s, u"hologram"_s},
+                                                   {u"sizing"_s, QJsonObject{{u"spiral"_s, QJsonObject{}}}},
+                                                   {u"imageInput"_s, QJsonObject{}},
+                                                   {u"maxCount"_s, u"4"_s},
+                                                   {u"hasSeed"_s, QJsonValue(QJsonValue::Undefined)},
+                                                   {u"camera"_s, 3}}) {
     QJsonObject bad = json;
     bad.insert(key, value);
     const StoredModels stored = modelsFromText(QJsonDocument(QJsonArray{bad, json}).toJson());

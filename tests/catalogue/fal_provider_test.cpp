@@ -233,7 +233,8 @@ TEST_F(FalProviderTest, UploadsReferencesAndSendsTheirAddresses) {
     binding.label = u"Ref"_s + QString::number(index);
     if (index == 1) binding.role = u"End frame"_s;
     bindings.push_back(binding);
-    call.references.push_back({run->folder.write(QString::number(index) + u".png"_s, test::samplePng({10 + index, 8}))});
+    call.references.push_back(
+        {run->folder.write(QString::number(index) + u".png"_s, test::samplePng({10 + index, 8}))});
   }
   call.request.referenceBindings = bindings;
   EXPECT_EQ(failure(call), u"Provider error 422: stop here"_s);
@@ -335,8 +336,7 @@ class FailedDownload : public FalProviderTest {
     EXPECT_TRUE(run->handle());
     EXPECT_TRUE(run->folder.files().isEmpty());
   }
-  const QByteArray onePicture =
-      R"({"images":[{"url":"https://v3.fal.media/a.png","content_type":"image/png"}]})";
+  const QByteArray onePicture = R"({"images":[{"url":"https://v3.fal.media/a.png","content_type":"image/png"}]})";
 };
 
 TEST_F(FailedDownload, KeepsTheHandleWhenTheResultIsGone) {

@@ -55,8 +55,8 @@ TEST_F(FalQueue, AnnouncesAndSendsOnePostWithTheKey) {
   ASSERT_EQ(transport->recorded.size(), 1u);
   const HttpRequest& sent = transport->recorded[0].request;
   EXPECT_EQ(sent.body, R"({"prompt":"x"})");
-  EXPECT_EQ(sent.headers, (std::vector<HttpHeader>{{"Authorization", "Key secret"},
-                                                   {"Content-Type", "application/json"}}));
+  EXPECT_EQ(sent.headers,
+            (std::vector<HttpHeader>{{"Authorization", "Key secret"}, {"Content-Type", "application/json"}}));
 }
 
 TEST_F(FalQueue, SaysThatARefusedRequestWasNotSubmitted) {
@@ -125,9 +125,9 @@ TEST_F(FalQueue, BuildsTheAddressesThatAreMissingOrForeign) {
                            "cancel_url":"http://queue.fal.run/c"})",
                        u"acme/model/deep"_s),
             stored());
-  const RemoteHandle kept = handleFrom(
-      R"({"request_id":"R-1","status_url":"https://queue.fal.run/acme/model/deep/requests/R-1/status/"})",
-      u"acme/model/deep"_s);
+  const RemoteHandle kept =
+      handleFrom(R"({"request_id":"R-1","status_url":"https://queue.fal.run/acme/model/deep/requests/R-1/status/"})",
+                 u"acme/model/deep"_s);
   EXPECT_EQ(kept.statusURL, QUrl(u"https://queue.fal.run/acme/model/deep/requests/R-1/status/"_s));
   EXPECT_EQ(kept.resultURL, stored().resultURL);
 }
@@ -199,8 +199,8 @@ TEST_F(FalQueue, RidesOutFiveFailuresInARowWithGrowingWaits) {
   EXPECT_EQ(polled.state, JobState::completed);
   EXPECT_EQ(polled.waits, 5);
   using std::chrono::seconds;
-  EXPECT_EQ(clock->slept(), (std::vector<std::chrono::milliseconds>{seconds(2), seconds(4), seconds(8), seconds(16),
-                                                                    seconds(32)}));
+  EXPECT_EQ(clock->slept(),
+            (std::vector<std::chrono::milliseconds>{seconds(2), seconds(4), seconds(8), seconds(16), seconds(32)}));
 }
 
 TEST_F(FalQueue, GivesUpAtTheSixthFailureInARow) {

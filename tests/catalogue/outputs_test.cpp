@@ -41,8 +41,8 @@ TEST(Outputs, ReadsTheSinglePlacesInTheirOrder) {
   EXPECT_EQ(outputAddresses(parsed(R"({"video":{"url":"https://a.example/x"}})"))[0].ext, u"mp4"_s);
   EXPECT_EQ(outputAddresses(parsed(R"({"audio":{"url":"https://a.example/x"}})"))[0].ext, u"mp3"_s);
   EXPECT_EQ(outputAddresses(parsed(R"({"audio_file":{"url":"https://a.example/x.wav"}})"))[0].ext, u"wav"_s);
-  EXPECT_EQ(outputAddresses(parsed(R"({"audio":[{"url":"https://a.example/x"},{"url":"https://a.example/y"}]})")).size(),
-            2u);
+  EXPECT_EQ(
+      outputAddresses(parsed(R"({"audio":[{"url":"https://a.example/x"},{"url":"https://a.example/y"}]})")).size(), 2u);
 }
 
 TEST(Outputs, KnowsTheExtensionOfAContentTypeWithParameters) {

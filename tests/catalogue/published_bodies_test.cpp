@@ -51,7 +51,8 @@ TEST(PublishedBodies, HoldForNanoBanana) {
 
 TEST(PublishedBodies, HoldForFluxSchnell) {
   const PublishedDocument document(u"fal-ai__flux__schnell"_s);
-  const QStringList breaches = document.breaches(requestBody(builtIn(u"fal-ai/flux/schnell"_s), full(u"864x1536"_s, 3)));
+  const QStringList breaches =
+      document.breaches(requestBody(builtIn(u"fal-ai/flux/schnell"_s), full(u"864x1536"_s, 3)));
   EXPECT_TRUE(breaches.isEmpty()) << told(breaches);
 }
 

@@ -15,9 +15,8 @@ namespace {
 QJsonObject inputSchema(const QJsonObject& document, const QJsonObject& schemas) {
   const QJsonObject paths = document.value(u"paths"_s).toObject();
   for (const QJsonValue& path : paths) {
-    const QString reference = path[u"post"_s][u"requestBody"_s][u"content"_s][u"application/json"_s][u"schema"_s]
-                                  [u"$ref"_s]
-                                      .toString();
+    const QString reference =
+        path[u"post"_s][u"requestBody"_s][u"content"_s][u"application/json"_s][u"schema"_s][u"$ref"_s].toString();
     if (!reference.isEmpty()) return schemas.value(reference.section(u'/', -1)).toObject();
   }
   return {};

@@ -49,13 +49,12 @@ TEST(RequestBody, OfTheAllRoundImageModel) {
   parts.count = 2;
   parts.seed = 7;
   parts.options = {{u"resolution"_s, u"2K"_s}};
-  EXPECT_EQ(requestBody(nanoBanana2(), parts),
-            (QJsonObject{{u"prompt"_s, u"a cat"_s},
-                         {u"resolution"_s, u"2K"_s},
-                         {u"num_images"_s, 2},
-                         {u"aspect_ratio"_s, u"16:9"_s},
-                         {u"seed"_s, 7},
-                         {u"output_format"_s, u"png"_s}}));
+  EXPECT_EQ(requestBody(nanoBanana2(), parts), (QJsonObject{{u"prompt"_s, u"a cat"_s},
+                                                            {u"resolution"_s, u"2K"_s},
+                                                            {u"num_images"_s, 2},
+                                                            {u"aspect_ratio"_s, u"16:9"_s},
+                                                            {u"seed"_s, 7},
+                                                            {u"output_format"_s, u"png"_s}}));
 }
 
 TEST(RequestBody, AsksForDimensionsAsNumbers) {

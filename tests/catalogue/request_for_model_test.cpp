@@ -46,9 +46,9 @@ TEST_F(RequestForModel, KeepsOnlyTheOptionsOfThatModel) {
   request.model = u"acme/other"_s;
   request.quality = u"high"_s;
   request.seed = 5;
-  request.options = TextByKey{{u"resolution"_s, u"2K"_s},      {u"generate_audio"_s, u"true"_s},
-                              {u"duration"_s, u"99"_s},        {u"negative_prompt"_s, u"fog"_s},
-                              {u"horizontal_angle"_s, u"45"_s}, {u"zoom"_s, u"near"_s}};
+  request.options =
+      TextByKey{{u"resolution"_s, u"2K"_s},       {u"generate_audio"_s, u"true"_s}, {u"duration"_s, u"99"_s},
+                {u"negative_prompt"_s, u"fog"_s}, {u"horizontal_angle"_s, u"45"_s}, {u"zoom"_s, u"near"_s}};
   const GenerationRequest copy = requestForModel(catalog, request, target(u"acme/clip"_s));
   EXPECT_EQ(copy.model, u"acme/clip"_s);
   EXPECT_EQ(copy.quality, u"default"_s);
@@ -99,21 +99,20 @@ TEST_F(RequestForModel, NamesWhatTheRequestIsFor) {
 }
 
 TEST_F(RequestForModel, NamesTheToolsAndTheSounds) {
-  const std::vector<std::pair<QString, QString>> expected{
-      {u"fal-ai/birefnet/v2"_s, u"cut-out"_s},
-      {u"fal-ai/clarity-upscaler"_s, u"upscale"_s},
-      {u"sonilo/v1.1/video-to-music"_s, u"clip-music"_s},
-      {u"fal-ai/mmaudio-v2"_s, u"clip-sound"_s},
-      {u"mirelo-ai/sfx1.6/extend-audio"_s, u"sound-extend"_s},
-      {u"fal-ai/sam-audio/separate"_s, u"sound-pull-out"_s},
-      {u"fal-ai/demucs"_s, u"sound-split"_s},
-      {u"veed/clean-audio"_s, u"sound-clean"_s},
-      {u"fal-ai/dia-tts"_s, u"voice"_s},
-      {u"minimax/music-3"_s, u"music"_s},
-      {u"fal-ai/mmaudio-v2/text-to-audio"_s, u"sound-effect"_s},
-      {u"acme/clip"_s, u"text-to-video"_s},
-      {u"acme/edit"_s, u"image-to-image"_s},
-      {u"nobody/knows"_s, u"text-to-image"_s}};
+  const std::vector<std::pair<QString, QString>> expected{{u"fal-ai/birefnet/v2"_s, u"cut-out"_s},
+                                                          {u"fal-ai/clarity-upscaler"_s, u"upscale"_s},
+                                                          {u"sonilo/v1.1/video-to-music"_s, u"clip-music"_s},
+                                                          {u"fal-ai/mmaudio-v2"_s, u"clip-sound"_s},
+                                                          {u"mirelo-ai/sfx1.6/extend-audio"_s, u"sound-extend"_s},
+                                                          {u"fal-ai/sam-audio/separate"_s, u"sound-pull-out"_s},
+                                                          {u"fal-ai/demucs"_s, u"sound-split"_s},
+                                                          {u"veed/clean-audio"_s, u"sound-clean"_s},
+                                                          {u"fal-ai/dia-tts"_s, u"voice"_s},
+                                                          {u"minimax/music-3"_s, u"music"_s},
+                                                          {u"fal-ai/mmaudio-v2/text-to-audio"_s, u"sound-effect"_s},
+                                                          {u"acme/clip"_s, u"text-to-video"_s},
+                                                          {u"acme/edit"_s, u"image-to-image"_s},
+                                                          {u"nobody/knows"_s, u"text-to-image"_s}};
   for (const auto& [model, word] : expected) {
     GenerationRequest request;
     request.model = model;
