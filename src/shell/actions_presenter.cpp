@@ -277,7 +277,7 @@ QString ActionsPresenter::shortcutsText() const {
   for (const ActionRow& row : actionTable()) {
     if (row.shortcut.isEmpty()) continue;
     const QString keys = QKeySequence(row.shortcut, QKeySequence::PortableText).toString(QKeySequence::NativeText);
-    lines << QStringLiteral("%1\t%2").arg(row.title, keys);
+    lines << QStringLiteral("%1: %2").arg(row.title, keys);
   }
   return lines.join(QLatin1Char('\n'));
 }

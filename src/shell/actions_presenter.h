@@ -37,7 +37,7 @@ class ActionsPresenter : public QObject {
   void trigger(ActionId id);
   // The view tells whether a text field has the keyboard focus.
   void setTextFocused(bool focused);
-  // One line per key, for the list of keyboard shortcuts: title, a tab, keys as the desktop writes them.
+  // One line per key, for the list of keyboard shortcuts: “History: Ctrl+H”, keys as the desktop writes them.
   QString shortcutsText() const;
 
  Q_SIGNALS:

@@ -1,0 +1,182 @@
+#include "shell/actions_presenter.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "desk.h"
+#include "shell/settings_presenter.h"
+#include "shell/sidebar_presenter.h"
+#include "shell/welcome_presenter.h"
+#include "shell/window_presenter.h"
+
+namespace sorvan::shell {
+namespace {
+
+struct ActionsTest : testing::Test {
+  test::Desk desk;
+  WindowPresenter window{desk.store, desk.state, desk.alerts, QStringLiteral("Sorvan Studio")};
+  WelcomePresenter welcome{desk.store, desk.folder / QStringLiteral("Default")};
+  SidebarPresenter sidebar{desk.store, desk.state};
+  int quits = 0;
+  QString shownFile;
+  ActionsPresenter actions{{desk.store, presenters(), [this] { ++quits; },
+                            [this](const QString& file) { shownFile = file; }, QStringLiteral("9.9")}};
+  QSignalSpy forView{&actions, &ActionsPresenter::viewActionRequested};
+
+  Presenters presenters() {
+    Presenters all;
+    all.state = &desk.state;
+    all.window = &window;
+    all.welcome = &welcome;
+    all.sidebar = &sidebar;
+    all.gallery = &desk.gallery;
+    all.jobs = &desk.jobs;
+    all.inspector = &desk.inspector;
+    all.composer = &desk.composer;
+    all.alerts = &desk.alerts;
+    return all;
+  }
+  QUuid makeItem() {
+    desk.generate(QStringLiteral("a red boat"));
+    desk.settle();
+    return desk.store.assets().front()->id;
+  }
+  QUuid failJob() {
+    desk.provider->failure = std::make_exception_ptr(base::SorvanError(QStringLiteral("Planted.")));
+    desk.generate(QStringLiteral("a red boat"));
+    desk.settle();
+    desk.provider->failure = nullptr;
+    return desk.newestJob()->id;
+  }
+};
+
+TEST_F(ActionsTest, WithoutAWorkspaceOnlyTheWayToOneIsOffered) {
+  desk.store.close();
+  for (const ActionId id : {ActionId::generate, ActionId::showHistory, ActionId::focusComposer, ActionId::selectAll})
+    EXPECT_FALSE(actions.isEnabled(id));
+  for (const ActionId id : {ActionId::openAnotherWorkspace, ActionId::openSettings, ActionId::quit, ActionId::about})
+    EXPECT_TRUE(actions.isEnabled(id));
+}
+
+TEST_F(ActionsTest, WhatNeedsAnItemIsOfferedWithAnItem) {
+  const QUuid item = makeItem();
+  EXPECT_FALSE(actions.isEnabled(ActionId::toggleFavorite));
+  QSignalSpy changed(&actions, &ActionsPresenter::changed);
+  desk.state.select({item});
+  EXPECT_GE(changed.count(), 1);
+  for (const ActionId id :
+       {ActionId::toggleFavorite, ActionId::rateThree, ActionId::showInFiles, ActionId::reusePrompt})
+    EXPECT_TRUE(actions.isEnabled(id));
+  EXPECT_FALSE(actions.isEnabled(ActionId::retryJob));
+}
+
+TEST_F(ActionsTest, ItemActionsReachTheItem) {
+  const QUuid item = makeItem();
+  desk.state.select({item});
+  actions.trigger(ActionId::toggleFavorite);
+  actions.trigger(ActionId::rateFour);
+  EXPECT_TRUE(desk.store.asset(item)->favorite);
+  EXPECT_EQ(desk.store.asset(item)->rating, 4);
+  actions.trigger(ActionId::rateNone);
+  EXPECT_FALSE(desk.store.asset(item)->rating);
+  actions.trigger(ActionId::showInFiles);
+  EXPECT_EQ(shownFile, desk.store.fileOf(*desk.store.asset(item)));
+  actions.trigger(ActionId::reusePrompt);
+  EXPECT_EQ(desk.composer.draft(), QStringLiteral("a red boat"));
+}
+
+TEST_F(ActionsTest, JobActionsReachTheJob) {
+  const QUuid job = failJob();
+  desk.state.select({job});
+  EXPECT_TRUE(actions.isEnabled(ActionId::retryJob));
+  EXPECT_FALSE(actions.isEnabled(ActionId::saveResult));
+  EXPECT_FALSE(actions.isEnabled(ActionId::submitAgain));
+  EXPECT_FALSE(actions.isEnabled(ActionId::cancelJob));
+  EXPECT_FALSE(actions.isEnabled(ActionId::toggleFavorite));
+  actions.trigger(ActionId::copy);
+  EXPECT_TRUE(desk.copied.contains(QStringLiteral("State: failed")));
+  actions.trigger(ActionId::retryJob);
+  desk.settle();
+  EXPECT_EQ(desk.jobs.job(job).state, JobState::complete);
+}
+
+TEST_F(ActionsTest, AnActionThatIsNotOfferedDoesNothing) {
+  const QUuid item = makeItem();
+  actions.trigger(ActionId::toggleFavorite);
+  EXPECT_FALSE(desk.store.asset(item)->favorite);
+  actions.trigger(ActionId::paste);
+  EXPECT_EQ(forView.count(), 0);
+}
+
+TEST_F(ActionsTest, EditCommandsGoToTheFieldThatHasTheFocus) {
+  const QUuid item = makeItem();
+  actions.setTextFocused(true);
+  for (const ActionId id : {ActionId::cut, ActionId::copy, ActionId::paste, ActionId::selectAll}) actions.trigger(id);
+  EXPECT_EQ(forView.count(), 4);
+  EXPECT_TRUE(desk.state.selection().isEmpty());
+  actions.setTextFocused(false);
+  actions.trigger(ActionId::selectAll);
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{item});
+  EXPECT_EQ(forView.count(), 4);
+}
+
+TEST_F(ActionsTest, SelectAllTakesItemsAndLeavesJobs) {
+  failJob();
+  const QUuid item = makeItem();
+  ASSERT_EQ(desk.gallery.jobCount(), 1);
+  actions.trigger(ActionId::selectAll);
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{item});
+}
+
+TEST_F(ActionsTest, WindowActionsMoveTheWindow) {
+  actions.trigger(ActionId::showHistory);
+  EXPECT_EQ(desk.state.mode().kind, ModeKind::activity);
+  EXPECT_TRUE(actions.isEnabled(ActionId::goBack));
+  actions.trigger(ActionId::goBack);
+  EXPECT_EQ(desk.state.mode().kind, ModeKind::gallery);
+  EXPECT_FALSE(actions.isEnabled(ActionId::goBack));
+  EXPECT_TRUE(actions.isChecked(ActionId::toggleSidebar));
+  actions.trigger(ActionId::toggleSidebar);
+  EXPECT_FALSE(actions.isChecked(ActionId::toggleSidebar));
+  const int before = desk.state.rowHeight();
+  actions.trigger(ActionId::largerThumbnails);
+  EXPECT_GT(desk.state.rowHeight(), before);
+  actions.trigger(ActionId::quit);
+  EXPECT_EQ(quits, 1);
+}
+
+TEST_F(ActionsTest, WhatOnlyAWindowCanDoGoesToTheWindow) {
+  for (const ActionId id : {ActionId::fullScreen, ActionId::chooseModels, ActionId::openSettings}) actions.trigger(id);
+  EXPECT_EQ(forView.count(), 3);
+}
+
+TEST_F(ActionsTest, GenerateReachesTheComposer) {
+  desk.composer.editDraft(QStringLiteral("a red boat"));
+  actions.trigger(ActionId::generate);
+  desk.settle();
+  EXPECT_EQ(desk.store.jobs().size(), 1u);
+  desk.composer.editDraft(QStringLiteral("another"));
+  actions.trigger(ActionId::clearComposer);
+  EXPECT_EQ(desk.composer.draft(), QString());
+}
+
+TEST_F(ActionsTest, ListsEveryKeyForThePersonWhoAsks) {
+  const QStringList lines = actions.shortcutsText().split(QLatin1Char('\n'));
+  qsizetype keys = 0;
+  for (const ActionRow& row : actionTable())
+    if (!row.shortcut.isEmpty()) ++keys;
+  EXPECT_EQ(lines.size(), keys);
+  actions.trigger(ActionId::keyboardShortcuts);
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_TRUE(desk.alerts.current()->text.contains(QStringLiteral("History: Ctrl+H")));
+}
+
+TEST_F(ActionsTest, AboutTellsTheVersion) {
+  actions.trigger(ActionId::about);
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_TRUE(desk.alerts.current()->text.contains(QStringLiteral("9.9")));
+}
+
+}  // namespace
+}  // namespace sorvan::shell
