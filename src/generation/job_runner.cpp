@@ -1,8 +1,6 @@
 #include "generation/job_runner.h"
 
-#include <QDir>
 #include <QFile>
-#include <QStandardPaths>
 
 #include <algorithm>
 
@@ -15,6 +13,7 @@
 #include "generation/run_facts.h"
 #include "generation/run_failure.h"
 #include "generation/texts.h"
+#include "platform/temporary_files.h"
 
 namespace sorvan::generation {
 namespace {
@@ -111,11 +110,7 @@ std::vector<ReferenceInput> referenceInputs(const LibraryStore& store, const Run
 
 /// A private folder for what is only sent: it never holds a result.
 QString temporaryPicture(const QString& kind, const QUuid& job, RunTrace& trace) {
-  const QString folder =
-      QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/sorvan-studio/tmp");
-  QDir().mkpath(folder);
-  QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  const QString path = QStringLiteral("%1/sorvan-%2-%3.png").arg(folder, kind, uuidText(job));
+  const QString path = QStringLiteral("%1/sorvan-%2-%3.png").arg(temporaryFolder(), kind, uuidText(job));
   trace.temporaryFiles.append(path);
   return path;
 }
