@@ -91,6 +91,7 @@ void ComposerDock::build() {
 
 void ComposerDock::connectControls() {
   connect(prompt_, &PromptEdit::edited, this, [this](const QString& text) {
+    composer_.setExpanded(true);
     composer_.editDraft(text);
     Q_EMIT heightChanged();
     arrange();

@@ -78,7 +78,7 @@ void PreviewPicture::paintEvent(QPaintEvent*) {
   if (answer.state != ThumbnailStore::State::ready) return;
   const QSizeF size = QSizeF(answer.picture.size()).scaled(QSizeF(width(), height()), Qt::KeepAspectRatio);
   const QRectF place((width() - size.width()) / 2, (height() - size.height()) / 2, size.width(), size.height());
-  paintCover(painter, place, size.width() >= width() - 1 ? metrics().radiusControl : 0, answer.picture);
+  paintCover(painter, place, size.height() >= height() - 1 && size.width() >= width() - 1 ? metrics().radiusControl : 0, answer.picture);
   if (!underMouse() && !hasFocus()) return;
   const QRect corner(width() - 30, 6, 24, 24);
   paintPanel(painter, corner, metrics().radiusSmall, c.pictureBadge);

@@ -53,7 +53,12 @@ MainWindow::MainWindow(Presenters presenters, QWidget* parent)
   new FocusRing(this);
 }
 
-MainWindow::~MainWindow() { on_.welcome->setFolderChooser(nullptr); }
+// The views go before what they show, and the keyboard that moves while they go is nobody's business any more.
+MainWindow::~MainWindow() {
+  on_.welcome->setFolderChooser(nullptr);
+  disconnect(qApp, nullptr, this, nullptr);
+  delete takeCentralWidget();
+}
 
 void MainWindow::build() {
   setMinimumSize(kSmallestSize);
@@ -176,13 +181,14 @@ void MainWindow::refreshLayout() {
 
 void MainWindow::refreshPage() {
   const bool welcome = on_.welcome->isShown();
+  const bool opened = !welcome && pages_->currentIndex() == 0;
   pages_->setCurrentIndex(welcome ? 0 : 1);
   const WorkspaceMode& mode = on_.state->mode();
   ContentPage page = ContentPage::gallery;
   if (mode.kind == ModeKind::activity) page = ContentPage::history;
   if (mode.kind == ModeKind::asset) page = ContentPage::asset, library_->asset().show(mode.subject);
   library_->setPage(page);
-  if (!welcome && !library_->isAncestorOf(QApplication::focusWidget())) library_->focusContent();
+  if (opened) library_->focusContent();
   refreshToolbar();
 }
 

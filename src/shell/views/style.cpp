@@ -47,6 +47,38 @@ void paintRadio(QPainter& painter, const QStyleOption* option) {
   paintPanel(painter, box.adjusted(4.5, 4.5, -4.5, -4.5), radius, c.textOnAccent);
 }
 
+// Buttons of the toolkit's own dialogs; the program's own paint themselves.
+void paintDialogButton(QPainter& painter, const QStyleOption* option) {
+  const Colors& c = colors();
+  const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+  const bool primary = button && button->features.testFlag(QStyleOptionButton::DefaultButton);
+  const bool hover = has(option, QStyle::State_MouseOver);
+  const QColor plain = has(option, QStyle::State_Sunken) ? c.controlFillPressed : (hover ? c.controlFillHover : c.controlFill);
+  paintPanel(painter, option->rect, metrics().radiusControl, plain, primary ? c.accentRing : c.controlBorder);
+}
+
+// What the toolkit's dialogs show, in this program's drawings; empty for what it has none of.
+QString iconNameOf(QStyle::StandardPixmap picture) {
+  switch (picture) {
+    case QStyle::SP_DirIcon:
+    case QStyle::SP_DirOpenIcon:
+    case QStyle::SP_DirClosedIcon:
+    case QStyle::SP_DirHomeIcon:
+    case QStyle::SP_DirLinkIcon: return u"folder"_s;
+    case QStyle::SP_ComputerIcon:
+    case QStyle::SP_DesktopIcon:
+    case QStyle::SP_DriveHDIcon: return u"hard-drive"_s;
+    case QStyle::SP_FileDialogBack:
+    case QStyle::SP_ArrowBack: return u"chevron-left"_s;
+    case QStyle::SP_ArrowForward: return u"chevron-right"_s;
+    case QStyle::SP_FileDialogToParent: return u"folder-output"_s;
+    case QStyle::SP_FileDialogNewFolder: return u"plus"_s;
+    case QStyle::SP_FileDialogListView: return u"layout-grid"_s;
+    case QStyle::SP_FileDialogDetailedView: return u"list-filter"_s;
+    default: return {};
+  }
+}
+
 void paintTipPanel(QPainter& painter, const QRect& area) {
   painter.fillRect(area, colors().surfaceTooltip);
 }
@@ -98,6 +130,7 @@ void SorvanStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     case PE_FrameFocusRect: return;  // the ring is drawn by `FocusRing`, outside the control
     case PE_PanelLineEdit:
     case PE_FrameLineEdit: return paintField(*painter, option, widget);
+    case PE_PanelButtonCommand: return paintDialogButton(*painter, option);
     case PE_IndicatorCheckBox: return paintTick(*painter, option);
     case PE_IndicatorRadioButton: return paintRadio(*painter, option);
     case PE_PanelTipLabel: return paintTipPanel(*painter, option->rect);
@@ -145,6 +178,10 @@ QSize SorvanStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
   const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
   if (type == CT_MenuItem && item) return menuItemSize(*item);
   if (type == CT_MenuBarItem && item) return menuBarItemSize(*item);
+  if (type == CT_PushButton) {
+    const QSize hint = QProxyStyle::sizeFromContents(type, option, size, widget);
+    return QSize(hint.width() + 12, metrics().controlRegular);
+  }
   if (type == CT_LineEdit) return QSize(size.width(), metrics().field);
   return QProxyStyle::sizeFromContents(type, option, size, widget);
 }
@@ -185,10 +222,22 @@ int SorvanStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
     case SH_Menu_SubMenuPopupDelay: return 120;
     case SH_Menu_Scrollable: return 1;
     case SH_MenuBar_AltKeyNavigation: return 1;
+    case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_UnderlineShortcut: return 0;
     case SH_ScrollView_FrameOnlyAroundContents: return 0;
     default: return QProxyStyle::styleHint(hint, option, widget, answer);
   }
+}
+
+QIcon SorvanStyle::standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const {
+  const QString name = iconNameOf(picture);
+  if (name.isEmpty()) return QProxyStyle::standardIcon(picture, option, widget);
+  QIcon icon;
+  for (const double ratio : {1.0, 2.0}) {
+    icon.addPixmap(iconPixmap(name, metrics().iconRegular, {colors().textSecondary}, ratio));
+    icon.addPixmap(iconPixmap(name, metrics().iconRegular, {colors().textDisabled}, ratio), QIcon::Disabled);
+  }
+  return icon;
 }
 
 void SorvanStyle::polish(QWidget* widget) {

@@ -26,6 +26,7 @@ class SorvanStyle final : public QProxyStyle {
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override;
+  QIcon standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const override;
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;
 };

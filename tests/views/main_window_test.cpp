@@ -1,0 +1,239 @@
+#include "shell/views/main_window.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QMenuBar>
+#include <QSignalSpy>
+
+#include "account/provider_settings.h"
+#include "base/sorvan_error.h"
+#include "platform/key_store.h"
+#include "shell/actions_presenter.h"
+#include "shell/desk.h"
+#include "shell/settings_presenter.h"
+#include "shell/sidebar_presenter.h"
+#include "shell/views/alert_dialog.h"
+#include "shell/views/controls.h"
+#include "shell/views/fields.h"
+#include "shell/views/library_view.h"
+#include "shell/views/prompt_edit.h"
+#include "shell/views/settings_dialog.h"
+#include "shell/views/welcome_view.h"
+#include "shell/welcome_presenter.h"
+#include "shell/window_presenter.h"
+#include "views/dressed.h"
+
+namespace sorvan::views {
+namespace {
+using namespace Qt::Literals::StringLiterals;
+
+// The whole window over a real library in a temporary folder, with a scripted provider.
+class MainWindowTest : public Dressed {
+ protected:
+  MainWindowTest() {
+    window = std::make_unique<MainWindow>(presenters());
+    show(*window, {1440, 900});
+  }
+
+  Presenters presenters() {
+    Presenters all;
+    all.state = &desk.state;
+    all.window = &windowPresenter;
+    all.welcome = &welcome;
+    all.sidebar = &sidebar;
+    all.gallery = &desk.gallery;
+    all.jobs = &desk.jobs;
+    all.inspector = &desk.inspector;
+    all.composer = &desk.composer;
+    all.settings = &settings;
+    all.alerts = &desk.alerts;
+    all.actions = actions.get();
+    return all;
+  }
+  MediaWall& wall() { return window->library().wall(); }
+  PromptEdit* prompt() { return named<PromptEdit>(*window, u"Prompt"_s); }
+  void type(const QString& text) {
+    window->library().dock().focusPrompt();
+    QTest::keyClicks(prompt(), text);
+    QTest::keyClick(prompt(), Qt::Key_Return);
+    test::runPosted();
+  }
+  template <class Kind>
+  Kind* shown() {
+    for (Kind* widget : window->findChildren<Kind*>()) {
+      if (widget->isVisible()) return widget;
+    }
+    return nullptr;
+  }
+
+  test::Desk desk;
+  std::shared_ptr<account::KeyCache> keys = std::make_shared<account::KeyCache>(
+      std::make_shared<account::KeychainStore>(std::make_shared<platform::MemoryKeyBackend>()));
+  account::ProviderSettings providerSettings{keys};
+  WindowPresenter windowPresenter{desk.store, desk.state, desk.alerts, u"Sorvan Studio"_s};
+  WelcomePresenter welcome{desk.store, desk.folder / u"Default"_s};
+  SidebarPresenter sidebar{desk.store, desk.state};
+  SettingsPresenter settings{providerSettings, *desk.settings};
+  std::unique_ptr<ActionsPresenter> actions = std::make_unique<ActionsPresenter>(ActionsPresenter::Ports{
+      desk.store, presenters(), [this] { windowPresenter.requestQuit(); }, [](const QString&) {}, u"0"_s});
+  std::unique_ptr<MainWindow> window;
+};
+
+TEST_F(MainWindowTest, ATypedPromptBecomesACellAndThenAnItem) {
+  desk.provider->gate.emplace();
+  type(u"a boat"_s);
+  ASSERT_EQ(wall().rowCount(), 1);
+  EXPECT_TRUE(desk.gallery.isJobAt(0));
+  EXPECT_TRUE(wall().rowName(0).contains(u"a boat"_s));
+  desk.provider->gate->finish();
+  desk.settle();
+  ASSERT_EQ(wall().rowCount(), 1);
+  EXPECT_FALSE(desk.gallery.isJobAt(0));
+  EXPECT_TRUE(wall().rowName(0).endsWith(u".png"_s) || wall().rowName(0).contains(u".png"_s));
+  EXPECT_TRUE(prompt()->toPlainText().isEmpty());
+}
+
+TEST_F(MainWindowTest, ASelectedItemIsInspectedOpenedLargeAndLeftWithEscape) {
+  type(u"a boat"_s);
+  desk.settle();
+  QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
+  EXPECT_EQ(desk.state.inspectedId(), wall().rowId(0));
+  QTest::keyClick(&wall(), Qt::Key_Return);
+  EXPECT_EQ(window->library().page(), ContentPage::asset);
+  EXPECT_EQ(QApplication::focusWidget(), &window->library().asset());
+  QTest::keyClick(&window->library().asset(), Qt::Key_Escape);
+  EXPECT_EQ(window->library().page(), ContentPage::gallery);
+  EXPECT_EQ(wall().selection().size(), 1);
+}
+
+TEST_F(MainWindowTest, AFailedJobIsRetriedFromItsCell) {
+  desk.provider->failure = std::make_exception_ptr(base::SorvanError(u"Planted."_s));
+  type(u"a boat"_s);
+  desk.settle();
+  ASSERT_EQ(wall().rowCount(), 1);
+  desk.provider->failure = nullptr;
+  const QStringList offered = wall().rowActions(0);
+  ASSERT_TRUE(offered.contains(u"Retry"_s));
+  wall().performRowAction(0, u"Retry"_s);
+  test::runPosted();
+  desk.settle();
+  ASSERT_EQ(wall().rowCount(), 1);
+  EXPECT_FALSE(desk.gallery.isJobAt(0));
+}
+
+TEST_F(MainWindowTest, LettersRateInTheGalleryAndAreTextInThePrompt) {
+  type(u"a boat"_s);
+  desk.settle();
+  QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
+  QTest::keyClick(&wall(), Qt::Key_4);
+  test::runPosted();
+  EXPECT_EQ(desk.store.assets().front()->rating, 4);
+  window->library().dock().focusPrompt();
+  QTest::keyClicks(prompt(), u"5"_s);
+  test::runPosted();
+  EXPECT_EQ(desk.store.assets().front()->rating, 4);
+  EXPECT_EQ(prompt()->toPlainText(), u"5"_s);
+}
+
+TEST_F(MainWindowTest, TheMenusComeFromTheTableAndShowOnlyWhatIsInIt) {
+  auto* bar = window->findChild<QMenuBar*>();
+  ASSERT_NE(bar, nullptr);
+  QStringList titles;
+  for (QAction* menu : bar->actions()) {
+    if (menu->isVisible()) titles.append(menu->text().remove(u'&'));
+  }
+  EXPECT_EQ(titles, (QStringList{u"File"_s, u"Edit"_s, u"View"_s, u"Item"_s, u"Generate"_s, u"Help"_s}));
+  EXPECT_FALSE(window->windowTitle().isEmpty());
+}
+
+TEST_F(MainWindowTest, HistoryOpensByItsActionAndBackReturnsToTheGallery) {
+  type(u"a boat"_s);
+  desk.settle();
+  actions->trigger(ActionId::showHistory);
+  EXPECT_EQ(window->library().page(), ContentPage::history);
+  EXPECT_EQ(window->library().history().list().rowCount(), 1);
+  actions->trigger(ActionId::goBack);
+  EXPECT_EQ(window->library().page(), ContentPage::gallery);
+}
+
+TEST_F(MainWindowTest, ClosingWithWorkInFlightAsksAndKeepWorkingKeepsTheWindow) {
+  desk.provider->gate.emplace();
+  type(u"a boat"_s);
+  window->close();
+  test::runPosted();
+  EXPECT_TRUE(window->isVisible());
+  auto* alert = shown<AlertDialog>();
+  ASSERT_NE(alert, nullptr);
+  EXPECT_EQ(alert->windowTitle(), u"Work is still in progress"_s);
+  QTest::keyClick(alert, Qt::Key_Escape);
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(shown<AlertDialog>(), nullptr);
+  desk.provider->gate->finish();
+  desk.settle();
+}
+
+TEST_F(MainWindowTest, QuitInTheQuestionClosesTheWindow) {
+  desk.provider->gate.emplace();
+  type(u"a boat"_s);
+  QSignalSpy agreed(&windowPresenter, &WindowPresenter::quitAgreed);
+  window->close();
+  ASSERT_NE(shown<AlertDialog>(), nullptr);
+  QTest::mouseClick(named<Button>(*shown<AlertDialog>(), u"Quit"_s), Qt::LeftButton);
+  EXPECT_EQ(agreed.count(), 1);
+  EXPECT_FALSE(window->isVisible());
+  desk.provider->gate->finish();
+  desk.settle();
+}
+
+TEST_F(MainWindowTest, TheSettingsSaveAKeyAndNeverShowIt) {
+  actions->trigger(ActionId::openSettings);
+  auto* dialog = shown<SettingsDialog>();
+  ASSERT_NE(dialog, nullptr);
+  auto* field = named<TextField>(*dialog, settings.keyPage().title);
+  ASSERT_NE(field, nullptr);
+  EXPECT_EQ(field->echoMode(), QLineEdit::Password);
+  EXPECT_FALSE(named<Button>(*dialog, u"Save"_s)->isEnabled());
+  QTest::keyClicks(field, u"secret-key"_s);
+  QTest::mouseClick(named<Button>(*dialog, u"Save"_s), Qt::LeftButton);
+  EXPECT_TRUE(field->text().isEmpty());
+  test::runUntil([this] { return settings.keyPage().saved; });
+  test::runPosted();
+  EXPECT_TRUE(named<Button>(*dialog, u"Remove Key"_s)->isVisible());
+}
+
+TEST_F(MainWindowTest, TheAppearanceIsChosenInTheSettings) {
+  actions->trigger(ActionId::openSettings);
+  auto* dialog = shown<SettingsDialog>();
+  dialog->showPage(1);
+  QTest::mouseClick(named<QAbstractButton>(*dialog, u"Light"_s), Qt::LeftButton);
+  EXPECT_EQ(settings.appearance(), Appearance::light);
+}
+
+TEST_F(MainWindowTest, ANarrowWindowPutsTheInspectorAwayAndItsButtonBringsItBack) {
+  window->resize(1024, 680);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(window->library().inspector().isVisible());
+  QTest::mouseClick(named<IconButton>(*window, u"Inspector"_s), Qt::LeftButton);
+  EXPECT_TRUE(window->library().inspector().isVisible());
+}
+
+TEST_F(MainWindowTest, EveryVisibleControlOfTheAccessibleTreeThatTakesTheKeyboardHasAName) {
+  type(u"a boat"_s);
+  desk.settle();
+  std::vector<QAccessibleInterface*> open{QAccessible::queryAccessibleInterface(window.get())};
+  int named = 0;
+  while (!open.empty()) {
+    QAccessibleInterface* one = open.back();
+    open.pop_back();
+    if (!one || one->state().invisible) continue;
+    if (one->state().focusable && one->role() != QAccessible::ScrollBar) {
+      EXPECT_FALSE(one->text(QAccessible::Name).isEmpty()) << (one->object() ? one->object()->metaObject()->className() : "row");
+      ++named;
+    }
+    for (int child = 0; child < one->childCount(); ++child) open.push_back(one->child(child));
+  }
+  EXPECT_GT(named, 15);
+}
+
+}  // namespace
+}  // namespace sorvan::views
