@@ -21,7 +21,12 @@ namespace {
 
 std::shared_ptr<FalCatalog> makeCatalog(const std::shared_ptr<Settings>& settings, const Profile& profile) {
   auto catalog = std::make_shared<FalCatalog>(settings);
-  if (profile.isSandbox()) catalog->add(sandboxVideoModel());
+  if (!profile.isSandbox()) return catalog;
+  try {
+    catalog->add(sandboxVideoModel());
+  } catch (const SorvanError&) {
+    // Settings that cannot be written are told of at the start; the model is there for this run.
+  }
   return catalog;
 }
 
@@ -125,7 +130,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
 
 CompositionRoot::~CompositionRoot() = default;
 
-void CompositionRoot::start() {
+void CompositionRoot::start(const std::optional<QString>& problem) {
   // 1. The key store may take its time, so it is asked first.
   providerSettings_.load();
   // 2. The library as it was left; a failure shows over the first page.
@@ -134,6 +139,9 @@ void CompositionRoot::start() {
   views::Theme::instance().setAppearance(settingsPresenter_.appearance());
   window_ = std::make_unique<views::MainWindow>(presenters());
   window_->show();
+  // 4. What is wrong with the user's own places, over whatever is shown.
+  if (problem) alerts_.showError(*problem);
+  if (!settings_->problem().isEmpty()) alerts_.showError(settings_->problem());
 }
 
 void CompositionRoot::bringForward() { Q_EMIT windowPresenter_.raiseRequested(); }

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <memory>
+#include <optional>
 
 #include "account/key_storage.h"
 #include "account/provider_settings.h"
@@ -39,12 +40,11 @@ class CompositionRoot : public QObject {
   Q_OBJECT
 
  public:
-  /// Throws SorvanError when the settings cannot be prepared.
   explicit CompositionRoot(const Profile& profile, QObject* parent = nullptr);
   ~CompositionRoot() override;
 
-  /// Opens the last workspace and shows the window.
-  void start();
+  /// Opens the last workspace and shows the window, with `problem` over it when there is one.
+  void start(const std::optional<QString>& problem);
   void bringForward();
 
   /// Ends the program without asking: keeps the unfinished prompt, gives a paid

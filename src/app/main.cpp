@@ -42,21 +42,27 @@ void describeApplication(QApplication& application) {
   views::Theme::instance().dress(application);
 }
 
-// True when another process runs with the same data and has come to the front,
-// or does not answer at all.
-bool leaveToRunningOne(shell::RunningInstance& instance, const shell::Profile& profile, const QString& link) {
-  // A workspace that was named is a window of its own: its folder has a lock of
-  // its own.
-  if (profile.forcedWorkspace || instance.become()) return false;
+// Makes this process the running one of its data folder. Ends the program when another is: that one has come to the
+// front, or does not answer.
+enum class Start { here, elsewhere };
+Start claim(shell::RunningInstance& instance, const shell::Profile& profile, const QString& link) {
+  // A workspace that was named is a window of its own: its folder has a lock of its own.
+  if (profile.forcedWorkspace || instance.become()) return Start::here;
   if (!instance.callRunningOne(link)) std::fputs("Sorvan Studio is already running and does not answer.\n", stderr);
-  return true;
+  return Start::elsewhere;
 }
 
 int runStudio(QApplication& application) {
   const shell::Profile profile = shell::profileFromEnvironment();
-  base::ensureFolderDurably(profile.dataFolder, 0700);
   shell::RunningInstance instance(profile.dataFolder);
-  if (leaveToRunningOne(instance, profile, linkOf(QApplication::arguments()))) return 0;
+  // A data folder that cannot be used is no reason to keep the user from the library.
+  std::optional<QString> problem;
+  try {
+    base::ensureFolderDurably(profile.dataFolder, 0700);
+    if (claim(instance, profile, linkOf(QApplication::arguments())) == Start::elsewhere) return 0;
+  } catch (const base::SorvanError& failure) {
+    problem = failure.message();
+  }
 
   app::CompositionRoot root(profile);
   app::Termination termination;
@@ -64,7 +70,7 @@ int runStudio(QApplication& application) {
   QObject::connect(&application, &QGuiApplication::commitDataRequest, &root, &app::CompositionRoot::keepUnfinishedWork,
                    Qt::DirectConnection);
   QObject::connect(&instance, &shell::RunningInstance::called, &root, &app::CompositionRoot::bringForward);
-  root.start();
+  root.start(problem);
   return QApplication::exec();
 }
 

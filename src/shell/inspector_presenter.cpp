@@ -115,7 +115,7 @@ InspectorDisplay InspectorPresenter::display() const {
   InspectorDisplay display;
   const qsizetype selected = state_.selection().size();
   display.subject = selected > 1 ? InspectorSubject::severalItems : InspectorSubject::nothing;
-  display.title = selected > 1 ? texts::severalItems(selected) : texts::nothingSelected;
+  display.title = selected > 1 ? texts::severalItems(countText(selected)) : texts::nothingSelected;
   return display;
 }
 

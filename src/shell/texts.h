@@ -160,7 +160,7 @@ inline const QString jobLabel = QStringLiteral("Job");
 inline const QString pathLabel = QStringLiteral("Path");
 inline const QString lengthLabel = QStringLiteral("Length");
 inline const QString notRecorded = QStringLiteral("Not recorded");
-inline QString severalItems(qsizetype count) { return QStringLiteral("%1 items selected").arg(count); }
+inline QString severalItems(const QString& count) { return QStringLiteral("%1 items selected").arg(count); }
 inline const QString nothingSelected = QStringLiteral("Nothing selected");
 
 // Composer
