@@ -95,7 +95,9 @@ Ref<R> RecordContext::find(const QUuid& id) const {
 template <class R>
 std::vector<Ref<R>> RecordContext::fetch() {
   assertMainThread();
-  return tables_->of<R>().fetch(tables_->database);
+  // Counts what other connections have committed, and nothing of our own.
+  const qint64 version = tables_->database.number("PRAGMA data_version");
+  return tables_->of<R>().fetch(tables_->database, version);
 }
 
 template <class R>
@@ -125,12 +127,12 @@ void RecordContext::rollback() {
   tables_->forEach([](auto& table) { table.rollback(); });
 }
 
-#define SORVAN_INSTANTIATE(R)                                        \
-  template Ref<R> RecordContext::insert<R>(R);                       \
-  template R& RecordContext::edit<R>(const Ref<R>&);                 \
-  template void RecordContext::remove<R>(const Ref<R>&);             \
-  template Ref<R> RecordContext::find<R>(const QUuid&) const;        \
-  template std::vector<Ref<R>> RecordContext::fetch<R>();            \
+#define SORVAN_INSTANTIATE(R)                                 \
+  template Ref<R> RecordContext::insert<R>(R);                \
+  template R& RecordContext::edit<R>(const Ref<R>&);          \
+  template void RecordContext::remove<R>(const Ref<R>&);      \
+  template Ref<R> RecordContext::find<R>(const QUuid&) const; \
+  template std::vector<Ref<R>> RecordContext::fetch<R>();     \
   template std::vector<Ref<R>> RecordContext::edited<R>() const;
 
 SORVAN_INSTANTIATE(Project)

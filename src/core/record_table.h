@@ -64,20 +64,20 @@ class RecordSql {
   }
 
   static const QByteArray& select() {
-    static const QByteArray sql =
-        QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(list(), name()).toLatin1();
+    static const QByteArray sql = QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(list(), name()).toLatin1();
     return sql;
   }
   static const QByteArray& insertion() {
-    static const QByteArray sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                                      .arg(name(), list(), QStringList(columns().size(), QStringLiteral("?"))
-                                                               .join(QStringLiteral(", ")))
-                                      .toLatin1();
+    static const QByteArray sql =
+        QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+            .arg(name(), list(), QStringList(columns().size(), QStringLiteral("?")).join(QStringLiteral(", ")))
+            .toLatin1();
     return sql;
   }
   static const QByteArray& update() {
-    static const QByteArray sql =
-        QStringLiteral("UPDATE %1 SET %2 = ? WHERE id = ?").arg(name(), columns().join(QStringLiteral(" = ?, "))).toLatin1();
+    static const QByteArray sql = QStringLiteral("UPDATE %1 SET %2 = ? WHERE id = ?")
+                                      .arg(name(), columns().join(QStringLiteral(" = ?, ")))
+                                      .toLatin1();
     return sql;
   }
   static const QByteArray& deletion() {
@@ -137,27 +137,18 @@ class RecordTable {
 
   Ref<R> find(const QUuid& id) const { return known_.value(id); }
 
-  std::vector<Ref<R>> fetch(Database& database) {
-    std::vector<Ref<R>> records;
-    records.reserve(static_cast<std::size_t>(known_.size()));
-    const QSet<QUuid> leaving = removedIds();
-    RowReader reader(database, RecordSql<R>::select());
-    std::array<SharedTexts, boost::mp11::mp_size<boost::describe::describe_members<R, boost::describe::mod_public>>::value>
-        shared;
-    const std::size_t knownBefore = static_cast<std::size_t>(known_.size());
-    std::size_t met = 0;
-    while (reader.step()) {
-      QUuid id;
-      Column<QUuid>::read(reader.row(), 0, id, shared[0]);
-      if (leaving.contains(id)) continue;
-      std::shared_ptr<R>& object = known_[id];
-      if (object) ++met;
-      if (!object) object = std::make_shared<R>();
-      if (!before_.contains(id)) readRow(reader.row(), *object, shared);
-      records.push_back(object);
+  /// The rows as they are with the unsaved changes. `version` tells whether another connection has written since the
+  /// last fetch: when none has, what is known is what is there, and the file is not read.
+  std::vector<Ref<R>> fetch(Database& database, qint64 version) {
+    if (fetchedVersion_ != version) {
+      read(database);
+      fetchedVersion_ = version;
     }
+    std::vector<Ref<R>> records;
+    records.reserve(rows_.size() + inserted_.size());
+    for (const auto& record : rows_)
+      if (!record->removed_) records.push_back(record);
     for (const auto& record : inserted_) records.push_back(record);
-    if (met + inserted_.size() < knownBefore) forgetAllBut(records);
     return records;
   }
 
@@ -181,9 +172,9 @@ class RecordTable {
 
   /// The transaction is on disk: what was changed is now what is there.
   void settle() {
-    inserted_.clear();
-    before_.clear();
-    removed_.clear();
+    if (!removed_.empty()) std::erase_if(rows_, [](const auto& record) { return record->removed_; });
+    rows_.insert(rows_.end(), inserted_.begin(), inserted_.end());
+    forgetChanges();
   }
 
   void rollback() {
@@ -197,7 +188,7 @@ class RecordTable {
     }
     for (auto entry = before_.begin(); entry != before_.end(); ++entry)
       if (const auto record = known_.value(entry.key())) copyFields(entry.value(), *record);
-    settle();
+    forgetChanges();
   }
 
  private:
@@ -213,10 +204,35 @@ class RecordTable {
     return std::ranges::any_of(inserted_, [&](const auto& one) { return one.get() == record; });
   }
 
-  QSet<QUuid> removedIds() const {
-    QSet<QUuid> ids;
-    for (const auto& record : removed_) ids.insert(record->id);
-    return ids;
+  void forgetChanges() {
+    inserted_.clear();
+    before_.clear();
+    removed_.clear();
+  }
+
+  /// Brings every object up to date with its row, in place; those with unsaved changes keep them.
+  void read(Database& database) {
+    std::vector<std::shared_ptr<R>> rows;
+    rows.reserve(rows_.size());
+    QHash<QUuid, std::shared_ptr<R>> leaving;
+    for (const auto& record : removed_) leaving.insert(record->id, record);
+    std::array<SharedTexts, fieldCount> shared;
+    RowReader reader(database, RecordSql<R>::select());
+    while (reader.step()) {
+      QUuid id;
+      Column<QUuid>::read(reader.row(), 0, id, shared[0]);
+      const std::shared_ptr<R> object = leaving.contains(id) ? leaving.value(id) : objectFor(id);
+      if (!leaving.contains(id) && !before_.contains(id)) readRow(reader.row(), *object, shared);
+      rows.push_back(object);
+    }
+    rows_ = std::move(rows);
+    if (static_cast<std::size_t>(known_.size()) + removed_.size() > rows_.size() + inserted_.size()) forgetLostRows();
+  }
+
+  const std::shared_ptr<R>& objectFor(const QUuid& id) {
+    std::shared_ptr<R>& object = known_[id];
+    if (!object) object = std::make_shared<R>();
+    return object;
   }
 
   template <class Shared>
@@ -257,10 +273,11 @@ class RecordTable {
     statement.run();
   }
 
-  /// Records whose rows are gone from the file.
-  void forgetAllBut(const std::vector<Ref<R>>& records) {
+  /// Forgets records whose rows somebody else has taken out of the file.
+  void forgetLostRows() {
     QSet<QUuid> present;
-    for (const auto& record : records) present.insert(record->id);
+    for (const auto& record : rows_) present.insert(record->id);
+    for (const auto& record : inserted_) present.insert(record->id);
     known_.removeIf([&](auto entry) {
       if (present.contains(entry.key())) return false;
       entry.value()->removed_ = true;
@@ -268,8 +285,13 @@ class RecordTable {
     });
   }
 
+  static constexpr std::size_t fieldCount =
+      boost::mp11::mp_size<boost::describe::describe_members<R, boost::describe::mod_public>>::value;
+
   QHash<QUuid, std::shared_ptr<R>> known_;
-  QHash<QUuid, R> before_;  ///< values of edited records at the last save
+  std::vector<std::shared_ptr<R>> rows_;  ///< what the file holds, in the order of insertion
+  std::optional<qint64> fetchedVersion_;  ///< the file's version when `rows_` was read
+  QHash<QUuid, R> before_;                ///< values of edited records at the last save
   std::vector<std::shared_ptr<R>> inserted_;
   std::vector<std::shared_ptr<R>> removed_;
 };

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "base/ids.h"
 #include "core/image_format.h"
 #include "platform/sqlite.h"
@@ -241,10 +243,11 @@ TEST_F(RecordContextTest, AnOlderTableGetsItsMissingColumnsAndOldRowsTheirDefaul
   context.reset();
   {
     Database database(file, DatabaseOpening::ReadWrite);
-    database.execute(QStringLiteral("DROP TABLE Asset; CREATE TABLE Asset (id TEXT NOT NULL UNIQUE, mediaType TEXT "
-                                    "NOT NULL, localFilePath TEXT NOT NULL); INSERT INTO Asset VALUES "
-                                    "('0F8FAD5B-D9CB-469F-A165-70867728950E', 'video', 'Inbox/a.mp4'); "
-                                    "PRAGMA user_version = 1"));
+    database.execute(
+        QStringLiteral("DROP TABLE Asset; CREATE TABLE Asset (id TEXT NOT NULL UNIQUE, mediaType TEXT "
+                       "NOT NULL, localFilePath TEXT NOT NULL); INSERT INTO Asset VALUES "
+                       "('0F8FAD5B-D9CB-469F-A165-70867728950E', 'video', 'Inbox/a.mp4'); "
+                       "PRAGMA user_version = 1"));
   }
   reopen();
   const auto assets = context->fetch<Asset>();
@@ -281,6 +284,44 @@ TEST_F(RecordContextTest, TextsThatRepeatAndTextsThatDoNotAreBothReadExactly) {
     const auto& asset = assets[static_cast<std::size_t>(index)];
     ASSERT_EQ(asset->mediaType, index % 2 ? QStringLiteral("image") : QStringLiteral("video"));
     ASSERT_EQ(asset->localFilePath, QStringLiteral("Inbox/generated/item-%1.png").arg(index));
+  }
+}
+
+// Whatever is inserted, edited, removed, saved and rolled back: a fetch gives what a fresh reader of the file sees,
+// plus what is unsaved, in the order of insertion.
+TEST_F(RecordContextTest, FetchesWhatAFreshReaderSeesAfterAnySequenceOfChanges) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE(seed);
+  std::mt19937 random(seed);
+  int counter = 0;
+  for (int round = 0; round < 120; ++round) {
+    const auto present = context->fetch<Project>();
+    for (int change = static_cast<int>(random() % 4); change > 0; --change) {
+      const auto any = present.empty() ? nullptr : present[random() % present.size()];
+      const unsigned kind = random() % 3;
+      if (kind == 0 || !any || any->isRemoved())
+        context->insert(Project(QStringLiteral("p%1").arg(++counter), QString(), Instant{1}));
+      else if (kind == 1)
+        context->edit(any).name += u'x';
+      else
+        context->remove(any);
+    }
+    if (random() % 4 == 0)
+      context->rollback();
+    else
+      context->save();
+    if (random() % 5 == 0) {
+      Database other(file, DatabaseOpening::ReadWrite);
+      other.execute(QStringLiteral("UPDATE Project SET notes = 'n%1' WHERE rowid % 3 = 0").arg(round));
+    }
+    QStringList expected;
+    {
+      RecordContext fresh(file);
+      for (const auto& project : fresh.fetch<Project>()) expected += project->name + project->notes.value_or(QString());
+    }
+    QStringList fetched;
+    for (const auto& project : context->fetch<Project>()) fetched += project->name + project->notes.value_or(QString());
+    ASSERT_EQ(fetched, expected) << "round " << round;
   }
 }
 
