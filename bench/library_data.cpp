@@ -69,19 +69,20 @@ class LibraryMaker {
     job.detail = QStringLiteral("Saved 4 images locally");
     job.finishedAt = job.createdAt + 20.0;
     job.providerRequestID = uuidText(id());
-    job.remoteHandleData = encodeHandle(
-        {*job.providerRequestID, QUrl(QStringLiteral("https://queue.fal.run/fal-ai/flux/requests/1/status")),
-         QUrl(QStringLiteral("https://queue.fal.run/fal-ai/flux/requests/1")),
-         QUrl(QStringLiteral("https://queue.fal.run/fal-ai/flux/requests/1/cancel"))});
+    job.remoteHandleData = encodeHandle({*job.providerRequestID,
+                                         QUrl(QStringLiteral("https://queue.fal.run/fal-ai/flux/requests/1/status")),
+                                         QUrl(QStringLiteral("https://queue.fal.run/fal-ai/flux/requests/1")),
+                                         QUrl(QStringLiteral("https://queue.fal.run/fal-ai/flux/requests/1/cancel"))});
     jobs_.push_back(context_.insert(std::move(job)));
   }
 
   void addItem(int index, const JobRef& job) {
     const GenerationRequest made = request();
     const Instant moment{firstMoment + index * 60.0};
-    Asset asset({}, MediaType::image,
-                QStringLiteral("Inbox/generated/%1-%2.png").arg(WorkspaceFiles::safeName(made.prompt.left(40))).arg(index),
-                {}, {MediaType::image, 1024, 1024, {}, 1500000 + index, QStringLiteral("image/png")}, moment);
+    Asset asset(
+        {}, MediaType::image,
+        QStringLiteral("Inbox/generated/%1-%2.png").arg(WorkspaceFiles::safeName(made.prompt.left(40))).arg(index), {},
+        {MediaType::image, 1024, 1024, {}, 1500000 + index, QStringLiteral("image/png")}, moment);
     asset.id = id();
     asset.originalFilename = asset.filename();
     asset.thumbnailFilePath = QStringLiteral("Inbox/thumbnails/%1.jpg").arg(uuidText(asset.id));
@@ -97,15 +98,15 @@ class LibraryMaker {
     Generation generation(asset, job, made, 12.5, {}, moment);
     generation.id = id();
     generation.recipeData = encodeRequest(made);
-    generation.parametersJSON = jsonText(
-        QJsonObject{{QStringLiteral("outputs"), made.count},
-                    {QStringLiteral("size"), made.size},
-                    {QStringLiteral("quality"), made.quality},
-                    {QStringLiteral("output_format"), QStringLiteral("png")},
-                    {QStringLiteral("seed"), static_cast<qint64>(made.seed.value_or(0))},
-                    {QStringLiteral("options"), toJson(*made.options)},
-                    {QStringLiteral("billingSource"), QStringLiteral("byok")}},
-        JsonForm::Indented);
+    generation.parametersJSON =
+        jsonText(QJsonObject{{QStringLiteral("outputs"), made.count},
+                             {QStringLiteral("size"), made.size},
+                             {QStringLiteral("quality"), made.quality},
+                             {QStringLiteral("output_format"), QStringLiteral("png")},
+                             {QStringLiteral("seed"), static_cast<qint64>(made.seed.value_or(0))},
+                             {QStringLiteral("options"), toJson(*made.options)},
+                             {QStringLiteral("billingSource"), QStringLiteral("byok")}},
+                 JsonForm::Indented);
     generation.estimatedCost = 0.04;
     context_.insert(std::move(generation));
   }

@@ -105,13 +105,13 @@ class PlainReader {
 void readPlainly(const QString& folder) {
   PlainReader in(WorkspaceFiles(folder).database());
   const auto assets = in.all<PlainAsset>("SELECT * FROM Asset ORDER BY rowid", [&] {
-    return PlainAsset{in.text(0),   in.text(1),   in.text(2),  in.text(3),  in.text(4),  in.text(5),  in.real(6),
-                      in.real(7),   in.small(8),  in.small(9), in.real(10), in.whole(11), in.text(12), in.flag(13),
-                      in.small(14), in.text(15),  in.real(16), in.text(17), in.text(18), in.text(19)};
+    return PlainAsset{in.text(0),   in.text(1),  in.text(2),  in.text(3),  in.text(4),   in.text(5),  in.real(6),
+                      in.real(7),   in.small(8), in.small(9), in.real(10), in.whole(11), in.text(12), in.flag(13),
+                      in.small(14), in.text(15), in.real(16), in.text(17), in.text(18),  in.text(19)};
   });
   const auto generations = in.all<PlainGeneration>("SELECT * FROM Generation ORDER BY rowid", [&] {
-    return PlainGeneration{in.text(0), in.text(1), in.text(2), in.text(3),   in.text(4),  in.text(5),
-                           in.text(6), in.text(7), in.text(8), in.text(9),   in.whole(10), in.real(11),
+    return PlainGeneration{in.text(0),  in.text(1),  in.text(2),  in.text(3), in.text(4),   in.text(5),
+                           in.text(6),  in.text(7),  in.text(8),  in.text(9), in.whole(10), in.real(11),
                            in.real(12), in.real(13), in.text(14), in.text(15)};
   });
   const auto jobs = in.all<PlainJob>("SELECT * FROM GenerationJob ORDER BY rowid", [&] {

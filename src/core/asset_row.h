@@ -21,7 +21,7 @@ struct AssetRow {
   int width = 0;      ///< pixels
   int height = 0;     ///< pixels
   Instant createdAt;
-  Instant recentDate;  ///< when it came in: an imported file may be much older
+  Instant recentDate;                  ///< when it came in: an imported file may be much older
   std::optional<Instant> generatedAt;  ///< none for imported items
   std::optional<QString> provider;
   std::optional<QString> model;

@@ -17,8 +17,8 @@ class ComposerSidecar : public QObject {
   /// Turns to the workspace at `root`, or to none. A draft that was not written yet is dropped: the caller has asked.
   void open(const std::optional<QString>& root);
 
-  /// Writes the draft, or keeps it pending while a backup runs or no workspace is open. A failure becomes `issue`. A file
-  /// that cannot be decoded is put aside as `composer.json.unreadable` before the first write.
+  /// Writes the draft, or keeps it pending while a backup runs or no workspace is open. A failure becomes `issue`. A
+  /// file that cannot be decoded is put aside as `composer.json.unreadable` before the first write.
   void keep(const ComposerDraft& draft);
   /// The stored draft; nothing when there is none that decodes. Reads only.
   std::optional<ComposerDraft> kept() const;

@@ -10,9 +10,9 @@ namespace sorvan::core {
 /// and was never answered says so instead.
 std::vector<JobRef> markInterruptedJobs(LibraryStore& store);
 
-/// Removes what only a crash between a landing's save and its clean-up leaves: the charge notes and the recovery folders
-/// of jobs that are complete and have their outputs. Needs the loaded ledger. Failures are ignored, the next opening tries
-/// again.
+/// Removes what only a crash between a landing's save and its clean-up leaves: the charge notes and the recovery
+/// folders of jobs that are complete and have their outputs. Needs the loaded ledger. Failures are ignored, the next
+/// opening tries again.
 void cleanUpAfterLandedJobs(LibraryStore& store);
 
 /// Gives generations from before recipes were stored the request of their job, where it still decodes. Does not save.

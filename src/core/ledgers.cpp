@@ -77,8 +77,7 @@ void Ledger::writeFile() {
   if (orphanPrevious_) {
     const QString previous = WorkspaceJSON::previousPath(*file_);
     QString kept = previous + QStringLiteral(".kept");
-    for (int counter = 2; readIfPresent(kept); ++counter)
-      kept = previous + QStringLiteral(".kept-%1").arg(counter);
+    for (int counter = 2; readIfPresent(kept); ++counter) kept = previous + QStringLiteral(".kept-%1").arg(counter);
     renameDurably(previous, kept, Replacing::NoReplace);
     orphanPrevious_ = false;
   }
@@ -147,8 +146,7 @@ namespace {
 
 /// The first seven words; an ellipsis where that is shorter than the text.
 QString promptTitle(const QString& text) {
-  static const QRegularExpression space(QStringLiteral("\\s+"),
-                                        QRegularExpression::UseUnicodePropertiesOption);
+  static const QRegularExpression space(QStringLiteral("\\s+"), QRegularExpression::UseUnicodePropertiesOption);
   const QString title = text.split(space, Qt::SkipEmptyParts).mid(0, 7).join(u' ');
   return title.size() < text.size() ? title + u'…' : title;
 }
@@ -235,9 +233,7 @@ AnalysisLedger::AnalysisLedger()
     : Ledger({QStringLiteral("analyses.json"), texts::analysesNoun(), texts::workspaceBeforeAnalyses()}) {}
 
 QByteArray AnalysisLedger::encodeEntries() const { return encodeJson(entries_); }
-void AnalysisLedger::decodeEntries(const QByteArray& json) {
-  entries_ = decodeJson<QHash<QUuid, SavedAnalysis>>(json);
-}
+void AnalysisLedger::decodeEntries(const QByteArray& json) { entries_ = decodeJson<QHash<QUuid, SavedAnalysis>>(json); }
 bool AnalysisLedger::decodes(const QByteArray& json) const {
   try {
     decodeJson<QHash<QUuid, SavedAnalysis>>(json);

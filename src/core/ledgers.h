@@ -1,7 +1,7 @@
 // The ledgers beside the library database: saved prompts, extra charges and saved image reviews.
 //
-// They share a discipline. A file that cannot be read is never overwritten; a write never loses the last good version; a
-// write that fails keeps its data in memory and says so; a backup can pause them all. Main thread.
+// They share a discipline. A file that cannot be read is never overwritten; a write never loses the last good version;
+// a write that fails keeps its data in memory and says so; a backup can pause them all. Main thread.
 #pragma once
 
 #include <QHash>
@@ -93,7 +93,8 @@ class PromptLibrary final : public Ledger {
   const std::vector<PromptEntry>& entries() const { return entries_; }
 
   /// Adds a prompt, or replaces the text of `entry` in place. A text that is already saved moves to the front. Throws
-  /// SorvanError for a blank text, an unreadable file and a failed write; after a failed write the entry stays in memory.
+  /// SorvanError for a blank text, an unreadable file and a failed write; after a failed write the entry stays in
+  /// memory.
   PromptEntry save(const std::optional<PromptEntry>& entry, const QString& text, Instant now);
   /// Removes the entry and writes; a failure is reported.
   void remove(const QUuid& entry);

@@ -26,8 +26,7 @@ void LibraryArrays::fetch(RecordContext& context, LibraryTables tables) {
   // 1. Read what is asked for into arrays of its own, so that a failure leaves all of them as they were.
   LibraryArrays fresh;
   if (tables.has(LibraryTables::projects)) fresh.projects = byDate(context.fetch<Project>(), &Project::createdAt);
-  if (tables.has(LibraryTables::assets))
-    fresh.assets = NewestFirst(byDate(context.fetch<Asset>(), &Asset::createdAt));
+  if (tables.has(LibraryTables::assets)) fresh.assets = NewestFirst(byDate(context.fetch<Asset>(), &Asset::createdAt));
   if (tables.has(LibraryTables::generations)) fresh.generations = context.fetch<Generation>();
   if (tables.has(LibraryTables::relationships)) fresh.relationships = context.fetch<AssetRelationship>();
   if (tables.has(LibraryTables::references)) fresh.references = context.fetch<ReferenceAsset>();
@@ -52,9 +51,8 @@ void LibraryArrays::fetch(RecordContext& context, LibraryTables tables) {
 }
 
 std::size_t LibraryArrays::insertionPosition(Instant createdAt) const {
-  const auto place = std::lower_bound(
-      assets.begin(), assets.end(), createdAt,
-      [](const AssetRef& asset, Instant moment) { return asset->createdAt > moment; });
+  const auto place = std::lower_bound(assets.begin(), assets.end(), createdAt,
+                                      [](const AssetRef& asset, Instant moment) { return asset->createdAt > moment; });
   return static_cast<std::size_t>(place - assets.begin());
 }
 

@@ -29,8 +29,8 @@ LibraryStore::~LibraryStore() = default;
 
 void LibraryStore::wireSidecars() {
   const auto inPlace = [this] { requireWorkspaceInPlace(); };
-  for (Ledger* ledger : {static_cast<Ledger*>(&prompts_), static_cast<Ledger*>(&extraCharges_),
-                         static_cast<Ledger*>(&analyses_)}) {
+  for (Ledger* ledger :
+       {static_cast<Ledger*>(&prompts_), static_cast<Ledger*>(&extraCharges_), static_cast<Ledger*>(&analyses_)}) {
     ledger->onError = [this](const QString& message) { setError(message); };
     ledger->requireWorkspace = inPlace;
     connect(ledger, &Ledger::changed, this, &LibraryStore::metadataChanged);
@@ -307,8 +307,8 @@ void LibraryStore::retryMetadataSave() {
     }
   }
   // 2. The sidecars; each reports its own failure.
-  for (Ledger* ledger : {static_cast<Ledger*>(&extraCharges_), static_cast<Ledger*>(&analyses_),
-                         static_cast<Ledger*>(&prompts_)})
+  for (Ledger* ledger :
+       {static_cast<Ledger*>(&extraCharges_), static_cast<Ledger*>(&analyses_), static_cast<Ledger*>(&prompts_)})
     if (ledger->canRetrySave()) ledger->persist();
   if (composer_.pending()) composer_.keep(ComposerDraft(*composer_.pending()));
 }

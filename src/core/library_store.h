@@ -49,10 +49,10 @@ class LibraryStore final : public QObject {
   Q_OBJECT
  public:
   struct Services {
-    std::shared_ptr<Settings> settings;    ///< required
-    std::shared_ptr<const Clock> clock;    ///< required
+    std::shared_ptr<Settings> settings;      ///< required
+    std::shared_ptr<const Clock> clock;      ///< required
     std::optional<QString> forcedWorkspace;  ///< a folder that overrides the remembered one, without being remembered
-    QString defaultWorkspace;              ///< absolute path that the chooser suggests
+    QString defaultWorkspace;                ///< absolute path that the chooser suggests
   };
 
   explicit LibraryStore(Services services, QObject* parent = nullptr);
@@ -83,9 +83,11 @@ class LibraryStore final : public QObject {
 
   const std::vector<ProjectRef>& projects() const { return arrays_.projects; }  ///< oldest first
   const NewestFirst<AssetRef>& assets() const { return arrays_.assets; }
-  const std::vector<GenerationRef>& generations() const { return arrays_.generations; }        ///< in order of insertion
-  const std::vector<RelationshipRef>& relationships() const { return arrays_.relationships; }  ///< in order of insertion
-  const std::vector<ReferenceRef>& references() const { return arrays_.references; }           ///< in order of insertion
+  const std::vector<GenerationRef>& generations() const { return arrays_.generations; }  ///< in order of insertion
+  const std::vector<RelationshipRef>& relationships() const {
+    return arrays_.relationships;
+  }                                                                                   ///< in order of insertion
+  const std::vector<ReferenceRef>& references() const { return arrays_.references; }  ///< in order of insertion
   const NewestFirst<JobRef>& jobs() const { return arrays_.jobs; }
   const NewestFirst<SavedReferenceRef>& savedReferences() const { return arrays_.savedReferences; }  ///< by `updatedAt`
   const NewestFirst<ContactSheetRef>& contactSheets() const { return arrays_.contactSheets; }
@@ -121,9 +123,9 @@ class LibraryStore final : public QObject {
 
   // ---- Saving
 
-  /// Writes all changes in one transaction, then reads the named tables again; with none named it brings the rows of the
-  /// edited items up to date. Throws SorvanError during a backup, before anything is touched, and for a failed write:
-  /// then the changes stay pending, and the caller rolls back or keeps them (see `keepUnsaved`).
+  /// Writes all changes in one transaction, then reads the named tables again; with none named it brings the rows of
+  /// the edited items up to date. Throws SorvanError during a backup, before anything is touched, and for a failed
+  /// write: then the changes stay pending, and the caller rolls back or keeps them (see `keepUnsaved`).
   void save(LibraryTables reloading);
   /// Reads tables again; without effect while no workspace is open. Throws SorvanError.
   void reload(LibraryTables tables);

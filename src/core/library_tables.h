@@ -14,9 +14,7 @@ struct LibraryTables {
   constexpr bool has(LibraryTables other) const { return (bits & other.bits) != 0; }
   constexpr bool isEmpty() const { return bits == 0; }
   constexpr bool operator==(const LibraryTables&) const = default;
-  friend constexpr LibraryTables operator|(LibraryTables left, LibraryTables right) {
-    return {left.bits | right.bits};
-  }
+  friend constexpr LibraryTables operator|(LibraryTables left, LibraryTables right) { return {left.bits | right.bits}; }
 
   static const LibraryTables none;
   static const LibraryTables projects;

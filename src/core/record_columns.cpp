@@ -11,7 +11,8 @@ constexpr std::array<int, 16> digitPlaces{0, 2, 4, 6, 9, 11, 14, 16, 19, 21, 24,
 constexpr std::array<signed char, 256> hexDigits = [] {
   std::array<signed char, 256> values{};
   values.fill(-1);
-  for (int digit = 0; digit < 10; ++digit) values[static_cast<std::size_t>('0' + digit)] = static_cast<signed char>(digit);
+  for (int digit = 0; digit < 10; ++digit)
+    values[static_cast<std::size_t>('0' + digit)] = static_cast<signed char>(digit);
   for (int digit = 10; digit < 16; ++digit) {
     values[static_cast<std::size_t>('A' + digit - 10)] = static_cast<signed char>(digit);
     values[static_cast<std::size_t>('a' + digit - 10)] = static_cast<signed char>(digit);
@@ -23,7 +24,8 @@ int hexDigit(char character) { return hexDigits[static_cast<unsigned char>(chara
 
 }  // namespace
 
-// A library has several ids in each of its hundred thousands of rows, so this reads them without a branch for each digit.
+// A library has several ids in each of its hundred thousands of rows, so this reads them without a branch for each
+// digit.
 QUuid uuidFromUtf8(const char* text, int bytes) {
   if (bytes != uuidTextBytes) return {};
   for (const int place : hyphenPlaces)

@@ -15,8 +15,9 @@ inline constexpr int schemaVersion = 7;
 /// One open library database and every record that was read from it.
 ///
 /// There is one shared object for each (table, id): fetching again brings the same object up to date. A change goes
-/// through `insert`, `edit` and `remove` and reaches the file only with `save`, all changes in one transaction. There is
-/// never a pause (`co_await`) between the first change and its save. Main thread only; records may outlive the context.
+/// through `insert`, `edit` and `remove` and reaches the file only with `save`, all changes in one transaction. There
+/// is never a pause (`co_await`) between the first change and its save. Main thread only; records may outlive the
+/// context.
 class RecordContext {
  public:
   /// Opens or makes the database file at the absolute path, in write-ahead mode with full syncing, and adds tables and
@@ -42,7 +43,8 @@ class RecordContext {
   template <class R>
   Ref<R> find(const QUuid& id) const;
 
-  /// All records of a table in the order of their insertion. Records with unsaved changes keep them. Throws SorvanError.
+  /// All records of a table in the order of their insertion. Records with unsaved changes keep them. Throws
+  /// SorvanError.
   template <class R>
   std::vector<Ref<R>> fetch();
 

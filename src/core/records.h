@@ -2,8 +2,8 @@
 // removes no other, and every join must put up with a missing partner.
 //
 // Records live on the main thread. Outside the record context they are held as `std::shared_ptr<const R>`, one object
-// per (table, id); a change goes through `RecordContext::edit`. Each record's members are described once; its table, its
-// JSON and its snapshots follow from that. Members are declared in the order of the description.
+// per (table, id); a change goes through `RecordContext::edit`. Each record's members are described once; its table,
+// its JSON and its snapshots follow from that. Members are declared in the order of the description.
 #pragma once
 
 #include <QByteArray>
@@ -79,7 +79,7 @@ struct Asset : Record {
   Asset(std::optional<QUuid> projectID, MediaType type, QString path, QString originalFilename,
         const MediaMetadata& metadata, Instant now);
 
-  MediaType type() const;  ///< unknown text reads as a picture
+  MediaType type() const;      ///< unknown text reads as a picture
   AssetStatus status() const;  ///< unknown text reads as draft
   /// The stored source; where none is stored, an item with an import date was imported and any other was generated.
   AssetSourceType sourceType() const;
@@ -109,7 +109,7 @@ struct Generation : Record {
   std::optional<std::int64_t> seed;
   std::optional<double> estimatedCost;  ///< US dollars for this output
   Instant createdAt;
-  std::optional<double> generationDuration;  ///< seconds from the start of the job's run to this output
+  std::optional<double> generationDuration;     ///< seconds from the start of the job's run to this output
   QString status = QStringLiteral("complete");  ///< "complete" for generated items, "imported" for imported ones
   std::optional<QString> providerRequestID;
 
@@ -182,7 +182,7 @@ struct GenerationJob : Record {
   std::optional<QString> providerRequestID;    ///< none until the provider reports one
   std::optional<QByteArray> remoteHandleData;  ///< JSON of a RemoteHandle; none until the provider reports one
   QString detail;                              ///< one line that tells the progress
-  bool saveOriginal = false;  ///< keep the provider's output as it came, whatever areas are marked
+  bool saveOriginal = false;                   ///< keep the provider's output as it came, whatever areas are marked
 
   GenerationJob() = default;
   /// Throws base::SorvanError when the request cannot be encoded.
@@ -206,8 +206,8 @@ struct ContactSheet : Record {
   QString title;
   Instant createdAt;
   Instant updatedAt;
-  std::optional<QUuid> comparisonID;  ///< ties the sheet to the jobs of one comparison
-  std::vector<QUuid> assetIDs;        ///< members, in order
+  std::optional<QUuid> comparisonID;    ///< ties the sheet to the jobs of one comparison
+  std::vector<QUuid> assetIDs;          ///< members, in order
   std::vector<QUuid> excludedAssetIDs;  ///< members that the user took out
   std::optional<Instant> deletedAt;
 
@@ -216,8 +216,7 @@ struct ContactSheet : Record {
                std::vector<QUuid> assetIDs, Instant createdAt);
 };
 BOOST_DESCRIBE_STRUCT(ContactSheet, (),
-                      (id, projectID, title, createdAt, updatedAt, comparisonID, assetIDs, excludedAssetIDs,
-                       deletedAt))
+                      (id, projectID, title, createdAt, updatedAt, comparisonID, assetIDs, excludedAssetIDs, deletedAt))
 
 /// A named reference for use again.
 struct SavedReference : Record {
@@ -231,8 +230,7 @@ struct SavedReference : Record {
   Instant createdAt;
   Instant updatedAt;
 };
-BOOST_DESCRIBE_STRUCT(SavedReference, (),
-                      (id, name, kind, projectID, assetIDs, notes, subject, createdAt, updatedAt))
+BOOST_DESCRIBE_STRUCT(SavedReference, (), (id, name, kind, projectID, assetIDs, notes, subject, createdAt, updatedAt))
 
 /// An edited sequence of clips. What its blobs hold is told by the room `media`.
 struct ClipSequence : Record {

@@ -56,7 +56,7 @@ using TextByKey = QMap<QString, QString>;
 struct GenerationRequest {
   ProviderID provider = ProviderID::fal;
   QString model = QStringLiteral("fal-ai/flux/schnell");
-  QString prompt;  ///< as sent, with the notes of the marks already written in
+  QString prompt;                              ///< as sent, with the notes of the marks already written in
   QString size = QStringLiteral("1024x1024");  ///< the size of a known ImageFormat
   QString quality = QStringLiteral("default");
   int count = 1;  ///< outputs wanted, 1 to 4
@@ -71,10 +71,10 @@ struct GenerationRequest {
   std::optional<TextByKey> lengthByModel;  ///< chosen length by model identifier
   std::optional<bool> shapeChosen;         ///< the user picked the ratio by hand
   std::optional<QString> shot;
-  std::optional<QUuid> layUnder;      ///< the clip under which a generated sound is to be laid
-  std::optional<bool> keepOwnSound;   ///< with `layUnder`: keep the clip's own sound
+  std::optional<QUuid> layUnder;     ///< the clip under which a generated sound is to be laid
+  std::optional<bool> keepOwnSound;  ///< with `layUnder`: keep the clip's own sound
   std::optional<QString> variance;
-  std::optional<QUuid> storyShot;     ///< the storyboard shot that this request fills
+  std::optional<QUuid> storyShot;  ///< the storyboard shot that this request fills
   std::optional<std::vector<PromptImprovement>> improvements;
   std::optional<std::vector<MarkupBox>> markup;
   std::optional<bool> confineToMarks;  ///< none and true both confine; false keeps the whole result

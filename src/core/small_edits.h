@@ -18,8 +18,8 @@ void setRating(LibraryStore& store, const std::vector<AssetRef>& assets, std::op
 void setNotes(LibraryStore& store, const AssetRef& asset, std::optional<QString> notes);
 void setStatus(LibraryStore& store, const AssetRef& asset, AssetStatus status);
 
-/// Gives the item's file a new name in the same folder. A blank name is refused. The file exists under its new name before
-/// the record says so, and under the old one until it does: a crash leaves at worst a second name for it.
+/// Gives the item's file a new name in the same folder. A blank name is refused. The file exists under its new name
+/// before the record says so, and under the old one until it does: a crash leaves at worst a second name for it.
 void rename(LibraryStore& store, const AssetRef& asset, const QString& name);
 
 /// Moves items to a project, or to the Inbox for none: the files into the same sub-folder of the new root, in the same

@@ -18,9 +18,7 @@ inline QString noRoomForResult() {
   return QStringLiteral(
       "There isn’t enough free space in your workspace folder to keep a result. Free at least 256 MB and try again.");
 }
-inline QString cannotLock() {
-  return QStringLiteral("Cannot lock this workspace. Check its folder permissions.");
-}
+inline QString cannotLock() { return QStringLiteral("Cannot lock this workspace. Check its folder permissions."); }
 inline QString lockedByAnother() {
   return QStringLiteral(
       "This workspace is open in another Sorvan process. Close it there before opening, copying or backing it up. "
@@ -50,8 +48,9 @@ inline QString libraryMissing(const QString& newestSnapshot) {
       "The library of this workspace is missing or empty, so Sorvan didn’t open it and changed nothing. ");
   if (newestSnapshot.isEmpty())
     return what + QStringLiteral("Restore “.sorvan/library.store” from a workspace backup and open it again.");
-  return what + QStringLiteral("Its newest snapshot is “%1”. Put it back as “.sorvan/library.store” and open the "
-                               "workspace again.")
+  return what + QStringLiteral(
+                    "Its newest snapshot is “%1”. Put it back as “.sorvan/library.store” and open the "
+                    "workspace again.")
                     .arg(newestSnapshot);
 }
 

@@ -28,8 +28,8 @@ QSet<QString>& promisedPaths() {
   return paths;
 }
 
-/// Asks the name itself, so that a link that points nowhere counts as something that stands there. A path that cannot be
-/// asked is taken for free: the write, which replaces nothing, tells what is wrong with it.
+/// Asks the name itself, so that a link that points nowhere counts as something that stands there. A path that cannot
+/// be asked is taken for free: the write, which replaces nothing, tells what is wrong with it.
 bool standsAnything(const QString& absolutePath) {
   struct stat information {};
   return ::lstat(QFile::encodeName(absolutePath).constData(), &information) == 0;

@@ -40,21 +40,21 @@ class WorkspaceFiles {
   QString absolute(const QString& relative) const;
 
   // Places under the root, absolute.
-  QString hiddenFolder() const;       ///< `.sorvan`
-  QString database() const;           ///< `.sorvan/library.store`
-  QString schemaMarker() const;       ///< `.sorvan/schema-version`
-  QString lockFile() const;           ///< `.sorvan/workspace.lock`
-  QString sidecar(const QString& name) const;             ///< `.sorvan/<name>`
-  QString recoveryFolder(const QUuid& job) const;         ///< `.sorvan/recovery/<JOB-UUID>`, made or not
-  QString submissionMarker(const QUuid& job) const;       ///< `submitting` in the recovery folder
-  QString backupsFolder() const;      ///< `.sorvan/backups`
+  QString hiddenFolder() const;                      ///< `.sorvan`
+  QString database() const;                          ///< `.sorvan/library.store`
+  QString schemaMarker() const;                      ///< `.sorvan/schema-version`
+  QString lockFile() const;                          ///< `.sorvan/workspace.lock`
+  QString sidecar(const QString& name) const;        ///< `.sorvan/<name>`
+  QString recoveryFolder(const QUuid& job) const;    ///< `.sorvan/recovery/<JOB-UUID>`, made or not
+  QString submissionMarker(const QUuid& job) const;  ///< `submitting` in the recovery folder
+  QString backupsFolder() const;                     ///< `.sorvan/backups`
 
   /// Makes the root and `.sorvan`, durably; succeeds when they exist. Throws the file system's failure.
   void prepare() const;
   /// Makes the four folders under `Inbox`, durably.
   void prepareInbox() const;
-  /// Makes the folder of a new project with its four sub-folders and answers its name: the safe name, a hyphen and eight
-  /// characters of a new UUID, so that two projects of one name never share a folder.
+  /// Makes the folder of a new project with its four sub-folders and answers its name: the safe name, a hyphen and
+  /// eight characters of a new UUID, so that two projects of one name never share a folder.
   QString createProjectFolder(const QString& name) const;
 
   /// A path `<folder>/<safe stem>-<nnn>.<ext in lowercase>`, relative to the root, at which nothing exists, not even a

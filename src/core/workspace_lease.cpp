@@ -47,8 +47,7 @@ class WorkspaceLease::Handle {
 
 std::shared_ptr<const WorkspaceLease::Handle> WorkspaceLease::Handle::lock(const QByteArray& path) {
   // A lock lives as long as anybody holds its descriptor, so no child process may inherit it.
-  const int descriptor =
-      ::open(path.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  const int descriptor = ::open(path.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
   if (descriptor < 0) throw SorvanError(texts::cannotLock());
   if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return std::make_shared<const Handle>(descriptor, path);
   const int failure = errno;

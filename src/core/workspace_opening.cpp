@@ -115,8 +115,8 @@ void restoreLastWorkspace(LibraryStore& store) {
     const auto bookmark = store.settings().get<QByteArray>(bookmarkKey());
     if (!bookmark) return;
     const QString folder = QString::fromUtf8(*bookmark);
-    // A folder that was open once has its hidden folder. An empty mount point of a drive that is away has not, and a new
-    // library there would look as if everything were lost.
+    // A folder that was open once has its hidden folder. An empty mount point of a drive that is away has not, and a
+    // new library there would look as if everything were lost.
     if (!QFileInfo(WorkspaceFiles(folder).hiddenFolder()).isDir()) throw SorvanError(texts::workspaceFolderGone());
     openWorkspace(store, folder, Remember::yes);
   } catch (const std::exception& failure) {
@@ -136,12 +136,13 @@ void chooseWorkspace(LibraryStore& store, const QString& folder) {
 bool isTemporary(const QString& folder) {
   const QString path = resolved(folder) + u'/';
   // Media that are mounted under /run/media are no temporary folders, unlike the user's runtime folder.
-  QStringList beginnings{QStringLiteral("/tmp/"),     QStringLiteral("/private/tmp/"),
-                         QStringLiteral("/var/tmp/"), QStringLiteral("/private/var/tmp/"),
+  QStringList beginnings{QStringLiteral("/tmp/"),         QStringLiteral("/private/tmp/"),
+                         QStringLiteral("/var/tmp/"),     QStringLiteral("/private/var/tmp/"),
                          QStringLiteral("/var/folders/"), QStringLiteral("/private/var/folders/"),
-                         QStringLiteral("/dev/shm/"), QStringLiteral("/run/user/")};
+                         QStringLiteral("/dev/shm/"),     QStringLiteral("/run/user/")};
   beginnings += resolved(QDir::tempPath()) + u'/';
-  if (std::ranges::any_of(beginnings, [&](const QString& beginning) { return path.startsWith(beginning); })) return true;
+  if (std::ranges::any_of(beginnings, [&](const QString& beginning) { return path.startsWith(beginning); }))
+    return true;
 
   const QString user = QString::number(::getuid());
   const QStringList trashes{QStringLiteral("/.Trash/"), QStringLiteral("/.local/share/Trash/"),

@@ -28,8 +28,8 @@ struct LedgerTest : testing::Test {
 
   LedgerTest() {
     QDir(folder.path()).mkpath(QStringLiteral(".sorvan"));
-    for (Ledger* ledger : {static_cast<Ledger*>(&charges), static_cast<Ledger*>(&prompts),
-                           static_cast<Ledger*>(&analyses)}) {
+    for (Ledger* ledger :
+         {static_cast<Ledger*>(&charges), static_cast<Ledger*>(&prompts), static_cast<Ledger*>(&analyses)}) {
       ledger->onError = [this](const QString& message) { reported += message; };
       ledger->load(folder.path());
     }
@@ -276,8 +276,9 @@ TEST_F(LedgerTest, AGivenPromptIsReplacedInItsPlace) {
 TEST_F(LedgerTest, APromptThatCannotBeWrittenIsThrownAndStaysInMemory) {
   test::FailingLayer full(1);
   const FileLayerOverride override(full);
-  EXPECT_NE(messageOf([&] { prompts.save({}, QStringLiteral("a fox"), {}); }).find("Your saved prompts couldn’t be saved."),
-            std::string::npos);
+  EXPECT_NE(
+      messageOf([&] { prompts.save({}, QStringLiteral("a fox"), {}); }).find("Your saved prompts couldn’t be saved."),
+      std::string::npos);
   EXPECT_EQ(prompts.entries().size(), 1u);
   EXPECT_TRUE(prompts.isPending());
   EXPECT_TRUE(prompts.canRetrySave());

@@ -146,8 +146,8 @@ TEST(GenerationRequest, UnknownRelationshipReadsAsAReferenceAndAMissingOneFails)
 
 TEST(RemoteHandle, ThatDoesNotDecodeIsNone) {
   EXPECT_FALSE(decodeHandle(QByteArrayLiteral("{}")));
-  const RemoteHandle handle{QStringLiteral("r1"), QUrl(QStringLiteral("https://a/s")), QUrl(QStringLiteral("https://a/r")),
-                            QUrl(QStringLiteral("https://a/c"))};
+  const RemoteHandle handle{QStringLiteral("r1"), QUrl(QStringLiteral("https://a/s")),
+                            QUrl(QStringLiteral("https://a/r")), QUrl(QStringLiteral("https://a/c"))};
   EXPECT_EQ(decodeHandle(encodeHandle(handle)), handle);
 }
 

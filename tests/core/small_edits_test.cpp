@@ -22,9 +22,7 @@ struct SmallEditsTest : test::LibraryFixture {
     store.save(LibraryTables::projects);
   }
   QByteArray contentOf(const Asset& asset) const { return folder.read(QStringLiteral("work/") + asset.localFilePath); }
-  QStringList media() const {
-    return folder.files().filter(QStringLiteral(".png"));
-  }
+  QStringList media() const { return folder.files().filter(QStringLiteral(".png")); }
   AssetRef readAgain() {
     reopen();
     return store.asset(fox->id);

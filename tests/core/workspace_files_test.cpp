@@ -61,16 +61,20 @@ struct WorkspaceFilesTest : testing::Test {
   WorkspaceFiles files{folder.path()};
   QString inbox = QStringLiteral("Inbox/generated");
 
-  QString unique(const QString& stem, const QString& ext) const { return files.uniquePath(inbox, stem, ext).relative(); }
+  QString unique(const QString& stem, const QString& ext) const {
+    return files.uniquePath(inbox, stem, ext).relative();
+  }
 };
 
 TEST_F(WorkspaceFilesTest, UniquePathCountsFromOneAndLowersTheExtension) {
-  EXPECT_EQ(unique(QStringLiteral("red fox"), QStringLiteral("PNG")), QStringLiteral("Inbox/generated/red-fox-001.png"));
+  EXPECT_EQ(unique(QStringLiteral("red fox"), QStringLiteral("PNG")),
+            QStringLiteral("Inbox/generated/red-fox-001.png"));
 }
 
 TEST_F(WorkspaceFilesTest, UniquePathOfAStemThatWasWrittenTakesTheNextNumber) {
   folder.write(QStringLiteral("Inbox/generated/red-fox-001.png"), "x");
-  EXPECT_EQ(unique(QStringLiteral("red fox"), QStringLiteral("png")), QStringLiteral("Inbox/generated/red-fox-002.png"));
+  EXPECT_EQ(unique(QStringLiteral("red fox"), QStringLiteral("png")),
+            QStringLiteral("Inbox/generated/red-fox-002.png"));
 }
 
 TEST_F(WorkspaceFilesTest, UniquePathWithoutAnExtensionHasNoPoint) {

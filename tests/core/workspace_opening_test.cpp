@@ -210,7 +210,7 @@ TEST_F(WorkspaceOpeningTest, OpeningTheOpenFolderAgainOnlyRemembersIt) {
   open();
   const AssetRef fox = addAsset(QStringLiteral("fox-001.png"));
   const auto opening = store.opening();
-  openWorkspace(store, root() + QStringLiteral("/../work/"), Remember::yes);
+  openWorkspace(store, root() + QStringLiteral("/Inbox/../"), Remember::yes);
   EXPECT_EQ(store.opening(), opening);
   EXPECT_EQ(store.assets()[0], fox);
   EXPECT_EQ(bookmark(), canonical(root()));
@@ -264,8 +264,8 @@ TEST_F(WorkspaceOpeningTest, AJobWhosePaidSubmissionWasNeverAnsweredSaysSo) {
   const JobRef lost = addJob({}, jobStatus::generating);
   const JobRef known = addJob({}, jobStatus::generating);
   const JobRef retained = addJob({}, jobStatus::generating);
-  const RemoteHandle handle{QStringLiteral("r"), QUrl(QStringLiteral("https://a/s")), QUrl(QStringLiteral("https://a/r")),
-                            QUrl(QStringLiteral("https://a/c"))};
+  const RemoteHandle handle{QStringLiteral("r"), QUrl(QStringLiteral("https://a/s")),
+                            QUrl(QStringLiteral("https://a/r")), QUrl(QStringLiteral("https://a/c"))};
   store.context().edit(known).remoteHandleData = encodeHandle(handle);
   store.save(LibraryTables::jobs);
   for (const JobRef& job : {lost, known, retained})
@@ -428,11 +428,12 @@ TEST(IsTemporary, KnowsTheFoldersThatTheSystemClearsAndTheTrash) {
        {QStringLiteral("/tmp"), QStringLiteral("/tmp/a/b"), QStringLiteral("/var/tmp/x"), QStringLiteral("/dev/shm/x"),
         QStringLiteral("/run/user/1000/x"), QStringLiteral("/private/var/folders/x"), QDir::tempPath(),
         QStringLiteral("/home/u/.Trash/x"), QStringLiteral("/home/u/.local/share/Trash/files/x"),
-        QStringLiteral("/media/drive/.Trash-%1/files/x").arg(user), QStringLiteral("/media/drive/.Trash/%1/x").arg(user)})
+        QStringLiteral("/media/drive/.Trash-%1/files/x").arg(user),
+        QStringLiteral("/media/drive/.Trash/%1/x").arg(user)})
     EXPECT_TRUE(isTemporary(folder)) << text(folder);
-  for (const QString& folder : {QStringLiteral("/home/u/Pictures"), QStringLiteral("/home/u/tmp/x"),
-                                QStringLiteral("/run/media/u/drive"), QStringLiteral("/tmpfiles"),
-                                QStringLiteral("/home/u/.Trashed")})
+  for (const QString& folder :
+       {QStringLiteral("/home/u/Pictures"), QStringLiteral("/home/u/tmp/x"), QStringLiteral("/run/media/u/drive"),
+        QStringLiteral("/tmpfiles"), QStringLiteral("/home/u/.Trashed")})
     EXPECT_FALSE(isTemporary(folder)) << text(folder);
 }
 
