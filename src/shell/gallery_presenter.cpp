@@ -1,6 +1,7 @@
 #include "shell/gallery_presenter.h"
 
 #include "base/ids.h"
+#include "base/settings.h"
 #include "core/library_store.h"
 #include "shell/job_displays.h"
 #include "shell/locations.h"
@@ -80,9 +81,13 @@ QString jobName(const JobDisplay& job) {
 GalleryPresenter::GalleryPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs, QObject* parent)
     : QObject(parent), store_(store), state_(state), jobs_(jobs) {
   connect(&store_, &core::LibraryStore::revisionChanged, this, &GalleryPresenter::scheduleRefresh);
-  connect(&store_, &core::LibraryStore::workspaceChanged, this, &GalleryPresenter::scheduleRefresh);
+  connect(&store_, &core::LibraryStore::workspaceChanged, this, [this] {
+    readDismissed();
+    scheduleRefresh();
+  });
   connect(&state_, &WorkspaceState::locationChanged, this, &GalleryPresenter::refresh);
   connect(&jobs_, &JobDisplays::ticked, this, &GalleryPresenter::contentChanged);
+  readDismissed();
   refresh();
 }
 
@@ -135,9 +140,11 @@ bool GalleryPresenter::isInProject(const std::optional<QUuid>& project) const {
   return place_ == Place::everything || project == project_;
 }
 
-void GalleryPresenter::collectJobs(std::vector<Entry>& entries) const {
+void GalleryPresenter::collectJobs(std::vector<Entry>& entries) {
   std::vector<const core::GenerationJob*> shown;
   for (const core::JobRef& job : store_.jobs()) {
+    // What was set going again is news again, however it ends.
+    if (job->isActive()) dismissed_.remove(job->id);
     if (job->status == core::jobStatus::complete || dismissed_.contains(job->id) || !isHere(*job)) continue;
     shown.push_back(job.get());
   }
@@ -223,7 +230,32 @@ void GalleryPresenter::dismissJob(QUuid id) {
   const core::JobRef job = store_.job(id);
   if (!job || job->isActive()) return;
   dismissed_.insert(id);
+  keepDismissed();
   refresh();
+}
+
+// A workspace is known by its path.
+QString GalleryPresenter::dismissedKey() const {
+  return QStringLiteral("dismissedJobs|") + store_.workspaceRoot().value_or(QString());
+}
+
+void GalleryPresenter::readDismissed() {
+  dismissed_.clear();
+  if (!store_.hasWorkspace()) return;
+  for (const QString& text : store_.settings().get(dismissedKey(), std::vector<QString>()))
+    dismissed_.insert(uuidFromText(text));
+}
+
+void GalleryPresenter::keepDismissed() {
+  std::vector<QString> texts;
+  // Jobs that are gone need no memory.
+  for (const core::JobRef& job : store_.jobs())
+    if (dismissed_.contains(job->id)) texts.push_back(uuidText(job->id));
+  try {
+    store_.settings().set(dismissedKey(), texts);
+  } catch (const SorvanError&) {
+    // The cell is away until the program ends; it comes back then, which loses nothing.
+  }
 }
 
 }  // namespace sorvan::shell

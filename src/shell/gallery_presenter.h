@@ -65,7 +65,8 @@ class GalleryPresenter : public QObject {
   QString emptyTitle() const;
   QString emptyText() const;
 
-  // The × of a failed or cancelled job's cell: leaves the wall, stays in History. Until the program ends.
+  // The × of a failed or cancelled job's cell: leaves the wall for good, stays in History. A job that was dismissed and
+  // is retried is shown again. Remembered for each workspace in the settings.
   void dismissJob(QUuid id);
 
  Q_SIGNALS:
@@ -85,7 +86,10 @@ class GalleryPresenter : public QObject {
   void scheduleRefresh();
   void refresh();
   void readLocation();
-  void collectJobs(std::vector<Entry>& entries) const;
+  void readDismissed();
+  void keepDismissed();
+  QString dismissedKey() const;
+  void collectJobs(std::vector<Entry>& entries);
   void collectItems(std::vector<Entry>& entries) const;
   bool isHere(const core::AssetRow& row) const;
   bool isHere(const core::GenerationJob& job) const;

@@ -4,6 +4,7 @@
 
 #include "base/ids.h"
 #include "core/small_edits.h"
+#include "core/workspace_opening.h"
 #include "desk.h"
 
 namespace sorvan::shell {
@@ -66,6 +67,28 @@ TEST_F(GalleryTest, AFailedJobStaysUntilItIsDismissed) {
   desk.gallery.dismissJob(desk.gallery.idAt(0));
   EXPECT_EQ(desk.gallery.count(), 0);
   EXPECT_EQ(desk.jobs.count(), 1);
+}
+
+TEST_F(GalleryTest, ADismissedJobStaysAwayWhenTheWorkspaceOpensAgainAndComesBackWithARetry) {
+  const QString root = *desk.store.workspaceRoot();
+  desk.provider->failure = std::make_exception_ptr(base::SorvanError(QStringLiteral("Planted.")));
+  desk.generate(QStringLiteral("one"));
+  desk.settle();
+  const QUuid job = desk.gallery.idAt(0);
+  desk.gallery.dismissJob(job);
+  core::openWorkspace(desk.store, desk.folder / QStringLiteral("Another"), core::Remember::no);
+  core::openWorkspace(desk.store, root, core::Remember::no);
+  test::runPosted();
+  ASSERT_EQ(desk.store.jobs().size(), 1u);
+  EXPECT_EQ(desk.gallery.count(), 0);
+  desk.provider->gate.emplace();
+  desk.jobs.retry(job);
+  test::runPosted();
+  EXPECT_EQ(desk.gallery.jobCount(), 1);
+  desk.provider->gate->finish();
+  desk.settle();
+  // It failed again, and that is news.
+  EXPECT_EQ(desk.gallery.jobCount(), 1);
 }
 
 TEST_F(GalleryTest, ARunningJobCannotBeDismissed) {

@@ -236,6 +236,17 @@ TEST_F(WelcomeTest, RefusesAFolderThatTheSystemClears) {
   EXPECT_EQ(*desk.store.workspaceRoot(), root);
 }
 
+TEST_F(WelcomeTest, AFailedRestoreShowsThePageWithTheErrorOnTop) {
+  desk.store.close();
+  desk.settings->set(QStringLiteral("workspaceBookmark"),
+                     desk.folder.write(QStringLiteral("a-file"), QByteArrayLiteral("x")).toUtf8());
+  const StoreMessages messages(desk.store, desk.alerts);
+  core::restoreLastWorkspace(desk.store);
+  EXPECT_TRUE(welcome.isShown());
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_TRUE(desk.alerts.current()->text.startsWith(QStringLiteral("Could not open your workspace: ")));
+}
+
 TEST_F(WelcomeTest, GivingUpChangesNothing) {
   const QString root = *desk.store.workspaceRoot();
   welcome.setFolderChooser(&chooser);
