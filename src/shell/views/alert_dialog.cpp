@@ -96,6 +96,7 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
   all->setSpacing(18);
   all->addLayout(row);
   all->addLayout(buttons);
+  resize(metrics().alertWidth, all->totalHeightForWidth(metrics().alertWidth));
   new FocusRing(this);
 }
 

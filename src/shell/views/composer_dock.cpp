@@ -125,7 +125,10 @@ void ComposerDock::openModelPicker() {
   picker->openAt(model_, this);
 }
 
-void ComposerDock::focusPrompt() { prompt_->setFocus(Qt::ShortcutFocusReason); }
+void ComposerDock::focusPrompt() {
+  composer_.setExpanded(true);
+  prompt_->setFocus(Qt::ShortcutFocusReason);
+}
 
 void ComposerDock::chooseKind(int index) {
   if (index == 1) composer_.startAudio();

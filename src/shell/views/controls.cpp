@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include "shell/views/focus_ring.h"
 #include "shell/views/icons.h"
 #include "shell/views/painting.h"
 
@@ -179,6 +180,7 @@ constexpr int kChipShortestText = 36;
 Chip::Chip(const QString& iconName, QWidget* parent) : QAbstractButton(parent), iconName_(iconName) {
   prepare(*this);
   setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  setProperty(roundProperty, true);
 }
 
 void Chip::setLabel(const QString& text, const QString& value) {

@@ -67,7 +67,8 @@ void FocusRing::place() {
 
 void FocusRing::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const double radius = std::min(metrics().radiusControl + kDistance + 1, height() / 2);
+  const bool round = target_ && target_->property(roundProperty).toBool();
+  const double radius = round ? height() / 2.0 : std::min(metrics().radiusControl + kDistance + 1, height() / 2);
   paintRing(painter, rect(), radius, metrics().borderFocus, colors().accentRing);
 }
 

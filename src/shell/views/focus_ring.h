@@ -33,6 +33,8 @@ class FocusRing final : public QWidget {
   bool on_ = false;
 };
 
+// A control with this property has half circles for ends, and so has its ring.
+inline constexpr const char* roundProperty = "sorvanRound";
 // A control with this property draws its focus itself.
 inline constexpr const char* ownFocusProperty = "sorvanOwnFocus";
 

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTextEdit>
@@ -33,6 +34,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 constexpr QSize kFirstSize(1440, 900);
 constexpr QSize kSmallestSize(1024, 680);
+constexpr QSize kFrame(0, 28);  // room for the title that most desktops put over a window
 }
 
 MainWindow::MainWindow(Presenters presenters, QWidget* parent)
@@ -62,7 +64,7 @@ MainWindow::~MainWindow() {
 
 void MainWindow::build() {
   setMinimumSize(kSmallestSize);
-  resize(kFirstSize);
+  resize(kFirstSize.boundedTo(screen()->availableSize() - kFrame).expandedTo(kSmallestSize));
   strip_ = new MenuStrip;
   setMenuWidget(strip_);
   pages_ = new QStackedWidget;

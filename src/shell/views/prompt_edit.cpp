@@ -73,6 +73,13 @@ void PromptEdit::keyPressEvent(QKeyEvent* event) {
 
 void PromptEdit::focusInEvent(QFocusEvent* event) {
   QTextEdit::focusInEvent(event);
+  // A window that comes back to the front returns the keyboard; nobody has asked for the prompt then.
+  const bool asked = event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
+  if (asked) Q_EMIT focused();
+}
+
+void PromptEdit::mousePressEvent(QMouseEvent* event) {
+  QTextEdit::mousePressEvent(event);
   Q_EMIT focused();
 }
 

@@ -23,11 +23,13 @@ class PromptEdit final : public QTextEdit {
   void edited(const QString& text);
   void submitted();
   void escapePressed();
+  // The person has turned to the prompt, by key or by press.
   void focused();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void insertFromMimeData(const QMimeData* source) override;
 
  private:
