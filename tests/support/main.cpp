@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QThreadPool>
 
 // Every test program runs on the offscreen platform with a widget application, so that any room can be tested.
 int main(int argc, char** argv) {
@@ -13,5 +14,7 @@ int main(int argc, char** argv) {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
+  // Threads that end before the libraries clean up give back what those keep for each thread.
+  QThreadPool::globalInstance()->waitForDone();
   return result;
 }

@@ -12,7 +12,10 @@ class AlertDialogTest : public Dressed {
  protected:
   AlertDialogTest() { show(window, {800, 600}); }
   Alert question() const {
-    return {0, AlertTone::warning, u"Work is still in progress"_s, u"Quitting stops files."_s,
+    return {0,
+            AlertTone::warning,
+            u"Work is still in progress"_s,
+            u"Quitting stops files."_s,
             {{u"Keep Working"_s, AlertButtonRole::primary, true}, {u"Quit"_s, AlertButtonRole::plain, false}}};
   }
   AlertDialog* shown() {
@@ -21,7 +24,9 @@ class AlertDialogTest : public Dressed {
     }
     return nullptr;
   }
-  void ask() { alerts.ask(question(), [this](int button) { answers.push_back(button); }); }
+  void ask() {
+    alerts.ask(question(), [this](int button) { answers.push_back(button); });
+  }
 
   AlertsPresenter alerts;
   QWidget window;
@@ -87,7 +92,8 @@ TEST_F(AlertDialogTest, AToastShowsItsWordsAndItsActionAndCanBePutAway) {
   Toaster toaster(alerts, &window);
   toaster.setCorner({780, 580});
   bool performed = false;
-  alerts.showToast({0, AlertTone::information, u"The result is in Trash."_s, {}, u"Show Trash"_s, true}, [&] { performed = true; });
+  alerts.showToast({0, AlertTone::information, u"The result is in Trash."_s, {}, u"Show Trash"_s, true},
+                   [&] { performed = true; });
   ASSERT_TRUE(toaster.isVisible());
   EXPECT_LE(toaster.geometry().bottom(), 602);
   QTest::mouseClick(named<Button>(toaster, u"Show Trash"_s), Qt::LeftButton);

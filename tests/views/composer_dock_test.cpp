@@ -23,7 +23,8 @@ class ComposerDockTest : public Dressed {
   ComposerDockTest() {
     show(window, {1000, 800});
     dock.setGeometry(20, 500, 900, dock.heightForWidth(900));
-    QObject::connect(&dock, &ComposerDock::heightChanged, &dock, [this] { dock.resize(900, dock.heightForWidth(900)); });
+    QObject::connect(&dock, &ComposerDock::heightChanged, &dock,
+                     [this] { dock.resize(900, dock.heightForWidth(900)); });
     dock.show();
     prompt = named<PromptEdit>(dock, u"Prompt"_s);
   }
@@ -232,7 +233,8 @@ TEST_F(ComposerDockTest, NoControlStandsOnAnotherAtTheNarrowestContent) {
   for (const char* name : {"Model", "Ratio", "Length", "Count", "Seed"}) row.push_back(chip(QLatin1StringView(name)));
   row.push_back(named<Button>(dock, u"Generate"_s));
   for (size_t index = 0; index + 1 < row.size(); ++index)
-    EXPECT_LE(row[index]->geometry().right(), row[index + 1]->geometry().left()) << qPrintable(row[index]->accessibleName());
+    EXPECT_LE(row[index]->geometry().right(), row[index + 1]->geometry().left())
+        << qPrintable(row[index]->accessibleName());
 }
 
 }  // namespace

@@ -88,7 +88,8 @@ TEST_F(LibraryViewTest, TabVisitsEveryControlOnceInTheOrderOfTheZones) {
     visited.push_back(QApplication::focusWidget());
   }
   const auto place = [&](const QWidget& zone) {
-    return std::find_if(visited.begin(), visited.end(), [&](QWidget* stop) { return zone.isAncestorOf(stop); }) - visited.begin();
+    return std::find_if(visited.begin(), visited.end(), [&](QWidget* stop) { return zone.isAncestorOf(stop); }) -
+           visited.begin();
   };
   EXPECT_LT(visited.size(), 60u);
   EXPECT_EQ(std::set<QWidget*>(visited.begin(), visited.end()).size(), visited.size());
@@ -228,7 +229,8 @@ TEST_F(LibraryViewTest, NoKeyCancelsAJob) {
 }
 
 TEST_F(LibraryViewTest, WelcomeOffersBothFoldersAndTheFirstHasTheKeyboard) {
-  WelcomeView welcome({u"Sorvan Studio"_s, u"A line."_s, u"Use Pictures/Sorvan"_s, u"Help"_s, u"Choose Another Folder…"_s, u"Note"_s});
+  WelcomeView welcome(
+      {u"Sorvan Studio"_s, u"A line."_s, u"Use Pictures/Sorvan"_s, u"Help"_s, u"Choose Another Folder…"_s, u"Note"_s});
   show(welcome, {1440, 866});
   QSignalSpy used(&welcome, &WelcomeView::defaultChosen);
   QSignalSpy other(&welcome, &WelcomeView::anotherFolderChosen);

@@ -227,7 +227,8 @@ TEST_F(MainWindowTest, EveryVisibleControlOfTheAccessibleTreeThatTakesTheKeyboar
     open.pop_back();
     if (!one || one->state().invisible) continue;
     if (one->state().focusable && one->role() != QAccessible::ScrollBar) {
-      EXPECT_FALSE(one->text(QAccessible::Name).isEmpty()) << (one->object() ? one->object()->metaObject()->className() : "row");
+      EXPECT_FALSE(one->text(QAccessible::Name).isEmpty())
+          << (one->object() ? one->object()->metaObject()->className() : "row");
       ++named;
     }
     for (int child = 0; child < one->childCount(); ++child) open.push_back(one->child(child));

@@ -13,12 +13,11 @@ using namespace Qt::Literals::StringLiterals;
 
 class MediaWallTest : public Dressed {
  protected:
-  MediaWallTest() {
-    QObject::connect(&wall, &MediaWall::selectionRequested, &wall, &MediaWall::setSelection);
-  }
+  MediaWallTest() { QObject::connect(&wall, &MediaWall::selectionRequested, &wall, &MediaWall::setSelection); }
   void fill(int count) {
     std::vector<GalleryCell> cells;
-    for (int index = 0; index < count; ++index) cells.push_back(pictureCell(u"picture %1"_s.arg(index), 1.0 + index % 3 * 0.4));
+    for (int index = 0; index < count; ++index)
+      cells.push_back(pictureCell(u"picture %1"_s.arg(index), 1.0 + index % 3 * 0.4));
     source.set(std::move(cells));
     show(wall, {900, 600});
   }

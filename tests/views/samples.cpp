@@ -47,20 +47,28 @@ SampleComposer::SampleComposer() {
   shown.lengthTitle = u"Video Length"_s;
   shown.lengthLabel = u"5 s"_s;
   shown.lengths = {{u"5"_s, u"5 s"_s, true}, {u"8"_s, u"8 s"_s, false}, {u"10"_s, u"10 s"_s, false}};
-  shown.seedDetail = u"The same seed, prompt and settings give the same result on models that support it. Leave empty for a new result each time."_s;
-  shown.ratios = {{u"square"_s, u"1:1"_s, u"Square"_s, 1, 1, true, false},    {u"32"_s, u"3:2"_s, u"Photo"_s, 3, 2, true, false},
-                  {u"23"_s, u"2:3"_s, u"Portrait Photo"_s, 2, 3, true, false}, {u"43"_s, u"4:3"_s, u"Landscape"_s, 4, 3, true, false},
-                  {u"34"_s, u"3:4"_s, u"Portrait"_s, 3, 4, true, false},       {u"169"_s, u"16:9"_s, u"Wide"_s, 16, 9, true, true},
-                  {u"916"_s, u"9:16"_s, u"Tall"_s, 9, 16, false, false},       {u"45"_s, u"4:5"_s, u"Social Portrait"_s, 4, 5, true, false}};
-  sections = {{u"Image"_s, true,
-               {{u"nano"_s, u"Nano Banana 2"_s, u"Image"_s, u"Google · fast and versatile"_s, u"Top rated"_s, true},
-                {u"flux"_s, u"FLUX 3"_s, u"Image"_s, u"Black Forest Labs · newest FLUX"_s, u"New"_s, false},
-                {u"seedream"_s, u"Seedream V5 Pro"_s, u"Image"_s, u"ByteDance · detail and text"_s, {}, false}}},
-              {u"Video"_s, true,
-               {{u"wan"_s, u"Wan 3.0"_s, u"Video"_s, u"Alibaba · top rated text-to-video"_s, u"Top rated"_s, false},
-                {u"kling"_s, u"Kling Video V3 Pro"_s, u"Video"_s, u"Kling · people and precise motion"_s, {}, false}}},
-              {u"Voice"_s, false, {{u"voice"_s, u"Speech 3 HD"_s, u"Voice"_s, u"MiniMax · natural speech"_s, {}, false}}},
-              {u"Music"_s, false, {{u"music"_s, u"Lyria 3"_s, u"Music"_s, u"Google · instrumental music"_s, {}, false}}}};
+  shown.seedDetail =
+      u"The same seed, prompt and settings give the same result on models that support it. Leave empty for a new result each time."_s;
+  shown.ratios = {{u"square"_s, u"1:1"_s, u"Square"_s, 1, 1, true, false},
+                  {u"32"_s, u"3:2"_s, u"Photo"_s, 3, 2, true, false},
+                  {u"23"_s, u"2:3"_s, u"Portrait Photo"_s, 2, 3, true, false},
+                  {u"43"_s, u"4:3"_s, u"Landscape"_s, 4, 3, true, false},
+                  {u"34"_s, u"3:4"_s, u"Portrait"_s, 3, 4, true, false},
+                  {u"169"_s, u"16:9"_s, u"Wide"_s, 16, 9, true, true},
+                  {u"916"_s, u"9:16"_s, u"Tall"_s, 9, 16, false, false},
+                  {u"45"_s, u"4:5"_s, u"Social Portrait"_s, 4, 5, true, false}};
+  sections = {
+      {u"Image"_s,
+       true,
+       {{u"nano"_s, u"Nano Banana 2"_s, u"Image"_s, u"Google · fast and versatile"_s, u"Top rated"_s, true},
+        {u"flux"_s, u"FLUX 3"_s, u"Image"_s, u"Black Forest Labs · newest FLUX"_s, u"New"_s, false},
+        {u"seedream"_s, u"Seedream V5 Pro"_s, u"Image"_s, u"ByteDance · detail and text"_s, {}, false}}},
+      {u"Video"_s,
+       true,
+       {{u"wan"_s, u"Wan 3.0"_s, u"Video"_s, u"Alibaba · top rated text-to-video"_s, u"Top rated"_s, false},
+        {u"kling"_s, u"Kling Video V3 Pro"_s, u"Video"_s, u"Kling · people and precise motion"_s, {}, false}}},
+      {u"Voice"_s, false, {{u"voice"_s, u"Speech 3 HD"_s, u"Voice"_s, u"MiniMax · natural speech"_s, {}, false}}},
+      {u"Music"_s, false, {{u"music"_s, u"Lyria 3"_s, u"Music"_s, u"Google · instrumental music"_s, {}, false}}}};
 }
 
 void SampleComposer::editDraft(const QString& draft) {
@@ -164,11 +172,22 @@ GalleryCell jobCell(const JobDisplay& job) {
 }
 
 std::vector<GalleryCell> sampleCells(const QString& pictures) {
-  const std::pair<const char*, double> files[] = {
-      {"tin_1", 0.8},          {"light_dawn_0", 16 / 9.0}, {"bottle_0", 0.8},      {"boat_gold_0", 16 / 9.0}, {"arch_0", 1.5},
-      {"vase_1", 0.8},         {"roof_dusk_3", 16 / 9.0},  {"orb_1", 1.0},         {"dune_gold_0", 16 / 9.0}, {"room_1", 1.5},
-      {"city_night_0", 16 / 9.0}, {"tin_4", 1.0},          {"lake_dusk_2", 16 / 9.0}, {"light_gold_3", 0.667}, {"vase_2", 1.0},
-      {"forest_gold_0", 1.5}};
+  const std::pair<const char*, double> files[] = {{"tin_1", 0.8},
+                                                  {"light_dawn_0", 16 / 9.0},
+                                                  {"bottle_0", 0.8},
+                                                  {"boat_gold_0", 16 / 9.0},
+                                                  {"arch_0", 1.5},
+                                                  {"vase_1", 0.8},
+                                                  {"roof_dusk_3", 16 / 9.0},
+                                                  {"orb_1", 1.0},
+                                                  {"dune_gold_0", 16 / 9.0},
+                                                  {"room_1", 1.5},
+                                                  {"city_night_0", 16 / 9.0},
+                                                  {"tin_4", 1.0},
+                                                  {"lake_dusk_2", 16 / 9.0},
+                                                  {"light_gold_3", 0.667},
+                                                  {"vase_2", 1.0},
+                                                  {"forest_gold_0", 1.5}};
   std::vector<GalleryCell> cells;
   for (int round = 0; round < 3; ++round) {
     for (const auto& [name, aspect] : files) {
@@ -178,7 +197,9 @@ std::vector<GalleryCell> sampleCells(const QString& pictures) {
       if (number == 1 || number == 6) cell.kind = CellKind::video, cell.durationText = u"0:08"_s;
       if (number == 2) cell.statusText = u"Approved"_s, cell.statusToken = u"approved"_s;
       if (number == 3 || number == 7) cell.favorite = true;
-      if (number == 5) cell.kind = CellKind::audio, cell.title = u"Warm acoustic guitar and soft piano"_s, cell.durationText = u"0:32"_s, cell.aspectRatio = 1.6;
+      if (number == 5)
+        cell.kind = CellKind::audio, cell.title = u"Warm acoustic guitar and soft piano"_s,
+        cell.durationText = u"0:32"_s, cell.aspectRatio = 1.6;
       if (number == 9) cell.thumbnailPath = cell.filePath = u"/nowhere/gone.png"_s;
       cells.push_back(cell);
     }
@@ -187,17 +208,21 @@ std::vector<GalleryCell> sampleCells(const QString& pictures) {
 }
 
 std::vector<GalleryCell> sampleJobCells() {
-  JobDisplay running = sampleJob(JobState::running, u"GPT Image 2.5 Sunburst Edit"_s, u"Keep the lighthouse, change the sky to an approaching storm with one break of light"_s);
+  JobDisplay running =
+      sampleJob(JobState::running, u"GPT Image 2.5 Sunburst Edit"_s,
+                u"Keep the lighthouse, change the sky to an approaching storm with one break of light"_s);
   running.detail = u"Uploading reference 1 of 2"_s;
   running.elapsedText = u"0:06"_s;
   running.action = JobAction::cancel;
   running.actionTitle = u"Cancel"_s;
-  JobDisplay queued = sampleJob(JobState::queued, u"MiniMax H3 Max Turbo"_s, u"Slow push-in over the water toward the lantern, gulls drifting past"_s);
+  JobDisplay queued = sampleJob(JobState::queued, u"MiniMax H3 Max Turbo"_s,
+                                u"Slow push-in over the water toward the lantern, gulls drifting past"_s);
   queued.detail = u"Waiting to start"_s;
   queued.action = JobAction::cancel;
   queued.actionTitle = u"Cancel"_s;
   JobDisplay retained = sampleJob(JobState::failed, u"Seedream V5 Pro Edit"_s, u"Turn the sky into a passing storm."_s);
-  retained.message = u"Seedream V5 Pro Edit returned a picture of a different shape from the one it was given, so its change could not be kept to the marked areas."_s;
+  retained.message =
+      u"Seedream V5 Pro Edit returned a picture of a different shape from the one it was given, so its change could not be kept to the marked areas."_s;
   retained.action = JobAction::saveResult;
   retained.actionTitle = u"Save Result"_s;
   JobDisplay failed = sampleJob(JobState::failed, u"FLUX 3"_s, u"Harbour wall at dusk"_s);
@@ -220,8 +245,10 @@ SidebarDisplay sampleSidebar() {
   display.rows = {{u"library"_s, SidebarSection::library, u"All Media"_s, u"images"_s, u"2,418"_s, {}, true},
                   {u"favorites"_s, SidebarSection::library, u"Favorites"_s, u"heart"_s, u"84"_s, {}, false},
                   {u"inbox"_s, SidebarSection::library, u"Inbox"_s, u"inbox"_s, u"27"_s, {}, false},
-                  {u"p1"_s, SidebarSection::projects, u"Coffee Launch"_s, u"folder"_s, u"312"_s, u":/sorvan/samples/tin_1.jpg"_s, false},
-                  {u"p2"_s, SidebarSection::projects, u"Harbour Film"_s, u"folder"_s, u"486"_s, u":/sorvan/samples/light_dawn_0.jpg"_s, false},
+                  {u"p1"_s, SidebarSection::projects, u"Coffee Launch"_s, u"folder"_s, u"312"_s,
+                   u":/sorvan/samples/tin_1.jpg"_s, false},
+                  {u"p2"_s, SidebarSection::projects, u"Harbour Film"_s, u"folder"_s, u"486"_s,
+                   u":/sorvan/samples/light_dawn_0.jpg"_s, false},
                   {u"history"_s, SidebarSection::everywhere, u"History"_s, u"history"_s, u"2 active"_s, {}, false}};
   return display;
 }
@@ -238,9 +265,19 @@ InspectorDisplay sampleItemInspector(const QString& pictures) {
   display.favorite = true;
   display.statusText = u"Approved"_s;
   display.statusToken = u"approved"_s;
-  display.buttons = {{ActionId::reusePrompt, u"Reuse Prompt"_s, false}, {ActionId::showInFiles, u"Show in Files"_s, false}};
-  display.sections = {{u"Prompt"_s, u"Studio still of the coffee tin on a warm sandstone block, scattered roasted beans, low afternoon sun from the left, long soft shadow"_s, {}},
-                      {u"Made with"_s, {}, {{u"Model"_s, u"GPT Image 2.5 Sunburst Edit"_s}, {u"Ratio"_s, u"3:4 Portrait"_s}, {u"Seed"_s, u"418207"_s, true}, {u"Cost"_s, u"12 credits ($0.12)"_s}, {u"Took"_s, u"21 s"_s}}}};
+  display.buttons = {{ActionId::reusePrompt, u"Reuse Prompt"_s, false},
+                     {ActionId::showInFiles, u"Show in Files"_s, false}};
+  display.sections = {
+      {u"Prompt"_s,
+       u"Studio still of the coffee tin on a warm sandstone block, scattered roasted beans, low afternoon sun from the left, long soft shadow"_s,
+       {}},
+      {u"Made with"_s,
+       {},
+       {{u"Model"_s, u"GPT Image 2.5 Sunburst Edit"_s},
+        {u"Ratio"_s, u"3:4 Portrait"_s},
+        {u"Seed"_s, u"418207"_s, true},
+        {u"Cost"_s, u"12 credits ($0.12)"_s},
+        {u"Took"_s, u"21 s"_s}}}};
   return display;
 }
 
@@ -251,11 +288,18 @@ InspectorDisplay sampleJobInspector() {
   display.title = u"Generation failed"_s;
   display.facts = u"Seedream V5 Pro Edit · Today 10:12 · 38 s"_s;
   display.jobState = JobState::failed;
-  display.message = u"Seedream V5 Pro Edit returned a picture of a different shape from the one it was given, so its change could not be kept to the marked areas. The raw result is retained. Choose Save Raw Result to recover it without another generation charge."_s;
+  display.message =
+      u"Seedream V5 Pro Edit returned a picture of a different shape from the one it was given, so its change could not be kept to the marked areas. The raw result is retained. Choose Save Raw Result to recover it without another generation charge."_s;
   display.detail = u"Result retained locally · Save Result or Save Raw Result"_s;
-  display.buttons = {{ActionId::saveResult, u"Save Result"_s, true}, {ActionId::saveRawResult, u"Save Raw Result"_s, false}, {ActionId::copyJobDetails, u"Copy Details"_s, false}};
+  display.buttons = {{ActionId::saveResult, u"Save Result"_s, true},
+                     {ActionId::saveRawResult, u"Save Raw Result"_s, false},
+                     {ActionId::copyJobDetails, u"Copy Details"_s, false}};
   display.sections = {{u"Prompt"_s, u"Turn the sky into a passing storm. Light the window of the cottage"_s, {}},
-                      {u"Request"_s, {}, {{u"Paid with"_s, u"My fal.ai key"_s}, {u"Request"_s, u"7c41f2ae-9b03-4d11-8a1f-0c5e7d2b9a61"_s, true}, {u"Job"_s, u"B2E0C6D1-51A7-4F0E-9C58-2D71A4E6F310"_s, true}}}};
+                      {u"Request"_s,
+                       {},
+                       {{u"Paid with"_s, u"My fal.ai key"_s},
+                        {u"Request"_s, u"7c41f2ae-9b03-4d11-8a1f-0c5e7d2b9a61"_s, true},
+                        {u"Job"_s, u"B2E0C6D1-51A7-4F0E-9C58-2D71A4E6F310"_s, true}}}};
   return display;
 }
 
@@ -264,7 +308,8 @@ void fillHistory(SampleHistory& history) {
   for (const GalleryCell& cell : sampleJobCells()) jobs.push_back(cell.job);
   jobs[2].detail = u"Result retained locally · Save Result or Save Raw Result"_s;
   jobs[3].detail = u"Paid result · download needs recovery; Retry does not buy another generation"_s;
-  JobDisplay done = sampleJob(JobState::complete, u"Nano Banana 2"_s, u"A small sailing boat on a calm bay, golden hour, low horizon"_s);
+  JobDisplay done = sampleJob(JobState::complete, u"Nano Banana 2"_s,
+                              u"A small sailing boat on a calm bay, golden hour, low horizon"_s);
   done.detail = u"Saved 2 images locally"_s;
   done.costText = u"≈ $0.060"_s;
   done.elapsedText = u"0:14"_s;

@@ -6,18 +6,18 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "shell/views/alert_dialog.h"
+#include "shell/views/choice_popovers.h"
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
 #include "shell/views/fields.h"
 #include "shell/views/labels.h"
-#include "shell/views/segmented_control.h"
-#include "shell/views/theme.h"
-#include "shell/views/alert_dialog.h"
-#include "shell/views/choice_popovers.h"
 #include "shell/views/library_view.h"
 #include "shell/views/menu_strip.h"
 #include "shell/views/model_picker.h"
 #include "shell/views/prompt_edit.h"
+#include "shell/views/segmented_control.h"
+#include "shell/views/theme.h"
 #include "shell/views/welcome_view.h"
 #include "views/samples.h"
 
@@ -28,12 +28,13 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 WelcomeDisplay welcomeSample() {
-  return {u"Sorvan Studio"_s,
-          u"A local workspace for your AI-generated images and videos."_s,
-          u"Use Pictures/Sorvan"_s,
-          u"Creates a Sorvan folder in Pictures, or opens the one already there"_s,
-          u"Choose Another Folder…"_s,
-          u"Your library stays in this folder. Generating and AI analysis send the selected prompt and references to the model provider.\nOrganising existing files needs no account or API key."_s};
+  return {
+      u"Sorvan Studio"_s,
+      u"A local workspace for your AI-generated images and videos."_s,
+      u"Use Pictures/Sorvan"_s,
+      u"Creates a Sorvan folder in Pictures, or opens the one already there"_s,
+      u"Choose Another Folder…"_s,
+      u"Your library stays in this folder. Generating and AI analysis send the selected prompt and references to the model provider.\nOrganising existing files needs no account or API key."_s};
 }
 
 QWidget* controls() {
@@ -71,8 +72,12 @@ QWidget* controls() {
     grid->addWidget(chip, row, column++, Qt::AlignLeft);
   }
   ++row;
-  grid->addWidget(new SegmentedControl(u"Kind"_s, {{u"Images and video"_s, u"image"_s, {}}, {u"Audio"_s, u"audio-lines"_s, {}}}), row, 0, 1, 3, Qt::AlignLeft);
-  grid->addWidget(new SegmentedControl(u"Type"_s, {{u"All"_s, {}, {}}, {u"Images"_s, {}, {}}, {u"Video"_s, {}, {}}}, ControlSize::compact), row++, 3, 1, 3, Qt::AlignLeft);
+  grid->addWidget(
+      new SegmentedControl(u"Kind"_s, {{u"Images and video"_s, u"image"_s, {}}, {u"Audio"_s, u"audio-lines"_s, {}}}),
+      row, 0, 1, 3, Qt::AlignLeft);
+  grid->addWidget(new SegmentedControl(u"Type"_s, {{u"All"_s, {}, {}}, {u"Images"_s, {}, {}}, {u"Video"_s, {}, {}}},
+                                       ControlSize::compact),
+                  row++, 3, 1, 3, Qt::AlignLeft);
   auto* search = new TextField(u"Search"_s, u"Search media"_s);
   search->setIconName(u"search"_s);
   search->setKeyHint(u"Ctrl F"_s);
@@ -86,17 +91,21 @@ QWidget* controls() {
   grid->addWidget(toggle, row, 4);
   grid->addWidget(new Spinner(16), row++, 5);
   column = 0;
-  for (const BadgeTone tone : {BadgeTone::accent, BadgeTone::info, BadgeTone::neutral, BadgeTone::warning, BadgeTone::danger})
+  for (const BadgeTone tone :
+       {BadgeTone::accent, BadgeTone::info, BadgeTone::neutral, BadgeTone::warning, BadgeTone::danger})
     grid->addWidget(new Badge(u"Top rated"_s, tone), row, column++, Qt::AlignLeft);
   ++row;
-  grid->addWidget(new NoticeBar(AlertTone::warning, u"Social Portrait · 4:5 isn’t supported by every selected model."_s), row++, 0, 1, 6);
+  grid->addWidget(
+      new NoticeBar(AlertTone::warning, u"Social Portrait · 4:5 isn’t supported by every selected model."_s), row++, 0,
+      1, 6);
   return page;
 }
 
 void settle() {
   QElapsedTimer timer;
   timer.start();
-  while (timer.elapsed() < 400) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
+  while (timer.elapsed() < 400)
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
 }
 
 void save(QWidget& widget, const QString& folder, const QString& name) {
@@ -119,7 +128,8 @@ struct SampleWindow {
     wall.set(sampleCells(u":/sorvan/samples"_s));
     fillHistory(history);
     library = new LibraryView({wall, history, composer, alerts}, &window);
-    for (const char* menu : {"&File", "&Edit", "&View", "&Item", "&Generate", "&Help"}) strip->bar().addMenu(QLatin1StringView(menu));
+    for (const char* menu : {"&File", "&Edit", "&View", "&Item", "&Generate", "&Help"})
+      strip->bar().addMenu(QLatin1StringView(menu));
     strip->setActivity(u"1 generating"_s);
     library->sidebar().show(sampleSidebar());
     library->toolbar().setTitle(u"All Media"_s, u"48 items"_s);
@@ -132,7 +142,8 @@ struct SampleWindow {
   }
   void writePrompt() {
     composer.setExpanded(true);
-    composer.text = u"Hero shot of the coffee tin on a slate counter by a rain-streaked window, steam from a cup just out of frame, cool morning light"_s;
+    composer.text =
+        u"Hero shot of the coffee tin on a slate counter by a rain-streaked window, steam from a cup just out of frame, cool morning light"_s;
     Q_EMIT composer.draftReplaced(composer.text);
     composer.editDraft(composer.text);
   }
@@ -148,7 +159,8 @@ void saveWindows(const QString& folder, QSize size) {
     main.library->wall().setSelection({main.wall.idAt(0)});
     main.writePrompt();
     save(main.window, folder, u"main-"_s + tag);
-    main.composer.shown.notices = {u"Social Portrait · 4:5 isn’t supported by every selected model. Choose a compatible ratio below."_s};
+    main.composer.shown.notices = {
+        u"Social Portrait · 4:5 isn’t supported by every selected model. Choose a compatible ratio below."_s};
     main.composer.shown.lengthShown = true;
     main.composer.shown.countSuffix = u"per model"_s;
     main.composer.line = {u"Queued · outputs will be saved in Inbox."_s, false};
@@ -164,9 +176,16 @@ void saveWindows(const QString& folder, QSize size) {
     jobs.wall.set(cells);
     jobs.library->wall().setSelection({jobs.wall.idAt(2)});
     jobs.library->inspector().show(sampleJobInspector());
-    Toast toast{0, AlertTone::success, u"Saved 2 images locally"_s, u"The quay at dawn, wide · Nano Banana 2 Edit"_s, {}, true};
+    Toast toast{
+        0, AlertTone::success, u"Saved 2 images locally"_s, u"The quay at dawn, wide · Nano Banana 2 Edit"_s, {}, true};
     jobs.alerts.showToast(toast);
-    Toast notice{0, AlertTone::information, u"A job you cancelled had already finished, so its credits were spent. The result is in Trash: restore it from there if you want it."_s, {}, u"Show Trash"_s, true};
+    Toast notice{
+        0,
+        AlertTone::information,
+        u"A job you cancelled had already finished, so its credits were spent. The result is in Trash: restore it from there if you want it."_s,
+        {},
+        u"Show Trash"_s,
+        true};
     jobs.alerts.showToast(notice);
     save(jobs.window, folder, u"jobs-"_s + tag);
     jobs.library->setPage(ContentPage::history);
@@ -190,8 +209,13 @@ void saveWindows(const QString& folder, QSize size) {
     empty.library->inspector().show({});
     new AlertHost(empty.alerts, &empty.window);
     save(empty.window, folder, u"empty-"_s + tag);
-    empty.alerts.ask({0, AlertTone::warning, u"Work is still in progress"_s, u"Quitting stops files that are being imported, exported or downloaded. AI generations may continue online and still cost credits or money. You can find saved generation requests in History."_s,
-                      {{u"Keep Working"_s, AlertButtonRole::primary, true}, {u"Quit"_s, AlertButtonRole::plain, false}}}, {});
+    empty.alerts.ask(
+        {0,
+         AlertTone::warning,
+         u"Work is still in progress"_s,
+         u"Quitting stops files that are being imported, exported or downloaded. AI generations may continue online and still cost credits or money. You can find saved generation requests in History."_s,
+         {{u"Keep Working"_s, AlertButtonRole::primary, true}, {u"Quit"_s, AlertButtonRole::plain, false}}},
+        {});
     settle();
     if (auto* dialog = empty.window.findChild<AlertDialog*>()) save(*dialog, folder, u"alert"_s);
   }

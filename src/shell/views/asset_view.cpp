@@ -25,7 +25,8 @@ constexpr int kStripGap = 6;
 
 // PictureCanvas
 
-PictureCanvas::PictureCanvas(ThumbnailStore& thumbnails, QWidget* parent) : QWidget(parent), thumbnails_(thumbnails), centre_(0.5, 0.5) {
+PictureCanvas::PictureCanvas(ThumbnailStore& thumbnails, QWidget* parent)
+    : QWidget(parent), thumbnails_(thumbnails), centre_(0.5, 0.5) {
   connect(&thumbnails_, &ThumbnailStore::loaded, this, qOverload<>(&QWidget::update));
   setCursor(Qt::ArrowCursor);
 }
@@ -60,7 +61,8 @@ void PictureCanvas::paintEvent(QPaintEvent*) {
   const double scale = isFitted() ? fitScale(size) : zoom_;
   const QSizeF shown = size * scale;
   const QPointF centre = isFitted() ? QPointF(0.5, 0.5) : centre_;
-  const QRectF place(width() / 2.0 - centre.x() * shown.width(), height() / 2.0 - centre.y() * shown.height(), shown.width(), shown.height());
+  const QRectF place(width() / 2.0 - centre.x() * shown.width(), height() / 2.0 - centre.y() * shown.height(),
+                     shown.width(), shown.height());
   painter.setRenderHint(QPainter::SmoothPixmapTransform, scale < 3);
   painter.drawPixmap(place, picture, QRectF(QPointF(), size));
 }
@@ -108,7 +110,8 @@ void PictureCanvas::mouseDoubleClickEvent(QMouseEvent*) { toggleFit(); }
 
 // Filmstrip
 
-Filmstrip::Filmstrip(WallSource& source, ThumbnailStore& thumbnails, QWidget* parent) : QWidget(parent), source_(source), thumbnails_(thumbnails) {
+Filmstrip::Filmstrip(WallSource& source, ThumbnailStore& thumbnails, QWidget* parent)
+    : QWidget(parent), source_(source), thumbnails_(thumbnails) {
   setAccessibleName(texts::filmstrip());
   setFixedHeight(metrics().filmstrip);
   connect(&thumbnails_, &ThumbnailStore::loaded, this, qOverload<>(&QWidget::update));
@@ -124,7 +127,9 @@ std::vector<Filmstrip::Place> Filmstrip::places() const {
   std::vector<Place> result;
   const int now = source_.indexOf(current_);
   if (now < 0) return result;
-  const auto widthOf = [this](int index) { return std::clamp(qRound(source_.aspectRatioAt(index) * kStripPicture), 24, 110); };
+  const auto widthOf = [this](int index) {
+    return std::clamp(qRound(source_.aspectRatioAt(index) * kStripPicture), 24, 110);
+  };
   const int top = (height() - kStripPicture) / 2;
   const int middle = width() / 2 - widthOf(now) / 2;
   for (int index = now, x = middle; index < source_.count() && x < width(); ++index) {
@@ -146,9 +151,12 @@ void Filmstrip::paintEvent(QPaintEvent*) {
   painter.fillRect(QRect(0, 0, width(), 1), colors().lineSubtle);
   for (const Place& place : places()) {
     const GalleryCell cell = source_.cellAt(place.index);
-    const auto answer = thumbnails_.picture(cell.thumbnailPath, cell.kind == CellKind::image ? cell.filePath : QString(), 256);
-    if (answer.state == ThumbnailStore::State::ready) paintCover(painter, place.area, metrics().radiusPicture, answer.picture);
-    else paintPanel(painter, place.area, metrics().radiusPicture, colors().surfacePlaceholder);
+    const auto answer =
+        thumbnails_.picture(cell.thumbnailPath, cell.kind == CellKind::image ? cell.filePath : QString(), 256);
+    if (answer.state == ThumbnailStore::State::ready)
+      paintCover(painter, place.area, metrics().radiusPicture, answer.picture);
+    else
+      paintPanel(painter, place.area, metrics().radiusPicture, colors().surfacePlaceholder);
     if (cell.id == current_) paintRing(painter, QRectF(place.area).adjusted(-3, -3, 3, 3), 6, 2, colors().accentRing);
   }
 }
@@ -165,7 +173,10 @@ void Filmstrip::mousePressEvent(QMouseEvent* event) {
 // AssetView
 
 AssetView::AssetView(WallSource& source, ThumbnailStore& thumbnails, QWidget* parent)
-    : QWidget(parent), source_(source), canvas_(new PictureCanvas(thumbnails)), filmstrip_(new Filmstrip(source, thumbnails)),
+    : QWidget(parent),
+      source_(source),
+      canvas_(new PictureCanvas(thumbnails)),
+      filmstrip_(new Filmstrip(source, thumbnails)),
       facts_(new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight)),
       place_(new ElidedLabel(Type::small, &Colors::textTertiary, Qt::ElideRight)) {
   setFocusPolicy(Qt::StrongFocus);
@@ -215,12 +226,21 @@ QUuid AssetView::neighbour(int direction) const {
 
 void AssetView::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
-    case Qt::Key_Left: Q_EMIT stepRequested(-1); return;
-    case Qt::Key_Right: Q_EMIT stepRequested(+1); return;
+    case Qt::Key_Left:
+      Q_EMIT stepRequested(-1);
+      return;
+    case Qt::Key_Right:
+      Q_EMIT stepRequested(+1);
+      return;
     case Qt::Key_Escape:
-    case Qt::Key_Space: Q_EMIT closeRequested(); return;
-    case Qt::Key_Z: canvas_->toggleFit(); return;
-    default: QWidget::keyPressEvent(event);
+    case Qt::Key_Space:
+      Q_EMIT closeRequested();
+      return;
+    case Qt::Key_Z:
+      canvas_->toggleFit();
+      return;
+    default:
+      QWidget::keyPressEvent(event);
   }
 }
 

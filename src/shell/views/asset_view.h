@@ -40,8 +40,8 @@ class PictureCanvas final : public QWidget {
   ThumbnailStore& thumbnails_;
   QString path_;
   QString standIn_;
-  double zoom_ = 0;    // logical pixels for a pixel of the picture; 0 fits
-  QPointF centre_;     // what part of the picture is in the middle, 0 to 1
+  double zoom_ = 0;  // logical pixels for a pixel of the picture; 0 fits
+  QPointF centre_;   // what part of the picture is in the middle, 0 to 1
   QPointF dragFrom_;
 };
 

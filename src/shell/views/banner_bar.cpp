@@ -9,7 +9,8 @@
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
-BannerBar::BannerBar(QWidget* parent) : QWidget(parent), text_(new Paragraph({}, Type::small)), action_(new Button({})) {
+BannerBar::BannerBar(QWidget* parent)
+    : QWidget(parent), text_(new Paragraph({}, Type::small)), action_(new Button({})) {
   action_->setControlSize(ControlSize::compact);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(16, 7, 12, 7);

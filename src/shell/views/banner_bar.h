@@ -3,8 +3,8 @@
 
 #include <QWidget>
 
-#include "shell/window_presenter.h"
 #include "shell/views/room.h"
+#include "shell/window_presenter.h"
 
 namespace sorvan::views {
 

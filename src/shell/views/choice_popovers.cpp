@@ -37,15 +37,18 @@ class ChoiceButton : public QAbstractButton {
   }
   void paintGround(QPainter& painter) const {
     const Colors& c = colors();
-    if (isChecked()) paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
-    else if (underMouse()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+    if (isChecked())
+      paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
+    else if (underMouse())
+      paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
   }
 };
 
 // A ratio drawn to scale above its name.
 class RatioButton final : public ChoiceButton {
  public:
-  explicit RatioButton(const RatioChoice& ratio) : ChoiceButton(ratio.ratio + u", "_s + ratio.name, ratio.chosen), ratio_(ratio) {
+  explicit RatioButton(const RatioChoice& ratio)
+      : ChoiceButton(ratio.ratio + u", "_s + ratio.name, ratio.chosen), ratio_(ratio) {
     setToolTip(ratio.name);
   }
   QSize sizeHint() const override { return {58, 54}; }
@@ -57,7 +60,9 @@ class RatioButton final : public ChoiceButton {
     paintGround(painter);
     const QColor ink = !ratio_.offered ? c.textDisabled : (isChecked() ? c.accentText : c.textSecondary);
     const QSizeF shape = QSizeF(ratio_.width, ratio_.height).scaled(20, 20, Qt::KeepAspectRatio);
-    paintRing(painter, QRectF(width() / 2.0 - shape.width() / 2, 19 - shape.height() / 2, shape.width(), shape.height()), 2, 1.5, ink);
+    paintRing(painter,
+              QRectF(width() / 2.0 - shape.width() / 2, 19 - shape.height() / 2, shape.width(), shape.height()), 2, 1.5,
+              ink);
     paintText(painter, QRect(0, 34, width(), 15), {ratio_.ratio, fontFor(Type::caption), ink, Qt::AlignCenter});
   }
 
@@ -133,7 +138,8 @@ Popover* openCountPopover(ComposerPresenter& composer, QWidget* chip) {
     note->setMaximumWidth(220);
     column->addWidget(note);
   }
-  QObject::connect(segments, &SegmentedControl::chosen, popover, [&composer](int index) { composer.chooseCount(index + 1); });
+  QObject::connect(segments, &SegmentedControl::chosen, popover,
+                   [&composer](int index) { composer.chooseCount(index + 1); });
   popover->openAt(chip);
   return popover;
 }
@@ -181,7 +187,8 @@ Popover* openSeedPopover(ComposerPresenter& composer, QWidget* chip) {
   auto* note = new Paragraph(words, Type::small, &Colors::textTertiary);
   note->setFixedWidth(240);
   column->addWidget(note);
-  QObject::connect(field, &QLineEdit::textEdited, popover, [&composer](const QString& text) { composer.editSeed(text); });
+  QObject::connect(field, &QLineEdit::textEdited, popover,
+                   [&composer](const QString& text) { composer.editSeed(text); });
   QObject::connect(field, &QLineEdit::returnPressed, popover, &Popover::dismiss);
   QObject::connect(roll, &IconButton::clicked, popover, [&composer, field] {
     composer.rollSeed();

@@ -69,9 +69,11 @@ void ComposerDock::build() {
   seed_->setChevron(false);
   submit_ = new Button({}, ButtonVariant::primary, this);
   submit_->setTrailingIconName(u"corner-down-left"_s);
-  kind_ = new SegmentedControl(texts::kind(), {{texts::imagesAndVideo(), u"image"_s, {}}, {texts::audio(), u"audio-lines"_s, {}}},
+  kind_ = new SegmentedControl(texts::kind(),
+                               {{texts::imagesAndVideo(), u"image"_s, {}}, {texts::audio(), u"audio-lines"_s, {}}},
                                ControlSize::compact, this);
-  kindIcons_ = new SegmentedControl(texts::kind(), {{{}, u"image"_s, texts::imagesAndVideo()}, {{}, u"audio-lines"_s, texts::audio()}},
+  kindIcons_ = new SegmentedControl(texts::kind(),
+                                    {{{}, u"image"_s, texts::imagesAndVideo()}, {{}, u"audio-lines"_s, texts::audio()}},
                                     ControlSize::regular, this);
   destination_ = new QWidget(this);
   auto* row = new QHBoxLayout(destination_);
@@ -131,8 +133,10 @@ void ComposerDock::focusPrompt() {
 }
 
 void ComposerDock::chooseKind(int index) {
-  if (index == 1) composer_.startAudio();
-  else composer_.chooseOnlyModel(firstVisualModel(composer_));
+  if (index == 1)
+    composer_.startAudio();
+  else
+    composer_.chooseOnlyModel(firstVisualModel(composer_));
 }
 
 void ComposerDock::refresh() {
@@ -188,8 +192,9 @@ void ComposerDock::refreshNotices(const ComposerDisplay& display) {
 void ComposerDock::refreshMessage() {
   const MessageLine line = composer_.message();
   message_->setText(line.text);
-  static_cast<IconView*>(messageIcon_)->setIcon(line.isError ? u"circle-alert"_s : u"circle-check"_s,
-                                                line.isError ? &Colors::dangerText : &Colors::successText);
+  static_cast<IconView*>(messageIcon_)
+      ->setIcon(line.isError ? u"circle-alert"_s : u"circle-check"_s,
+                line.isError ? &Colors::dangerText : &Colors::successText);
   messageLeaves_.stop();
   if (!line.text.isEmpty() && !line.isError) messageLeaves_.start();
   if (!line.text.isEmpty()) {

@@ -43,7 +43,8 @@ void ComposerDock::resizeEvent(QResizeEvent*) { arrange(); }
 
 void ComposerDock::arrange() {
   const bool open = display_.expanded;
-  for (QWidget* widget : std::initializer_list<QWidget*>{kind_, destination_, clear_, collapse_}) widget->setVisible(open);
+  for (QWidget* widget : std::initializer_list<QWidget*>{kind_, destination_, clear_, collapse_})
+    widget->setVisible(open);
   kindIcons_->setVisible(!open);
   length_->setVisible(open && display_.lengthShown);
   count_->setVisible(open && display_.countShown);
@@ -53,8 +54,10 @@ void ComposerDock::arrange() {
   message_->setVisible(message);
   messageIcon_->setVisible(message);
   const int inner = width() - 2 * margin;
-  if (open) arrangeExpanded(inner, true);
-  else arrangeCollapsed(inner, true);
+  if (open)
+    arrangeExpanded(inner, true);
+  else
+    arrangeCollapsed(inner, true);
 }
 
 int ComposerDock::arrangeCollapsed(int width, bool place) const {
@@ -82,7 +85,8 @@ int ComposerDock::arrangeCollapsed(int width, bool place) const {
   const int line = lineHeight(Type::prompt);
   const int promptWidth = std::max(60, right - promptLeft);
   put(prompt_, promptLeft, margin + 1 + (row - line) / 2, promptWidth, line);
-  prompt_->setPlaceholderText(QFontMetrics(prompt_->font()).elidedText(display_.placeholder, Qt::ElideRight, promptWidth - 4));
+  prompt_->setPlaceholderText(
+      QFontMetrics(prompt_->font()).elidedText(display_.placeholder, Qt::ElideRight, promptWidth - 4));
   if (message) {
     centre(messageIcon_, left + 4, margin + row, kMessageHeight, metrics().iconSmall);
     centre(message_, left + 24, margin + row, kMessageHeight, width - 2 * kPadX - 24);
@@ -145,7 +149,8 @@ void ComposerDock::fitChips(int room) const {
   seed_->setWordsShown(true);
   const auto overflow = [this, room] {
     int used = -kChipGap;
-    for (Chip* chip : {model_, ratio_, length_, count_, seed_}) used += chip->isVisibleTo(this) ? chip->width() + kChipGap : 0;
+    for (Chip* chip : {model_, ratio_, length_, count_, seed_})
+      used += chip->isVisibleTo(this) ? chip->width() + kChipGap : 0;
     return used - room;
   };
   for (Chip* chip : {model_, ratio_, length_, count_, seed_}) chip->resize(chip->sizeHint());

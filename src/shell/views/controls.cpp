@@ -14,7 +14,8 @@ namespace {
 
 int heightOf(ControlSize size) {
   const Metrics& m = metrics();
-  return size == ControlSize::compact ? m.controlCompact : (size == ControlSize::large ? m.controlLarge : m.controlRegular);
+  return size == ControlSize::compact ? m.controlCompact
+                                      : (size == ControlSize::large ? m.controlLarge : m.controlRegular);
 }
 
 void prepare(QAbstractButton& button) {
@@ -27,7 +28,8 @@ void prepare(QAbstractButton& button) {
 
 // Button
 
-Button::Button(const QString& text, ButtonVariant variant, QWidget* parent) : QPushButton(text, parent), variant_(variant) {
+Button::Button(const QString& text, ButtonVariant variant, QWidget* parent)
+    : QPushButton(text, parent), variant_(variant) {
   prepare(*this);
   setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 }
@@ -77,11 +79,16 @@ QColor Button::textColor() const {
   const Colors& c = colors();
   if (!isEnabled()) return c.textDisabled;
   switch (variant_) {
-    case ButtonVariant::primary: return c.textOnAccent;
-    case ButtonVariant::destructive: return c.textOnDanger;
-    case ButtonVariant::link: return c.accentText;
-    case ButtonVariant::quiet: return underMouse() ? c.textPrimary : c.textSecondary;
-    case ButtonVariant::secondary: break;
+    case ButtonVariant::primary:
+      return c.textOnAccent;
+    case ButtonVariant::destructive:
+      return c.textOnDanger;
+    case ButtonVariant::link:
+      return c.accentText;
+    case ButtonVariant::quiet:
+      return underMouse() ? c.textPrimary : c.textSecondary;
+    case ButtonVariant::secondary:
+      break;
   }
   return c.textPrimary;
 }
@@ -97,7 +104,8 @@ void Button::paintGround(QPainter& painter) const {
   }
   if (variant_ == ButtonVariant::secondary) {
     const QColor fill = isDown() ? c.controlFillPressed : (hover ? c.controlFillHover : c.controlFill);
-    return paintPanel(painter, rect(), radius, isEnabled() ? fill : QColor(), isEnabled() ? c.controlBorder : c.lineDefault);
+    return paintPanel(painter, rect(), radius, isEnabled() ? fill : QColor(),
+                      isEnabled() ? c.controlBorder : c.lineDefault);
   }
   if (!isEnabled()) return paintPanel(painter, rect(), radius, c.controlTrack);
   if (variant_ == ButtonVariant::destructive)

@@ -30,7 +30,8 @@ QVariant unwrapped(QVariant value) {
 void DesktopAppearance::start() {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
-  bus.connect(kService, kPath, kInterface, u"SettingChanged"_s, this, SLOT(settingChanged(QString, QString, QDBusVariant)));
+  bus.connect(kService, kPath, kInterface, u"SettingChanged"_s, this,
+              SLOT(settingChanged(QString, QString, QDBusVariant)));
   ask(kAppearance, kColorScheme);
   ask(kGnome, kAnimations);
 }

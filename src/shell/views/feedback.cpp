@@ -16,17 +16,21 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kFrame = 40;             // milliseconds between two pictures of a spinner
-constexpr double kLineShare = 0.34;    // how much of the track the travelling line covers
-constexpr int kToastMargin = 20;       // room for the shadow
+constexpr int kFrame = 40;           // milliseconds between two pictures of a spinner
+constexpr double kLineShare = 0.34;  // how much of the track the travelling line covers
+constexpr int kToastMargin = 20;     // room for the shadow
 
 QColor softOf(AlertTone tone) {
   const Colors& c = colors();
   switch (tone) {
-    case AlertTone::success: return c.successSoft;
-    case AlertTone::warning: return c.warningSoft;
-    case AlertTone::error: return c.dangerSoft;
-    case AlertTone::information: break;
+    case AlertTone::success:
+      return c.successSoft;
+    case AlertTone::warning:
+      return c.warningSoft;
+    case AlertTone::error:
+      return c.dangerSoft;
+    case AlertTone::information:
+      break;
   }
   return c.infoSoft;
 }
@@ -75,20 +79,28 @@ void Spinner::hideEvent(QHideEvent*) { tick_.stop(); }
 
 QString iconOf(AlertTone tone) {
   switch (tone) {
-    case AlertTone::success: return u"circle-check"_s;
-    case AlertTone::warning: return u"triangle-alert"_s;
-    case AlertTone::error: return u"circle-alert"_s;
-    case AlertTone::information: break;
+    case AlertTone::success:
+      return u"circle-check"_s;
+    case AlertTone::warning:
+      return u"triangle-alert"_s;
+    case AlertTone::error:
+      return u"circle-alert"_s;
+    case AlertTone::information:
+      break;
   }
   return u"info"_s;
 }
 
 ColorRole colorOf(AlertTone tone) {
   switch (tone) {
-    case AlertTone::success: return &Colors::successText;
-    case AlertTone::warning: return &Colors::warningText;
-    case AlertTone::error: return &Colors::dangerText;
-    case AlertTone::information: break;
+    case AlertTone::success:
+      return &Colors::successText;
+    case AlertTone::warning:
+      return &Colors::warningText;
+    case AlertTone::error:
+      return &Colors::dangerText;
+    case AlertTone::information:
+      break;
   }
   return &Colors::infoText;
 }
@@ -132,7 +144,8 @@ ToastCard::ToastCard(const Toast& toast, QWidget* parent) : QWidget(parent), id_
   auto* words = new QVBoxLayout;
   words->setSpacing(3);
   words->addWidget(new Paragraph(toast.text));
-  if (!toast.secondLine.isEmpty()) words->addWidget(new Paragraph(toast.secondLine, Type::small, &Colors::textSecondary));
+  if (!toast.secondLine.isEmpty())
+    words->addWidget(new Paragraph(toast.secondLine, Type::small, &Colors::textSecondary));
   if (!toast.actionTitle.isEmpty()) {
     auto* action = new Button(toast.actionTitle);
     action->setControlSize(ControlSize::compact);
@@ -157,7 +170,8 @@ void ToastCard::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QRect panel = rect().adjusted(kToastMargin, kToastMargin, -kToastMargin, -kToastMargin);
   paintShadow(painter, panel, metrics().radiusPanel, c.popoverShadow);
-  paintPanel(painter, panel, metrics().radiusPanel, c.surfaceOverlay, Theme::instance().isDark() ? c.controlBorder : c.lineDefault);
+  paintPanel(painter, panel, metrics().radiusPanel, c.surfaceOverlay,
+             Theme::instance().isDark() ? c.controlBorder : c.lineDefault);
 }
 
 void ToastCard::keyPressEvent(QKeyEvent* event) {

@@ -38,7 +38,9 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
   if (type == QEvent::KeyPress || type == QEvent::MouseButtonPress) {
     const bool before = keyboard;
     keyboard = type == QEvent::KeyPress;
-    if (before != keyboard) QMetaObject::invokeMethod(this, [this] { follow(QApplication::focusWidget()); }, Qt::QueuedConnection);
+    if (before != keyboard)
+      QMetaObject::invokeMethod(
+          this, [this] { follow(QApplication::focusWidget()); }, Qt::QueuedConnection);
   }
   const bool moved = type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show || type == QEvent::Hide;
   if (moved && target_ && watched->isWidgetType()) {

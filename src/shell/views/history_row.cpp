@@ -30,7 +30,8 @@ QString actionIcon(JobAction action) {
 }
 
 void paintThumbnail(QPainter& painter, const QRect& place, const ThumbnailStore::Answer& thumbnail) {
-  if (thumbnail.state == ThumbnailStore::State::ready) return paintCover(painter, place, metrics().radiusPicture, thumbnail.picture);
+  if (thumbnail.state == ThumbnailStore::State::ready)
+    return paintCover(painter, place, metrics().radiusPicture, thumbnail.picture);
   paintPanel(painter, place, metrics().radiusPicture, colors().surfacePlaceholder);
   paintIcon(painter, u"image"_s, place, 14, {colors().textTertiary});
 }
@@ -40,8 +41,10 @@ void paintButton(QPainter& painter, const QRect& row, const JobDisplay& job, boo
   const QRect button = historyButton(row, job);
   if (button.isNull()) return;
   const bool quiet = job.state != JobState::failed;
-  if (!quiet) paintPanel(painter, button, metrics().radiusControl, hovered ? c.controlFillHover : c.controlFill, c.controlBorder);
-  else if (hovered) paintPanel(painter, button, metrics().radiusControl, c.stateHover);
+  if (!quiet)
+    paintPanel(painter, button, metrics().radiusControl, hovered ? c.controlFillHover : c.controlFill, c.controlBorder);
+  else if (hovered)
+    paintPanel(painter, button, metrics().radiusControl, c.stateHover);
   const QString icon = actionIcon(job.action);
   const QColor ink = quiet && !hovered ? c.textSecondary : c.textPrimary;
   if (!icon.isEmpty()) paintIcon(painter, icon, QRect(button.left() + 8, button.top(), 14, button.height()), 14, {ink});
@@ -55,7 +58,15 @@ void paintRight(QPainter& painter, int right, int top, const QString& text, cons
 }  // namespace
 
 HistoryColumns::HistoryColumns(int width)
-    : icon(16), thumbnail(48), words(118), wordsEnd(0), model(0), modelEnd(0), startedEnd(0), costEnd(0), action(width - 16) {
+    : icon(16),
+      thumbnail(48),
+      words(118),
+      wordsEnd(0),
+      model(0),
+      modelEnd(0),
+      startedEnd(0),
+      costEnd(0),
+      action(width - 16) {
   costEnd = action - kActionColumn + 12;
   startedEnd = costEnd - kCostColumn;
   modelEnd = startedEnd - kStartedColumn;
@@ -78,21 +89,28 @@ QRect historyButton(const QRect& row, const JobDisplay& job) {
 void paintHistoryRow(QPainter& painter, const QRect& area, const JobDisplay& job, const HistoryRowLook& look) {
   const Colors& c = colors();
   const HistoryColumns columns(area.width());
-  if (look.selected) painter.fillRect(area, c.stateSelected);
-  else if (look.hovered) painter.fillRect(area, c.stateHover);
+  if (look.selected)
+    painter.fillRect(area, c.stateSelected);
+  else if (look.hovered)
+    painter.fillRect(area, c.stateHover);
   painter.fillRect(QRect(area.left(), area.bottom(), area.width(), 1), c.lineSubtle);
   paintJobIcon(painter, QRect(columns.icon, area.top(), 16, area.height()), job.state);
   paintThumbnail(painter, QRect(columns.thumbnail, area.center().y() - 18, 56, 37), look.thumbnail);
   const int width = columns.wordsEnd - columns.words;
   const int top = area.top() + 11;
-  paintText(painter, QRect(columns.words, top, width, 18), {job.prompt, fontFor(Type::body, Weight::medium), c.textPrimary});
+  paintText(painter, QRect(columns.words, top, width, 18),
+            {job.prompt, fontFor(Type::body, Weight::medium), c.textPrimary});
   const QString detail = job.detail.isEmpty() ? job.message : job.detail;
-  paintParagraph(painter, QRect(columns.words, top + 19, width, 33), {detail, fontFor(Type::small), detailColor(job)}, 16);
-  paintText(painter, QRect(columns.model, top + 7, columns.modelEnd - columns.model, 17), {job.modelName, fontFor(Type::small), c.textSecondary});
-  paintText(painter, QRect(columns.model, top + 25, columns.modelEnd - columns.model, 17), {job.destination, fontFor(Type::small), c.textSecondary});
+  paintParagraph(painter, QRect(columns.words, top + 19, width, 33), {detail, fontFor(Type::small), detailColor(job)},
+                 16);
+  paintText(painter, QRect(columns.model, top + 7, columns.modelEnd - columns.model, 17),
+            {job.modelName, fontFor(Type::small), c.textSecondary});
+  paintText(painter, QRect(columns.model, top + 25, columns.modelEnd - columns.model, 17),
+            {job.destination, fontFor(Type::small), c.textSecondary});
   paintRight(painter, columns.startedEnd, top + 7, job.startedText, fontFor(Type::small), c.textSecondary);
   paintRight(painter, columns.startedEnd, top + 25, job.elapsedText, fontFor(Type::mono), c.textTertiary);
-  if (columns.costEnd != columns.startedEnd) paintRight(painter, columns.costEnd, area.center().y() - 8, job.costText, fontFor(Type::small), c.textSecondary);
+  if (columns.costEnd != columns.startedEnd)
+    paintRight(painter, columns.costEnd, area.center().y() - 8, job.costText, fontFor(Type::small), c.textSecondary);
   paintButton(painter, area, job, look.buttonHovered);
 }
 

@@ -35,11 +35,15 @@ class ColumnHeads final : public QWidget {
     const HistoryColumns columns(width());
     const QFont font = fontFor(Type::caption, Weight::semibold);
     const QColor ink = colors().textTertiary;
-    paintText(painter, QRect(columns.words, 0, columns.wordsEnd - columns.words, height()), {texts::generationColumn(), font, ink});
-    paintText(painter, QRect(columns.model, 0, columns.modelEnd - columns.model, height()), {texts::modelColumn(), font, ink});
-    paintText(painter, QRect(columns.startedEnd - 80, 0, 80, height()), {texts::startedColumn(), font, ink, Qt::AlignRight | Qt::AlignVCenter});
+    paintText(painter, QRect(columns.words, 0, columns.wordsEnd - columns.words, height()),
+              {texts::generationColumn(), font, ink});
+    paintText(painter, QRect(columns.model, 0, columns.modelEnd - columns.model, height()),
+              {texts::modelColumn(), font, ink});
+    paintText(painter, QRect(columns.startedEnd - 80, 0, 80, height()),
+              {texts::startedColumn(), font, ink, Qt::AlignRight | Qt::AlignVCenter});
     if (columns.costEnd != columns.startedEnd)
-      paintText(painter, QRect(columns.costEnd - 80, 0, 80, height()), {texts::costColumn(), font, ink, Qt::AlignRight | Qt::AlignVCenter});
+      paintText(painter, QRect(columns.costEnd - 80, 0, 80, height()),
+                {texts::costColumn(), font, ink, Qt::AlignRight | Qt::AlignVCenter});
     painter.fillRect(QRect(0, height() - 1, width(), 1), colors().lineSubtle);
   }
 };
@@ -105,7 +109,8 @@ int HistoryList::rowAt(QPoint point) const {
   const int y = point.y() + verticalScrollBar()->value();
   for (size_t number = 0; number < groups_.size(); ++number) {
     const int first = groupTops_[number] + kHeading;
-    if (y >= first && y < first + groups_[number].count * historyRowHeight) return groups_[number].first + (y - first) / historyRowHeight;
+    if (y >= first && y < first + groups_[number].count * historyRowHeight)
+      return groups_[number].first + (y - first) / historyRowHeight;
   }
   return -1;
 }
@@ -140,8 +145,10 @@ void HistoryList::paintEvent(QPaintEvent* event) {
   for (size_t number = 0; number < groups_.size(); ++number) {
     const QRect head(16, groupTops_[number] - verticalScrollBar()->value(), viewport()->width() - 32, kHeading);
     if (!head.intersects(viewport()->rect())) continue;
-    const int used = paintText(painter, head.adjusted(0, 8, 0, 0), {groups_[number].title, fontFor(Type::body, Weight::semibold), c.textPrimary});
-    paintText(painter, head.adjusted(used + 8, 8, 0, 0), {QString::number(groups_[number].count), fontFor(Type::small), c.textTertiary});
+    const int used = paintText(painter, head.adjusted(0, 8, 0, 0),
+                               {groups_[number].title, fontFor(Type::body, Weight::semibold), c.textPrimary});
+    paintText(painter, head.adjusted(used + 8, 8, 0, 0),
+              {QString::number(groups_[number].count), fontFor(Type::small), c.textTertiary});
   }
   bool moves = false;
   const auto [first, end] = visibleRange();
@@ -152,8 +159,10 @@ void HistoryList::paintEvent(QPaintEvent* event) {
     look.thumbnail = thumbnails_.picture(job.thumbnailPath, {}, 128);
     paintHistoryRow(painter, cellRect(index), job, look);
   }
-  if (moves && !Theme::instance().reducedMotion()) motion_.start(kFrame);
-  else motion_.stop();
+  if (moves && !Theme::instance().reducedMotion())
+    motion_.start(kFrame);
+  else
+    motion_.stop();
 }
 
 void HistoryList::select(int index) {
@@ -171,8 +180,10 @@ void HistoryList::mousePressEvent(QMouseEvent* event) {
   const int index = rowAt(point);
   if (index < 0) return;
   const JobDisplay job = source_.rowAt(index);
-  if (historyButton(cellRect(index), job).contains(point)) Q_EMIT actionRequested(job.id, job.action);
-  else select(index);
+  if (historyButton(cellRect(index), job).contains(point))
+    Q_EMIT actionRequested(job.id, job.action);
+  else
+    select(index);
 }
 
 void HistoryList::mouseMoveEvent(QMouseEvent* event) {
@@ -185,16 +196,23 @@ void HistoryList::mouseMoveEvent(QMouseEvent* event) {
 void HistoryList::keyPressEvent(QKeyEvent* event) {
   const int now = source_.indexOf(selected_);
   switch (event->key()) {
-    case Qt::Key_Down: return select(std::min(source_.count() - 1, now + 1));
-    case Qt::Key_Up: return select(std::max(0, now - 1));
-    case Qt::Key_Home: return select(0);
-    case Qt::Key_End: return select(source_.count() - 1);
+    case Qt::Key_Down:
+      return select(std::min(source_.count() - 1, now + 1));
+    case Qt::Key_Up:
+      return select(std::max(0, now - 1));
+    case Qt::Key_Home:
+      return select(0);
+    case Qt::Key_End:
+      return select(source_.count() - 1);
     case Qt::Key_Return:
     case Qt::Key_Enter:
       if (now >= 0) performRowAction(now, source_.rowAt(now).actionTitle);
       return;
-    case Qt::Key_Escape: Q_EMIT escapePressed(); return;
-    default: QAbstractScrollArea::keyPressEvent(event);
+    case Qt::Key_Escape:
+      Q_EMIT escapePressed();
+      return;
+    default:
+      QAbstractScrollArea::keyPressEvent(event);
   }
 }
 
@@ -217,13 +235,16 @@ QStringList HistoryList::rowActions(int index) const {
 
 void HistoryList::performRowAction(int index, const QString& action) {
   const JobDisplay job = source_.rowAt(index);
-  if (action == selectRowAction) Q_EMIT selected(job.id);
-  else if (!action.isEmpty() && action == job.actionTitle && job.action != JobAction::cancel) Q_EMIT actionRequested(job.id, job.action);
+  if (action == selectRowAction)
+    Q_EMIT selected(job.id);
+  else if (!action.isEmpty() && action == job.actionTitle && job.action != JobAction::cancel)
+    Q_EMIT actionRequested(job.id, job.action);
 }
 
 HistoryView::HistoryView(HistorySource& source, ThumbnailStore& thumbnails, QWidget* parent) : QWidget(parent) {
   std::vector<Segment> segments;
-  for (const JobSegment segment : {JobSegment::all, JobSegment::inProgress, JobSegment::failed, JobSegment::cancelled, JobSegment::complete})
+  for (const JobSegment segment :
+       {JobSegment::all, JobSegment::inProgress, JobSegment::failed, JobSegment::cancelled, JobSegment::complete})
     segments.push_back({JobsPresenter::segmentTitle(segment), {}, {}});
   segments_ = new SegmentedControl(texts::historyFilter(), segments, ControlSize::compact);
   list_ = new HistoryList(source, thumbnails);
@@ -238,7 +259,8 @@ HistoryView::HistoryView(HistorySource& source, ThumbnailStore& thumbnails, QWid
   column->addWidget(new Hairline);
   column->addWidget(new ColumnHeads);
   column->addWidget(list_, 1);
-  connect(segments_, &SegmentedControl::chosen, this, [this](int index) { Q_EMIT segmentChosen(static_cast<JobSegment>(index)); });
+  connect(segments_, &SegmentedControl::chosen, this,
+          [this](int index) { Q_EMIT segmentChosen(static_cast<JobSegment>(index)); });
 }
 
 void HistoryView::setSegment(JobSegment segment) { segments_->setCurrent(static_cast<int>(segment)); }

@@ -52,8 +52,9 @@ QRectF centred(const QRectF& area, int size) {
 }  // namespace
 
 QPixmap iconPixmap(const QString& name, int size, const IconLook& look, double pixelRatio) {
-  const QString key = u"%1|%2|%3|%4|%5"_s.arg(name, QString::number(size), look.color.name(QColor::HexRgb),
-                                              QString::number(pixelRatio), QString::number(static_cast<int>(look.fill)));
+  const QString key =
+      u"%1|%2|%3|%4|%5"_s.arg(name, QString::number(size), look.color.name(QColor::HexRgb), QString::number(pixelRatio),
+                              QString::number(static_cast<int>(look.fill)));
   auto found = kept().constFind(key);
   if (found == kept().constEnd()) found = kept().insert(key, rendered(tinted(name, size, look), size, pixelRatio));
   return *found;
@@ -69,7 +70,8 @@ void paintIcon(QPainter& painter, const QString& name, const QRectF& area, int s
   painter.setOpacity(before);
 }
 
-void paintTurnedIcon(QPainter& painter, const QString& name, const QRectF& area, int size, const QColor& color, double degrees) {
+void paintTurnedIcon(QPainter& painter, const QString& name, const QRectF& area, int size, const QColor& color,
+                     double degrees) {
   painter.save();
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.translate(area.center());

@@ -30,6 +30,7 @@ QPixmap markPixmap(int size, double pixelRatio);
 QIcon windowIcon();
 
 // Turns the drawing by `degrees`: the spinner.
-void paintTurnedIcon(QPainter& painter, const QString& name, const QRectF& area, int size, const QColor& color, double degrees);
+void paintTurnedIcon(QPainter& painter, const QString& name, const QRectF& area, int size, const QColor& color,
+                     double degrees);
 
 }  // namespace sorvan::views

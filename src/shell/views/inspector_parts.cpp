@@ -38,7 +38,8 @@ class SectionHead final : public QAbstractButton {
     QPainter painter(this);
     const int used = paintText(painter, rect(), {text(), fontFor(Type::small, Weight::semibold), c.textSecondary});
     if (!underMouse() && isChecked()) return;
-    paintIcon(painter, isChecked() ? u"chevron-down"_s : u"chevron-right"_s, QRect(used + 6, 0, 14, height()), 14, {c.textTertiary});
+    paintIcon(painter, isChecked() ? u"chevron-down"_s : u"chevron-right"_s, QRect(used + 6, 0, 14, height()), 14,
+              {c.textTertiary});
   }
 };
 
@@ -54,7 +55,8 @@ QColor statusColor(const QString& token) {
 
 // PreviewPicture
 
-PreviewPicture::PreviewPicture(ThumbnailStore& thumbnails, QWidget* parent) : QAbstractButton(parent), thumbnails_(thumbnails) {
+PreviewPicture::PreviewPicture(ThumbnailStore& thumbnails, QWidget* parent)
+    : QAbstractButton(parent), thumbnails_(thumbnails) {
   setAccessibleName(texts::openPreview());
   setToolTip(texts::openPreview());
   setFocusPolicy(Qt::StrongFocus);
@@ -78,7 +80,8 @@ void PreviewPicture::paintEvent(QPaintEvent*) {
   if (answer.state != ThumbnailStore::State::ready) return;
   const QSizeF size = QSizeF(answer.picture.size()).scaled(QSizeF(width(), height()), Qt::KeepAspectRatio);
   const QRectF place((width() - size.width()) / 2, (height() - size.height()) / 2, size.width(), size.height());
-  paintCover(painter, place, size.height() >= height() - 1 && size.width() >= width() - 1 ? metrics().radiusControl : 0, answer.picture);
+  paintCover(painter, place, size.height() >= height() - 1 && size.width() >= width() - 1 ? metrics().radiusControl : 0,
+             answer.picture);
   if (!underMouse() && !hasFocus()) return;
   const QRect corner(width() - 30, 6, 24, 24);
   paintPanel(painter, corner, metrics().radiusSmall, c.pictureBadge);
@@ -110,7 +113,8 @@ void StarRow::paintEvent(QPaintEvent*) {
   for (int star = 0; star < 5; ++star) {
     const QRect place(star * kStarStep, 0, 16, height());
     const bool full = star < shown;
-    paintIcon(painter, u"star"_s, place, 15, {full ? c.rating : c.textTertiary, full ? IconFill::filled : IconFill::outline});
+    paintIcon(painter, u"star"_s, place, 15,
+              {full ? c.rating : c.textTertiary, full ? IconFill::filled : IconFill::outline});
   }
 }
 
@@ -131,10 +135,14 @@ void StarRow::leaveEvent(QEvent*) {
 
 void StarRow::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
-  if (key == Qt::Key_Right || key == Qt::Key_Up) Q_EMIT chosen(std::min(5, stars_ + 1));
-  else if (key == Qt::Key_Left || key == Qt::Key_Down) Q_EMIT chosen(std::max(0, stars_ - 1));
-  else if (key >= Qt::Key_0 && key <= Qt::Key_5) Q_EMIT chosen(key - Qt::Key_0);
-  else QWidget::keyPressEvent(event);
+  if (key == Qt::Key_Right || key == Qt::Key_Up)
+    Q_EMIT chosen(std::min(5, stars_ + 1));
+  else if (key == Qt::Key_Left || key == Qt::Key_Down)
+    Q_EMIT chosen(std::max(0, stars_ - 1));
+  else if (key >= Qt::Key_0 && key <= Qt::Key_5)
+    Q_EMIT chosen(key - Qt::Key_0);
+  else
+    QWidget::keyPressEvent(event);
 }
 
 // HeartButton
@@ -152,12 +160,14 @@ void HeartButton::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
   if (underMouse()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
-  paintIcon(painter, u"heart"_s, rect(), 16, {isChecked() ? c.favorite : c.textSecondary, isChecked() ? IconFill::filled : IconFill::outline});
+  paintIcon(painter, u"heart"_s, rect(), 16,
+            {isChecked() ? c.favorite : c.textSecondary, isChecked() ? IconFill::filled : IconFill::outline});
 }
 
 // StatusView
 
-StatusView::StatusView(const QString& text, const QString& token, QWidget* parent) : QWidget(parent), text_(text), token_(token) {
+StatusView::StatusView(const QString& text, const QString& token, QWidget* parent)
+    : QWidget(parent), text_(text), token_(token) {
   setAccessibleName(text);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -172,7 +182,8 @@ void StatusView::paintEvent(QPaintEvent*) {
 
 // InspectorSectionView
 
-InspectorSectionView::InspectorSectionView(const InspectorSection& section, QWidget* parent) : QWidget(parent), head_(new QWidget), body_(new QWidget) {
+InspectorSectionView::InspectorSectionView(const InspectorSection& section, QWidget* parent)
+    : QWidget(parent), head_(new QWidget), body_(new QWidget) {
   auto* head = new SectionHead(section.title);
   auto* headRow = new QHBoxLayout(head_);
   headRow->setContentsMargins(0, 0, 0, 0);
@@ -209,7 +220,8 @@ QWidget* InspectorSectionView::buildRows(const InspectorSection& section) {
     auto* label = new Label(row.label, Type::small, &Colors::textTertiary);
     grid->addWidget(label, number, 0, Qt::AlignTop);
     Paragraph* value = row.monospaced ? nullptr : new Paragraph(row.value, Type::small);
-    ElidedLabel* shortened = row.monospaced ? new ElidedLabel(Type::mono, &Colors::textPrimary, Qt::ElideMiddle) : nullptr;
+    ElidedLabel* shortened =
+        row.monospaced ? new ElidedLabel(Type::mono, &Colors::textPrimary, Qt::ElideMiddle) : nullptr;
     if (value) value->setSelectable(true), value->setMinimumWidth(40), grid->addWidget(value, number, 1);
     if (shortened) shortened->setText(row.value), grid->addWidget(shortened, number, 1, Qt::AlignTop);
     values_.push_back(value);

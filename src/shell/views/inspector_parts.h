@@ -100,7 +100,7 @@ class InspectorSectionView final : public QWidget {
   QWidget* head_;
   QWidget* body_;
   Paragraph* text_ = nullptr;
-  std::vector<Paragraph*> values_;      // null where the row is monospaced
+  std::vector<Paragraph*> values_;        // null where the row is monospaced
   std::vector<ElidedLabel*> monospaced_;  // null elsewhere
 };
 

@@ -5,8 +5,8 @@
 #include <QVBoxLayout>
 
 #include "shell/views/controls.h"
-#include "shell/views/inspector_parts.h"
 #include "shell/views/feedback.h"
+#include "shell/views/inspector_parts.h"
 #include "shell/views/texts.h"
 
 namespace sorvan::views {
@@ -24,15 +24,23 @@ QVBoxLayout* block(QVBoxLayout& column, const QMargins& margins, int spacing) {
 
 QString iconOfAction(ActionId action) {
   switch (action) {
-    case ActionId::saveResult: return u"download"_s;
-    case ActionId::saveRawResult: return u"file-down"_s;
+    case ActionId::saveResult:
+      return u"download"_s;
+    case ActionId::saveRawResult:
+      return u"file-down"_s;
     case ActionId::submitAgain:
-    case ActionId::retryJob: return u"refresh-cw"_s;
-    case ActionId::copyJobDetails: return u"copy"_s;
-    case ActionId::reusePrompt: return u"corner-down-left"_s;
-    case ActionId::showInFiles: return u"folder"_s;
-    case ActionId::cancelJob: return u"x"_s;
-    default: return {};
+    case ActionId::retryJob:
+      return u"refresh-cw"_s;
+    case ActionId::copyJobDetails:
+      return u"copy"_s;
+    case ActionId::reusePrompt:
+      return u"corner-down-left"_s;
+    case ActionId::showInFiles:
+      return u"folder"_s;
+    case ActionId::cancelJob:
+      return u"x"_s;
+    default:
+      return {};
   }
 }
 
@@ -72,10 +80,14 @@ void InspectorView::paintEvent(QPaintEvent*) {
 }
 
 QString InspectorView::shapeOf(const InspectorDisplay& display) const {
-  QStringList parts{QString::number(static_cast<int>(display.subject)), display.id.toString(), display.statusText,
-                    display.message.isEmpty() ? u"-"_s : u"m"_s, display.detail.isEmpty() ? u"-"_s : u"d"_s,
-                    QString::number(static_cast<int>(display.jobState)), 
-                    QString::number(display.hasRating), display.previewPath.isEmpty() ? u"-"_s : u"p"_s};
+  QStringList parts{QString::number(static_cast<int>(display.subject)),
+                    display.id.toString(),
+                    display.statusText,
+                    display.message.isEmpty() ? u"-"_s : u"m"_s,
+                    display.detail.isEmpty() ? u"-"_s : u"d"_s,
+                    QString::number(static_cast<int>(display.jobState)),
+                    QString::number(display.hasRating),
+                    display.previewPath.isEmpty() ? u"-"_s : u"p"_s};
   for (const InspectorButton& button : display.buttons) parts.append(button.title);
   for (const InspectorSection& section : display.sections)
     parts.append(section.title + (section.text.isEmpty() ? u"-"_s : u"t"_s) + QString::number(section.rows.size()));
@@ -107,9 +119,12 @@ void InspectorView::rebuild() {
   stars_ = nullptr;
   heart_ = nullptr;
   sections_.clear();
-  if (display_.subject == InspectorSubject::nothing) buildNothing(*column);
-  else if (display_.subject == InspectorSubject::job) buildJobHead(*column);
-  else buildItemHead(*column);
+  if (display_.subject == InspectorSubject::nothing)
+    buildNothing(*column);
+  else if (display_.subject == InspectorSubject::job)
+    buildJobHead(*column);
+  else
+    buildItemHead(*column);
   buildButtons(*column);
   buildSections(*column);
   column->addStretch(1);
@@ -119,7 +134,8 @@ void InspectorView::buildNothing(QVBoxLayout& column) {
   QVBoxLayout* words = block(column, {16, 18, 16, 12}, 4);
   title_ = new ElidedLabel(Type::title, &Colors::textPrimary, Qt::ElideRight);
   title_->setText(display_.title.isEmpty() ? texts::nothingSelected() : display_.title);
-  facts_ = new Paragraph(display_.facts.isEmpty() ? texts::nothingSelectedHint() : display_.facts, Type::small, &Colors::textTertiary);
+  facts_ = new Paragraph(display_.facts.isEmpty() ? texts::nothingSelectedHint() : display_.facts, Type::small,
+                         &Colors::textTertiary);
   words->addWidget(title_);
   words->addWidget(facts_);
 }
@@ -157,8 +173,10 @@ void InspectorView::buildJobHead(QVBoxLayout& column) {
   QVBoxLayout* words = block(column, {16, 14, 16, 12}, 3);
   auto* row = new QHBoxLayout;
   row->setSpacing(7);
-  if (display_.jobState == JobState::running || display_.jobState == JobState::salvaging) row->addWidget(new Spinner(16));
-  else row->addWidget(new IconView(iconOf(toneOf(display_.jobState)), 16, colorOf(toneOf(display_.jobState))));
+  if (display_.jobState == JobState::running || display_.jobState == JobState::salvaging)
+    row->addWidget(new Spinner(16));
+  else
+    row->addWidget(new IconView(iconOf(toneOf(display_.jobState)), 16, colorOf(toneOf(display_.jobState))));
   title_ = new ElidedLabel(Type::title, &Colors::textPrimary, Qt::ElideRight);
   row->addWidget(title_, 1);
   facts_ = new Paragraph({}, Type::small, &Colors::textTertiary);
@@ -183,7 +201,9 @@ void InspectorView::buildButtons(QVBoxLayout& column) {
   if (display_.buttons.empty()) return;
   QVBoxLayout* stack = block(column, {16, 8, 16, 14}, 6);
   for (const InspectorButton& spec : display_.buttons) {
-    auto* button = new Button(spec.title, spec.primary ? ButtonVariant::primary : (isQuiet(spec.action) ? ButtonVariant::quiet : ButtonVariant::secondary));
+    auto* button =
+        new Button(spec.title, spec.primary ? ButtonVariant::primary
+                                            : (isQuiet(spec.action) ? ButtonVariant::quiet : ButtonVariant::secondary));
     button->setIconName(iconOfAction(spec.action));
     connect(button, &Button::clicked, this, [this, action = spec.action] { Q_EMIT actionRequested(action); });
     stack->addWidget(button);

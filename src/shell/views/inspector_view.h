@@ -16,7 +16,8 @@ class Paragraph;
 class PreviewPicture;
 class StarRow;
 
-// Shows a display and forwards presses. While only words change, the widgets stay, so that the keyboard keeps its place.
+// Shows a display and forwards presses. While only words change, the widgets stay, so that the keyboard keeps its
+// place.
 class InspectorView final : public QWidget {
   Q_OBJECT
 

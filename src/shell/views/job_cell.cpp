@@ -22,7 +22,8 @@ constexpr double kWidestJob = 2.4;
 bool canBeDismissed(const JobDisplay& job) { return job.state == JobState::failed || job.state == JobState::cancelled; }
 bool canBeCancelled(const JobDisplay& job) { return job.action == JobAction::cancel; }
 bool hasButton(const JobDisplay& job) {
-  return job.action != JobAction::none && job.action != JobAction::cancel && job.action != JobAction::show && !job.actionTitle.isEmpty();
+  return job.action != JobAction::none && job.action != JobAction::cancel && job.action != JobAction::show &&
+         !job.actionTitle.isEmpty();
 }
 
 QString actionIcon(JobAction action) {
@@ -68,7 +69,10 @@ void paintHead(QPainter& painter, const QRect& area, const JobDisplay& job, cons
   const bool close = canBeCancelled(job) || (canBeDismissed(job) && look.hovered);
   int right = close ? kClose : 0;
   if (job.state == JobState::failed && !close) {
-    right = paintText(painter, head, {texts::failed(), fontFor(Type::caption), colors().dangerText, Qt::AlignRight | Qt::AlignVCenter}) + 8;
+    right =
+        paintText(painter, head,
+                  {texts::failed(), fontFor(Type::caption), colors().dangerText, Qt::AlignRight | Qt::AlignVCenter}) +
+        8;
   }
   paintText(painter, head.adjusted(0, 0, -right, 0), {job.modelName, fontFor(Type::small, Weight::medium), ink.name});
   if (!close) return;
@@ -82,8 +86,10 @@ void paintActionButton(QPainter& painter, const QRect& area, const JobDisplay& j
   const QRect button = actionRect(area, job);
   const bool hot = look.hoveredPart == CellPart::action;
   const bool quiet = job.state == JobState::cancelled;
-  if (!quiet) paintPanel(painter, button, metrics().radiusControl, hot ? c.controlFillHover : c.controlFill, c.controlBorder);
-  else if (hot) paintPanel(painter, button, metrics().radiusControl, c.stateHover);
+  if (!quiet)
+    paintPanel(painter, button, metrics().radiusControl, hot ? c.controlFillHover : c.controlFill, c.controlBorder);
+  else if (hot)
+    paintPanel(painter, button, metrics().radiusControl, c.stateHover);
   const QColor ink = quiet && !hot ? c.textSecondary : c.textPrimary;
   paintIcon(painter, actionIcon(job.action), QRect(button.left() + 9, button.top(), 14, kButton), 14, {ink});
   paintText(painter, button.adjusted(28, 0, -8, 0), {job.actionTitle, buttonFont(), ink});
@@ -91,13 +97,15 @@ void paintActionButton(QPainter& painter, const QRect& area, const JobDisplay& j
   if (quiet || details.isNull()) return;
   const bool hotDetails = look.hoveredPart == CellPart::details;
   if (hotDetails) paintPanel(painter, details, metrics().radiusControl, c.stateHover);
-  paintText(painter, details, {texts::showDetails(), buttonFont(), hotDetails ? c.textPrimary : c.textSecondary, Qt::AlignCenter});
+  paintText(painter, details,
+            {texts::showDetails(), buttonFont(), hotDetails ? c.textPrimary : c.textSecondary, Qt::AlignCenter});
 }
 
 // What the cell says: while it works what was asked for, afterwards why it ended.
 QString wordsOf(const JobDisplay& job) {
   if (job.state == JobState::failed) return job.detail.isEmpty() ? job.message : job.message + u"\n"_s + job.detail;
-  if (job.state == JobState::cancelled || job.state == JobState::salvaging) return job.detail.isEmpty() ? job.prompt : job.detail;
+  if (job.state == JobState::cancelled || job.state == JobState::salvaging)
+    return job.detail.isEmpty() ? job.prompt : job.detail;
   return job.prompt;
 }
 
@@ -110,8 +118,12 @@ void paintFoot(QPainter& painter, const QRect& area, const JobDisplay& job) {
   const Colors& c = colors();
   const QRect foot(area.left() + kPadX, area.bottom() - kPadY - 15, area.width() - 2 * kPadX, 16);
   const QColor ink = job.state == JobState::queued ? c.textTertiary : c.textSecondary;
-  const int clock = job.elapsedText.isEmpty() || job.state == JobState::queued ? 0
-      : paintText(painter, foot, {job.elapsedText, fontFor(Type::mono), c.textSecondary, Qt::AlignRight | Qt::AlignVCenter}) + 8;
+  const int clock =
+      job.elapsedText.isEmpty() || job.state == JobState::queued
+          ? 0
+          : paintText(painter, foot,
+                      {job.elapsedText, fontFor(Type::mono), c.textSecondary, Qt::AlignRight | Qt::AlignVCenter}) +
+                8;
   paintText(painter, foot.adjusted(0, 0, -clock, 0), {job.detail, fontFor(Type::caption), ink});
 }
 
@@ -124,11 +136,16 @@ void paintJobIcon(QPainter& painter, const QRectF& area, JobState state) {
   const int side = metrics().iconSmall;
   switch (state) {
     case JobState::running:
-    case JobState::salvaging: return paintTurnedIcon(painter, u"loader-circle"_s, area, side, c.accentText, spinnerDegrees());
-    case JobState::queued: return paintIcon(painter, u"clock"_s, area, side, {c.textTertiary});
-    case JobState::failed: return paintIcon(painter, u"circle-alert"_s, area, side, {c.dangerText});
-    case JobState::cancelled: return paintIcon(painter, u"circle-x"_s, area, side, {c.textTertiary});
-    case JobState::complete: return paintIcon(painter, u"circle-check"_s, area, side, {c.successText});
+    case JobState::salvaging:
+      return paintTurnedIcon(painter, u"loader-circle"_s, area, side, c.accentText, spinnerDegrees());
+    case JobState::queued:
+      return paintIcon(painter, u"clock"_s, area, side, {c.textTertiary});
+    case JobState::failed:
+      return paintIcon(painter, u"circle-alert"_s, area, side, {c.dangerText});
+    case JobState::cancelled:
+      return paintIcon(painter, u"circle-x"_s, area, side, {c.textTertiary});
+    case JobState::complete:
+      return paintIcon(painter, u"circle-check"_s, area, side, {c.successText});
   }
 }
 
@@ -140,9 +157,12 @@ void paintJobCell(QPainter& painter, const QRect& area, const JobDisplay& job, c
   const int bottom = area.bottom() - kPadY - footHeight(job);
   const QRect words(area.left() + kPadX, top, area.width() - 2 * kPadX, bottom - top);
   paintParagraph(painter, words, {wordsOf(job), fontFor(Type::small), ink.words}, lineHeight(Type::small));
-  if (hasButton(job)) paintActionButton(painter, area, job, look);
-  else if (!canBeDismissed(job)) paintFoot(painter, area, job);
-  if (isMoving(job)) paintTravellingLine(painter, QRectF(area.left() + 1, area.bottom() - kLine, area.width() - 2, kLine));
+  if (hasButton(job))
+    paintActionButton(painter, area, job, look);
+  else if (!canBeDismissed(job))
+    paintFoot(painter, area, job);
+  if (isMoving(job))
+    paintTravellingLine(painter, QRectF(area.left() + 1, area.bottom() - kLine, area.width() - 2, kLine));
 }
 
 CellPart jobPartAt(const QRect& area, const JobDisplay& job, QPoint point) {

@@ -12,7 +12,9 @@ CellPart jobPartAt(const QRect& area, const JobDisplay& job, QPoint point);
 double jobCellAspect(double outputAspect);
 
 // Something turns in this job's cell.
-inline bool isMoving(const JobDisplay& job) { return job.state == JobState::running || job.state == JobState::salvaging; }
+inline bool isMoving(const JobDisplay& job) {
+  return job.state == JobState::running || job.state == JobState::salvaging;
+}
 
 // The icon of a job's state, turning where work goes on.
 void paintJobIcon(QPainter& painter, const QRectF& area, JobState state);

@@ -9,7 +9,8 @@
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
-Label::Label(const QString& text, Type type, ColorRole color, QWidget* parent) : QLabel(text, parent), type_(type), color_(color) {
+Label::Label(const QString& text, Type type, ColorRole color, QWidget* parent)
+    : QLabel(text, parent), type_(type), color_(color) {
   setFont(fontFor(type));
   setTextFormat(Qt::PlainText);
   recolour();
@@ -86,12 +87,18 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
 ToneColors toneColors(BadgeTone tone) {
   const Colors& c = colors();
   switch (tone) {
-    case BadgeTone::accent: return {c.accentText, c.accentSoft};
-    case BadgeTone::success: return {c.successText, c.successSoft};
-    case BadgeTone::warning: return {c.warningText, c.warningSoft};
-    case BadgeTone::danger: return {c.dangerText, c.dangerSoft};
-    case BadgeTone::info: return {c.infoText, c.infoSoft};
-    case BadgeTone::neutral: break;
+    case BadgeTone::accent:
+      return {c.accentText, c.accentSoft};
+    case BadgeTone::success:
+      return {c.successText, c.successSoft};
+    case BadgeTone::warning:
+      return {c.warningText, c.warningSoft};
+    case BadgeTone::danger:
+      return {c.dangerText, c.dangerSoft};
+    case BadgeTone::info:
+      return {c.infoText, c.infoSoft};
+    case BadgeTone::neutral:
+      break;
   }
   return {c.textSecondary, c.statePressed};
 }
@@ -133,8 +140,10 @@ void IconView::paintEvent(QPaintEvent*) {
 }
 
 Hairline::Hairline(ColorRole color, Qt::Orientation orientation, QWidget* parent) : QWidget(parent), color_(color) {
-  if (orientation == Qt::Horizontal) setFixedHeight(1);
-  else setFixedWidth(1);
+  if (orientation == Qt::Horizontal)
+    setFixedHeight(1);
+  else
+    setFixedWidth(1);
 }
 
 void Hairline::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().*color_); }

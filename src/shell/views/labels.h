@@ -119,7 +119,8 @@ class Hairline final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit Hairline(ColorRole color = &Colors::lineSubtle, Qt::Orientation orientation = Qt::Horizontal, QWidget* parent = nullptr);
+  explicit Hairline(ColorRole color = &Colors::lineSubtle, Qt::Orientation orientation = Qt::Horizontal,
+                    QWidget* parent = nullptr);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

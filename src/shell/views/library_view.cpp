@@ -8,8 +8,8 @@
 namespace sorvan::views {
 
 namespace {
-constexpr int kRailBelow = 1180;      // narrower windows show the sidebar as a rail of icons
-constexpr int kFloatBelow = 1100;     // narrower windows let the inspector float over the content
+constexpr int kRailBelow = 1180;   // narrower windows show the sidebar as a rail of icons
+constexpr int kFloatBelow = 1100;  // narrower windows let the inspector float over the content
 constexpr int kRail = 52;
 
 // The controls of a zone that the keyboard visits, in the order in which they were made.
@@ -19,17 +19,24 @@ std::vector<QWidget*> stopsIn(QWidget* zone) {
   candidates.prepend(zone);
   for (QWidget* candidate : candidates) {
     const bool takesTab = (candidate->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
-    if (takesTab && candidate->isVisible() && candidate->isEnabled() && !candidate->focusProxy()) stops.push_back(candidate);
+    if (takesTab && candidate->isVisible() && candidate->isEnabled() && !candidate->focusProxy())
+      stops.push_back(candidate);
   }
   return stops;
 }
 }  // namespace
 
 LibraryView::LibraryView(Parts parts, QWidget* parent)
-    : QWidget(parent), sidebar_(new SidebarView(thumbnails_, this)), toolbar_(new ToolbarView(this)), banner_(new BannerBar(this)),
-      stack_(new QStackedWidget(this)), wall_(new MediaWall(parts.wall, thumbnails_)),
-      history_(new HistoryView(parts.history, thumbnails_)), asset_(new AssetView(parts.wall, thumbnails_)),
-      inspector_(new InspectorView(thumbnails_, this)), dock_(new ComposerDock(parts.composer, this)),
+    : QWidget(parent),
+      sidebar_(new SidebarView(thumbnails_, this)),
+      toolbar_(new ToolbarView(this)),
+      banner_(new BannerBar(this)),
+      stack_(new QStackedWidget(this)),
+      wall_(new MediaWall(parts.wall, thumbnails_)),
+      history_(new HistoryView(parts.history, thumbnails_)),
+      asset_(new AssetView(parts.wall, thumbnails_)),
+      inspector_(new InspectorView(thumbnails_, this)),
+      dock_(new ComposerDock(parts.composer, this)),
       toaster_(new Toaster(parts.alerts, this)) {
   stack_->setAccessibleName(texts::contentZone());
   for (QWidget* page : std::initializer_list<QWidget*>{wall_, history_, asset_}) stack_->addWidget(page);
@@ -130,10 +137,12 @@ void LibraryView::cycleZones(int direction) {
   const int count = static_cast<int>(all.size());
   int at = 0;
   for (int index = 0; index < count; ++index) {
-    if (now && (all[static_cast<size_t>(index)] == now || all[static_cast<size_t>(index)]->isAncestorOf(now))) at = index;
+    if (now && (all[static_cast<size_t>(index)] == now || all[static_cast<size_t>(index)]->isAncestorOf(now)))
+      at = index;
   }
   for (int step = 1; step <= count; ++step) {
-    const std::vector<QWidget*> stops = stopsIn(all[static_cast<size_t>(((at + direction * step) % count + count) % count)]);
+    const std::vector<QWidget*> stops =
+        stopsIn(all[static_cast<size_t>(((at + direction * step) % count + count) % count)]);
     if (!stops.empty()) return stops.front()->setFocus(Qt::TabFocusReason);
   }
 }

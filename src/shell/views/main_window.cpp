@@ -35,11 +35,14 @@ namespace {
 constexpr QSize kFirstSize(1440, 900);
 constexpr QSize kSmallestSize(1024, 680);
 constexpr QSize kFrame(0, 28);  // room for the title that most desktops put over a window
-}
+}  // namespace
 
 MainWindow::MainWindow(Presenters presenters, QWidget* parent)
-    : QMainWindow(parent), on_(presenters), wallSource_(std::make_unique<GallerySource>(*on_.gallery)),
-      historySource_(std::make_unique<JobsSource>(*on_.jobs)), folders_(std::make_unique<DesktopFolderChooser>(this)) {
+    : QMainWindow(parent),
+      on_(presenters),
+      wallSource_(std::make_unique<GallerySource>(*on_.gallery)),
+      historySource_(std::make_unique<JobsSource>(*on_.jobs)),
+      folders_(std::make_unique<DesktopFolderChooser>(this)) {
   setWindowIcon(windowIcon());
   build();
   bindWindow();
@@ -81,7 +84,6 @@ void MainWindow::bindWindow() {
     setWindowTitle(on_.window->title());
     setAccessibleName(on_.window->accessibleName());
     library_->banner().show(on_.window->banner());
-    library_->resize(library_->size());
     refreshLayout();
   };
   connect(on_.window, &WindowPresenter::changed, this, retitle);
@@ -109,9 +111,11 @@ void MainWindow::bindWindow() {
 
 void MainWindow::bindSidebar() {
   SidebarView& sidebar = library_->sidebar();
-  connect(on_.sidebar, &SidebarPresenter::changed, &sidebar, [this, &sidebar] { sidebar.show(on_.sidebar->display()); });
+  connect(on_.sidebar, &SidebarPresenter::changed, &sidebar,
+          [this, &sidebar] { sidebar.show(on_.sidebar->display()); });
   connect(&sidebar, &SidebarView::chosen, on_.sidebar, &SidebarPresenter::choose);
-  connect(&sidebar, &SidebarView::workspacePressed, this, [this] { on_.actions->trigger(ActionId::openAnotherWorkspace); });
+  connect(&sidebar, &SidebarView::workspacePressed, this,
+          [this] { on_.actions->trigger(ActionId::openAnotherWorkspace); });
   sidebar.show(on_.sidebar->display());
 }
 
@@ -122,14 +126,16 @@ void MainWindow::bindGallery() {
   connect(&wall, &MediaWall::jobActionRequested, on_.jobs, &JobsPresenter::perform);
   connect(&wall, &MediaWall::jobDismissed, on_.gallery, &GalleryPresenter::dismissJob);
   connect(&wall, &MediaWall::menuRequested, this, [this](QPoint place) { menus_->openItemMenu(place, this); });
-  connect(on_.state, &WorkspaceState::selectionChanged, &wall, [this, &wall] { wall.setSelection(on_.state->selection()); });
+  connect(on_.state, &WorkspaceState::selectionChanged, &wall,
+          [this, &wall] { wall.setSelection(on_.state->selection()); });
   connect(on_.state, &WorkspaceState::layoutChanged, this, &MainWindow::refreshLayout);
   connect(on_.state, &WorkspaceState::modeChanged, this, &MainWindow::refreshPage);
   connect(on_.state, &WorkspaceState::locationChanged, this, &MainWindow::refreshPage);
   connect(on_.gallery, &GalleryPresenter::layoutChanged, this, &MainWindow::refreshToolbar);
   ToolbarView& toolbar = library_->toolbar();
   connect(&toolbar, &ToolbarView::rowHeightChosen, on_.state, &WorkspaceState::setRowHeight);
-  connect(&toolbar, &ToolbarView::inspectorToggled, this, [this] { on_.state->setInspectorVisible(!on_.state->inspectorVisible()); });
+  connect(&toolbar, &ToolbarView::inspectorToggled, this,
+          [this] { on_.state->setInspectorVisible(!on_.state->inspectorVisible()); });
   connect(library_, &LibraryView::inspectorCrowded, this, [this] { on_.state->setInspectorVisible(false); });
   connect(&toolbar, &ToolbarView::backPressed, this, [this] { on_.actions->trigger(ActionId::goBack); });
   wall.setSelection(on_.state->selection());
@@ -151,7 +157,8 @@ void MainWindow::bindHistory() {
   connect(&history.list(), &HistoryList::selected, this, [this](QUuid job) { on_.state->select({job}); });
   connect(&history.list(), &HistoryList::actionRequested, on_.jobs, &JobsPresenter::perform);
   connect(&history.list(), &HistoryList::escapePressed, this, [this] { on_.actions->trigger(ActionId::showGallery); });
-  connect(on_.state, &WorkspaceState::inspectedChanged, &history, [this, &history] { history.list().setSelected(on_.state->inspectedId()); });
+  connect(on_.state, &WorkspaceState::inspectedChanged, &history,
+          [this, &history] { history.list().setSelected(on_.state->inspectedId()); });
   history.setSegment(on_.jobs->segment());
 }
 
@@ -170,8 +177,10 @@ void MainWindow::bindActions() {
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
     on_.actions->setTextFocused(qobject_cast<QLineEdit*>(now) || qobject_cast<QTextEdit*>(now));
   });
-  connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this, [this] { library_->cycleZones(+1); });
-  connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6), this), &QShortcut::activated, this, [this] { library_->cycleZones(-1); });
+  connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this,
+          [this] { library_->cycleZones(+1); });
+  connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6), this), &QShortcut::activated, this,
+          [this] { library_->cycleZones(-1); });
 }
 
 void MainWindow::refreshLayout() {
@@ -207,7 +216,8 @@ void MainWindow::refreshToolbar() {
     toolbar.setTitle(on_.gallery->title(), on_.gallery->countText());
   }
   toolbar.setBack(asset ? on_.gallery->title() : QString());
-  toolbar.setSteps(asset, asset && !library_->asset().neighbour(-1).isNull(), asset && !library_->asset().neighbour(+1).isNull());
+  toolbar.setSteps(asset, asset && !library_->asset().neighbour(-1).isNull(),
+                   asset && !library_->asset().neighbour(+1).isNull());
 }
 
 void MainWindow::openCell(QUuid cell) {
@@ -236,27 +246,41 @@ void MainWindow::performForWindow(ActionId id) {
     case ActionId::cut:
     case ActionId::copy:
     case ActionId::paste:
-    case ActionId::selectAll: return editFocused(id);
-    case ActionId::fullScreen: return toggleFullScreen();
-    case ActionId::chooseModels: return library_->dock().openModelPicker();
-    case ActionId::openSettings: return openSettings();
-    case ActionId::goBack: return closeAsset();
-    case ActionId::quit: close(); return;
-    default: return;
+    case ActionId::selectAll:
+      return editFocused(id);
+    case ActionId::fullScreen:
+      return toggleFullScreen();
+    case ActionId::chooseModels:
+      return library_->dock().openModelPicker();
+    case ActionId::openSettings:
+      return openSettings();
+    case ActionId::goBack:
+      return closeAsset();
+    case ActionId::quit:
+      close();
+      return;
+    default:
+      return;
   }
 }
 
 // The methods have the same names on both kinds of field, but no type in common.
 void MainWindow::editFocused(ActionId id) {
   const auto edit = [id](auto* field) {
-    if (id == ActionId::cut) field->cut();
-    else if (id == ActionId::copy) field->copy();
-    else if (id == ActionId::paste) field->paste();
-    else field->selectAll();
+    if (id == ActionId::cut)
+      field->cut();
+    else if (id == ActionId::copy)
+      field->copy();
+    else if (id == ActionId::paste)
+      field->paste();
+    else
+      field->selectAll();
   };
   QWidget* focused = QApplication::focusWidget();
-  if (auto* line = qobject_cast<QLineEdit*>(focused)) edit(line);
-  else if (auto* text = qobject_cast<QTextEdit*>(focused)) edit(text);
+  if (auto* line = qobject_cast<QLineEdit*>(focused))
+    edit(line);
+  else if (auto* text = qobject_cast<QTextEdit*>(focused))
+    edit(text);
 }
 
 void MainWindow::openSettings() {

@@ -23,7 +23,8 @@ QFont badgeFont() { return fontFor(Type::caption, Weight::semibold); }
 QRect circleAt(const QRect& cell) { return {cell.left() + kBadgeInset, cell.top() + kBadgeInset, kRound, kRound}; }
 
 void paintShade(QPainter& painter, const QRect& area) {
-  const QRect foot(area.left(), area.bottom() + 1 - std::min(kShadeHeight, area.height()), area.width(), std::min(kShadeHeight, area.height()));
+  const QRect foot(area.left(), area.bottom() + 1 - std::min(kShadeHeight, area.height()), area.width(),
+                   std::min(kShadeHeight, area.height()));
   QLinearGradient shade(foot.topLeft(), foot.bottomLeft());
   shade.setColorAt(0, Qt::transparent);
   QColor end = colors().pictureShade;
@@ -51,8 +52,10 @@ void paintSelectCircle(QPainter& painter, const QRect& area, bool checked) {
   const Colors& c = colors();
   const QRect circle = circleAt(area);
   paintPanel(painter, circle, checked ? kRound / 2.0 : metrics().radiusSmall, checked ? c.accentFill : c.pictureBadge);
-  if (checked) paintIcon(painter, u"check"_s, circle, 14, {c.textOnAccent});
-  else paintRing(painter, QRectF(circle).adjusted(4, 4, -4, -4), 7, 1.5, Qt::white);
+  if (checked)
+    paintIcon(painter, u"check"_s, circle, 14, {c.textOnAccent});
+  else
+    paintRing(painter, QRectF(circle).adjusted(4, 4, -4, -4), 7, 1.5, Qt::white);
 }
 
 // A sound: its title on the shade, what it is at the top.
@@ -71,20 +74,22 @@ void paintHoverTexts(QPainter& painter, const QRect& area, const GalleryCell& ce
   const bool clock = !cell.durationText.isEmpty();
   const int cost = clock ? 0 : std::min(textWidth(cell.costText, fontFor(Type::caption)) + 1, line.width());
   paintText(painter, line.adjusted(0, 0, -cost - (clock ? 56 : 6), 0), {cell.modelName, fontFor(Type::caption), white});
-  if (!clock) paintText(painter, line, {cell.costText, fontFor(Type::caption), white, Qt::AlignRight | Qt::AlignVCenter});
+  if (!clock)
+    paintText(painter, line, {cell.costText, fontFor(Type::caption), white, Qt::AlignRight | Qt::AlignVCenter});
 }
 
 void paintBadges(QPainter& painter, const QRect& area, const GalleryCell& cell, bool hovered) {
   if (!cell.statusText.isEmpty() && !hovered && cell.kind != CellKind::audio)
     paintPictureBadge(painter, area, Qt::BottomLeftCorner, {}, cell.statusText, statusColor(cell.statusToken));
-  if (!cell.durationText.isEmpty()) paintPictureBadge(painter, area, Qt::BottomRightCorner, u"play"_s, cell.durationText);
+  if (!cell.durationText.isEmpty())
+    paintPictureBadge(painter, area, Qt::BottomRightCorner, u"play"_s, cell.durationText);
   if (cell.favorite && area.width() > 2 * kRound) paintHeart(painter, area);
 }
 
 }  // namespace
 
-QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner, const QString& iconName, const QString& text,
-                        const QColor& dot) {
+QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner, const QString& iconName,
+                        const QString& text, const QColor& dot) {
   const int words = text.isEmpty() ? 0 : textWidth(text, badgeFont());
   const int lead = iconName.isEmpty() ? (dot.isValid() ? 11 : 0) : (text.isEmpty() ? 12 : 15);
   const int width = std::min(words + lead + 12, cell.width() - 2 * kBadgeInset);
@@ -92,13 +97,15 @@ QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner,
   const bool right = corner == Qt::TopRightCorner || corner == Qt::BottomRightCorner;
   const bool bottom = corner == Qt::BottomLeftCorner || corner == Qt::BottomRightCorner;
   const QRect badge(right ? cell.right() - kBadgeInset - width + 1 : cell.left() + kBadgeInset,
-                    bottom ? cell.bottom() - kBadgeInset - kBadgeHeight + 1 : cell.top() + kBadgeInset, width, kBadgeHeight);
+                    bottom ? cell.bottom() - kBadgeInset - kBadgeHeight + 1 : cell.top() + kBadgeInset, width,
+                    kBadgeHeight);
   paintPanel(painter, badge, metrics().radiusSmall, colors().pictureBadge);
   QRect inner = badge.adjusted(6, 0, -6, 0);
   if (dot.isValid()) paintPanel(painter, QRectF(inner.left(), inner.center().y() - 3, 7, 7), 3.5, dot);
   if (!iconName.isEmpty()) {
     const IconFill fill = iconName == u"play"_s ? IconFill::filled : IconFill::outline;
-    paintIcon(painter, iconName, QRect(inner.left(), inner.top(), 12, inner.height()), iconName == u"play"_s ? 10 : 12, {colors().pictureBadgeText, fill});
+    paintIcon(painter, iconName, QRect(inner.left(), inner.top(), 12, inner.height()), iconName == u"play"_s ? 10 : 12,
+              {colors().pictureBadgeText, fill});
   }
   inner.setLeft(inner.left() + lead);
   if (words > 0) paintText(painter, inner.adjusted(0, 0, 1, 0), {text, badgeFont(), colors().pictureBadgeText});
@@ -107,16 +114,22 @@ QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner,
 
 void paintMediaCell(QPainter& painter, const QRect& area, const GalleryCell& cell, const CellLook& look) {
   if (cell.kind == CellKind::job) return paintJobCell(painter, area, cell.job, look);
-  if (look.thumbnail.state == ThumbnailStore::State::ready) paintCover(painter, area, metrics().radiusPicture, look.thumbnail.picture);
-  else paintPlaceholder(painter, area, look.thumbnail.state);
+  if (look.thumbnail.state == ThumbnailStore::State::ready)
+    paintCover(painter, area, metrics().radiusPicture, look.thumbnail.picture);
+  else
+    paintPlaceholder(painter, area, look.thumbnail.state);
   painter.save();
   painter.setClipRect(area);
-  if (cell.kind == CellKind::audio) paintSoundTexts(painter, area, cell);
-  else if (look.hovered) paintHoverTexts(painter, area, cell);
+  if (cell.kind == CellKind::audio)
+    paintSoundTexts(painter, area, cell);
+  else if (look.hovered)
+    paintHoverTexts(painter, area, cell);
   paintBadges(painter, area, cell, look.hovered);
   painter.restore();
-  if (look.several && look.selected) paintSelectCircle(painter, area, true);
-  else if (look.hovered && area.width() > 60) paintSelectCircle(painter, area, look.selected);
+  if (look.several && look.selected)
+    paintSelectCircle(painter, area, true);
+  else if (look.hovered && area.width() > 60)
+    paintSelectCircle(painter, area, look.selected);
 }
 
 void paintCellRings(QPainter& painter, const QRect& area, const CellLook& look) {
@@ -124,7 +137,8 @@ void paintCellRings(QPainter& painter, const QRect& area, const CellLook& look) 
   const int width = metrics().borderSelection;
   if (look.selected) {
     paintRing(painter, QRectF(area).adjusted(-0.5, -0.5, 0.5, 0.5), metrics().radiusPicture, 1.5, c.surfaceCanvas);
-    paintRing(painter, QRectF(area).adjusted(-width, -width, width, width), metrics().radiusPicture + 2, width, c.accentRing);
+    paintRing(painter, QRectF(area).adjusted(-width, -width, width, width), metrics().radiusPicture + 2, width,
+              c.accentRing);
   }
   if (!look.keyboardCurrent || look.selected) return;
   painter.save();

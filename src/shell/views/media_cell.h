@@ -13,7 +13,7 @@ enum class CellPart { none, body, selectCircle, action, details, dismiss };
 
 struct CellLook {
   bool selected = false;
-  bool several = false;         // one of several selected cells
+  bool several = false;  // one of several selected cells
   bool keyboardCurrent = false;
   bool hovered = false;
   CellPart hoveredPart = CellPart::none;
@@ -29,7 +29,7 @@ void paintCellRings(QPainter& painter, const QRect& area, const CellLook& look);
 CellPart partAt(const QRect& area, const GalleryCell& cell, QPoint point);
 
 // A dark badge over a picture; answers its rectangle. `corner` is the corner of the cell that it keeps to.
-QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner, const QString& iconName, const QString& text,
-                        const QColor& dot = {});
+QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner, const QString& iconName,
+                        const QString& text, const QColor& dot = {});
 
 }  // namespace sorvan::views

@@ -1,8 +1,8 @@
 #include "shell/views/media_wall.h"
 
+#include <QLinearGradient>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QLinearGradient>
 #include <QScrollBar>
 
 #include "shell/views/focus_ring.h"
@@ -16,12 +16,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kFrame = 40;           // milliseconds between two pictures of what moves
-constexpr int kMostVisible = 200;    // cells; the decoded pictures of the screen must fit their store
+constexpr int kFrame = 40;         // milliseconds between two pictures of what moves
+constexpr int kMostVisible = 200;  // cells; the decoded pictures of the screen must fit their store
 constexpr double kUsualAspect = 1.4;
 constexpr int kEmptyIcon = 28;
 
-constexpr int kFade = 30;            // how far the wall fades above what floats over its foot
+constexpr int kFade = 30;  // how far the wall fades above what floats over its foot
 
 // What floats over the foot of the wall stands on the canvas, not on cut pictures.
 void paintFade(QPainter& painter, const QRect& area, int inset) {
@@ -44,7 +44,10 @@ int lowestRow(const QSize& view) {
 }  // namespace
 
 MediaWall::MediaWall(WallSource& source, ThumbnailStore& thumbnails, QWidget* parent)
-    : QAbstractScrollArea(parent), source_(source), thumbnails_(thumbnails), rowHeight_(metrics().galleryRowHeightDefault) {
+    : QAbstractScrollArea(parent),
+      source_(source),
+      thumbnails_(thumbnails),
+      rowHeight_(metrics().galleryRowHeightDefault) {
   setAccessibleName(texts::galleryName());
   setProperty(ownFocusProperty, true);
   setFrameShape(QFrame::NoFrame);
@@ -137,17 +140,21 @@ std::pair<int, int> MediaWall::visibleRange() const {
 
 QRect MediaWall::cellRect(int index) const {
   const QRectF area = layout_.rectOf(index).translated(0, -verticalScrollBar()->value());
-  return QRect(QPoint(qRound(area.left()), qRound(area.top())), QPoint(qRound(area.right()) - 1, qRound(area.bottom()) - 1));
+  return QRect(QPoint(qRound(area.left()), qRound(area.top())),
+               QPoint(qRound(area.right()) - 1, qRound(area.bottom()) - 1));
 }
 
-int MediaWall::indexAt(QPoint point) const { return layout_.indexAt(QPointF(point.x(), point.y() + verticalScrollBar()->value())); }
+int MediaWall::indexAt(QPoint point) const {
+  return layout_.indexAt(QPointF(point.x(), point.y() + verticalScrollBar()->value()));
+}
 
 void MediaWall::scrollTo(int index) {
   const QRectF area = layout_.rectOf(index);
   if (area.isNull()) return;
   const double top = verticalScrollBar()->value();
   const double height = viewport()->height() - bottomInset_;
-  if (area.top() - metrics().galleryPad < top) verticalScrollBar()->setValue(static_cast<int>(area.top() - metrics().galleryPad));
+  if (area.top() - metrics().galleryPad < top)
+    verticalScrollBar()->setValue(static_cast<int>(area.top() - metrics().galleryPad));
   else if (area.bottom() + metrics().galleryPad > top + height)
     verticalScrollBar()->setValue(static_cast<int>(area.bottom() + metrics().galleryPad - height));
 }
@@ -168,9 +175,12 @@ QStringList MediaWall::rowActions(int index) const {
 
 void MediaWall::performRowAction(int index, const QString& action) {
   const GalleryCell cell = source_.cellAt(index);
-  if (action == selectRowAction) Q_EMIT selectionRequested({cell.id});
-  else if (action == openRowAction) Q_EMIT opened(cell.id);
-  else if (action == cell.job.actionTitle) Q_EMIT jobActionRequested(cell.id, cell.job.action);
+  if (action == selectRowAction)
+    Q_EMIT selectionRequested({cell.id});
+  else if (action == openRowAction)
+    Q_EMIT opened(cell.id);
+  else if (action == cell.job.actionTitle)
+    Q_EMIT jobActionRequested(cell.id, cell.job.action);
 }
 
 void MediaWall::paintEvent(QPaintEvent* event) {
@@ -184,9 +194,11 @@ void MediaWall::paintEvent(QPaintEvent* event) {
     if (cellRect(index).adjusted(-4, -4, 4, 4).intersects(event->rect())) paintCell(painter, index);
   }
   if (!rubberBand_.isNull()) {
-    paintPanel(painter, rubberBand_.translated(0, -verticalScrollBar()->value()), 2, colors().accentSoft, colors().accentRing);
+    paintPanel(painter, rubberBand_.translated(0, -verticalScrollBar()->value()), 2, colors().accentSoft,
+               colors().accentRing);
   }
-  paintFade(painter, QRect(0, viewport()->height() - bottomInset_ - kFade, viewport()->width(), bottomInset_ + kFade), bottomInset_);
+  paintFade(painter, QRect(0, viewport()->height() - bottomInset_ - kFade, viewport()->width(), bottomInset_ + kFade),
+            bottomInset_);
   const bool turn = moves && !Theme::instance().reducedMotion();
   if (turn && !motion_.isActive()) motion_.start(kFrame);
   if (!turn) motion_.stop();
@@ -226,7 +238,8 @@ void MediaWall::paintEmpty(QPainter& painter) const {
   const QRect view = viewport()->rect().adjusted(40, 0, -40, -bottomInset_);
   const int top = view.center().y() - 48;
   paintIcon(painter, u"images"_s, QRect(view.left(), top, view.width(), kEmptyIcon), kEmptyIcon, {c.textTertiary});
-  paintText(painter, QRect(view.left(), top + 40, view.width(), 24), {source_.emptyTitle(), fontFor(Type::title), c.textPrimary, Qt::AlignCenter});
+  paintText(painter, QRect(view.left(), top + 40, view.width(), 24),
+            {source_.emptyTitle(), fontFor(Type::title), c.textPrimary, Qt::AlignCenter});
   const int width = std::min(420, view.width());
   paintParagraph(painter, QRect(view.center().x() - width / 2, top + 70, width, 3 * lineHeight(Type::body)),
                  {source_.emptyText(), fontFor(Type::body), c.textTertiary, Qt::AlignCenter}, lineHeight(Type::body));

@@ -93,8 +93,8 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   CellPart hoveredPart_ = CellPart::none;
   int rowHeight_;
   int bottomInset_ = 0;
-  QUuid middle_;             // the cell in the middle of the view, null at the top
-  double middleOffset_ = 0;  // of its top from the view's, in pixels
+  QUuid middle_;                      // the cell in the middle of the view, null at the top
+  double middleOffset_ = 0;           // of its top from the view's, in pixels
   std::optional<QPoint> rubberFrom_;  // in the wall's own coordinates
   QRect rubberBand_;
   QTimer motion_;

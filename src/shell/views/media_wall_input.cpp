@@ -53,15 +53,24 @@ void MediaWall::click(int index, Qt::KeyboardModifiers modifiers) {
 void MediaWall::pressPart(int index, CellPart part) {
   const GalleryCell cell = source_.cellAt(index);
   switch (part) {
-    case CellPart::selectCircle: makeCurrent(index); return toggle(index);
-    case CellPart::action: Q_EMIT jobActionRequested(cell.id, cell.job.action); return;
-    case CellPart::details: request({cell.id}); return;
+    case CellPart::selectCircle:
+      makeCurrent(index);
+      return toggle(index);
+    case CellPart::action:
+      Q_EMIT jobActionRequested(cell.id, cell.job.action);
+      return;
+    case CellPart::details:
+      request({cell.id});
+      return;
     case CellPart::dismiss:
-      if (cell.job.action == JobAction::cancel) Q_EMIT jobActionRequested(cell.id, JobAction::cancel);
-      else Q_EMIT jobDismissed(cell.id);
+      if (cell.job.action == JobAction::cancel)
+        Q_EMIT jobActionRequested(cell.id, JobAction::cancel);
+      else
+        Q_EMIT jobDismissed(cell.id);
       return;
     case CellPart::body:
-    case CellPart::none: return;
+    case CellPart::none:
+      return;
   }
 }
 
@@ -70,8 +79,10 @@ void MediaWall::mousePressEvent(QMouseEvent* event) {
   const int index = indexAt(point);
   if (event->button() == Qt::LeftButton && index >= 0) {
     const CellPart part = partAt(cellRect(index), source_.cellAt(index), point);
-    if (part == CellPart::body) click(index, event->modifiers());
-    else pressPart(index, part);
+    if (part == CellPart::body)
+      click(index, event->modifiers());
+    else
+      pressPart(index, part);
   } else if (event->button() == Qt::LeftButton) {
     rubberFrom_ = point + QPoint(0, verticalScrollBar()->value());
     if (!(event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier))) request({});
@@ -81,8 +92,10 @@ void MediaWall::mousePressEvent(QMouseEvent* event) {
 }
 
 void MediaWall::mouseMoveEvent(QMouseEvent* event) {
-  if (rubberFrom_) rubber(positionOf(event));
-  else hover(positionOf(event));
+  if (rubberFrom_)
+    rubber(positionOf(event));
+  else
+    hover(positionOf(event));
 }
 
 void MediaWall::mouseReleaseEvent(QMouseEvent*) {
@@ -133,23 +146,32 @@ int MediaWall::neighbourOf(int index, int key) const {
   const int page = std::max(1, viewport()->height() / std::max(1, rowHeight_));
   int at = index;
   switch (key) {
-    case Qt::Key_Left: return std::max(0, index - 1);
-    case Qt::Key_Right: return std::min(last, index + 1);
-    case Qt::Key_Up: return layout_.verticalNeighbour(index, -1);
-    case Qt::Key_Down: return layout_.verticalNeighbour(index, +1);
-    case Qt::Key_Home: return 0;
-    case Qt::Key_End: return last;
+    case Qt::Key_Left:
+      return std::max(0, index - 1);
+    case Qt::Key_Right:
+      return std::min(last, index + 1);
+    case Qt::Key_Up:
+      return layout_.verticalNeighbour(index, -1);
+    case Qt::Key_Down:
+      return layout_.verticalNeighbour(index, +1);
+    case Qt::Key_Home:
+      return 0;
+    case Qt::Key_End:
+      return last;
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
       for (int row = 0; row < page; ++row) at = layout_.verticalNeighbour(at, key == Qt::Key_PageUp ? -1 : +1);
       return at;
-    default: return -1;
+    default:
+      return -1;
   }
 }
 
 void MediaWall::moveCurrent(int to, Qt::KeyboardModifiers modifiers) {
-  if (modifiers.testFlag(Qt::ControlModifier)) makeCurrent(to);
-  else click(to, modifiers & Qt::ShiftModifier);
+  if (modifiers.testFlag(Qt::ControlModifier))
+    makeCurrent(to);
+  else
+    click(to, modifiers & Qt::ShiftModifier);
   scrollTo(to);
 }
 
@@ -165,17 +187,22 @@ void MediaWall::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Enter:
     case Qt::Key_Space:
       if (known < 0) break;
-      if (event->modifiers().testFlag(Qt::ControlModifier)) toggle(known);
-      else Q_EMIT opened(current_);
+      if (event->modifiers().testFlag(Qt::ControlModifier))
+        toggle(known);
+      else
+        Q_EMIT opened(current_);
       return;
     case Qt::Key_Escape:
-      if (selection_.isEmpty()) Q_EMIT escapePressed();
-      else request({});
+      if (selection_.isEmpty())
+        Q_EMIT escapePressed();
+      else
+        request({});
       return;
     case Qt::Key_Menu:
       if (known >= 0 && !selection_.isEmpty()) Q_EMIT menuRequested(viewport()->mapToGlobal(cellRect(known).center()));
       return;
-    default: break;
+    default:
+      break;
   }
   QAbstractScrollArea::keyPressEvent(event);
 }

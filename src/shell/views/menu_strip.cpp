@@ -36,7 +36,9 @@ class ActivityPill final : public QAbstractButton {
 };
 
 MenuStrip::MenuStrip(QWidget* parent)
-    : QWidget(parent), bar_(new QMenuBar), activity_(new ActivityPill),
+    : QWidget(parent),
+      bar_(new QMenuBar),
+      activity_(new ActivityPill),
       settings_(new IconButton(u"settings"_s, texts::accountSettings(), u"Ctrl+,"_s)) {
   setFixedHeight(metrics().menuStrip);
   bar_->setNativeMenuBar(false);

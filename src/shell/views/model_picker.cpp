@@ -22,8 +22,11 @@ constexpr int kHeadAndFoot = 104;
 }  // namespace
 
 ModelPicker::ModelPicker(ComposerPresenter& composer, int height, QWidget* parent)
-    : Popover(texts::model(), parent), composer_(composer), search_(new TextField(texts::searchModels(), texts::searchModels())),
-      list_(new QWidget), nothing_(new Label(texts::noModelMatches(), Type::small, &Colors::textTertiary)),
+    : Popover(texts::model(), parent),
+      composer_(composer),
+      search_(new TextField(texts::searchModels(), texts::searchModels())),
+      list_(new QWidget),
+      nothing_(new Label(texts::noModelMatches(), Type::small, &Colors::textTertiary)),
       chosen_(new Label({}, Type::small, &Colors::textTertiary)) {
   panel()->setFixedWidth(kWidth);
   auto* column = new QVBoxLayout(panel());
@@ -75,7 +78,8 @@ void ModelPicker::fill() {
     for (const ModelChoice& model : section.models) {
       auto* row = new ModelRow(model, section.severalAllowed);
       connect(row, &ModelRow::onlyRequested, this, [this](const QString& key) { composer_.chooseOnlyModel(key); });
-      connect(row, &ModelRow::toggleRequested, this, [this](const QString& key, bool on) { composer_.setModelChosen(key, on); });
+      connect(row, &ModelRow::toggleRequested, this,
+              [this](const QString& key, bool on) { composer_.setModelChosen(key, on); });
       rows->addWidget(row);
       rows_.push_back(row);
     }
@@ -124,7 +128,8 @@ void ModelPicker::moveFocus(int step) {
   const auto next = std::clamp<std::ptrdiff_t>(here + step, 0, static_cast<std::ptrdiff_t>(stops.size()) - 1);
   QWidget* stop = stops[static_cast<size_t>(next)];
   stop->setFocus(Qt::TabFocusReason);
-  if (auto* scroll = qobject_cast<QScrollArea*>(list_->parentWidget()->parentWidget()); scroll && next > 0) scroll->ensureWidgetVisible(stop, 0, 24);
+  if (auto* scroll = qobject_cast<QScrollArea*>(list_->parentWidget()->parentWidget()); scroll && next > 0)
+    scroll->ensureWidgetVisible(stop, 0, 24);
 }
 
 void ModelPicker::keyPressEvent(QKeyEvent* event) {

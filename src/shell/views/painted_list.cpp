@@ -19,7 +19,9 @@ class RowInterface final : public QAccessibleInterface, public QAccessibleAction
   bool isValid() const override { return widget_ && index() >= 0; }
   QObject* object() const override { return nullptr; }
   QWindow* window() const override { return widget_ ? widget_->window()->windowHandle() : nullptr; }
-  QAccessibleInterface* parent() const override { return widget_ ? QAccessible::queryAccessibleInterface(widget_) : nullptr; }
+  QAccessibleInterface* parent() const override {
+    return widget_ ? QAccessible::queryAccessibleInterface(widget_) : nullptr;
+  }
   QAccessibleInterface* child(int) const override { return nullptr; }
   QAccessibleInterface* childAt(int, int) const override { return nullptr; }
   int childCount() const override { return 0; }

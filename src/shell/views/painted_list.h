@@ -15,7 +15,7 @@ class PaintedList {
   virtual QAbstractScrollArea& area() = 0;
   virtual int rowCount() const = 0;
   virtual QUuid rowId(int index) const = 0;
-  virtual int rowIndex(QUuid id) const = 0;  // -1 when it is gone
+  virtual int rowIndex(QUuid id) const = 0;              // -1 when it is gone
   virtual std::pair<int, int> visibleRange() const = 0;  // first, one past the last
   virtual QRect cellRect(int index) const = 0;           // in the viewport
   virtual QString rowName(int index) const = 0;

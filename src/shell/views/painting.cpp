@@ -25,7 +25,8 @@ void boxBlurLine(uchar* line, int count, int step, int radius) {
 void blur(QImage& mask, int radius) {
   for (int pass = 0; pass < 3; ++pass) {
     for (int y = 0; y < mask.height(); ++y) boxBlurLine(mask.scanLine(y), mask.width(), 1, radius);
-    for (int x = 0; x < mask.width(); ++x) boxBlurLine(mask.bits() + x, mask.height(), static_cast<int>(mask.bytesPerLine()), radius);
+    for (int x = 0; x < mask.width(); ++x)
+      boxBlurLine(mask.bits() + x, mask.height(), static_cast<int>(mask.bytesPerLine()), radius);
   }
 }
 
@@ -44,7 +45,8 @@ QImage blurredBox(int side, int margin, int radius, int blurRadius) {
 
 // The nine patches of a shadow in one square picture: corners of `edge` pixels round a middle of one pixel.
 QPixmap shadowPatches(int margin, int radius, const Shadow& shadow) {
-  const QString key = u"shadow|%1|%2|%3|%4"_s.arg(margin).arg(radius).arg(shadow.blur).arg(shadow.color.name(QColor::HexArgb));
+  const QString key =
+      u"shadow|%1|%2|%3|%4"_s.arg(margin).arg(radius).arg(shadow.blur).arg(shadow.color.name(QColor::HexArgb));
   QPixmap patches;
   if (QPixmapCache::find(key, &patches)) return patches;
   const int side = 2 * (2 * margin + radius) + 1;
@@ -150,7 +152,8 @@ void paintCover(QPainter& painter, const QRectF& area, double radius, const QPix
   if (picture.isNull()) return;
   const QSizeF size = QSizeF(picture.size());
   const QSizeF part = area.size().scaled(size, Qt::KeepAspectRatio);
-  const QRectF source((size.width() - part.width()) / 2, (size.height() - part.height()) / 2, part.width(), part.height());
+  const QRectF source((size.width() - part.width()) / 2, (size.height() - part.height()) / 2, part.width(),
+                      part.height());
   painter.save();
   painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
   QPainterPath shape;

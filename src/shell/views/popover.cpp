@@ -12,7 +12,7 @@ namespace sorvan::views {
 
 namespace {
 constexpr int kShadowRoom = 26;
-constexpr int kDistance = 8;   // between the control and the panel
+constexpr int kDistance = 8;  // between the control and the panel
 constexpr int kWindowEdge = 8;
 }  // namespace
 
@@ -25,7 +25,9 @@ Popover::Popover(const QString& name, QWidget* parent) : QWidget(parent), panel_
   hide();
 }
 
-int Popover::roomAbove(QWidget* above) { return above->mapTo(above->window(), QPoint(0, 0)).y() - metrics().menuStrip - kWindowEdge; }
+int Popover::roomAbove(QWidget* above) {
+  return above->mapTo(above->window(), QPoint(0, 0)).y() - metrics().menuStrip - kWindowEdge;
+}
 
 void Popover::openAt(QWidget* anchor, QWidget* above) {
   anchor_ = anchor;
@@ -35,8 +37,10 @@ void Popover::openAt(QWidget* anchor, QWidget* above) {
   refit();
   show();
   raise();
-  if (QWidget* first = panel_->focusWidget()) first->setFocus(Qt::PopupFocusReason);
-  else setFocus(Qt::PopupFocusReason), focusNextPrevChild(true);
+  if (QWidget* first = panel_->focusWidget())
+    first->setFocus(Qt::PopupFocusReason);
+  else
+    setFocus(Qt::PopupFocusReason), focusNextPrevChild(true);
   qApp->installEventFilter(this);
 }
 
@@ -48,8 +52,10 @@ void Popover::refit() {
   const int edge = above_ ? above_->mapTo(parentWidget(), QPoint(0, 0)).y() : anchor.top();
   QPoint at(anchor.left() - kShadowRoom, edge - kDistance - height() + kShadowRoom);
   if (at.y() + kShadowRoom < kWindowEdge) at.setY(anchor.bottom() + kDistance - kShadowRoom);
-  at.setY(std::clamp(at.y(), kWindowEdge - kShadowRoom, std::max(kWindowEdge - kShadowRoom, window.height() - height() + kShadowRoom - kWindowEdge)));
-  at.setX(std::clamp(at.x(), kWindowEdge - kShadowRoom, std::max(kWindowEdge - kShadowRoom, window.width() - width() + kShadowRoom - kWindowEdge)));
+  at.setY(std::clamp(at.y(), kWindowEdge - kShadowRoom,
+                     std::max(kWindowEdge - kShadowRoom, window.height() - height() + kShadowRoom - kWindowEdge)));
+  at.setX(std::clamp(at.x(), kWindowEdge - kShadowRoom,
+                     std::max(kWindowEdge - kShadowRoom, window.width() - width() + kShadowRoom - kWindowEdge)));
   move(at);
 }
 

@@ -55,7 +55,8 @@ void PromptEdit::setDraft(const QString& text) {
 int PromptEdit::wishedHeight(int width) const {
   const std::unique_ptr<QTextDocument> copy(document()->clone());
   copy->setTextWidth(width);
-  return std::clamp(static_cast<int>(std::ceil(copy->size().height())), metrics().composerEditorMin, metrics().composerEditorMax);
+  return std::clamp(static_cast<int>(std::ceil(copy->size().height())), metrics().composerEditorMin,
+                    metrics().composerEditorMax);
 }
 
 void PromptEdit::keyPressEvent(QKeyEvent* event) {

@@ -36,7 +36,8 @@ class SegmentButton final : public QAbstractButton {
     const Colors& c = colors();
     const bool dark = Theme::instance().isDark();
     QPainter painter(this);
-    if (isChecked()) paintPanel(painter, rect(), 5, dark ? c.controlFillHover : c.controlFill, dark ? QColor() : c.lineSubtle);
+    if (isChecked())
+      paintPanel(painter, rect(), 5, dark ? c.controlFillHover : c.controlFill, dark ? QColor() : c.lineSubtle);
     QColor ink = isChecked() || underMouse() ? c.textPrimary : c.textSecondary;
     if (!isEnabled()) ink = c.textDisabled;
     const int words = textWidth(text(), font());
@@ -56,7 +57,8 @@ class SegmentButton final : public QAbstractButton {
 
 }  // namespace
 
-SegmentedControl::SegmentedControl(const QString& name, const std::vector<Segment>& segments, ControlSize size, QWidget* parent)
+SegmentedControl::SegmentedControl(const QString& name, const std::vector<Segment>& segments, ControlSize size,
+                                   QWidget* parent)
     : QWidget(parent), group_(new QButtonGroup(this)) {
   setAccessibleName(name);
   auto* layout = new QHBoxLayout(this);

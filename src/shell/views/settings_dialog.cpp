@@ -29,7 +29,8 @@ struct Share {
 };
 
 QRectF part(const QRectF& area, const Share& share) {
-  return {area.left() + share.left * area.width(), area.top() + share.top * area.height(), share.width * area.width(), share.height * area.height()};
+  return {area.left() + share.left * area.width(), area.top() + share.top * area.height(), share.width * area.width(),
+          share.height * area.height()};
 }
 
 // The window of a look, small: sidebar, two pictures, dock.
@@ -81,9 +82,13 @@ class LookCard final : public QAbstractButton {
     const int words = textWidth(text(), fontFor(Type::body));
     const int x = (width() - words - 22) / 2;
     const QRectF dot(x, 103, 16, 16);
-    if (!isChecked()) paintRing(painter, dot, 8, 1.5, c.controlBorderStrong);
-    else paintPanel(painter, dot, 8, c.accentFill), paintPanel(painter, dot.adjusted(4.5, 4.5, -4.5, -4.5), 4, c.textOnAccent);
-    paintText(painter, QRect(x + 22, 101, words + 2, 20), {text(), fontFor(Type::body, isChecked() ? Weight::medium : Weight::regular), c.textPrimary});
+    if (!isChecked())
+      paintRing(painter, dot, 8, 1.5, c.controlBorderStrong);
+    else
+      paintPanel(painter, dot, 8, c.accentFill),
+          paintPanel(painter, dot.adjusted(4.5, 4.5, -4.5, -4.5), 4, c.textOnAccent);
+    paintText(painter, QRect(x + 22, 101, words + 2, 20),
+              {text(), fontFor(Type::body, isChecked() ? Weight::medium : Weight::regular), c.textPrimary});
   }
 
  private:
@@ -101,10 +106,15 @@ QVBoxLayout* pageColumn(QWidget* page, const QString& title) {
 }  // namespace
 
 KeyPage::KeyPage(SettingsPresenter& settings, QWidget* parent)
-    : QWidget(parent), settings_(settings), explanation_(new Paragraph({}, Type::small, &Colors::textTertiary)),
-      statusIcon_(new IconView(u"circle-check"_s, metrics().iconRegular, &Colors::successText)), status_(new Label),
-      field_(new TextField(settings.keyPage().title)), save_(new Button(texts::save(), ButtonVariant::primary)),
-      remove_(new Button(texts::removeKey())), messageIcon_(new IconView(u"info"_s, metrics().iconSmall, &Colors::textSecondary)),
+    : QWidget(parent),
+      settings_(settings),
+      explanation_(new Paragraph({}, Type::small, &Colors::textTertiary)),
+      statusIcon_(new IconView(u"circle-check"_s, metrics().iconRegular, &Colors::successText)),
+      status_(new Label),
+      field_(new TextField(settings.keyPage().title)),
+      save_(new Button(texts::save(), ButtonVariant::primary)),
+      remove_(new Button(texts::removeKey())),
+      messageIcon_(new IconView(u"info"_s, metrics().iconSmall, &Colors::textSecondary)),
       message_(new Paragraph({}, Type::small, &Colors::textSecondary)) {
   QVBoxLayout* column = pageColumn(this, settings.keyPage().title);
   column->addSpacing(4);
@@ -153,7 +163,8 @@ void KeyPage::refresh() {
   const KeyPageDisplay display = settings_.keyPage();
   explanation_->setParagraph(display.explanation);
   status_->setText(display.status);
-  statusIcon_->setIcon(display.saved ? u"circle-check"_s : u"key-round"_s, display.saved ? &Colors::successText : &Colors::textTertiary);
+  statusIcon_->setIcon(display.saved ? u"circle-check"_s : u"key-round"_s,
+                       display.saved ? &Colors::successText : &Colors::textTertiary);
   field_->setPlaceholderText(display.prompt);
   field_->setEnabled(!display.busy);
   save_->setEnabled(!display.busy && !field_->text().trimmed().isEmpty());
@@ -203,13 +214,15 @@ SettingsDialog::SettingsDialog(SettingsPresenter& settings, QWidget* parent)
   auto* title = new Label(texts::settingsTitle(), Type::title);
   title->setContentsMargins(8, 0, 8, 12);
   list->addWidget(title);
-  const std::pair<QString, QString> entries[] = {{settings.keyPage().title, u"key-round"_s}, {texts::appearanceTitle(), u"sliders-horizontal"_s}};
+  const std::pair<QString, QString> entries[] = {{settings.keyPage().title, u"key-round"_s},
+                                                 {texts::appearanceTitle(), u"sliders-horizontal"_s}};
   for (const auto& [name, icon] : entries) {
     SidebarRow row;
     row.title = name;
     row.iconName = icon;
     auto* button = new SidebarRowButton(row, nullptr);
-    connect(button, &SidebarRowButton::clicked, this, [this, index = static_cast<int>(rows_.size())] { showPage(index); });
+    connect(button, &SidebarRowButton::clicked, this,
+            [this, index = static_cast<int>(rows_.size())] { showPage(index); });
     list->addWidget(button);
     rows_.push_back(button);
   }

@@ -53,31 +53,44 @@ QSize SidebarRowButton::sizeHint() const { return {36, metrics().sidebarRow}; }
 void SidebarRowButton::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
-  if (row_.current) paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
-  else if (underMouse()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+  if (row_.current)
+    paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
+  else if (underMouse())
+    paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
   QRect inner = rect().adjusted(kPadding, 0, -kPadding, 0);
   const QRect icon(narrow_ ? (width() - 16) / 2 : inner.left(), 0, 16, height());
   ThumbnailStore::Answer cover;
   cover.state = ThumbnailStore::State::missing;
-  if (thumbnails_ && !row_.thumbnailPath.isEmpty()) cover = thumbnails_->picture(row_.thumbnailPath, {}, qRound(kCover * devicePixelRatioF()));
+  if (thumbnails_ && !row_.thumbnailPath.isEmpty())
+    cover = thumbnails_->picture(row_.thumbnailPath, {}, qRound(kCover * devicePixelRatioF()));
   if (cover.state == ThumbnailStore::State::ready)
-    paintCover(painter, QRectF(icon.left() - 1, (height() - kCover) / 2.0, kCover, kCover), metrics().radiusSmall, cover.picture);
-  else paintIcon(painter, row_.iconName, icon, metrics().iconRegular, {row_.current ? c.accentText : c.textSecondary});
+    paintCover(painter, QRectF(icon.left() - 1, (height() - kCover) / 2.0, kCover, kCover), metrics().radiusSmall,
+               cover.picture);
+  else
+    paintIcon(painter, row_.iconName, icon, metrics().iconRegular, {row_.current ? c.accentText : c.textSecondary});
   if (narrow_) return;
   inner.setLeft(inner.left() + 16 + kGap);
   const QColor dim = row_.current ? c.textTertiaryOnSelected : c.textTertiary;
-  const int count = row_.countText.isEmpty() ? 0
-      : paintText(painter, inner, {row_.countText, fontFor(Type::small), dim, Qt::AlignRight | Qt::AlignVCenter}) + 8;
+  const int count =
+      row_.countText.isEmpty()
+          ? 0
+          : paintText(painter, inner, {row_.countText, fontFor(Type::small), dim, Qt::AlignRight | Qt::AlignVCenter}) +
+                8;
   paintText(painter, inner.adjusted(0, 0, -count, 0),
-            {row_.title, fontFor(Type::body, row_.current ? Weight::medium : Weight::regular), row_.current ? c.textPrimary : c.textSecondary});
+            {row_.title, fontFor(Type::body, row_.current ? Weight::medium : Weight::regular),
+             row_.current ? c.textPrimary : c.textSecondary});
 }
 
 // Arrows walk the list, Enter chooses like Space.
 void SidebarRowButton::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Down) focusNextChild();
-  else if (event->key() == Qt::Key_Up) focusPreviousChild();
-  else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) click();
-  else QAbstractButton::keyPressEvent(event);
+  if (event->key() == Qt::Key_Down)
+    focusNextChild();
+  else if (event->key() == Qt::Key_Up)
+    focusPreviousChild();
+  else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    click();
+  else
+    QAbstractButton::keyPressEvent(event);
 }
 
 // WorkspaceButton
@@ -112,7 +125,9 @@ void WorkspaceButton::paintEvent(QPaintEvent*) {
   const int x = left + kMark + kGap;
   const int words = width() - x - 24;
   paintText(painter, QRect(x, 4, words, 17), {name_, fontFor(Type::body, Weight::semibold), c.textPrimary});
-  paintText(painter, QRect(x, 21, words, 15), {path_, fontFor(Type::caption, Weight::regular), c.textTertiary, Qt::AlignLeft | Qt::AlignVCenter, Qt::ElideMiddle});
+  paintText(painter, QRect(x, 21, words, 15),
+            {path_, fontFor(Type::caption, Weight::regular), c.textTertiary, Qt::AlignLeft | Qt::AlignVCenter,
+             Qt::ElideMiddle});
   paintIcon(painter, u"chevrons-up-down"_s, QRect(width() - 24, 0, 16, height()), 14, {c.textTertiary});
 }
 
@@ -149,8 +164,9 @@ void SidebarView::paintEvent(QPaintEvent*) {
 void SidebarView::show(const SidebarDisplay& display) {
   display_ = display;
   workspace_->setWorkspace(display.workspaceName, display.workspacePath);
-  const bool same = std::equal(rows_.begin(), rows_.end(), display.rows.begin(), display.rows.end(),
-                               [](const SidebarRowButton* button, const SidebarRow& row) { return button->key() == row.key; });
+  const bool same =
+      std::equal(rows_.begin(), rows_.end(), display.rows.begin(), display.rows.end(),
+                 [](const SidebarRowButton* button, const SidebarRow& row) { return button->key() == row.key; });
   if (!same) return rebuild();
   for (size_t index = 0; index < rows_.size(); ++index) rows_[index]->setRow(display.rows[index]);
 }

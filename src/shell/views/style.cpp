@@ -53,7 +53,8 @@ void paintDialogButton(QPainter& painter, const QStyleOption* option) {
   const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
   const bool primary = button && button->features.testFlag(QStyleOptionButton::DefaultButton);
   const bool hover = has(option, QStyle::State_MouseOver);
-  const QColor plain = has(option, QStyle::State_Sunken) ? c.controlFillPressed : (hover ? c.controlFillHover : c.controlFill);
+  const QColor plain =
+      has(option, QStyle::State_Sunken) ? c.controlFillPressed : (hover ? c.controlFillHover : c.controlFill);
   paintPanel(painter, option->rect, metrics().radiusControl, plain, primary ? c.accentRing : c.controlBorder);
 }
 
@@ -64,36 +65,46 @@ QString iconNameOf(QStyle::StandardPixmap picture) {
     case QStyle::SP_DirOpenIcon:
     case QStyle::SP_DirClosedIcon:
     case QStyle::SP_DirHomeIcon:
-    case QStyle::SP_DirLinkIcon: return u"folder"_s;
+    case QStyle::SP_DirLinkIcon:
+      return u"folder"_s;
     case QStyle::SP_ComputerIcon:
     case QStyle::SP_DesktopIcon:
-    case QStyle::SP_DriveHDIcon: return u"hard-drive"_s;
+    case QStyle::SP_DriveHDIcon:
+      return u"hard-drive"_s;
     case QStyle::SP_FileDialogBack:
-    case QStyle::SP_ArrowBack: return u"chevron-left"_s;
-    case QStyle::SP_ArrowForward: return u"chevron-right"_s;
-    case QStyle::SP_FileDialogToParent: return u"folder-output"_s;
-    case QStyle::SP_FileDialogNewFolder: return u"plus"_s;
-    case QStyle::SP_FileDialogListView: return u"layout-grid"_s;
-    case QStyle::SP_FileDialogDetailedView: return u"list-filter"_s;
-    default: return {};
+    case QStyle::SP_ArrowBack:
+      return u"chevron-left"_s;
+    case QStyle::SP_ArrowForward:
+      return u"chevron-right"_s;
+    case QStyle::SP_FileDialogToParent:
+      return u"folder-output"_s;
+    case QStyle::SP_FileDialogNewFolder:
+      return u"plus"_s;
+    case QStyle::SP_FileDialogListView:
+      return u"layout-grid"_s;
+    case QStyle::SP_FileDialogDetailedView:
+      return u"list-filter"_s;
+    default:
+      return {};
   }
 }
 
-void paintTipPanel(QPainter& painter, const QRect& area) {
-  painter.fillRect(area, colors().surfaceTooltip);
-}
+void paintTipPanel(QPainter& painter, const QRect& area) { painter.fillRect(area, colors().surfaceTooltip); }
 
 void paintScrollBar(QPainter& painter, const QStyleOptionSlider* option, const QRect& thumb) {
   if (option->maximum <= option->minimum) return;
-  const bool wide = has(option, QStyle::State_MouseOver) || option->activeSubControls.testFlag(QStyle::SC_ScrollBarSlider);
+  const bool wide =
+      has(option, QStyle::State_MouseOver) || option->activeSubControls.testFlag(QStyle::SC_ScrollBarSlider);
   const int inset = wide ? 1 : 2;
-  const QRect bar = option->orientation == Qt::Vertical ? thumb.adjusted(inset, 1, -inset, -1) : thumb.adjusted(1, inset, -1, -inset);
+  const QRect bar =
+      option->orientation == Qt::Vertical ? thumb.adjusted(inset, 1, -inset, -1) : thumb.adjusted(1, inset, -1, -inset);
   paintPanel(painter, bar, 4, wide ? colors().controlBorderStrong : colors().controlTrack);
 }
 
 void paintSlider(QPainter& painter, const QStyleOptionSlider* option, const QRect& knob) {
   const Colors& c = colors();
-  const QRectF groove(option->rect.left() + 1, option->rect.center().y() - 1, option->rect.width() - 2, metrics().sliderTrack);
+  const QRectF groove(option->rect.left() + 1, option->rect.center().y() - 1, option->rect.width() - 2,
+                      metrics().sliderTrack);
   paintPanel(painter, groove, 2, c.controlTrack);
   QRectF filled = groove;
   filled.setRight(knob.center().x());
@@ -104,7 +115,8 @@ void paintSlider(QPainter& painter, const QStyleOptionSlider* option, const QRec
 QRect sliderKnob(const QStyleOptionSlider* option) {
   const int side = metrics().sliderKnob;
   const int span = option->rect.width() - side;
-  const int at = QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition, span, option->upsideDown);
+  const int at = QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition, span,
+                                                 option->upsideDown);
   return QRect(option->rect.left() + at, option->rect.center().y() - side / 2 + 1, side, side);
 }
 
@@ -115,7 +127,8 @@ QRect scrollThumb(const QStyleOptionSlider* option) {
   const qint64 range = static_cast<qint64>(option->maximum) - option->minimum + option->pageStep;
   int size = range > 0 ? static_cast<int>(static_cast<qint64>(length) * option->pageStep / range) : length;
   size = std::clamp(size, std::min(32, length), length);
-  const int at = QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition, length - size, option->upsideDown);
+  const int at = QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition,
+                                                 length - size, option->upsideDown);
   return vertical ? QRect(option->rect.left(), option->rect.top() + at, option->rect.width(), size)
                   : QRect(option->rect.left() + at, option->rect.top(), size, option->rect.height());
 }
@@ -127,18 +140,27 @@ SorvanStyle::SorvanStyle() : QProxyStyle(u"Fusion"_s) {}
 void SorvanStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                 const QWidget* widget) const {
   switch (element) {
-    case PE_FrameFocusRect: return;  // the ring is drawn by `FocusRing`, outside the control
+    case PE_FrameFocusRect:
+      return;  // the ring is drawn by `FocusRing`, outside the control
     case PE_PanelLineEdit:
-    case PE_FrameLineEdit: return paintField(*painter, option, widget);
-    case PE_PanelButtonCommand: return paintDialogButton(*painter, option);
-    case PE_IndicatorCheckBox: return paintTick(*painter, option);
-    case PE_IndicatorRadioButton: return paintRadio(*painter, option);
-    case PE_PanelTipLabel: return paintTipPanel(*painter, option->rect);
+    case PE_FrameLineEdit:
+      return paintField(*painter, option, widget);
+    case PE_PanelButtonCommand:
+      return paintDialogButton(*painter, option);
+    case PE_IndicatorCheckBox:
+      return paintTick(*painter, option);
+    case PE_IndicatorRadioButton:
+      return paintRadio(*painter, option);
+    case PE_PanelTipLabel:
+      return paintTipPanel(*painter, option->rect);
     case PE_PanelMenu:
-    case PE_FrameMenu: return paintMenuPanel(*painter, option->rect);
+    case PE_FrameMenu:
+      return paintMenuPanel(*painter, option->rect);
     case PE_PanelMenuBar:
-    case PE_FrameStatusBarItem: return;
-    default: break;
+    case PE_FrameStatusBarItem:
+      return;
+    default:
+      break;
   }
   QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
@@ -188,44 +210,70 @@ QSize SorvanStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
 
 int SorvanStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   switch (metric) {
-    case PM_ScrollBarExtent: return metrics().scrollbar;
-    case PM_ScrollBarSliderMin: return 32;
+    case PM_ScrollBarExtent:
+      return metrics().scrollbar;
+    case PM_ScrollBarSliderMin:
+      return 32;
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
-    case PM_ExclusiveIndicatorHeight: return metrics().iconRegular;
-    case PM_MenuPanelWidth: return 1;
-    case PM_MenuHMargin: return 0;
-    case PM_MenuVMargin: return 4;
-    case PM_MenuBarPanelWidth: return 0;
-    case PM_MenuBarItemSpacing: return 2;
+    case PM_ExclusiveIndicatorHeight:
+      return metrics().iconRegular;
+    case PM_MenuPanelWidth:
+      return 1;
+    case PM_MenuHMargin:
+      return 0;
+    case PM_MenuVMargin:
+      return 4;
+    case PM_MenuBarPanelWidth:
+      return 0;
+    case PM_MenuBarItemSpacing:
+      return 2;
     case PM_MenuBarHMargin:
-    case PM_MenuBarVMargin: return 0;
-    case PM_SliderLength: return metrics().sliderKnob;
-    case PM_SliderThickness: return 18;
-    case PM_SplitterWidth: return 1;
-    case PM_ToolTipLabelFrameWidth: return 7;
+    case PM_MenuBarVMargin:
+      return 0;
+    case PM_SliderLength:
+      return metrics().sliderKnob;
+    case PM_SliderThickness:
+      return 18;
+    case PM_SplitterWidth:
+      return 1;
+    case PM_ToolTipLabelFrameWidth:
+      return 7;
     case PM_CheckBoxLabelSpacing:
-    case PM_RadioButtonLabelSpacing: return 8;
-    case PM_DefaultFrameWidth: return qobject_cast<const QLineEdit*>(widget) ? 2 : 1;
-    case PM_TextCursorWidth: return 2;
-    default: return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_RadioButtonLabelSpacing:
+      return 8;
+    case PM_DefaultFrameWidth:
+      return qobject_cast<const QLineEdit*>(widget) ? 2 : 1;
+    case PM_TextCursorWidth:
+      return 2;
+    default:
+      return QProxyStyle::pixelMetric(metric, option, widget);
   }
 }
 
 int SorvanStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                            QStyleHintReturn* answer) const {
   switch (hint) {
-    case SH_ToolTip_WakeUpDelay: return 500;
-    case SH_ScrollBar_LeftClickAbsolutePosition: return 0;
-    case SH_Slider_AbsoluteSetButtons: return Qt::LeftButton;
-    case SH_Menu_SubMenuPopupDelay: return 120;
-    case SH_Menu_Scrollable: return 1;
-    case SH_MenuBar_AltKeyNavigation: return 1;
+    case SH_ToolTip_WakeUpDelay:
+      return 500;
+    case SH_ScrollBar_LeftClickAbsolutePosition:
+      return 0;
+    case SH_Slider_AbsoluteSetButtons:
+      return Qt::LeftButton;
+    case SH_Menu_SubMenuPopupDelay:
+      return 120;
+    case SH_Menu_Scrollable:
+      return 1;
+    case SH_MenuBar_AltKeyNavigation:
+      return 1;
     case SH_DialogButtonBox_ButtonsHaveIcons:
-    case SH_UnderlineShortcut: return 0;
-    case SH_ScrollView_FrameOnlyAroundContents: return 0;
-    default: return QProxyStyle::styleHint(hint, option, widget, answer);
+    case SH_UnderlineShortcut:
+      return 0;
+    case SH_ScrollView_FrameOnlyAroundContents:
+      return 0;
+    default:
+      return QProxyStyle::styleHint(hint, option, widget, answer);
   }
 }
 

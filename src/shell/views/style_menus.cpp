@@ -70,7 +70,8 @@ void roundMenuCorners(QWidget& menu) { menu.installEventFilter(new RoundedCorner
 
 void paintMenuPanel(QPainter& painter, const QRect& area) {
   painter.fillRect(area, colors().surfaceOverlay);
-  paintPanel(painter, area, kMenuRadius, colors().surfaceOverlay, Theme::instance().isDark() ? colors().controlBorder : colors().lineDefault);
+  paintPanel(painter, area, kMenuRadius, colors().surfaceOverlay,
+             Theme::instance().isDark() ? colors().controlBorder : colors().lineDefault);
 }
 
 void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, const QWidget*) {
@@ -85,7 +86,8 @@ void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, const QW
   if (current) paintPanel(painter, QRectF(item.rect).adjusted(kRowInset, 0, -kRowInset, 0), 5, c.stateSelected);
   QRect inner = item.rect.adjusted(kTextInset, 0, -kTextInset, 0);
   if (item.menuHasCheckableItems) {
-    if (item.checked) paintIcon(painter, u"check"_s, QRect(inner.left(), inner.top(), 14, inner.height()), 14, {titleColor(item)});
+    if (item.checked)
+      paintIcon(painter, u"check"_s, QRect(inner.left(), inner.top(), 14, inner.height()), 14, {titleColor(item)});
     inner.setLeft(inner.left() + kTickWidth);
   }
   const ItemTexts texts = textsOf(item);
@@ -102,7 +104,8 @@ void paintMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   const bool open = item.state.testFlag(QStyle::State_Sunken) || item.state.testFlag(QStyle::State_Selected);
   if (open && enabled) paintPanel(painter, QRectF(item.rect).adjusted(0, 5, 0, -5), 5, c.stateHover);
   const QColor color = !enabled ? c.textDisabled : (open ? c.textPrimary : c.textSecondary);
-  paintText(painter, item.rect, {withoutMnemonic(item.text), fontFor(Type::body), color, Qt::AlignCenter, Qt::ElideNone});
+  paintText(painter, item.rect,
+            {withoutMnemonic(item.text), fontFor(Type::body), color, Qt::AlignCenter, Qt::ElideNone});
 }
 
 QSize menuItemSize(const QStyleOptionMenuItem& item) {

@@ -41,7 +41,8 @@ QColor requiredColor(const QJsonObject& object, QLatin1StringView path) {
 }
 
 Shadow shadowFrom(const QJsonObject& object) {
-  return {object.value(u"y"_s).toInt(), object.value(u"blur"_s).toInt(), colorFrom(object.value(u"color"_s).toString())};
+  return {object.value(u"y"_s).toInt(), object.value(u"blur"_s).toInt(),
+          colorFrom(object.value(u"color"_s).toString())};
 }
 
 Colors colorsFrom(const QJsonObject& object) {
@@ -100,7 +101,8 @@ QPalette paletteFrom(const Colors& c) {
 }  // namespace
 
 Theme& Theme::instance() {
-  static Theme* theme = new Theme;  // lives as long as the process: widgets may ask for colours while they are torn down
+  static Theme* theme =
+      new Theme;  // lives as long as the process: widgets may ask for colours while they are torn down
   return *theme;
 }
 
@@ -122,7 +124,8 @@ void Theme::read(const QJsonObject& tokens) {
   const QJsonObject scale = font.value(u"scale"_s).toObject();
   for (const QString& role : scale.keys()) {
     const QJsonObject token = scale.value(role).toObject();
-    types_.insert(role, {token.value(u"size"_s).toInt(), token.value(u"line"_s).toInt(), token.value(u"weight"_s).toInt()});
+    types_.insert(role,
+                  {token.value(u"size"_s).toInt(), token.value(u"line"_s).toInt(), token.value(u"weight"_s).toInt()});
   }
 }
 

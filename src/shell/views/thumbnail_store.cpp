@@ -34,7 +34,8 @@ QImage decodeThumbnail(const QStringList& paths, int longSide) {
     QImageReader reader(path);
     reader.setAutoTransform(true);
     const QSize size = reader.size();
-    if (std::max(size.width(), size.height()) > longSide) reader.setScaledSize(size.scaled(longSide, longSide, Qt::KeepAspectRatio));
+    if (std::max(size.width(), size.height()) > longSide)
+      reader.setScaledSize(size.scaled(longSide, longSide, Qt::KeepAspectRatio));
     const QImage image = reader.read();
     if (!image.isNull()) return image;
   }
@@ -73,7 +74,8 @@ void ThumbnailStore::start() {
     ++running_;
     pool_.start([this, request] {
       const QImage image = decodeThumbnail(request.paths, request.longSide);
-      QMetaObject::invokeMethod(this, [this, request, image] { finish(request.key, image); }, Qt::QueuedConnection);
+      QMetaObject::invokeMethod(
+          this, [this, request, image] { finish(request.key, image); }, Qt::QueuedConnection);
     });
   }
 }

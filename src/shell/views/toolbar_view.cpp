@@ -16,9 +16,14 @@ constexpr int kSliderFrom = 1320;  // narrower windows hide the slider; keys sti
 }
 
 ToolbarView::ToolbarView(QWidget* parent)
-    : QWidget(parent), back_(new Button({}, ButtonVariant::quiet)), title_(new ElidedLabel(Type::title, &Colors::textPrimary, Qt::ElideMiddle)),
-      count_(new Label({}, Type::small, &Colors::textTertiary)), previous_(new IconButton(u"chevron-left"_s, texts::previousItem(), u"Left"_s)),
-      next_(new IconButton(u"chevron-right"_s, texts::nextItem(), u"Right"_s)), sizes_(new QWidget), slider_(new QSlider(Qt::Horizontal)),
+    : QWidget(parent),
+      back_(new Button({}, ButtonVariant::quiet)),
+      title_(new ElidedLabel(Type::title, &Colors::textPrimary, Qt::ElideMiddle)),
+      count_(new Label({}, Type::small, &Colors::textTertiary)),
+      previous_(new IconButton(u"chevron-left"_s, texts::previousItem(), u"Left"_s)),
+      next_(new IconButton(u"chevron-right"_s, texts::nextItem(), u"Right"_s)),
+      sizes_(new QWidget),
+      slider_(new QSlider(Qt::Horizontal)),
       inspector_(new IconButton(u"panel-right"_s, texts::inspectorToggle(), u"F8"_s)) {
   setAccessibleName(texts::toolbarZone());
   setFixedHeight(metrics().toolbar);

@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 QString nameOf(Type role) {
-  static const std::array<QString, 9> names = {u"micro"_s,  u"caption"_s, u"small"_s,   u"body"_s, u"prompt"_s,
+  static const std::array<QString, 9> names = {u"micro"_s, u"caption"_s, u"small"_s,   u"body"_s, u"prompt"_s,
                                                u"title"_s, u"large"_s,   u"display"_s, u"mono"_s};
   return names.at(static_cast<size_t>(role));
 }
@@ -21,9 +21,7 @@ double letterSpacing(Type role) {
 
 }  // namespace
 
-QFont fontFor(Type role) {
-  return fontFor(role, static_cast<Weight>(Theme::instance().type(nameOf(role)).weight));
-}
+QFont fontFor(Type role) { return fontFor(role, static_cast<Weight>(Theme::instance().type(nameOf(role)).weight)); }
 
 QFont fontFor(Type role, Weight weight) {
   const Theme& theme = Theme::instance();

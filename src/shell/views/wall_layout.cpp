@@ -39,13 +39,15 @@ void WallLayout::closeRow(int first, int cells, double aspectSum, bool last) {
 
 int WallLayout::rowAt(double y) const {
   if (rows_.empty()) return -1;
-  const auto after = std::upper_bound(rows_.begin(), rows_.end(), y, [](double at, const WallRow& row) { return at < row.top; });
+  const auto after =
+      std::upper_bound(rows_.begin(), rows_.end(), y, [](double at, const WallRow& row) { return at < row.top; });
   return std::max(0, static_cast<int>(after - rows_.begin()) - 1);
 }
 
 int WallLayout::rowOf(int index) const {
   if (index < 0 || index >= count()) return -1;
-  const auto after = std::upper_bound(rows_.begin(), rows_.end(), index, [](int at, const WallRow& row) { return at < row.first; });
+  const auto after =
+      std::upper_bound(rows_.begin(), rows_.end(), index, [](int at, const WallRow& row) { return at < row.first; });
   return static_cast<int>(after - rows_.begin()) - 1;
 }
 
@@ -83,7 +85,8 @@ int WallLayout::verticalNeighbour(int index, int direction) const {
   const double centre = rectOf(index).center().x();
   int best = row.first;
   for (int candidate = row.first; candidate < row.first + row.count; ++candidate) {
-    if (std::abs(rectOf(candidate).center().x() - centre) < std::abs(rectOf(best).center().x() - centre)) best = candidate;
+    if (std::abs(rectOf(candidate).center().x() - centre) < std::abs(rectOf(best).center().x() - centre))
+      best = candidate;
   }
   return best;
 }

@@ -30,14 +30,22 @@ struct Tile {
 
 // The places of the sample pictures, as the design lays them out.
 constexpr std::array<Tile, 16> kTiles = {{
-    {"light_dawn_0", 0.0, 0.0, 222.0, 124.9},   {"tin_1", 230.0, 0.0, 99.9, 124.9},
-    {"boat_gold_0", 338.0, 0.0, 222.0, 124.9},  {"arch_0", 0.0, 132.9, 158.3, 105.6},
-    {"orb_1", 166.3, 132.9, 105.6, 105.6},      {"bottle_0", 279.9, 132.9, 84.4, 105.6},
-    {"roof_dusk_3", 372.3, 132.9, 187.7, 105.6}, {"vase_1", 0.0, 246.4, 106.7, 133.4},
-    {"forest_gold_0", 114.7, 246.4, 200.1, 133.4}, {"city_night_0", 322.8, 246.4, 237.2, 133.4},
-    {"room_1", 0.0, 387.8, 206.8, 137.9},       {"light_gold_3", 214.8, 387.8, 92.0, 137.9},
-    {"dune_gold_0", 314.8, 387.8, 245.2, 137.9}, {"lake_dusk_2", 0.0, 533.7, 256.0, 144.0},
-    {"vase_2", 264.0, 533.7, 144.0, 144.0},     {"tin_4", 416.0, 533.7, 144.0, 144.0},
+    {"light_dawn_0", 0.0, 0.0, 222.0, 124.9},
+    {"tin_1", 230.0, 0.0, 99.9, 124.9},
+    {"boat_gold_0", 338.0, 0.0, 222.0, 124.9},
+    {"arch_0", 0.0, 132.9, 158.3, 105.6},
+    {"orb_1", 166.3, 132.9, 105.6, 105.6},
+    {"bottle_0", 279.9, 132.9, 84.4, 105.6},
+    {"roof_dusk_3", 372.3, 132.9, 187.7, 105.6},
+    {"vase_1", 0.0, 246.4, 106.7, 133.4},
+    {"forest_gold_0", 114.7, 246.4, 200.1, 133.4},
+    {"city_night_0", 322.8, 246.4, 237.2, 133.4},
+    {"room_1", 0.0, 387.8, 206.8, 137.9},
+    {"light_gold_3", 214.8, 387.8, 92.0, 137.9},
+    {"dune_gold_0", 314.8, 387.8, 245.2, 137.9},
+    {"lake_dusk_2", 0.0, 533.7, 256.0, 144.0},
+    {"vase_2", 264.0, 533.7, 144.0, 144.0},
+    {"tin_4", 416.0, 533.7, 144.0, 144.0},
 }};
 
 // Decoration: the pictures say nothing that a person would need read out.
@@ -45,7 +53,8 @@ class Mosaic final : public QWidget {
  public:
   explicit Mosaic(QWidget* parent) : QWidget(parent) {
     setFixedSize(kMosaicWidth, kMosaicHeight);
-    for (const Tile& tile : kTiles) pictures_.emplace_back(u":/sorvan/samples/"_s + QLatin1StringView(tile.name) + u".jpg"_s);
+    for (const Tile& tile : kTiles)
+      pictures_.emplace_back(u":/sorvan/samples/"_s + QLatin1StringView(tile.name) + u".jpg"_s);
   }
 
  protected:
@@ -66,7 +75,9 @@ class Mark final : public QWidget {
   explicit Mark(QWidget* parent) : QWidget(parent) { setFixedSize(kMarkSide, kMarkSide); }
 
  protected:
-  void paintEvent(QPaintEvent*) override { QPainter(this).drawPixmap(0, 0, markPixmap(kMarkSide, devicePixelRatioF())); }
+  void paintEvent(QPaintEvent*) override {
+    QPainter(this).drawPixmap(0, 0, markPixmap(kMarkSide, devicePixelRatioF()));
+  }
 };
 
 QString droppedFolder(const QMimeData& data) {
@@ -84,7 +95,9 @@ QFont sized(QFont font, int pixels) {
 }  // namespace
 
 WelcomeView::WelcomeView(const WelcomeDisplay& display, QWidget* parent)
-    : QWidget(parent), column_(new QWidget(this)), mosaic_(new Mosaic(this)),
+    : QWidget(parent),
+      column_(new QWidget(this)),
+      mosaic_(new Mosaic(this)),
       useDefault_(new Button(display.defaultButton, ButtonVariant::primary)) {
   setAcceptDrops(true);
   setAccessibleName(display.name);
@@ -129,7 +142,8 @@ void WelcomeView::resizeEvent(QResizeEvent*) {
   const bool both = width() >= kBothFrom;
   const int spare = both ? std::max(48, (width() - kColumnWidth - kMosaicWidth) / 3) : (width() - kColumnWidth) / 2;
   const int height = column_->sizeHint().height();
-  column_->setGeometry(both ? std::min(spare, 132) : spare, std::max(24, (this->height() - height) / 2), kColumnWidth, height);
+  column_->setGeometry(both ? std::min(spare, 132) : spare, std::max(24, (this->height() - height) / 2), kColumnWidth,
+                       height);
   mosaic_->setVisible(both);
   mosaic_->move(width() - kMosaicWidth - std::min(spare, 120), std::max(24, (this->height() - kMosaicHeight) / 2));
 }

@@ -3,8 +3,8 @@
 
 #include <QWidget>
 
-#include "shell/welcome_presenter.h"
 #include "shell/views/room.h"
+#include "shell/welcome_presenter.h"
 
 namespace sorvan::views {
 
