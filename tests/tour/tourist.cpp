@@ -30,32 +30,20 @@ bool within(int seconds, Test test) {
 
 }  // namespace
 
-Tourist::Tourist(QSize size, QString picturePrefix) : desktop_(size), prefix_(std::move(picturePrefix)) { startSandbox(); }
+// What a job takes at least, so that a person sees it run.
+constexpr int jobMilliseconds = 1200;
+
+Tourist::Tourist(QSize size, QString picturePrefix)
+    : desktop_(size), prefix_(std::move(picturePrefix)), sandbox_({jobMilliseconds, {}, {}}) {}
 
 Tourist::~Tourist() {
   if (program_) killProgram();
-  sandbox_.terminate();
-  if (!sandbox_.waitForFinished(3000)) sandbox_.kill();
-  sandbox_.waitForFinished(2000);
-}
-
-void Tourist::startSandbox() {
-  configuration_ = desktop_.home() + u"/service.json"_qs;
-  sandbox_.setProcessEnvironment(desktop_.environment());
-  sandbox_.setStandardErrorFile(desktop_.home() + u"/sandbox.log"_qs);
-  sandbox_.start(QStringLiteral(SORVAN_SANDBOX),
-                 {u"--write"_qs, configuration_, u"--state"_qs, desktop_.home() + u"/sandbox"_qs});
-  QByteArray said;
-  while (!said.contains("ready")) {
-    if (!sandbox_.waitForReadyRead(20000)) throw std::runtime_error("the sandbox did not start");
-    said += sandbox_.readAllStandardOutput();
-  }
 }
 
 void Tourist::open(const Wanted& expected) {
   program_ = std::make_unique<QProcess>();
   QProcessEnvironment environment = desktop_.environment();
-  environment.insert(u"SORVAN_SERVICE"_qs, configuration_);
+  environment.insert(u"SORVAN_SERVICE"_qs, sandbox_.configurationPath());
   program_->setProcessEnvironment(environment);
   program_->setProcessChannelMode(QProcess::ForwardedChannels);
   program_->start(QStringLiteral(SORVAN_STUDIO), {});

@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <memory>
 
+#include "support_sandbox/sandbox_process.h"
 #include "tour/accessible.h"
 #include "tour/desktop.h"
 
@@ -41,16 +42,15 @@ class Tourist {
 
   const Accessibility& accessibility() const { return accessibility_; }
   Desktop& desktop() { return desktop_; }
+  sorvan::test::SandboxProcess& sandbox() { return sandbox_; }
 
  private:
   void xdotool(const QStringList& arguments);
-  void startSandbox();
 
   Desktop desktop_;
   Accessibility accessibility_;
   QString prefix_;
-  QString configuration_;
-  QProcess sandbox_;
+  sorvan::test::SandboxProcess sandbox_;
   std::unique_ptr<QProcess> program_;
 };
 

@@ -216,6 +216,23 @@ TEST_F(MediaWallTest, ScreenReadersSeeTheVisibleCellsWithNamesPlacesAndState) {
   EXPECT_EQ(list->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
 }
 
+TEST(MediaWallAccessibility, IsAListAlsoWhenItWasWatchedWhileItWasMade) {
+  // A screen reader at work asks for the widget as soon as its base class exists.
+  struct Watched : public QObject {
+    bool eventFilter(QObject* object, QEvent*) override {
+      if (object->isWidgetType()) QAccessible::queryAccessibleInterface(object);
+      return false;
+    }
+  } watcher;
+  qApp->installEventFilter(&watcher);
+  SampleWall source;
+  ThumbnailStore thumbnails;
+  QWidget parent;
+  MediaWall wall(source, thumbnails, &parent);
+  qApp->removeEventFilter(&watcher);
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&wall)->role(), QAccessible::List);
+}
+
 TEST_F(MediaWallTest, AScreenReadersActionSelectsOpensAndRetries) {
   showJobs();
   QSignalSpy opened(&wall, &MediaWall::opened);

@@ -52,7 +52,7 @@ class ColumnHeads final : public QWidget {
 
 HistoryList::HistoryList(HistorySource& source, ThumbnailStore& thumbnails, QWidget* parent)
     : QAbstractScrollArea(parent), source_(source), thumbnails_(thumbnails) {
-  describePaintedLists();
+  describePaintedList(*this);
   setAccessibleName(texts::historyTitle());
   setProperty(ownFocusProperty, true);
   setFrameShape(QFrame::NoFrame);

@@ -55,7 +55,7 @@ MediaWall::MediaWall(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   viewport()->setMouseTracking(true);
   viewport()->setAutoFillBackground(false);
-  describePaintedLists();
+  describePaintedList(*this);
   connect(&source_, &WallSource::layoutChanged, this, [this] { relayout(); });
   connect(&source_, &WallSource::contentChanged, this, [this] {
     thumbnails_.forgetMissing();

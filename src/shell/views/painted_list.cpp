@@ -129,12 +129,15 @@ QAccessibleInterface* listInterface(const QString&, QObject* object) {
 
 }  // namespace
 
-void describePaintedLists() {
+void describePaintedList(PaintedList& list) {
   static const bool once = [] {
     QAccessible::installFactory(listInterface);
     return true;
   }();
   Q_UNUSED(once);
+  // With assistive technology at work, the base class was already described as a plain scroll area.
+  QAccessibleInterface* early = QAccessible::queryAccessibleInterface(&list.area());
+  if (early && !dynamic_cast<ListInterface*>(early)) QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(early));
 }
 
 void announceCurrentRow(PaintedList& list, int index) {

@@ -30,9 +30,9 @@ class PaintedList {
 inline const QString selectRowAction = QStringLiteral("Press");
 inline const QString openRowAction = QStringLiteral("Open");
 
-// Lets assistive technology see painted lists: as a list whose children are the rows in view. Call before the first
-// such list is shown; further calls do nothing.
-void describePaintedLists();
+// Lets assistive technology see this painted list: as a list whose children are the rows in view. Called at the end of
+// the list's constructor: what was told of the widget while it was still being built is forgotten.
+void describePaintedList(PaintedList& list);
 
 // The keyboard has moved to this row. `list` is a widget that is a PaintedList.
 void announceCurrentRow(PaintedList& list, int index);
