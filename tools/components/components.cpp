@@ -168,6 +168,13 @@ void saveWindows(const QString& folder, QSize size) {
     Q_EMIT main.composer.changed();
     main.library->dock().openModelPicker();
     save(main.window, folder, u"picker-"_s + tag);
+    for (const char* chip : {"Ratio", "Count", "Length", "Seed"}) {
+      for (Popover* open : main.window.findChildren<Popover*>()) open->dismiss();
+      for (Chip* candidate : main.window.findChildren<Chip*>()) {
+        if (candidate->accessibleName() == QLatin1StringView(chip)) candidate->click();
+      }
+      save(main.window, folder, QLatin1StringView(chip) + QString(u'-') + tag);
+    }
   }
   {
     SampleWindow jobs(size);

@@ -120,7 +120,7 @@ Popover* openRatioPopover(ComposerPresenter& composer, QWidget* chip) {
     ++place;
   }
   column->addLayout(grid);
-  popover->openAt(chip);
+  popover->openAt(chip, chip->parentWidget());  // over the dock, whose prompt and notices stay in view
   return popover;
 }
 
@@ -140,7 +140,7 @@ Popover* openCountPopover(ComposerPresenter& composer, QWidget* chip) {
   }
   QObject::connect(segments, &SegmentedControl::chosen, popover,
                    [&composer](int index) { composer.chooseCount(index + 1); });
-  popover->openAt(chip);
+  popover->openAt(chip, chip->parentWidget());  // over the dock, whose prompt and notices stay in view
   return popover;
 }
 
@@ -167,7 +167,7 @@ Popover* openLengthPopover(ComposerPresenter& composer, QWidget* chip) {
     note->setMaximumWidth(240);
     column->addWidget(note);
   }
-  popover->openAt(chip);
+  popover->openAt(chip, chip->parentWidget());  // over the dock, whose prompt and notices stay in view
   return popover;
 }
 
@@ -195,7 +195,7 @@ Popover* openSeedPopover(ComposerPresenter& composer, QWidget* chip) {
     field->setText(composer.display().seedText);
   });
   field->setFocus();
-  popover->openAt(chip);
+  popover->openAt(chip, chip->parentWidget());  // over the dock, whose prompt and notices stay in view
   return popover;
 }
 
