@@ -1,0 +1,107 @@
+// From the start of the program to its first painted window, with a large library, against an empty window.
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <poll.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <memory>
+#include <stdexcept>
+
+#include "bench/library_data.h"
+#include "bench/row.h"
+
+namespace sorvan::bench {
+namespace {
+
+constexpr int manyItems = 100'000;
+constexpr unsigned seed = 7;
+constexpr int longestStartSeconds = 20;
+
+// A display of its own, without a screen and without a window manager.
+class Display {
+ public:
+  Display() {
+    server_.start(QStringLiteral("Xvfb"),
+                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+                   QStringLiteral("1440x900x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    QByteArray number;
+    while (!number.contains('\n')) {
+      if (!server_.waitForReadyRead(10000)) return;
+      number += server_.readAllStandardOutput();
+    }
+    name_ = ':' + number.trimmed();
+    connection_ = XOpenDisplay(name_.constData());
+  }
+  ~Display() {
+    if (connection_) XCloseDisplay(connection_);
+    server_.kill();
+    server_.waitForFinished(3000);
+  }
+  bool works() const { return connection_; }
+  QString name() const { return QString::fromLatin1(name_); }
+  // The middle of the screen; the empty screen is black.
+  unsigned long middle() const {
+    XImage* pixel = XGetImage(connection_, DefaultRootWindow(connection_), 700, 300, 1, 1, AllPlanes, ZPixmap);
+    if (!pixel) return 0;
+    const unsigned long colour = XGetPixel(pixel, 0, 0) & 0xFFFFFF;
+    XDestroyImage(pixel);
+    return colour;
+  }
+
+ private:
+  QProcess server_;
+  QByteArray name_;
+  ::Display* connection_ = nullptr;
+};
+
+// Seconds from the start of the program until the middle of the screen is painted.
+std::optional<double> untilPainted(const Display& display, const QString& program, const QProcessEnvironment& given) {
+  if (!display.works()) return std::nullopt;
+  QProcessEnvironment environment = given;
+  environment.insert(QStringLiteral("DISPLAY"), display.name());
+  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+  QProcess process;
+  process.setProcessEnvironment(environment);
+  process.setStandardErrorFile(QProcess::nullDevice());
+  QElapsedTimer timer;
+  timer.start();
+  process.start(program, {});
+  process.waitForStarted();
+  while (display.middle() == 0) {
+    ::poll(nullptr, 0, 1);
+    if (timer.elapsed() > longestStartSeconds * 1000) throw std::runtime_error("the program shows no window");
+  }
+  const double seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
+  process.kill();
+  process.waitForFinished(5000);
+  while (display.middle() != 0 && timer.elapsed() < 2 * longestStartSeconds * 1000) ::poll(nullptr, 0, 1);
+  return seconds;
+}
+
+QString besideBench(const QString& path) { return QCoreApplication::applicationDirPath() + path; }
+
+Contestants starts(const QDir& data) {
+  const auto display = std::make_shared<Display>();
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
+    environment.insert(QString::fromLatin1(name), data.absolutePath());
+  environment.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+  QProcessEnvironment withLibrary = environment;
+  withLibrary.insert(QStringLiteral("SORVAN_WORKSPACE"), data.filePath(QStringLiteral("many")));
+  return {.ours = [=] { return untilPainted(*display, besideBench(QStringLiteral("/../src/app/sorvan-studio")), withLibrary); },
+          .peer = {},
+          .limit = [=] { return untilPainted(*display, besideBench(QStringLiteral("/sorvan-empty-window")), environment); }};
+}
+
+const RegisterRow start{{.name = QStringLiteral("start-100k"),
+                         .make =
+                             [](const QDir& data) {
+                               makeLibrary(data.filePath(QStringLiteral("many")), libraryOf(manyItems), seed);
+                             },
+                         .measure = starts,
+                         .rounds = 7}};
+
+}  // namespace
+}  // namespace sorvan::bench
