@@ -62,7 +62,8 @@ QUrl JsonCodec<QUrl>::read(const QJsonValue& value, const JsonPath& path) {
   const QString text = JsonCodec<QString>::read(value, path);
   const QUrl url(text);
   if (!text.isEmpty() && !url.isValid()) throwJsonUnexpected(path, QStringLiteral("an address"));
-  return url;
+  // A text that is no strict address, such as "##", is written as one and must be equal when it is read again.
+  return QUrl::fromEncoded(url.toEncoded());
 }
 
 QUuid JsonCodec<QUuid>::read(const QJsonValue& value, const JsonPath& path) {

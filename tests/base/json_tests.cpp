@@ -151,6 +151,13 @@ static Everything sample() {
   return all;
 }
 
+TEST(JsonCodecs, ReadAnOddAddressAsTheOneThatIsWritten) {
+  for (const char* text : {"##", "http###s://a.example/b", "a b%zz", "https://a.example/%2F?x=%23#y z", ""}) {
+    const auto url = fromJson<QUrl>(QJsonValue(QString::fromLatin1(text)));
+    EXPECT_EQ(fromJson<QUrl>(toJson(url)), url) << text;
+  }
+}
+
 TEST(Json, ReadsBackEverythingItWrites) { EXPECT_EQ(decodeJson<Everything>(encodeJson(sample())), sample()); }
 
 TEST(Json, KeysAreTheFieldNamesAndEmptyOptionalsAreLeftOut) {
