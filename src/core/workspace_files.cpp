@@ -5,6 +5,7 @@
 #include "base/durable_file.h"
 #include "base/ids.h"
 #include "base/text.h"
+#include "core/plain_extension.h"
 #include "core/records.h"
 
 namespace sorvan::core {
@@ -102,7 +103,8 @@ QString WorkspaceFiles::createProjectFolder(const QString& name) const {
 
 ReservedPath WorkspaceFiles::uniquePath(const QString& folder, const QString& stem, const QString& ext) const {
   const QString name = folder + u'/' + safeName(stem);
-  const QString ending = ext.isEmpty() ? QString() : u'.' + ext.toLower();
+  const QString lower = ext.toLower();
+  const QString ending = isPlainExtension(lower) ? u'.' + lower : QString();
   for (int counter = 1;; ++counter) {
     const QString relative = name + QString::asprintf("-%03d", counter) + ending;
     const QString path = absolute(relative);

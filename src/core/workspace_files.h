@@ -58,7 +58,7 @@ class WorkspaceFiles {
   QString createProjectFolder(const QString& name) const;
 
   /// A path `<folder>/<safe stem>-<nnn>.<ext in lowercase>`, relative to the root, at which nothing exists, not even a
-  /// dangling link, and that nobody else holds. The counter starts at 001. An empty `ext` leaves the point out.
+  /// dangling link, and that nobody else holds. The counter starts at 001. A non-plain `ext` is left out.
   ReservedPath uniquePath(const QString& folder, const QString& stem, const QString& ext) const;
 
   /// The folder of a project's media, or the Inbox for null: "Inbox" or the project's `rootFolder`.

@@ -81,6 +81,21 @@ TEST_F(WorkspaceFilesTest, UniquePathWithoutAnExtensionHasNoPoint) {
   EXPECT_EQ(unique(QStringLiteral("fox"), QString()), QStringLiteral("Inbox/generated/fox-001"));
 }
 
+TEST_F(WorkspaceFilesTest, AnExtensionThatIsNoneIsLeftOutSoThatAFileStaysInItsFolder) {
+  for (const QString& ext :
+       {QStringLiteral("/../../evil"), QStringLiteral("a/b"), QStringLiteral(".."), QStringLiteral("p\\g"),
+        QStringLiteral("p g"), QStringLiteral("pn\ng"), QString(QStringLiteral("p") + QChar(u'\0')), QString(17, u'p'),
+        QString(11, QChar(0x72D0))})
+    EXPECT_EQ(unique(QStringLiteral("fox"), ext), QStringLiteral("Inbox/generated/fox-001")) << ext.toStdString();
+}
+
+TEST_F(WorkspaceFilesTest, TheLongestNameWithTheLongestExtensionFitsOnADisk) {
+  const QString stem(80, QChar(0x72D0));
+  const QString name = unique(stem, QString(16, u'p')).section(u'/', 2);
+  EXPECT_TRUE(name.endsWith(QStringLiteral("-001.") + QString(16, u'p')));
+  EXPECT_LE(name.toUtf8().size(), 255);
+}
+
 TEST_F(WorkspaceFilesTest, UniquePathGoesPastADanglingLink) {
   folder.write(QStringLiteral("Inbox/generated/other"), "x");
   ASSERT_EQ(::symlink("/nowhere/at/all", QFile::encodeName(folder / QStringLiteral("Inbox/generated/fox-001.png"))), 0);
