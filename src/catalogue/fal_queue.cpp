@@ -14,9 +14,10 @@ namespace {
 
 constexpr int mostFailuresInARow = 5;
 
-/// An address of the answer where it may receive the key, else the one that the service's rule gives.
+/// An address of the answer where it may receive the key, else the one that the service's rule gives. A fragment is
+/// never sent, and one that is no strict text would not be kept as it is.
 QUrl usableAddress(const QJsonObject& answer, const QString& field, const QUrl& built) {
-  const QUrl given = httpsAddress(answer.value(field).toString());
+  const QUrl given = httpsAddress(answer.value(field).toString()).adjusted(QUrl::RemoveFragment);
   return mayReceiveKey(given) ? given : built;
 }
 
@@ -114,6 +115,12 @@ RemoteHandle handleFrom(const QByteArray& answer, const QString& endpoint) {
   return handle;
 }
 
+JobState jobStateFrom(const QByteArray& answer) {
+  const QJsonObject status = jsonObject(answer);
+  throwIfFailed(status);
+  return stateNamed(status.value(u"status"_s).toString(u"UNKNOWN"_s));
+}
+
 Task<RemoteHandle> submitOnce(std::shared_ptr<HttpTransport> transport, Submission submission,
                               std::shared_ptr<ProviderRun> run) {
   const QUrl address = submitAddress(submission.endpoint);
@@ -150,9 +157,7 @@ Task<RemoteHandle> submitOnce(std::shared_ptr<HttpTransport> transport, Submissi
 Task<JobState> fetchJobState(std::shared_ptr<HttpTransport> transport, RemoteHandle handle, QString key,
                              std::stop_token stop) {
   const HttpReply reply = co_await sendChecked(transport, keyedRequest("GET", handle.statusURL, key), stop);
-  const QJsonObject status = jsonObject(reply.body);
-  throwIfFailed(status);
-  co_return stateNamed(status.value(u"status"_s).toString(u"UNKNOWN"_s));
+  co_return jobStateFrom(reply.body);
 }
 
 Task<PolledState> fetchJobStatePatiently(std::shared_ptr<HttpTransport> transport, std::shared_ptr<const Clock> clock,

@@ -32,6 +32,9 @@ RemoteHandle handleFrom(const QByteArray& answer, const QString& endpoint);
 
 enum class JobState { queued, running, completed };
 
+/// What the body of a status answer says. Throws as `fetchJobState`.
+JobState jobStateFrom(const QByteArray& answer);
+
 /// One question. Throws RemoteJobFailed when the service says that the job failed, SorvanError for an unknown state.
 Task<JobState> fetchJobState(std::shared_ptr<HttpTransport> transport, RemoteHandle handle, QString key,
                              std::stop_token stop);

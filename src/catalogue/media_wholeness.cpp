@@ -54,7 +54,7 @@ Wholeness told(std::optional<bool> reachesTheEnd) {
 }
 
 /// The length of the box at the file's position, or nothing when it cannot be one. Zero means to the end.
-std::optional<qint64> boxLength(QFile& file) {
+std::optional<qint64> boxLength(QIODevice& file) {
   const QByteArray header = file.read(boxHeaderBytes);
   if (header.size() < boxHeaderBytes) return std::nullopt;
   const auto length = static_cast<qint64>(qFromBigEndian<quint32>(header.constData()));
@@ -71,7 +71,11 @@ std::optional<qint64> boxLength(QFile& file) {
 
 std::optional<bool> boxesReachTheEnd(const QString& path) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly) || file.peek(boxHeaderBytes).mid(4) != "ftyp") return std::nullopt;
+  return file.open(QIODevice::ReadOnly) ? boxesReachTheEnd(file) : std::nullopt;
+}
+
+std::optional<bool> boxesReachTheEnd(QIODevice& file) {
+  if (file.peek(boxHeaderBytes).mid(4) != "ftyp") return std::nullopt;
   const qint64 size = file.size();
   qint64 position = 0;
   for (int box = 0; box < mostBoxes && position < size; ++box) {
@@ -86,7 +90,10 @@ std::optional<bool> boxesReachTheEnd(const QString& path) {
 
 std::optional<bool> riffReachesTheEnd(const QString& path) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+  return file.open(QIODevice::ReadOnly) ? riffReachesTheEnd(file) : std::nullopt;
+}
+
+std::optional<bool> riffReachesTheEnd(QIODevice& file) {
   const QByteArray header = file.read(boxHeaderBytes);
   if (header.size() < boxHeaderBytes || !header.startsWith("RIFF")) return std::nullopt;
   const auto length = static_cast<qint64>(qFromLittleEndian<quint32>(header.constData() + 4));

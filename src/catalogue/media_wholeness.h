@@ -1,6 +1,7 @@
 // Whether a downloaded file is what it claims to be, and all of it.
 #pragma once
 
+#include <QIODevice>
 #include <QString>
 
 #include <optional>
@@ -22,8 +23,10 @@ Wholeness wholenessOf(const QString& file, const QString& ext);
 /// Whether the boxes of an MP4 or MOV file, one after the other, end where the file ends. Nothing for bytes that are no
 /// such file.
 std::optional<bool> boxesReachTheEnd(const QString& file);
+std::optional<bool> boxesReachTheEnd(QIODevice& file);
 
 /// Whether a RIFF file is as long as its header says. Nothing when it is none or its header leaves the length open.
 std::optional<bool> riffReachesTheEnd(const QString& file);
+std::optional<bool> riffReachesTheEnd(QIODevice& file);
 
 }  // namespace sorvan::catalogue

@@ -9,6 +9,7 @@
 #include "catalogue/room.h"
 #include "catalogue/service_hosts.h"
 #include "catalogue/texts.h"
+#include "core/plain_extension.h"
 
 namespace sorvan::catalogue {
 
@@ -69,7 +70,7 @@ std::optional<Found> foundIn(const QJsonObject& result) {
 QString extensionFor(const QJsonObject& entry, const QUrl& url, const QString& usual) {
   if (const auto known = extensionOfContentType(entry.value(u"content_type"_s).toString())) return *known;
   const QString fromPath = QFileInfo(url.path()).suffix().toLower();
-  return fromPath.isEmpty() ? usual : fromPath;
+  return isPlainExtension(fromPath) ? fromPath : usual;
 }
 
 OutputAddress addressOf(const QJsonObject& entry, const QString& usualExtension) {

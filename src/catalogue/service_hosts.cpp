@@ -43,7 +43,8 @@ QUrl jobAddress(const QString& endpoint, const QString& requestID, const QString
 }  // namespace
 
 bool mayReceiveKey(const QUrl& url) {
-  if (!isPlainHttps(url) || !url.userInfo().isEmpty()) return false;
+  // Also an empty user name is one.
+  if (!isPlainHttps(url) || url.authority().contains(u'@')) return false;
   if (url.port(httpsPort) != httpsPort) return false;
   const QString host = plainHost(url);
   for (const char16_t* allowed : {service_hosts::queue, service_hosts::storage, service_hosts::platform}) {

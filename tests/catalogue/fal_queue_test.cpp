@@ -132,6 +132,14 @@ TEST_F(FalQueue, BuildsTheAddressesThatAreMissingOrForeign) {
   EXPECT_EQ(kept.resultURL, stored().resultURL);
 }
 
+TEST_F(FalQueue, AHandleIsTheSameAfterARestartWhateverItsAddressesEndIn) {
+  const RemoteHandle handle = handleFrom(
+      R"({"request_id":"R-1","status_url":"https://QUEUE.fal.run##","cancel_url":"https://queue.fal.run/a%2Fb?q=%20#f"})",
+      u"acme/model/deep"_s);
+  EXPECT_EQ(decodeHandle(encodeHandle(handle)), handle);
+  EXPECT_EQ(handle.cancelURL, QUrl(u"https://queue.fal.run/a%2Fb?q=%20"_s));
+}
+
 TEST_F(FalQueue, ReadsTheStates) {
   auto& route = transport->on("GET", u"/status"_s);
   route.answers(202, R"({"status":"IN_QUEUE"})").answers(202, R"({"status":"IN_PROGRESS"})");

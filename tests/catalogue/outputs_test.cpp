@@ -36,6 +36,14 @@ TEST(Outputs, ReadsThePicturesInTheirOrder) {
   EXPECT_EQ(found[2].ext, u"png"_s);
 }
 
+TEST(Outputs, TakesTheUsualExtensionWhereTheAddressEndsInNone) {
+  for (const char* address : {"https://a.example/x.jpg!d", "https://a.example/x.p%00g", "https://a.example/x.p%0Ag",
+                              "https://a.example/x.", "https://a.example/x.ppppppppppppppppppppppppppppppp"}) {
+    const QJsonObject result{{u"image"_s, QJsonObject{{u"url"_s, QString::fromLatin1(address)}}}};
+    EXPECT_EQ(outputAddresses(result)[0].ext, u"png"_s) << address;
+  }
+}
+
 TEST(Outputs, ReadsTheSinglePlacesInTheirOrder) {
   EXPECT_EQ(outputAddresses(parsed(R"({"images":[],"image":{"url":"https://a.example/x"}})"))[0].ext, u"png"_s);
   EXPECT_EQ(outputAddresses(parsed(R"({"video":{"url":"https://a.example/x"}})"))[0].ext, u"mp4"_s);
