@@ -11,10 +11,16 @@ QByteArrayView part(QByteArrayView bytes, qsizetype from, qsizetype length) {
   return bytes.size() >= from + length ? bytes.sliced(from, length) : QByteArrayView();
 }
 
+/// Of either byte order, with addresses of four or of eight bytes.
+bool isTiff(QByteArrayView start) {
+  return begins(start, QByteArrayView("II*\0", 4)) || begins(start, QByteArrayView("MM\0*", 4)) ||
+         begins(start, QByteArrayView("II+\0", 4)) || begins(start, QByteArrayView("MM\0+", 4));
+}
+
 /// Files of boxes tell by their brand what they hold.
 QString extensionOfBrand(QByteArrayView brand) {
   if (brand == "avif" || brand == "avis") return QStringLiteral("avif");
-  if (brand == "heic" || brand == "heix" || brand == "mif1" || brand == "msf1" || brand == "hevc")
+  if (brand.startsWith("hei") || brand.startsWith("hev") || brand == "mif1" || brand == "msf1")
     return QStringLiteral("heic");
   if (brand == "qt  ") return QStringLiteral("mov");
   if (brand == "M4A " || brand == "M4B ") return QStringLiteral("m4a");
@@ -64,13 +70,12 @@ std::optional<QString> extensionOfBytes(QByteArrayView start) {
   if (begins(start, "\x89PNG\r\n\x1a\n")) return QStringLiteral("png");
   if (begins(start, "\xff\xd8\xff")) return QStringLiteral("jpg");
   if (begins(start, "GIF87a") || begins(start, "GIF89a")) return QStringLiteral("gif");
-  if (begins(start, QByteArrayView("II*\0", 4)) || begins(start, QByteArrayView("MM\0*", 4)))
-    return QStringLiteral("tif");
+  if (isTiff(start)) return QStringLiteral("tif");
+  if (const auto chunks = extensionOfChunks(start)) return chunks;
   if (part(start, 4, 4) == "ftyp") return extensionOfBrand(part(start, 8, 4));
   if (begins(start, "\x1a\x45\xdf\xa3")) return QStringLiteral("webm");
   if (begins(start, "fLaC")) return QStringLiteral("flac");
   if (begins(start, "OggS")) return QStringLiteral("ogg");
-  if (const auto chunks = extensionOfChunks(start)) return chunks;
   return extensionOfFrames(start);
 }
 

@@ -125,10 +125,13 @@ QString legend(const std::vector<ReferenceBinding>& references) {
 }  // namespace
 
 QString handleOfLabel(const QString& label) {
-  static const QRegularExpression others(QStringLiteral("[^\\p{L}\\p{M}\\p{N}_]|^\\p{M}+"),
+  static const QRegularExpression others(QStringLiteral("[^\\p{L}\\p{M}\\p{N}_]"),
                                          QRegularExpression::UseUnicodePropertiesOption);
+  static const QRegularExpression leadingMarks(QStringLiteral("^\\p{M}+"),
+                                               QRegularExpression::UseUnicodePropertiesOption);
   QString handle = label.normalized(QString::NormalizationForm_C);
-  return handle.remove(others);
+  // What is taken out may leave a mark at the start, or one behind a letter that it now belongs to.
+  return handle.remove(others).remove(leadingMarks).normalized(QString::NormalizationForm_C);
 }
 
 QString handleOf(const ReferenceBinding& binding) { return handleOfLabel(binding.label); }

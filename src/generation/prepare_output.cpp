@@ -1,4 +1,4 @@
-#include <QFile>
+#include <QFileInfo>
 
 #include "base/durable_file.h"
 #include "core/media_inspection.h"
@@ -27,10 +27,8 @@ std::optional<QString> firstReferenceFile(const LibraryStore& store, const RunFa
   return store.fileOf(*asset);
 }
 
-QString extensionOfName(const QString& path) {
-  const qsizetype point = path.lastIndexOf(u'.');
-  return point < 0 ? QString() : path.mid(point + 1).toLower();
-}
+/// Of the file's own name: a folder's may hold points too.
+QString extensionOfName(const QString& path) { return QFileInfo(path).suffix().toLower(); }
 
 Task<GeneratedOutput> spliced(JobQueue& queue, std::shared_ptr<const RunFacts> run, GeneratedOutput output, int index,
                               ExtensionStep step, std::shared_ptr<RunTrace> trace, std::stop_token stop) {

@@ -7,29 +7,13 @@
 
 #include <sys/stat.h>
 
-#include <boost/describe.hpp>
-
 #include "base/durable_file.h"
 #include "base/file_reading.h"
-#include "base/json.h"
 #include "generation/texts.h"
 
 namespace sorvan::generation {
 
-/// One output as the manifest tells it; the names are the keys on disk.
-struct RecoveryItem {
-  QString file;
-  QString ext;
-  std::optional<std::int64_t> seed;
-  std::optional<GenerationCost> cost;
-  std::optional<QString> label;
-};
-BOOST_DESCRIBE_STRUCT(RecoveryItem, (), (file, ext, seed, cost, label))
-
 namespace {
-
-/// More than any honest manifest holds.
-constexpr qint64 maximumManifestBytes = 16LL << 20;
 
 /// Unreadable is not absent: only "no such file" says that there is none.
 bool mayStand(const QString& path) {
@@ -49,20 +33,16 @@ QString previousPath(const WorkspaceFiles& files, const QUuid& job) {
   return manifestPath(files, job) + QStringLiteral(".previous");
 }
 
-bool isBareFileName(const QString& name) {
-  return !name.isEmpty() && !name.startsWith(u'.') && !name.contains(u'/') && !name.contains(QChar(u'\0'));
-}
-
-std::optional<std::vector<RecoveryItem>> decodedItems(const QByteArray& json) {
+bool isManifest(const QByteArray& json) {
   try {
-    return decodeJson<std::vector<RecoveryItem>>(json);
+    decodeManifest(json);
+    return true;
   } catch (const SorvanError&) {
-    return std::nullopt;
+    return false;
   }
 }
 
 GeneratedOutput outputOf(const RecoveryItem& item, const WorkspaceFiles& files, const QUuid& job) {
-  if (!isBareFileName(item.file)) throw ForeignRecoveryPath();
   GeneratedOutput output;
   output.file = inFolder(files, job, item.file);
   const QFileInfo file(output.file);
@@ -76,10 +56,9 @@ GeneratedOutput outputOf(const RecoveryItem& item, const WorkspaceFiles& files, 
 
 /// The outputs of one manifest file; throws when it cannot be used.
 std::vector<GeneratedOutput> outputsIn(const QString& manifest, const WorkspaceFiles& files, const QUuid& job) {
-  const auto items = decodedItems(readFile(manifest, maximumManifestBytes));
-  if (!items) throw SorvanError(texts::invalidManifest());
   std::vector<GeneratedOutput> outputs;
-  for (const RecoveryItem& item : *items) outputs.push_back(outputOf(item, files, job));
+  for (const RecoveryItem& item : decodeManifest(readFile(manifest, maximumManifestBytes)))
+    outputs.push_back(outputOf(item, files, job));
   return outputs;
 }
 
@@ -104,7 +83,7 @@ RecoveryItem keepOutput(const GeneratedOutput& output, int index, const Workspac
 /// A damaged manifest never replaces a good predecessor.
 void keepPreviousManifest(const WorkspaceFiles& files, const QUuid& job) {
   const auto current = readIfPresent(manifestPath(files, job));
-  if (current && decodedItems(*current)) writeDurably(previousPath(files, job), *current, DurableMode::Sidecar);
+  if (current && isManifest(*current)) writeDurably(previousPath(files, job), *current, DurableMode::Sidecar);
 }
 
 /// A marker that could not be written for good stands for nothing: nothing is sent after it.
@@ -121,8 +100,6 @@ QString patchPath(const WorkspaceFiles& files, const QUuid& job) {
 }
 
 }  // namespace
-
-ForeignRecoveryPath::ForeignRecoveryPath() : SorvanError(texts::invalidManifest()) {}
 
 QString ResultRecovery::folder(const WorkspaceFiles& files, const QUuid& job) { return files.recoveryFolder(job); }
 
@@ -154,7 +131,7 @@ void ResultRecovery::save(const std::vector<GeneratedOutput>& outputs, const Wor
   for (const GeneratedOutput& output : outputs)
     items.push_back(keepOutput(output, static_cast<int>(items.size()), files, job));
   // 3. The manifest's bytes.
-  const QByteArray manifest = encodeJson(items);
+  const QByteArray manifest = encodeManifest(items);
   // 4. The predecessor, when it is a good one.
   keepPreviousManifest(files, job);
   // 5. The manifest: from here on the result is retained.

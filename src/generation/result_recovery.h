@@ -12,14 +12,9 @@
 #include "core/records.h"
 #include "core/workspace_files.h"
 #include "generation/provider.h"
+#include "generation/recovery_manifest.h"
 
 namespace sorvan::generation {
-
-/// A manifest that points out of its folder: nothing of it is used, and nothing takes its place.
-class ForeignRecoveryPath : public SorvanError {
- public:
-  ForeignRecoveryPath();
-};
 
 /// File operations on `.sorvan/recovery/<JOB-UUID>/`. No state; any thread, but one caller a job at a time.
 ///

@@ -38,6 +38,22 @@ TEST(MediaKinds, AreToldByTheFirstBytes) {
   EXPECT_EQ(kindOf("OggS"), QStringLiteral("ogg"));
 }
 
+TEST(MediaKinds, OfEveryBrandOfHeifIsAPicture) {
+  for (const char* brand : {"heic", "heix", "heim", "heis", "hevc", "hevx", "hevm", "hevs", "mif1", "msf1"})
+    EXPECT_EQ(kindOf(QByteArray("\0\0\0\x18"
+                                "ftyp",
+                                8) +
+                     brand),
+              QStringLiteral("heic"))
+        << brand;
+}
+
+TEST(MediaKinds, OfALargeTiffAndOfChunksAreNotMistakenForClips) {
+  EXPECT_EQ(kindOf(QByteArray("II+\0ftypisom", 12)), QStringLiteral("tif"));
+  EXPECT_EQ(kindOf(QByteArray("MM\0+\0\x08", 6)), QStringLiteral("tif"));
+  EXPECT_EQ(kindOf("RIFFftypWEBP"), QStringLiteral("webp"));
+}
+
 TEST(MediaKinds, OfDrawingsModelsAndShortBytesAreUnknown) {
   EXPECT_EQ(kindOf("<svg xmlns="), QStringLiteral("nothing"));
   EXPECT_EQ(kindOf("glTF\2\0\0\0"), QStringLiteral("nothing"));

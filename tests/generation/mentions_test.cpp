@@ -38,6 +38,8 @@ const QString legendOfTin = QStringLiteral("\n\nAttached reference images, in up
 
 TEST(Mentions, AHandleDropsBlanksAndSignsAndMatchesWithoutRegardToCase) {
   EXPECT_EQ(handleOfLabel(QStringLiteral("Rose Bottle!")), QStringLiteral("RoseBottle"));
+  EXPECT_EQ(handleOfLabel(QStringLiteral("!\u0301Rose")), QStringLiteral("Rose"));
+  EXPECT_EQ(handleOfLabel(QStringLiteral("ros e!\u0301")), QStringLiteral("ros\u00e9"));
   const QString text =
       ReferenceMentions::resolve(QStringLiteral("a @rosebottle"), {named(QStringLiteral("Rose Bottle"))});
   EXPECT_TRUE(text.startsWith(QStringLiteral("a reference image 1 (Rose Bottle)\n\n")));
