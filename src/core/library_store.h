@@ -150,12 +150,16 @@ class LibraryStore final : public QObject {
   // ---- Sidecars
 
   PromptLibrary& prompts() { return prompts_; }
+  const PromptLibrary& prompts() const { return prompts_; }
   ChargeLedger& extraCharges() { return extraCharges_; }
   const ChargeLedger& extraCharges() const { return extraCharges_; }
   AnalysisLedger& analyses() { return analyses_; }
+  const AnalysisLedger& analyses() const { return analyses_; }
   ComposerSidecar& composer() { return composer_; }
   void keepComposer(const ComposerDraft& draft) { composer_.keep(draft); }
   std::optional<ComposerDraft> keptComposer() const { return composer_.kept(); }
+  /// Whether the composer's draft in memory is not the one on disk.
+  bool hasUnsavedDraft() const { return composer_.hasUnsavedDraft(); }
   /// Adds a charge to `extraCharges` and moves `revision`.
   void record(const ExtraCharge& charge);
 

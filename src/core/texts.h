@@ -43,6 +43,10 @@ inline QString busyBeforeSwitch() {
   return QStringLiteral("Wait for exports, imports and generation jobs to finish before switching workspaces.");
 }
 inline QString newerVersion() { return QStringLiteral("This workspace was created by a newer version of Sorvan."); }
+inline QString couldNotSnapshot() { return QStringLiteral("Could not back up the workspace before upgrading it."); }
+inline QString workspaceBusy() {
+  return QStringLiteral("Workspace is busy. Close other Sorvan windows and try again; no migration was started.");
+}
 inline QString libraryMissing(const QString& newestSnapshot) {
   const QString what = QStringLiteral(
       "The library of this workspace is missing or empty, so Sorvan didn’t open it and changed nothing. ");
@@ -105,6 +109,31 @@ inline QString draftNotSaved() {
       "Your unfinished prompt and its settings couldn’t be saved. Keep Sorvan open so you don’t lose your latest "
       "changes. Check that your workspace folder is available and your disk has free space, then open Workspace Health "
       "and choose Try Saving Again.");
+}
+
+// Saved information
+inline QString savedPromptsTitle() { return QStringLiteral("Saved prompts"); }
+inline QString imageReviewsTitle() { return QStringLiteral("Image reviews"); }
+inline QString spendingTitle() { return QStringLiteral("Additional spending records"); }
+inline QString unfinishedPromptTitle() { return QStringLiteral("Unfinished prompt"); }
+inline QString draftWaits() {
+  return QStringLiteral("Your unfinished prompt and its settings haven’t been saved yet.");
+}
+inline QString savedCopyUnreadable() {
+  return QStringLiteral(
+      "The saved copy couldn’t be opened. Keep Sorvan open and choose Try Saving Again to save the information that is "
+      "still available.");
+}
+inline QString savedInformationUnreadable() {
+  return QStringLiteral("This saved information couldn’t be opened. Open a workspace backup to recover it.");
+}
+inline QString savedCopyMissing() {
+  return QStringLiteral(
+      "The saved copy is missing from this workspace. Keep Sorvan open and choose Try Saving Again to save the "
+      "information that is still available.");
+}
+inline QString savedInformationMissing() {
+  return QStringLiteral("This information is missing from the workspace. Open a workspace backup to recover it.");
 }
 
 // Small edits

@@ -1,25 +1,12 @@
 #include "core/workspace_checks.h"
 
-#include "base/durable_file.h"
-#include "base/file_reading.h"
+#include "base/sorvan_error.h"
+#include "core/migration.h"
 #include "core/record_context.h"
 #include "core/texts.h"
-#include "platform/sqlite.h"
 
 namespace sorvan::core {
 namespace {
-
-/// The number in the marker; nothing for a missing marker and for text that is no number.
-std::optional<int> markedVersion(const WorkspaceFiles& files) {
-  try {
-    const auto text = readIfPresent(files.schemaMarker());
-    bool isNumber = false;
-    const int version = text ? QString::fromUtf8(*text).trimmed().toInt(&isNumber) : 0;
-    return isNumber ? std::optional(version) : std::nullopt;
-  } catch (const SorvanError&) {
-    return std::nullopt;
-  }
-}
 
 bool hasDatabase(const WorkspaceFiles& files) {
   const QFileInfo database(files.database());
@@ -49,18 +36,13 @@ QString newestSnapshot(const WorkspaceFiles& files) {
 }  // namespace
 
 void refuseUnsafeWorkspace(const WorkspaceFiles& files) {
-  if (markedVersion(files).value_or(0) > schemaVersion) throw SorvanError(texts::newerVersion());
+  if (readSchemaMarker(files).version.value_or(0) > schemaVersion) throw SorvanError(texts::newerVersion());
   if (!hasDatabase(files)) {
     if (heldLibrary(files)) throw SorvanError(texts::libraryMissing(newestSnapshot(files)));
     return;
   }
-  Database database(files.database(), DatabaseOpening::ReadOnly);
-  if (database.userVersion() > schemaVersion) throw SorvanError(texts::newerVersion());
-}
-
-void writeSchemaMarker(const WorkspaceFiles& files) {
-  if (markedVersion(files) == schemaVersion) return;
-  writeDurably(files.schemaMarker(), QByteArray::number(schemaVersion), DurableMode::Sidecar);
+  // A database that cannot be read now is told of by the steps that need it.
+  if (databaseVersion(files).value_or(0) > schemaVersion) throw SorvanError(texts::newerVersion());
 }
 
 }  // namespace sorvan::core

@@ -12,7 +12,4 @@ namespace sorvan::core {
 /// empty: going on would replace the library by an empty one. The sentence then names the newest snapshot.
 void refuseUnsafeWorkspace(const WorkspaceFiles& files);
 
-/// Writes the number of the present form to the marker, durably, unless it stands there already.
-void writeSchemaMarker(const WorkspaceFiles& files);
-
 }  // namespace sorvan::core

@@ -7,6 +7,8 @@
 
 #include "base/settings.h"
 #include "core/interrupted_jobs.h"
+#include "core/migration.h"
+#include "core/recent_workspaces.h"
 #include "core/texts.h"
 #include "core/workspace_checks.h"
 
@@ -26,9 +28,15 @@ QString resolved(const QString& path) {
   return QDir::cleanPath(resolved(parent) + u'/' + information.fileName());
 }
 
+/// Settings that cannot be written are told, and keep no workspace from being open.
 void remember(LibraryStore& store, const QString& folder) {
-  // A bookmark is the path's bytes.
-  store.settings().set(bookmarkKey(), folder.toUtf8());
+  try {
+    // A bookmark is the path's bytes.
+    store.settings().set(bookmarkKey(), folder.toUtf8());
+    noteRecent(store, folder);
+  } catch (const std::exception& failure) {
+    store.setError(describe(failure));
+  }
 }
 
 void refuseSwitchWhileBusy(const LibraryStore& store) {
@@ -36,10 +44,12 @@ void refuseSwitchWhileBusy(const LibraryStore& store) {
   if (store.isBusy()) throw SorvanError(texts::busyBeforeSwitch());
 }
 
-/// Takes the lock and opens the library, making what a new workspace lacks. Throws with the store untouched.
+/// Takes the lock and opens the library, making what a new workspace lacks and upgrading an old one once a snapshot of
+/// it is on the disk. Throws with the store untouched.
 OpenedWorkspace openLibrary(const WorkspaceFiles& files) {
   files.prepare();
   WorkspaceLease lease(files.root());
+  prepareMigration(files);
   auto context = std::make_unique<RecordContext>(files.database());
   files.prepareInbox();
   writeSchemaMarker(files);
@@ -93,13 +103,7 @@ void openWorkspace(LibraryStore& store, const QString& folder, Remember remember
   // 11. From here on the new workspace is the open one.
   store.install(std::move(opened));
   // 10. It is remembered once it could be read.
-  if (remembering == Remember::yes) {
-    try {
-      remember(store, root);
-    } catch (const std::exception& failure) {
-      store.setError(describe(failure));
-    }
-  }
+  if (remembering == Remember::yes) remember(store, root);
   // 12. to 14. What an earlier version or an earlier run left.
   settleOldState(store);
   // 15. The sidecars, and what is no longer true in them.

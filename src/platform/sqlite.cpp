@@ -5,6 +5,7 @@
 #include <SQLiteCpp/Exception.h>
 #include <sqlite3.h>
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -12,9 +13,6 @@
 #include "platform/texts.h"
 
 namespace sorvan::platform {
-
-// Another connection of ours, a backup for one, may hold the file for a moment.
-static constexpr int busyTimeoutMilliseconds = 10000;
 
 static DatabaseError failure(const QString& path, const QString& verb, int code, const QString& reason) {
   return DatabaseError(code, texts::databaseFailed(QFileInfo(path).fileName(), verb, reason));
@@ -28,8 +26,8 @@ Database::Database(const QString& file, DatabaseOpening opening) : filePath(file
   const int flags =
       opening == DatabaseOpening::ReadOnly ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
   try {
-    database =
-        std::make_unique<SQLite::Database>(QFile::encodeName(file).toStdString(), flags, busyTimeoutMilliseconds);
+    database = std::make_unique<SQLite::Database>(QFile::encodeName(file).toStdString(), flags,
+                                                  static_cast<int>(patience.count()));
   } catch (const SQLite::Exception& problem) {
     throw failure(filePath, QStringLiteral("opened"), problem);
   }
@@ -49,6 +47,11 @@ void Database::requireDurability() {
   constexpr qint64 full = 2;
   if (journal.compare(QStringLiteral("wal"), Qt::CaseInsensitive) == 0 && synchronous == full) return;
   throw failure(filePath, QStringLiteral("opened"), SQLITE_ERROR, texts::databaseNotDurable());
+}
+
+void Database::setPatience(std::chrono::milliseconds longest) {
+  patience = longest;
+  sqlite3_busy_timeout(handle(), static_cast<int>(longest.count()));
 }
 
 sqlite3* Database::handle() const { return database->getHandle(); }
@@ -113,17 +116,25 @@ bool Database::hasTable(const QString& name) {
 }
 
 // Copies while others may write; SQLite starts the copy again by itself when they do.
-static void copyPages(SQLite::Database& from, const QString& target) {
+static void copyPages(SQLite::Database& from, const QString& target, std::chrono::milliseconds patience) {
   SQLite::Database to(QFile::encodeName(target).toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE,
-                      busyTimeoutMilliseconds);
+                      static_cast<int>(patience.count()));
   sqlite3_exec(to.getHandle(), "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
   SQLite::Backup backup(to, from);
   constexpr int pagesAtOnce = 4096;
-  int result = SQLITE_OK;
-  do {
-    result = backup.executeStep(pagesAtOnce);
-    if (result == SQLITE_BUSY || result == SQLITE_LOCKED) sqlite3_sleep(20);
-  } while (result != SQLITE_DONE);
+  QElapsedTimer waiting;
+  waiting.start();
+  for (;;) {
+    const int result = backup.executeStep(pagesAtOnce);
+    if (result == SQLITE_DONE) return;
+    if (result == SQLITE_OK) {
+      waiting.restart();
+      continue;
+    }
+    if (waiting.hasExpired(patience.count()))
+      throw failure(target, QStringLiteral("written"), result, QString::fromUtf8(sqlite3_errstr(result)));
+    sqlite3_sleep(20);
+  }
 }
 
 // Best effort: what failed before is the failure to tell.
@@ -136,7 +147,7 @@ void Database::backUpTo(const QString& target) {
   if (QFileInfo::exists(target))
     throw failure(target, QStringLiteral("written"), SQLITE_CANTOPEN, systemReason(EEXIST));
   try {
-    copyPages(*database, target);
+    copyPages(*database, target, patience);
     syncFile(target);
     syncFolder(QFileInfo(target).path());
   } catch (const SQLite::Exception& problem) {

@@ -1,6 +1,7 @@
 // The one way to a SQLite file.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -107,6 +108,9 @@ class Database {
   Database& operator=(const Database&) = delete;
 
   const QString& path() const { return filePath; }
+  // How long a call waits for a lock that another connection holds, ten seconds unless it is set; then it throws
+  // DatabaseError with SQLITE_BUSY.
+  void setPatience(std::chrono::milliseconds longest);
   // Runs one or more statements without results.
   void execute(const QString& sql);
   // Prepared once for each text and kept. One user at a time for each text.
@@ -125,8 +129,8 @@ class Database {
   QStringList columns(const QString& table);
   bool hasTable(const QString& name);
 
-  // An online copy into a file that must not exist; on the disk when it returns. Long: call it on a connection of its
-  // own on the pool.
+  // An online copy into a file that must not exist; on the disk when it returns. Throws DatabaseError with SQLITE_BUSY
+  // when no page could be read for as long as the patience lasts. Long: call it on a connection of its own on the pool.
   void backUpTo(const QString& target);
 
   // For what has no wrapper here.
@@ -139,6 +143,8 @@ class Database {
   QStringList firstColumn(const char* sql);
 
   QString filePath;
+  // Another connection of ours, a backup for one, may hold the file for a moment.
+  std::chrono::milliseconds patience{10'000};
   std::unique_ptr<SQLite::Database> database;
   std::unordered_map<std::string, std::unique_ptr<Statement>> statements;
 };

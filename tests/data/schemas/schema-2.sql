@@ -1,0 +1,93 @@
+-- A library database of version 2 with a few rows: archived projects; status, source and checksum of items.
+-- Frozen: databases of this form lie on disks, so this file never changes.
+CREATE TABLE Project (
+  id TEXT NOT NULL UNIQUE,
+  name TEXT NOT NULL DEFAULT '',
+  createdAt REAL NOT NULL DEFAULT 0,
+  updatedAt REAL NOT NULL DEFAULT 0,
+  rootFolder TEXT NOT NULL DEFAULT '',
+  coverAssetID TEXT,
+  notes TEXT,
+  archived INTEGER NOT NULL DEFAULT 0);
+CREATE TABLE Asset (
+  id TEXT NOT NULL UNIQUE,
+  projectID TEXT,
+  mediaType TEXT NOT NULL DEFAULT '',
+  localFilePath TEXT NOT NULL DEFAULT '',
+  thumbnailFilePath TEXT,
+  originalFilename TEXT NOT NULL DEFAULT '',
+  createdAt REAL NOT NULL DEFAULT 0,
+  importedAt REAL,
+  width INTEGER NOT NULL DEFAULT 0,
+  height INTEGER NOT NULL DEFAULT 0,
+  duration REAL,
+  fileSize INTEGER NOT NULL DEFAULT 0,
+  mimeType TEXT NOT NULL DEFAULT '',
+  favorite INTEGER NOT NULL DEFAULT 0,
+  rating INTEGER,
+  notes TEXT,
+  deletedAt REAL,
+  statusRaw TEXT NOT NULL DEFAULT 'draft',
+  sourceTypeRaw TEXT NOT NULL DEFAULT '',
+  checksum TEXT);
+CREATE TABLE Generation (
+  id TEXT NOT NULL UNIQUE,
+  assetID TEXT NOT NULL DEFAULT '',
+  jobID TEXT NOT NULL DEFAULT '',
+  provider TEXT NOT NULL DEFAULT '',
+  model TEXT NOT NULL DEFAULT '',
+  prompt TEXT NOT NULL DEFAULT '',
+  negativePrompt TEXT,
+  parametersJSON BLOB NOT NULL DEFAULT x'',
+  seed INTEGER,
+  estimatedCost REAL,
+  createdAt REAL NOT NULL DEFAULT 0,
+  generationDuration REAL,
+  status TEXT NOT NULL DEFAULT 'complete',
+  providerRequestID TEXT);
+CREATE TABLE AssetRelationship (
+  id TEXT NOT NULL UNIQUE,
+  parentAssetID TEXT NOT NULL DEFAULT '',
+  childAssetID TEXT NOT NULL DEFAULT '',
+  relationshipType TEXT NOT NULL DEFAULT '');
+CREATE TABLE ReferenceAsset (
+  id TEXT NOT NULL UNIQUE,
+  generationID TEXT NOT NULL DEFAULT '',
+  assetID TEXT NOT NULL DEFAULT '',
+  position INTEGER NOT NULL DEFAULT 0);
+CREATE TABLE GenerationJob (
+  id TEXT NOT NULL UNIQUE,
+  projectID TEXT,
+  requestData BLOB NOT NULL DEFAULT x'',
+  createdAt REAL NOT NULL DEFAULT 0,
+  finishedAt REAL,
+  status TEXT NOT NULL DEFAULT 'queued',
+  errorMessage TEXT,
+  providerRequestID TEXT,
+  remoteHandleData BLOB,
+  detail TEXT NOT NULL DEFAULT '');
+INSERT INTO Project (id, name, createdAt, updatedAt, rootFolder, coverAssetID, notes, archived)
+  VALUES ('00000001-0000-4000-8000-000000000001', 'Harbour’s edge', 600000000.25, 600000100.5, 'Harbour-s-edge-0A1B2C3D', '00000002-0000-4000-8000-000000000001', 'It''s windy', 1);
+INSERT INTO Asset (id, projectID, mediaType, localFilePath, thumbnailFilePath, originalFilename, createdAt, width, height, fileSize, mimeType, favorite, rating, notes, statusRaw, sourceTypeRaw, checksum)
+  VALUES ('00000002-0000-4000-8000-000000000001', '00000001-0000-4000-8000-000000000001', 'image', 'Harbour-s-edge-0A1B2C3D/generated/fox-001.png', 'Harbour-s-edge-0A1B2C3D/thumbnails/one.jpg', 'fox-001.png', 600000200.125, 1024, 768, 5000000000, 'image/png', 1, 5, 'keep', 'final', 'generated', 'abababababababababababababababababababababababababababababababab');
+INSERT INTO Asset (id, mediaType, localFilePath, originalFilename, createdAt, importedAt, width, height, fileSize, mimeType, favorite, statusRaw, sourceTypeRaw)
+  VALUES ('00000002-0000-4000-8000-000000000002', 'image', 'Inbox/imports/photo-001.heic', 'photo.heic', 600000000.0, 600000300.0, 4032, 3024, 1234, 'image/heic', 0, 'draft', 'imported');
+INSERT INTO Asset (id, mediaType, localFilePath, originalFilename, createdAt, duration, fileSize, mimeType, favorite, deletedAt)
+  VALUES ('00000002-0000-4000-8000-000000000003', 'audio', 'Inbox/generated/wind-001.mp3', 'wind-001.mp3', 600000400.0, 12.5, 99, 'audio/mpeg', 0, 600000500.0);
+INSERT INTO Generation (id, assetID, jobID, provider, model, prompt, negativePrompt, parametersJSON, seed, estimatedCost, createdAt, generationDuration, status, providerRequestID)
+  VALUES ('00000003-0000-4000-8000-000000000001', '00000002-0000-4000-8000-000000000001', '00000006-0000-4000-8000-000000000001', 'fal.ai', 'fal-ai/nano-banana-2/edit', 'make it dusk', 'rain', x'7b7d', 9007199254740993, 0.08, 600000200.125, 11.5, 'complete', 'r-1');
+INSERT INTO Generation (id, assetID, jobID, provider, model, prompt, parametersJSON, createdAt, status)
+  VALUES ('00000003-0000-4000-8000-000000000002', '00000002-0000-4000-8000-000000000003', '00000006-0000-4000-8000-000000000002', 'OpenAI', 'gpt-image-1', 'a lighthouse', x'7b7d', 600000400.0, 'complete');
+INSERT INTO AssetRelationship (id, parentAssetID, childAssetID, relationshipType)
+  VALUES ('00000004-0000-4000-8000-000000000001', '00000002-0000-4000-8000-000000000002', '00000002-0000-4000-8000-000000000001', 'editedFrom');
+INSERT INTO ReferenceAsset (id, generationID, assetID, position)
+  VALUES ('00000005-0000-4000-8000-000000000001', '00000003-0000-4000-8000-000000000001', '00000002-0000-4000-8000-000000000002', 0);
+INSERT INTO GenerationJob (id, projectID, requestData, createdAt, finishedAt, status, providerRequestID, detail)
+  VALUES ('00000006-0000-4000-8000-000000000001', '00000001-0000-4000-8000-000000000001', x'7b2270726f7669646572223a2266616c2e6169222c226d6f64656c223a2266616c2d61692f6e616e6f2d62616e616e612d322f65646974222c2270726f6d7074223a226d616b65206974206475736b222c2273697a65223a22313032347831303234222c227175616c697479223a2264656661756c74222c22636f756e74223a312c227265666572656e6365494473223a5b2230303030303030322d303030302d343030302d383030302d303030303030303030303032225d2c2272656c6174696f6e73686970223a2265646974656446726f6d222c226d61726b7570223a5b7b2278223a302e312c2279223a302e322c227769647468223a302e332c22686569676874223a302e342c226e6f7465223a226120726564206c616e7465726e227d2c7b2278223a302e352c2279223a302e352c227769647468223a302e32352c22686569676874223a302e32352c226e6f7465223a22227d5d7d', 600000190.0, 600000201.0, 'complete', 'r-1', 'Complete');
+INSERT INTO GenerationJob (id, requestData, createdAt, finishedAt, status, detail)
+  VALUES ('00000006-0000-4000-8000-000000000002', x'7b2270726f7669646572223a224f70656e4149222c226d6f64656c223a226770742d696d6167652d31222c2270726f6d7074223a2261206c69676874686f757365222c2273697a65223a22313032347831303234222c227175616c697479223a2264656661756c74222c22636f756e74223a312c227265666572656e6365494473223a5b5d2c2272656c6174696f6e73686970223a227265666572656e6365466f72227d', 600000390.0, 600000401.0, 'complete', 'Complete');
+INSERT INTO GenerationJob (id, requestData, createdAt, status, providerRequestID, remoteHandleData, detail)
+  VALUES ('00000006-0000-4000-8000-000000000003', x'7b2270726f7669646572223a2266616c2e6169222c226d6f64656c223a2266616c2d61692f6e616e6f2d62616e616e612d322f65646974222c2270726f6d7074223a22612073746f726d222c2273697a65223a22313032347831303234222c227175616c697479223a2264656661756c74222c22636f756e74223a312c227265666572656e6365494473223a5b5d2c2272656c6174696f6e73686970223a227265666572656e6365466f72227d', 600000600.0, 'generating', 'r-7', x'7b22726571756573744944223a22722d37222c2273746174757355524c223a2268747470733a2f2f71756575652e66616c2e72756e2f782f72657175657374732f722d372f737461747573222c22726573756c7455524c223a2268747470733a2f2f71756575652e66616c2e72756e2f782f72657175657374732f722d37222c2263616e63656c55524c223a2268747470733a2f2f71756575652e66616c2e72756e2f782f72657175657374732f722d372f63616e63656c227d', 'In progress');
+INSERT INTO GenerationJob (id, requestData, createdAt, status, errorMessage, detail)
+  VALUES ('00000006-0000-4000-8000-000000000004', x'6e6f2072657175657374206f6620616e792076657273696f6e', 600000601.0, 'failed', 'It failed.', 'Failed');
+PRAGMA user_version=2;
