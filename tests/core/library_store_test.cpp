@@ -368,7 +368,7 @@ TEST_F(LibraryStoreTest, ALocalOperationMayOutliveTheStore) {
     guard.emplace(other->beginLocalOperation());
   }
   guard.reset();
-  SUCCEED();
+  EXPECT_FALSE(guard.has_value());
 }
 
 TEST_F(LibraryStoreTest, WithoutAWorkspaceOperationsSayThatThereIsNone) {
