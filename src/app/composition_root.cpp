@@ -87,6 +87,7 @@ Presenters CompositionRoot::presenters() {
   all.inspector = &inspector_;
   all.composer = &composer_;
   all.settings = &settingsPresenter_;
+  all.health = &health_;
   all.alerts = &alerts_;
   all.actions = &actions_;
   return all;
@@ -103,6 +104,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       provider_(std::make_shared<FalProvider>(FalServices{transport_, catalog_, clock_, nullptr})),
       store_(storeServices(profile)),
       queue_(store_, generationPorts()),
+      maintenance_(store_),
       messages_(store_, alerts_),
       displays_(store_, queue_),
       composing_(selectableModels(), clock_),
@@ -116,6 +118,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
              [](const QString& text) { QGuiApplication::clipboard()->setText(text); }}),
       inspector_(store_, state_, displays_),
       settingsPresenter_(providerSettings_, *settings_),
+      health_(store_),
       actions_(actionPorts()) {
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
   connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
@@ -157,6 +160,7 @@ void CompositionRoot::shutDown() {
 }
 
 Task<> CompositionRoot::finish() {
+  co_await maintenance_.drain();
   co_await queue_.drain();
   QCoreApplication::exit(0);
 }

@@ -15,11 +15,13 @@
 #include "catalogue/fal_provider.h"
 #include "composer/composer_state.h"
 #include "core/library_store.h"
+#include "core/thumbnail_maintenance.h"
 #include "generation/job_queue.h"
 #include "shell/actions_presenter.h"
 #include "shell/alerts_presenter.h"
 #include "shell/gallery_presenter.h"
 #include "shell/generation_composer.h"
+#include "shell/health_presenter.h"
 #include "shell/inspector_presenter.h"
 #include "shell/job_displays.h"
 #include "shell/jobs_presenter.h"
@@ -73,6 +75,7 @@ class CompositionRoot : public QObject {
   std::shared_ptr<catalogue::FalProvider> provider_;
   core::LibraryStore store_;
   generation::JobQueue queue_;
+  core::ThumbnailMaintenance maintenance_;
 
   shell::WorkspaceState state_;
   shell::AlertsPresenter alerts_;
@@ -87,6 +90,7 @@ class CompositionRoot : public QObject {
   shell::JobsPresenter jobs_;
   shell::InspectorPresenter inspector_;
   shell::SettingsPresenter settingsPresenter_;
+  shell::HealthPresenter health_;
   shell::ActionsPresenter actions_;
   TaskScope tasks_;
   std::unique_ptr<views::MainWindow> window_;

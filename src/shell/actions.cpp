@@ -18,6 +18,7 @@ void addFileRows(std::vector<ActionRow>& rows) {
   rows.push_back(row(ActionId::newAudio, menu, 0, texts::newAudio, "Ctrl+Shift+A", EnabledWhen::workspaceOpen));
   rows.push_back(
       row(ActionId::openAnotherWorkspace, menu, 1, texts::openAnotherWorkspace, "Ctrl+O", EnabledWhen::always));
+  rows.push_back(row(ActionId::workspaceHealth, menu, 2, texts::workspaceHealthItem, "", EnabledWhen::workspaceOpen));
   rows.push_back(row(ActionId::openSettings, menu, 2, texts::settingsItem, "Ctrl+,", EnabledWhen::always));
   rows.push_back(row(ActionId::quit, menu, 3, texts::quit, "Ctrl+Q", EnabledWhen::always));
 }

@@ -12,6 +12,7 @@ namespace sorvan::shell {
 enum class ActionId {
   openAnotherWorkspace,
   newAudio,
+  workspaceHealth,
   openSettings,
   quit,
   cut,

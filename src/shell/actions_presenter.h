@@ -43,7 +43,8 @@ class ActionsPresenter : public QObject {
  Q_SIGNALS:
   // The answers of `isEnabled` or `isChecked` may differ now.
   void changed();
-  // The window carries this one out: cut, copy, paste, selectAll (in a field), fullScreen, chooseModels, openSettings.
+  // The window carries this one out: cut, copy, paste, selectAll (in a field), fullScreen, chooseModels, openSettings,
+  // workspaceHealth.
   void viewActionRequested(sorvan::shell::ActionId id);
 
  private:

@@ -122,17 +122,18 @@ void GalleryPresenter::readLocation() {
   project_ = uuidFromText(location);
   place_ = location == favoritesLocation ? Place::favorites
            : location == inboxLocation   ? Place::inbox
+           : location == trashLocation   ? Place::trash
            : project_.isNull()           ? Place::everything
                                          : Place::project;
 }
 
 bool GalleryPresenter::isHere(const core::AssetRow& row) const {
-  if (row.trashed) return false;
+  if (row.trashed || place_ == Place::trash) return row.trashed && place_ == Place::trash;
   return place_ == Place::favorites ? row.favorite : isInProject(row.projectID);
 }
 
 bool GalleryPresenter::isHere(const core::GenerationJob& job) const {
-  return place_ != Place::favorites && isInProject(job.projectID);
+  return place_ != Place::favorites && place_ != Place::trash && isInProject(job.projectID);
 }
 
 bool GalleryPresenter::isInProject(const std::optional<QUuid>& project) const {

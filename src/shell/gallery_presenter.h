@@ -101,7 +101,7 @@ class GalleryPresenter : public QObject {
   JobDisplays& jobs_;
   std::vector<Entry> entries_;
   // The location, read once for each pass over the rows.
-  enum class Place { everything, favorites, inbox, project } place_ = Place::everything;
+  enum class Place { everything, favorites, inbox, trash, project } place_ = Place::everything;
   QUuid project_;
   QSet<QUuid> dismissed_;
   int jobCount_ = 0;

@@ -10,6 +10,7 @@ namespace sorvan::shell {
 QString locationTitle(const core::LibraryStore& store, const QString& location) {
   if (location == favoritesLocation) return texts::favorites;
   if (location == inboxLocation) return texts::inbox;
+  if (location == trashLocation) return texts::trash;
   const core::ProjectRef project = store.project(uuidFromText(location));
   return project ? project->name : texts::allMedia;
 }

@@ -8,6 +8,7 @@ class ActionsPresenter;
 class AlertsPresenter;
 class ComposerPresenter;
 class GalleryPresenter;
+class HealthPresenter;
 class InspectorPresenter;
 class JobsPresenter;
 class SettingsPresenter;
@@ -27,6 +28,7 @@ struct Presenters {
   InspectorPresenter* inspector = nullptr;
   ComposerPresenter* composer = nullptr;
   SettingsPresenter* settings = nullptr;
+  HealthPresenter* health = nullptr;
   AlertsPresenter* alerts = nullptr;
   ActionsPresenter* actions = nullptr;
 };

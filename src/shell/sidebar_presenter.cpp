@@ -21,13 +21,17 @@ struct Counts {
   qsizetype all = 0;
   qsizetype favorites = 0;
   qsizetype inbox = 0;
+  qsizetype trash = 0;
   QHash<QUuid, qsizetype> projects;
 };
 
 Counts countItems(const core::LibraryStore& store) {
   Counts counts;
   for (const core::AssetRow& row : store.assetRows()) {
-    if (row.trashed) continue;
+    if (row.trashed) {
+      ++counts.trash;
+      continue;
+    }
     ++counts.all;
     if (row.favorite) ++counts.favorites;
     if (row.projectID) {
@@ -104,6 +108,7 @@ SidebarDisplay SidebarPresenter::display() const {
                           active > 0 ? texts::activeCount(active) : QString(),
                           {},
                           state_.mode().kind == ModeKind::activity});
+  add(SidebarSection::everywhere, trashLocation, texts::trash, QStringLiteral("trash-2"), counts.trash);
   return display;
 }
 

@@ -125,6 +125,38 @@ inline const QString submitAgainText = QStringLiteral(
 inline const QString submitAgainButton = QStringLiteral("Submit Again");
 inline const QString chargedRetryTitle = QStringLiteral("Generate again?");
 
+inline const QString trash = QStringLiteral("Trash");
+inline QString nameAndPath(const QString& name, const QString& path) {
+  return QStringLiteral("%1 (%2)").arg(name, path);
+}
+
+// Workspace Health
+inline const QString workspaceHealth = QStringLiteral("Workspace Health");
+inline const QString workspaceHealthItem = QStringLiteral("Workspace Health…");
+inline const QString openWorkspaceHealth = QStringLiteral("Open Workspace Health");
+inline const QString healthChecking = QStringLiteral("Checking this workspace…");
+inline const QString healthCheckingLine =
+    QStringLiteral("Looking for missing files and information that can be recovered.");
+inline const QString healthFailed = QStringLiteral("The check couldn’t finish. Choose Check Again to retry.");
+inline const QString healthNoRepairs = QStringLiteral("No repairs needed");
+inline QString healthAreas(int count) {
+  return count == 1 ? QStringLiteral("1 area to review") : QStringLiteral("%1 areas to review").arg(count);
+}
+inline const QString savedInformation = QStringLiteral("Saved workspace information");
+inline const QString healthNoIssues = QStringLiteral("No issues");
+inline const QString healthNeedsAttention = QStringLiteral("Needs attention");
+inline QString savedCount(std::size_t count) {
+  return count == 0 ? QStringLiteral("None saved") : QStringLiteral("%1 saved").arg(count);
+}
+inline const QString healthSaved = QStringLiteral("Your pending changes have been saved.");
+inline const QString healthStillUnsaved =
+    QStringLiteral("Some changes still couldn’t be saved. Check the details below before closing Sorvan.");
+inline const QString healthFoot = QStringLiteral(
+    "This checks files and information Sorvan knows about. It can’t always tell whether details were never saved or "
+    "were removed. A workspace backup is still the best way to recover lost information.");
+inline const QString checkAgain = QStringLiteral("Check Again");
+inline const QString done = QStringLiteral("Done");
+
 // Jobs
 inline const QString waitingToStart = QStringLiteral("Waiting to start");
 inline const QString noGenerations = QStringLiteral("No generations yet");

@@ -1,10 +1,12 @@
 #include "shell/welcome_presenter.h"
 
 #include "core/library_store.h"
+#include "core/recent_workspaces.h"
 #include "core/workspace_opening.h"
 #include "shell/texts.h"
 
 #include <QDir>
+#include <QHash>
 #include <QPointer>
 
 namespace sorvan::shell {
@@ -49,6 +51,25 @@ void WelcomePresenter::chooseWorkspace() {
     if (folder) self->openFolder(*folder);
   });
 }
+
+std::vector<RecentDisplay> WelcomePresenter::recents() const {
+  std::vector<RecentDisplay> listed;
+  QHash<QString, int> names;
+  for (const core::RecentWorkspace& recent : core::otherRecentWorkspaces(store_)) {
+    listed.push_back({QDir(recent.path).dirName(), recent.path, core::isAvailable(recent)});
+    ++names[listed.back().title];
+  }
+  for (RecentDisplay& recent : listed)
+    if (names.value(recent.title) > 1) recent.title = texts::nameAndPath(recent.title, recent.path);
+  return listed;
+}
+
+void WelcomePresenter::openRecent(const QString& path) {
+  for (const core::RecentWorkspace& recent : core::otherRecentWorkspaces(store_))
+    if (recent.path == path) return core::openRecent(store_, recent);
+}
+
+void WelcomePresenter::clearRecents() { core::clearRecentWorkspaces(store_); }
 
 void WelcomePresenter::openFolder(const QString& path) { core::chooseWorkspace(store_, path); }
 

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <vector>
+
 namespace sorvan::core {
 class LibraryStore;
 }
@@ -17,6 +19,13 @@ struct WelcomeDisplay {
   QString defaultHelp;
   QString chooseButton;  // “Choose Another Folder…”
   QString note;          // two lines
+};
+
+// A workspace that was open lately, as the menu lists it.
+struct RecentDisplay {
+  QString title;          // name of the folder, with its path when two share the name
+  QString path;           // what `openRecent` takes
+  bool available = true;  // false while its drive is away: dimmed
 };
 
 // The first page, shown while no workspace is open, and the way to another workspace. Main thread.
@@ -36,6 +45,11 @@ class WelcomePresenter : public QObject {
   void chooseWorkspace();
   // A folder was dropped on the page.
   void openFolder(const QString& path);
+
+  // The workspaces that were open lately, without the open one.
+  std::vector<RecentDisplay> recents() const;
+  void openRecent(const QString& path);
+  void clearRecents();
 
  Q_SIGNALS:
   void shownChanged();

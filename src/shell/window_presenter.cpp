@@ -31,13 +31,13 @@ QString WindowPresenter::accessibleName() const {
 
 Banner WindowPresenter::banner() const {
   if (!store_.hasWorkspace()) return {};
-  if (store_.canRetryMetadataSave()) return {texts::unsavedBanner, texts::trySavingAgain};
+  if (store_.canRetryMetadataSave()) return {texts::unsavedBanner, texts::openWorkspaceHealth};
   if (core::workspaceIsTemporary(store_)) return {texts::temporaryWorkspaceBanner, {}};
   return {};
 }
 
 void WindowPresenter::performBannerAction() {
-  if (store_.canRetryMetadataSave()) store_.retryMetadataSave();
+  if (store_.canRetryMetadataSave()) Q_EMIT healthRequested();
 }
 
 bool WindowPresenter::requestQuit() {

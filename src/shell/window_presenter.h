@@ -44,6 +44,8 @@ class WindowPresenter : public QObject {
   void changed();
   // The program ends: the window hides, and the composition root ends what is at work.
   void quitAgreed();
+  // The banner's button: the window opens Workspace Health.
+  void healthRequested();
   // A second start of the program asks this one to come to the front.
   void raiseRequested();
 

@@ -11,6 +11,7 @@ namespace sorvan::shell {
 inline const QString allMediaLocation = QStringLiteral("library");
 inline const QString favoritesLocation = QStringLiteral("favorites");
 inline const QString inboxLocation = QStringLiteral("inbox");
+inline const QString trashLocation = QStringLiteral("trash");
 
 // Where one window is and what is selected in it. Nothing of it is persisted; it dies with the window. Main thread.
 class WorkspaceState : public QObject {

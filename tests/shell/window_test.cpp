@@ -89,9 +89,12 @@ TEST_F(WindowTest, AnUnsavedChangeShowsBothParagraphs) {
                   ->startsWith(QStringLiteral(
                       "Some changes haven’t been saved. Choose Keep Working, then open Workspace Health and choose Try "
                       "Saving Again before quitting.\n\nQuitting stops files")));
-  EXPECT_EQ(window.banner().actionTitle, QStringLiteral("Try Saving Again"));
-  ASSERT_TRUE(QDir().rename(root + QStringLiteral("-away"), root));
+  EXPECT_EQ(window.banner().actionTitle, QStringLiteral("Open Workspace Health"));
+  QSignalSpy health(&window, &WindowPresenter::healthRequested);
   window.performBannerAction();
+  EXPECT_EQ(health.count(), 1);
+  ASSERT_TRUE(QDir().rename(root + QStringLiteral("-away"), root));
+  desk.store.retryMetadataSave();
   EXPECT_FALSE(quitQuestion(desk.store));
   EXPECT_EQ(window.banner().actionTitle, QString());
 }
@@ -263,7 +266,7 @@ TEST(Sidebar, CountsPlacesAndMarksWhereTheWindowIs) {
   desk.state.setLocation(inboxLocation);
   const SidebarDisplay display = sidebar.display();
   EXPECT_EQ(display.workspaceName, QStringLiteral("Workspace"));
-  ASSERT_EQ(display.rows.size(), 4u);
+  ASSERT_EQ(display.rows.size(), 5u);
   EXPECT_EQ(display.rows[0].title, QStringLiteral("All Media"));
   EXPECT_EQ(display.rows[0].countText, QStringLiteral("1"));
   EXPECT_FALSE(display.rows[0].current);

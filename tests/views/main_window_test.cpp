@@ -2,11 +2,13 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QMenu>
 #include <QMenuBar>
 #include <QSignalSpy>
 
 #include "account/provider_settings.h"
 #include "base/sorvan_error.h"
+#include "core/workspace_opening.h"
 #include "platform/key_store.h"
 #include "shell/actions_presenter.h"
 #include "shell/desk.h"
@@ -15,6 +17,8 @@
 #include "shell/views/alert_dialog.h"
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
+#include "shell/views/health_dialog.h"
+#include "shell/views/labels.h"
 #include "shell/views/library_view.h"
 #include "shell/views/prompt_edit.h"
 #include "shell/views/settings_dialog.h"
@@ -46,6 +50,7 @@ class MainWindowTest : public Dressed {
     all.inspector = &desk.inspector;
     all.composer = &desk.composer;
     all.settings = &settings;
+    all.health = &health;
     all.alerts = &desk.alerts;
     all.actions = actions.get();
     return all;
@@ -73,6 +78,7 @@ class MainWindowTest : public Dressed {
   WindowPresenter windowPresenter{desk.store, desk.state, desk.alerts, u"Sorvan Studio"_s};
   WelcomePresenter welcome{desk.store, desk.folder / u"Default"_s};
   SidebarPresenter sidebar{desk.store, desk.state};
+  HealthPresenter health{desk.store};
   SettingsPresenter settings{providerSettings, *desk.settings};
   std::unique_ptr<ActionsPresenter> actions = std::make_unique<ActionsPresenter>(ActionsPresenter::Ports{
       desk.store, presenters(), [this] { windowPresenter.requestQuit(); }, [](const QString&) {}, u"0"_s});
@@ -144,6 +150,43 @@ TEST_F(MainWindowTest, TheMenusComeFromTheTableAndShowOnlyWhatIsInIt) {
   }
   EXPECT_EQ(titles, (QStringList{u"File"_s, u"Edit"_s, u"View"_s, u"Item"_s, u"Generate"_s, u"Help"_s}));
   EXPECT_FALSE(window->windowTitle().isEmpty());
+}
+
+TEST_F(MainWindowTest, TheFileMenuListsTheWorkspacesThatWereOpenLately) {
+  QMenu* recents = nullptr;
+  for (QMenu* menu : window->findChildren<QMenu*>())
+    if (menu->title() == u"Open Recent"_s) recents = menu;
+  ASSERT_NE(recents, nullptr);
+  Q_EMIT recents->aboutToShow();
+  ASSERT_EQ(recents->actions().size(), 1);
+  EXPECT_EQ(recents->actions()[0]->text(), u"No other workspaces yet"_s);
+  EXPECT_FALSE(recents->actions()[0]->isEnabled());
+  const QString first = *desk.store.workspaceRoot();
+  core::openWorkspace(desk.store, first, core::Remember::yes);
+  core::openWorkspace(desk.store, desk.folder / u"Foxes & Storms"_s, core::Remember::yes);
+  core::openWorkspace(desk.store, first, core::Remember::yes);
+  Q_EMIT recents->aboutToShow();
+  ASSERT_EQ(recents->actions().size(), 3);
+  EXPECT_EQ(recents->actions()[0]->text(), u"Foxes && Storms"_s);
+  recents->actions()[0]->trigger();
+  EXPECT_TRUE(desk.store.workspaceRoot()->endsWith(u"Foxes & Storms"_s));
+  Q_EMIT recents->aboutToShow();
+  recents->actions().back()->trigger();
+  Q_EMIT recents->aboutToShow();
+  EXPECT_EQ(recents->actions().size(), 1);
+}
+
+TEST_F(MainWindowTest, WorkspaceHealthOpensOverTheWindowAndSaysWhatItFound) {
+  actions->trigger(ActionId::workspaceHealth);
+  auto* sheet = shown<HealthDialog>();
+  ASSERT_NE(sheet, nullptr);
+  test::runUntil([this] { return !health.display().checking; });
+  QStringList words;
+  for (const Paragraph* paragraph : sheet->findChildren<Paragraph*>()) words += paragraph->paragraph();
+  EXPECT_TRUE(words.contains(u"No repairs needed"_s));
+  EXPECT_TRUE(words.contains(u"No issues"_s));
+  QTest::keyClick(sheet, Qt::Key_Escape);
+  EXPECT_EQ(shown<HealthDialog>(), nullptr);
 }
 
 TEST_F(MainWindowTest, HistoryOpensByItsActionAndBackReturnsToTheGallery) {

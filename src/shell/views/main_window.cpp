@@ -16,6 +16,7 @@
 #include "shell/views/desktop_folder_chooser.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/gallery_source.h"
+#include "shell/views/health_dialog.h"
 #include "shell/views/icons.h"
 #include "shell/views/jobs_source.h"
 #include "shell/views/library_view.h"
@@ -91,6 +92,7 @@ void MainWindow::bindWindow() {
     mayClose_ = true;
     close();
   });
+  connect(on_.window, &WindowPresenter::healthRequested, this, &MainWindow::openHealth);
   connect(on_.window, &WindowPresenter::raiseRequested, this, [this] {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     raise();
@@ -172,6 +174,7 @@ void MainWindow::bindAsset() {
 
 void MainWindow::bindActions() {
   menus_ = new Menus(*on_.actions, this, {&library_->wall(), &library_->asset()}, this);
+  menus_->setRecents(*on_.welcome);
   menus_->fill(strip_->bar());
   connect(on_.actions, &ActionsPresenter::viewActionRequested, this, &MainWindow::performForWindow);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
@@ -254,6 +257,8 @@ void MainWindow::performForWindow(ActionId id) {
       return library_->dock().openModelPicker();
     case ActionId::openSettings:
       return openSettings();
+    case ActionId::workspaceHealth:
+      return openHealth();
     case ActionId::goBack:
       return closeAsset();
     case ActionId::quit:
@@ -288,6 +293,12 @@ void MainWindow::openSettings() {
   settings_->show();
   settings_->raise();
   settings_->activateWindow();
+}
+
+void MainWindow::openHealth() {
+  if (!on_.health) return;
+  if (!health_) health_ = new HealthDialog(*on_.health, this);
+  health_->open();
 }
 
 void MainWindow::toggleFullScreen() { setWindowState(windowState() ^ Qt::WindowFullScreen); }

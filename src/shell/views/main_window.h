@@ -16,6 +16,7 @@ namespace sorvan::views {
 class AlertHost;
 class DesktopFolderChooser;
 class GallerySource;
+class HealthDialog;
 class HistorySource;
 class LibraryView;
 class MenuStrip;
@@ -60,6 +61,7 @@ class MainWindow final : public QMainWindow {
   void performForWindow(ActionId id);
   void editFocused(ActionId id);
   void openSettings();
+  void openHealth();
   void toggleFullScreen();
 
   Presenters on_;
@@ -72,6 +74,7 @@ class MainWindow final : public QMainWindow {
   MenuStrip* strip_ = nullptr;
   Menus* menus_ = nullptr;
   QPointer<SettingsDialog> settings_;
+  QPointer<HealthDialog> health_;
   bool painted_ = false;
   bool mayClose_ = false;
 };

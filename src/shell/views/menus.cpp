@@ -4,10 +4,12 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "shell/views/texts.h"
+
 namespace sorvan::views {
 
 Menus::Menus(ActionsPresenter& actions, QWidget* window, const std::vector<QWidget*>& mediaViews, QObject* parent)
-    : QObject(parent), presenter_(actions) {
+    : QObject(parent), presenter_(actions), window_(window) {
   for (const ActionRow& row : actionTable()) add(row, window, mediaViews);
   connect(&presenter_, &ActionsPresenter::changed, this, &Menus::refresh);
   refresh();
@@ -44,7 +46,29 @@ void Menus::fillMenu(QMenu& menu, MenuId id, bool enabledOnly) const {
     if (group >= 0 && group != row.group) menu.addSeparator();
     group = row.group;
     menu.addAction(action(row.id));
+    if (row.id == ActionId::openAnotherWorkspace && recents_) menu.addMenu(recents_);
   }
+}
+
+void Menus::setRecents(WelcomePresenter& recents) {
+  recents_ = new QMenu(texts::openRecent(), window_);
+  // Drives come and go, so the list is made when it is looked at.
+  connect(recents_, &QMenu::aboutToShow, this, [this, &recents] { listRecents(recents); });
+}
+
+void Menus::listRecents(WelcomePresenter& recents) {
+  recents_->clear();
+  for (const RecentDisplay& recent : recents.recents()) {
+    QAction* entry = recents_->addAction(QString(recent.title).replace(u'&', QStringLiteral("&&")));
+    entry->setEnabled(recent.available);
+    connect(entry, &QAction::triggered, &recents, [&recents, path = recent.path] { recents.openRecent(path); });
+  }
+  if (recents_->isEmpty()) {
+    recents_->addAction(texts::noOtherWorkspaces())->setEnabled(false);
+    return;
+  }
+  recents_->addSeparator();
+  connect(recents_->addAction(texts::clearMenu()), &QAction::triggered, &recents, &WelcomePresenter::clearRecents);
 }
 
 void Menus::fill(QMenuBar& bar) const {

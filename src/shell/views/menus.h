@@ -5,6 +5,7 @@
 
 #include "shell/actions_presenter.h"
 #include "shell/views/room.h"
+#include "shell/welcome_presenter.h"
 
 class QAction;
 class QMenu;
@@ -22,6 +23,8 @@ class Menus final : public QObject {
   // and both widgets outlive this object.
   Menus(ActionsPresenter& actions, QWidget* window, const std::vector<QWidget*>& mediaViews, QObject* parent = nullptr);
 
+  // Lists the workspaces that were open lately in a menu of their own; before `fill`.
+  void setRecents(WelcomePresenter& recents);
   void fill(QMenuBar& bar) const;
   // The menu of the selected cells, opened at that place.
   void openItemMenu(QPoint globalPosition, QWidget* over) const;
@@ -31,9 +34,12 @@ class Menus final : public QObject {
   void add(const ActionRow& row, QWidget* window, const std::vector<QWidget*>& mediaViews);
   void fillMenu(QMenu& menu, MenuId id, bool enabledOnly) const;
   void refresh();
+  void listRecents(WelcomePresenter& recents);
 
   ActionsPresenter& presenter_;
   QHash<int, QAction*> actions_;
+  QMenu* recents_ = nullptr;
+  QWidget* window_;
 };
 
 }  // namespace sorvan::views

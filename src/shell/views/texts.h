@@ -23,6 +23,11 @@ inline QString contentZone() { return QStringLiteral("Content"); }
 inline QString inspectorZone() { return QStringLiteral("Inspector"); }
 inline QString composerZone() { return QStringLiteral("Generation input"); }
 
+// Open Recent.
+inline QString openRecent() { return QStringLiteral("Open Recent"); }
+inline QString noOtherWorkspaces() { return QStringLiteral("No other workspaces yet"); }
+inline QString clearMenu() { return QStringLiteral("Clear Menu"); }
+
 // Menu strip.
 inline QString openHistory() { return QStringLiteral("Open History"); }
 inline QString accountSettings() { return QStringLiteral("Settings"); }
