@@ -11,6 +11,7 @@
 #include "catalogue/catalog_facts.h"
 #include "catalogue/request_for_model.h"
 #include "core/workspace_opening.h"
+#include "generation/mark_notes_backfill.h"
 #include "platform/http_client.h"
 #include "platform/key_store.h"
 #include "shell/views/theme.h"
@@ -120,6 +121,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       settingsPresenter_(providerSettings_, *settings_),
       health_(store_),
       actions_(actionPorts()) {
+  store_.openingBackfills.push_back(backfillMarkNotes);
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
   connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
           [this] { views::Theme::instance().setAppearance(settingsPresenter_.appearance()); });

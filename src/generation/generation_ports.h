@@ -26,30 +26,6 @@ struct SpliceWork {
   QString destination;  ///< absolute path of the file to write
 };
 
-/// A picture that answers a request with marked areas.
-struct ConfineWork {
-  GenerationRequest request;
-  QString original;                 ///< absolute path of the first reference
-  QString result;                   ///< absolute path of the provider's picture
-  std::optional<QByteArray> patch;  ///< what `prepareMarks` noted, when the run still knows it
-};
-
-/// The pictures and the request that a provider gets instead of the user's, when areas are marked.
-struct PreparedMarks {
-  QString file;               ///< absolute path of the picture that replaces the first reference
-  GenerationRequest request;  ///< the copy that the provider gets
-  std::optional<QByteArray>
-      patch;  ///< JSON that is kept beside the retained result, so that it lands in the same place
-};
-
-/// A request whose areas are marked, and where the picture that is sent may be written.
-struct MarksWork {
-  GenerationRequest request;
-  QString original;    ///< absolute path of the first reference
-  QString pieceFile;   ///< absolute path for a piece cut around the marks
-  QString markupFile;  ///< absolute path for a copy with the boxes drawn on it
-};
-
 /// A finished sound that is to be laid under a clip.
 struct LayUnderWork {
   QUuid sound;
@@ -72,10 +48,6 @@ struct GenerationPorts {
   std::function<QString(const GenerationRequest&)> feature;
   /// Counts a use under a key; optional.
   std::function<void(const QString& key, int count)> noteUsage;
-  /// Prepares the picture that is sent when areas are marked; the run removes both files afterwards.
-  std::function<Task<PreparedMarks>(MarksWork, std::stop_token)> prepareMarks;
-  /// Lays a result over the original inside the marks; absent when the shapes differ. The answer is PNG data.
-  std::function<Task<std::optional<QByteArray>>(ConfineWork, std::stop_token)> confine;
   /// Joins a continuation to its original.
   std::function<Task<>(SpliceWork, std::stop_token)> splice;
   /// Lays a sound under a clip and answers the new file's name; a failure only shows a notice. Optional.

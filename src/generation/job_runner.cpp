@@ -68,7 +68,7 @@ std::shared_ptr<RunFacts> startingFacts(JobQueue& queue, const QUuid& id, RunTra
   run->mediaFolder = destinationFolder(store, job, mayBePaid);
   run->modelLabel = labelOf(queue, *request);
   run->fact = queue.ports().models->find(request->model);
-  run->patch = ResultRecovery::loadPatch(run->files, id);
+  if (const auto note = ResultRecovery::loadPatch(run->files, id)) run->route = decodedRoute(*note);
   return run;
 }
 
@@ -108,29 +108,29 @@ std::vector<ReferenceInput> referenceInputs(const LibraryStore& store, const Run
   return inputs;
 }
 
-/// A private folder for what is only sent: it never holds a result.
-QString temporaryPicture(const QString& kind, const QUuid& job, RunTrace& trace) {
-  const QString path = QStringLiteral("%1/sorvan-%2-%3.png").arg(temporaryFolder(), kind, uuidText(job));
-  trace.temporaryFiles.append(path);
-  return path;
+/// A file for a picture that is only sent, removed when the run ends.
+QString sentPicture(const QString& kind, const QUuid& job, RunTrace& trace) {
+  trace.sentPictures.emplace_back(kind, QStringLiteral("png"), job);
+  return trace.sentPictures.back().path();
 }
 
 /// 7. The picture that is sent instead of the first reference when areas are marked.
 Task<> prepareMarks(JobQueue& queue, std::shared_ptr<RunFacts> run, std::shared_ptr<RunTrace> trace,
                     std::shared_ptr<ProviderCall> call, std::stop_token stop) {
-  const bool hasMarks = run->request.markup && !run->request.markup->empty();
-  if (!hasMarks || run->handle || call->references.empty()) co_return;
-  if (!queue.ports().prepareMarks) throw SorvanError(texts::marksCannotBePrepared());
+  if (!hasMarks(run->request) || run->handle || call->references.empty()) co_return;
   MarksWork work;
   work.request = run->request;
   work.original = call->references.front().file;
-  work.pieceFile = temporaryPicture(QStringLiteral("piece"), run->job, *trace);
-  work.markupFile = temporaryPicture(QStringLiteral("markup"), run->job, *trace);
-  const PreparedMarks prepared = co_await queue.ports().prepareMarks(work, stop);
+  work.sizes = run->fact ? run->fact->sizes : QStringList();
+  work.pieceFile = sentPicture(QStringLiteral("piece"), run->job, *trace);
+  work.markupFile = sentPicture(QStringLiteral("markup"), run->job, *trace);
+  const PreparedMarks prepared = co_await onPool([work] { return preparedMarks(work); }, stop);
   call->references.front().file = prepared.file;
   call->request = prepared.request;
-  run->patch = prepared.patch;
-  if (prepared.patch) ResultRecovery::savePatch(*prepared.patch, run->files, run->job);
+  // What was sent is noted before it is paid for, so that the result lands in the same place.
+  run->route = prepared.route;
+  queue.store().requireWorkspaceInPlace();
+  ResultRecovery::savePatch(encodedRoute(prepared.route), run->files, run->job);
 }
 
 /// 8. The job is running. A failure here comes before any charge.
@@ -238,6 +238,7 @@ Task<> runJob(JobQueue& queue, QUuid id, std::stop_token stop) {
     failure = std::current_exception();
   }
   if (failure) recordFailure(queue, id, *trace, failure, stop);
+  trace->sentPictures.clear();
   for (const QString& path : std::as_const(trace->temporaryFiles))
     QFile::remove(path);  // not durable: what a crash leaves is swept, or goes with the recovery folder
 }

@@ -63,15 +63,20 @@ Task<GeneratedOutput> confined(JobQueue& queue, std::shared_ptr<const RunFacts> 
   const auto original = firstReferenceFile(queue.store(), *run);
   if (!original) throw SorvanError(texts::referenceUnavailable());
   // What cannot be laid over the original never replaces it as a whole.
-  if (!isPlainPicture(output.ext) || !queue.ports().confine) throw SorvanError(texts::shapeDiffers(run->modelLabel));
-  const ConfineWork work{run->request, *original, output.file, run->patch};
-  const std::optional<QByteArray> png = co_await queue.ports().confine(work, stop);
-  if (!png) throw SorvanError(texts::shapeDiffers(run->modelLabel));
-  output.file = workFile(*run, *trace, index, QStringLiteral("confined.png"));
+  if (!isPlainPicture(output.ext)) throw SorvanError(texts::shapeDiffers(run->modelLabel));
+  ConfineWork work{run->request, *original, output.file, run->route, {}};
+  if (run->fact) work.sizes = run->fact->sizes;
+  const QString path = workFile(*run, *trace, index, QStringLiteral("confined.png"));
+  const bool confined = co_await onPool(
+      [work, path] {
+        const auto png = confinedResult(work);
+        if (png) writeDurably(path, *png, DurableMode::Media);
+        return png.has_value();
+      },
+      stop);
+  if (!confined) throw SorvanError(texts::shapeDiffers(run->modelLabel));
+  output.file = path;
   output.ext = QStringLiteral("png");
-  const QString path = output.file;
-  const QByteArray bytes = *png;
-  co_await onPool([path, bytes] { writeDurably(path, bytes, DurableMode::Media); }, stop);
   co_return output;
 }
 

@@ -37,8 +37,7 @@ Asset assetOf(const RunFacts& run, const LandedOutput& landed, std::optional<QUu
   asset.sourceTypeRaw = rawValue(AssetSourceType::generated);
   asset.checksum = landed.checksum;
   asset.thumbnailFilePath = landed.thumbnail;
-  const bool hasMarks = run.request.markup && !run.request.markup->empty();
-  if (run.saveOriginal && hasMarks) asset.notes = texts::rawResultNote();
+  if (run.saveOriginal && hasMarks(run.request)) asset.notes = texts::rawResultNote();
   return asset;
 }
 

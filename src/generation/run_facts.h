@@ -7,11 +7,14 @@
 #include <QUuid>
 
 #include <optional>
+#include <vector>
 
 #include "base/instant.h"
 #include "core/workspace_files.h"
+#include "generation/marked_areas_run.h"
 #include "generation/model_facts.h"
 #include "generation/provider.h"
+#include "platform/temporary_files.h"
 
 namespace sorvan::generation {
 
@@ -24,7 +27,7 @@ struct RunFacts {
   std::optional<RemoteHandle> handle = {};
   QString modelLabel = {};
   std::optional<ModelFact> fact = {};
-  std::optional<QByteArray> patch = {};  ///< the note of the piece that was cut around marks
+  std::optional<MarkedRoute> route = {};  ///< how the marked picture was sent
   Instant started = {};
 };
 
@@ -32,12 +35,12 @@ struct RunFacts {
 struct RunTrace {
   bool wasInterrupted = false;  ///< the job came in as "Interrupted"
   QStringList temporaryFiles;   ///< absolute paths, removed on every way out
+  std::vector<TemporaryFile> sentPictures;
 };
 
 /// Whether the result is to be kept to the marked areas.
 inline bool confinesToMarks(const RunFacts& run) {
-  const bool hasMarks = run.request.markup && !run.request.markup->empty();
-  return hasMarks && !run.saveOriginal && run.request.confineToMarks.value_or(true);
+  return hasMarks(run.request) && !run.saveOriginal && run.request.confineToMarks.value_or(true);
 }
 
 }  // namespace sorvan::generation

@@ -124,6 +124,7 @@ inline QString rawResultNote() {
 }
 inline QString extendedNotRead() { return QStringLiteral("The extended sound could not be read."); }
 inline QString extendedNotJoined() { return QStringLiteral("The extended sound could not be joined."); }
+inline QString markedImageUnreadable() { return QStringLiteral("Cannot read the image to mark up."); }
 inline QString marksCannotBePrepared() { return QStringLiteral("Cannot draw the marks."); }
 inline QString notMedia(const QString& kind, const QString& place) {
   return QStringLiteral("The result is not a picture, a clip or a sound (%1). It is kept at %2.").arg(kind, place);

@@ -30,8 +30,10 @@ QString temporaryFolder() {
   return folder;
 }
 
-TemporaryFile::TemporaryFile(const QString& kind, const QString& ext)
-    : path_(QStringLiteral("%1/sorvan-%2-%3").arg(temporaryFolder(), kind, uuidText(newUuid()))) {
+TemporaryFile::TemporaryFile(const QString& kind, const QString& ext) : TemporaryFile(kind, ext, newUuid()) {}
+
+TemporaryFile::TemporaryFile(const QString& kind, const QString& ext, const QUuid& owner)
+    : path_(QStringLiteral("%1/sorvan-%2-%3").arg(temporaryFolder(), kind, uuidText(owner))) {
   if (!ext.isEmpty()) path_ += QLatin1Char('.') + ext;
 }
 

@@ -3,6 +3,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QUuid>
 
 #include "platform/room.h"
 
@@ -16,8 +17,10 @@ QString temporaryFolder();
 /// is removed. Any thread.
 class TemporaryFile {
  public:
-  /// `kind` is one word such as "clip"; an empty `ext` leaves the point out.
+  /// `kind` is one word such as "clip"; an empty `ext` leaves the point out. The name has a UUID of its own, or that of
+  /// the one piece of work that uses files of this kind.
   TemporaryFile(const QString& kind, const QString& ext);
+  TemporaryFile(const QString& kind, const QString& ext, const QUuid& owner);
   ~TemporaryFile();
   TemporaryFile(TemporaryFile&& other) noexcept;
   TemporaryFile& operator=(TemporaryFile&& other) noexcept;

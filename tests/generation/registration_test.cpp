@@ -14,11 +14,6 @@ namespace {
 
 using namespace test;
 
-const QString shapeDiffers = QStringLiteral(
-    "Flux returned a picture of a different shape from the one it was given, so its change could not be kept to the "
-    "marked areas. The raw result is retained. Choose Save Raw Result to recover it without another generation "
-    "charge.");
-
 QString contentOf(const Studio& studio, const AssetRef& asset) {
   return QString::fromLatin1(studio.folder.read(QStringLiteral("workspace/") + asset->localFilePath).toHex());
 }
@@ -218,98 +213,6 @@ TEST(FullDisk, AtAnyStepOfARunEndsInTheItemOrInAJobThatRetryFinishesWithoutASeco
     EXPECT_EQ(studio.mediaFiles().filter(QStringLiteral("/generated/")).size(), 1) << "step " << step;
   }
   EXPECT_GT(trials, 20);
-}
-
-/// A request to edit the marked part of a picture.
-struct MarkedStudio {
-  MarkedStudio() {
-    studio.adjustPorts = [this](GenerationPorts& ports) {
-      ports.prepareMarks = [this](MarksWork work, std::stop_token) { return prepared(work); };
-      ports.confine = [this](ConfineWork work, std::stop_token) { return laidOver(work); };
-    };
-    studio.restart();
-    studio.provider->models[0].supportsReferences = true;
-    request = promptRequest(QStringLiteral("a hat"));
-    request.referenceIDs = {studio.addAsset(MediaType::image, QStringLiteral("cat.png"), pictureBytes())->id};
-    request.markup = {markedBox(QString())};
-  }
-  Task<PreparedMarks> prepared(MarksWork work) {
-    QFile(work.original).copy(work.pieceFile);
-    piece = work.pieceFile;
-    PreparedMarks marks{work.pieceFile, work.request, QByteArray("{\"rect\":1}")};
-    marks.request.markup.reset();
-    co_return marks;
-  }
-  Task<std::optional<QByteArray>> laidOver(ConfineWork work) {
-    confined.push_back(work);
-    co_return answer;
-  }
-  Studio studio;
-  GenerationRequest request;
-  QString piece;
-  std::vector<ConfineWork> confined;
-  std::optional<QByteArray> answer = pictureBytes(Qt::green);
-};
-
-TEST(MarkedEdits, SendThePieceAndLandTheConfinedPicture) {
-  MarkedStudio marked;
-  const JobRef job = marked.studio.finished(marked.request);
-  ASSERT_EQ(job->status, QStringLiteral("complete")) << job->errorMessage.value_or(QString()).toStdString();
-  const ProviderCall& call = marked.studio.provider->calls.at(0);
-  EXPECT_EQ(call.references.at(0).file, marked.piece);
-  EXPECT_FALSE(call.request.markup);
-  EXPECT_FALSE(QFile::exists(marked.piece));
-  const AssetRef asset = marked.studio.store->outputs(job->id).at(0);
-  EXPECT_EQ(contentOf(marked.studio, asset), QString::fromLatin1(pictureBytes(Qt::green).toHex()));
-  ASSERT_EQ(marked.confined.size(), 1U);
-  EXPECT_EQ(marked.confined[0].patch, QByteArray("{\"rect\":1}"));
-  EXPECT_TRUE(marked.studio.store->generationOf(asset->id)->recipe()->markup);
-}
-
-TEST(MarkedEdits, OfADifferentShapeStayRetainedAndLandRawWhenAsked) {
-  MarkedStudio marked;
-  marked.answer.reset();
-  const JobRef job = marked.studio.finished(marked.request);
-  EXPECT_EQ(job->status, QStringLiteral("failed"));
-  EXPECT_EQ(job->errorMessage, shapeDiffers);
-  EXPECT_EQ(job->detail, QStringLiteral("Result retained locally · Save Result or Save Raw Result"));
-  saveRawResult(*marked.studio.queue, job->id);
-  marked.studio.settle();
-  EXPECT_EQ(job->status, QStringLiteral("complete"));
-  EXPECT_TRUE(job->saveOriginal);
-  const AssetRef asset = marked.studio.store->outputs(job->id).at(0);
-  EXPECT_EQ(asset->notes,
-            QStringLiteral("Recovered original provider output. Marked-area confinement was not applied."));
-  EXPECT_EQ(contentOf(marked.studio, asset), QString::fromLatin1(pictureBytes().toHex()));
-  EXPECT_EQ(marked.studio.provider->posts, 1);
-}
-
-TEST(MarkedEdits, AnsweredInAnotherKindOfPictureNeverReplaceTheWhole) {
-  MarkedStudio marked;
-  marked.studio.provider->script.outputs = {Script::pictureOutput("GIF89a-and-so-on", QStringLiteral("png"))};
-  const JobRef job = marked.studio.finished(marked.request);
-  EXPECT_EQ(job->errorMessage, shapeDiffers);
-  EXPECT_TRUE(marked.confined.empty());
-}
-
-TEST(MarkedEdits, ThatKeepTheWholeResultAreNotConfined) {
-  MarkedStudio marked;
-  marked.request.confineToMarks = false;
-  const JobRef job = marked.studio.finished(marked.request);
-  EXPECT_EQ(job->status, QStringLiteral("complete"));
-  EXPECT_TRUE(marked.confined.empty());
-}
-
-TEST(MarkedEdits, AfterARestartUseTheRectangleOfTheirRun) {
-  MarkedStudio marked;
-  marked.answer.reset();
-  const QUuid id = marked.studio.finished(marked.request)->id;
-  marked.answer = pictureBytes(Qt::green);
-  marked.studio.restart();
-  retry(*marked.studio.queue, id);
-  marked.studio.settle();
-  EXPECT_EQ(marked.studio.job(id)->status, QStringLiteral("complete"));
-  EXPECT_EQ(marked.confined.back().patch, QByteArray("{\"rect\":1}"));
 }
 
 /// A tool that splits a sound into labelled parts of these levels.
