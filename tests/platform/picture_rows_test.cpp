@@ -39,10 +39,11 @@ TEST(ScaledRows, KeepAPlainColourAtAnySize) {
 TEST(ScaledRows, FollowARampUpAndDown) {
   for (const QSize size : {QSize(400, 300), QSize(20, 15)}) {
     ScaledRows<quint8> rows(ramp({100, 75}), size, QRect(QPoint(), size));
-    const QRgb middle = pixelAt(rows.row(size.height() / 2), size.width() / 2);
-    EXPECT_NEAR(qRed(middle), 127, 4);
-    EXPECT_NEAR(qGreen(middle), 127, 4);
-    EXPECT_EQ(qBlue(middle), 7);
+    const QPoint middle(size.width() / 2, size.height() / 2);
+    const QRgb pixel = pixelAt(rows.row(middle.y()), middle.x());
+    EXPECT_NEAR(qRed(pixel), ((middle.x() + 0.5) / size.width() - 0.005) * 255, 2);
+    EXPECT_NEAR(qGreen(pixel), ((middle.y() + 0.5) / size.height() - 0.5 / 75) * 255, 2);
+    EXPECT_EQ(qBlue(pixel), 7);
   }
 }
 
