@@ -4,8 +4,8 @@
 
 #include "base/ids.h"
 #include "base/json.h"
+#include "core/migration.h"
 #include "core/record_context.h"
-#include "core/workspace_checks.h"
 #include "core/workspace_files.h"
 
 namespace sorvan::bench {
