@@ -1,6 +1,9 @@
 #include "tour/desktop.h"
 
+#include <poll.h>
+
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QStandardPaths>
 #include <QUuid>
@@ -80,6 +83,22 @@ void Desktop::startWindowManager() {
   windowManager_.setProcessEnvironment(environment_);
   windowManager_.start(u"openbox"_qs, {u"--sm-disable"_qs});
   if (!windowManager_.waitForStarted(5000)) throw std::runtime_error("openbox did not start");
+  if (!managesWindows()) throw std::runtime_error("openbox does not manage windows");
+}
+
+// Without a window manager no window is active, and no shortcut fires. It says that it is ready by naming a desktop.
+bool Desktop::managesWindows() const {
+  QElapsedTimer timer;
+  timer.start();
+  while (timer.elapsed() < 20000) {
+    QProcess question;
+    question.setProcessEnvironment(environment_);
+    question.setStandardErrorFile(QProcess::nullDevice());
+    question.start(u"xdotool"_qs, {u"get_desktop"_qs});
+    if (question.waitForFinished(5000) && question.exitCode() == 0) return true;
+    ::poll(nullptr, 0, 50);
+  }
+  return false;
 }
 
 }  // namespace tour

@@ -28,6 +28,7 @@ class Desktop {
   void startDisplay(QSize size);
   void startBus();
   void startWindowManager();
+  bool managesWindows() const;
 
   QString home_;
   QProcessEnvironment environment_;
