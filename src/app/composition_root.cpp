@@ -9,6 +9,9 @@
 
 #include "app/sandbox_models.h"
 #include "catalogue/catalog_facts.h"
+#include "catalogue/catalogue_client.h"
+#include "catalogue/fal_pricing.h"
+#include "catalogue/openai_pricing.h"
 #include "catalogue/request_for_model.h"
 #include "core/workspace_opening.h"
 #include "generation/mark_notes_backfill.h"
@@ -102,7 +105,9 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       keys_(std::make_shared<KeyCache>(std::make_shared<KeychainStore>(keyBackend(profile)))),
       providerSettings_(keys_),
       catalog_(makeCatalog(settings_, profile)),
-      provider_(std::make_shared<FalProvider>(FalServices{transport_, catalog_, clock_, nullptr})),
+      provider_(std::make_shared<FalProvider>(FalServices{
+          transport_, catalog_, clock_,
+          std::make_shared<FalPricing>(FalPricing::Services{transport_, catalog_, clock_, settings_})})),
       store_(storeServices(profile)),
       queue_(store_, generationPorts()),
       maintenance_(store_),
@@ -121,6 +126,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       settingsPresenter_(providerSettings_, *settings_),
       health_(store_),
       actions_(actionPorts()) {
+  store_.openingBackfills.emplace_back(backfillOutputCostEstimates);
   store_.openingBackfills.push_back(backfillMarkNotes);
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
   connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
@@ -147,6 +153,8 @@ void CompositionRoot::start(const std::optional<QString>& problem) {
   // 4. What is wrong with the user's own places, over whatever is shown.
   if (problem) alerts_.showError(*problem);
   if (!settings_->problem().isEmpty()) alerts_.showError(settings_->problem());
+  // 5. Models that an older version read are read again.
+  tasks_.spawn(rereadIfStale(CatalogClient(transport_), catalog_, settings_, tasks_.token()));
 }
 
 void CompositionRoot::bringForward() { Q_EMIT windowPresenter_.raiseRequested(); }

@@ -17,6 +17,7 @@ std::optional<ModelFact> CatalogFacts::find(const QString& id) const {
   fact.makesSoundOfClip = isClipModel(id);
   fact.cutsOut = contains(cutOutTools(), id);
   fact.makesMusic = contains(clipMusicModels(), id);
+  fact.needsSeed = model->seedRequired.value_or(false);
   fact.sizes = model->editableSizes();
   return fact;
 }

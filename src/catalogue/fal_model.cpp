@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include "catalogue/named_ratios.h"
 #include "core/image_format.h"
 
 namespace sorvan::catalogue {
@@ -13,9 +14,10 @@ namespace {
 constexpr int listInputLimit = 8;
 constexpr double shapeTolerance = 0.04;
 
-int maxReferencesOf(const ImageInput& input) {
-  if (std::holds_alternative<SingleInput>(input)) return 1;
-  return std::holds_alternative<ListInput>(input) ? listInputLimit : 0;
+int maxReferencesOf(const FalModel& model) {
+  if (std::holds_alternative<SingleInput>(model.imageInput)) return 1;
+  if (!std::holds_alternative<ListInput>(model.imageInput)) return 0;
+  return std::min(listInputLimit, model.maxInputs.value_or(listInputLimit));
 }
 
 bool requiresReference(const ImageInput& input) {
@@ -30,23 +32,17 @@ bool needsPrompt(const FalModel& model, bool needsReference) {
   return !needsReference;
 }
 
-std::optional<QStringList> ratiosOfSizes(const QStringList& sizes) {
-  QStringList ratios;
-  for (const QString& size : sizes) {
-    if (const auto* format = ImageFormat::find(size)) ratios << QString(format->ratio);
-  }
-  if (ratios.isEmpty()) return std::nullopt;
-  return ratios;
-}
-
 std::optional<QStringList> ratiosOf(const Sizing& sizing) {
   if (const auto* aspect = std::get_if<SizeByAspect>(&sizing)) {
-    if (freeChoice(aspect->values)) return std::nullopt;
+    // Values of which the composer knows none are the service's own: nothing can be chosen, so nothing is refused.
+    if (freeChoice(aspect->values) || !canChooseRatio(aspect->values)) return std::nullopt;
     return aspect->values;
   }
   const auto* named = std::get_if<SizeByName>(&sizing);
   if (!named || freeChoice(named->values)) return std::nullopt;
-  return ratiosOfSizes(named->values);
+  const QStringList ratios = ratiosOfSizes(named->values);
+  if (ratios.isEmpty()) return std::nullopt;
+  return ratios;
 }
 
 std::optional<double> ratioOf(const QString& text) {
@@ -95,7 +91,7 @@ ModelOption FalModel::option() const {
   option.maxCount = maxCount;
   option.mediaType = output;
   option.supportsReferences = !std::holds_alternative<NoInput>(imageInput);
-  option.maxReferences = maxReferencesOf(imageInput);
+  option.maxReferences = maxReferencesOf(*this);
   option.requiresReference = requiresReference(imageInput);
   option.needsPrompt = needsPrompt(*this, option.requiresReference);
   option.supportsEndFrame = endImageField.has_value();
@@ -126,7 +122,7 @@ QStringList FalModel::editableSizes() const {
   QStringList sizes;
   for (const ImageFormat& format : ImageFormat::all()) {
     bool usable = std::holds_alternative<SizeByDimensions>(sizing);
-    if (const auto* named = std::get_if<SizeByName>(&sizing)) usable = named->values.contains(format.size);
+    if (const auto* named = std::get_if<SizeByName>(&sizing)) usable = firstWithRatio(named->values, format.ratio).has_value();
     if (const auto* aspect = std::get_if<SizeByAspect>(&sizing)) {
       usable = freeChoice(aspect->values) || aspect->values.contains(format.ratio);
     }

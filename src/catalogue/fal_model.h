@@ -62,6 +62,7 @@ struct Setting {
   std::optional<QString> defaultValue;
   std::optional<ClosedRange<qint64>> accepts;  ///< a number between these is valid although it is not in `values`
   std::optional<QString> onlyWith;             ///< counts only when the option of this field holds non-blank text
+  std::optional<QStringList> numbers;  ///< those of `values` that the service wants as JSON numbers
 
   /// Whether `value` is a whole decimal number, with an optional sign, inside `accepts`.
   bool allows(const QString& value) const;
@@ -107,6 +108,10 @@ struct FalModel {
   std::optional<std::vector<TextInput>> texts;
   /// The most bytes of one input picture, where the service names a limit.
   std::optional<qint64> inputByteLimit;
+  std::optional<int> minInputs;          ///< the fewest pictures that a list may have when it has any
+  std::optional<int> maxInputs;          ///< the most pictures of a list, where the service names fewer than usual
+  std::optional<bool> seedRequired;      ///< each request needs a seed, so one that has none is given a fresh one
+  std::optional<bool> endImageRequired;  ///< a request without an end frame is refused
 
   /// What the composer and the job queue work with.
   ModelOption option() const;

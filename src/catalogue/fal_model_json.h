@@ -12,7 +12,7 @@
 namespace sorvan::catalogue {
 
 BOOST_DESCRIBE_ENUM(Setting::Kind, choice, number, toggle)
-BOOST_DESCRIBE_STRUCT(Setting, (), (field, label, kind, values, defaultValue, accepts, onlyWith))
+BOOST_DESCRIBE_STRUCT(Setting, (), (field, label, kind, values, defaultValue, accepts, onlyWith, numbers))
 BOOST_DESCRIBE_STRUCT(TextInput, (), (field, label, placeholder, required, limit))
 BOOST_DESCRIBE_STRUCT(SizeByDimensions, (), (field))
 BOOST_DESCRIBE_STRUCT(SizeByAspect, (), (field, values))
@@ -24,7 +24,8 @@ BOOST_DESCRIBE_STRUCT(NoInput, (), ())
 BOOST_DESCRIBE_STRUCT(FalModel, (),
                       (id, name, category, summary, output, hasPrompt, promptRequired, settings, endImageField,
                        maxCount, sizing, hasSeed, pngOutput, imageInput, defaultsJSON, camera, dialogue, promptField,
-                       videoInput, promptLimit, billedPerMinute, billedEvery, audioInput, texts, inputByteLimit))
+                       videoInput, promptLimit, billedPerMinute, billedEvery, audioInput, texts, inputByteLimit, minInputs,
+                       maxInputs, seedRequired, endImageRequired))
 
 /// What a stored list of models held.
 struct StoredModels {

@@ -1,5 +1,7 @@
 #include "catalogue/fal_provider.h"
 
+#include <QJsonDocument>
+
 #include "base/task.h"
 #include "catalogue/fal_download.h"
 #include "catalogue/fal_queue.h"
@@ -140,13 +142,21 @@ GenerationCost costFrom(const ListedPrice& price, std::size_t outputs, Instant n
   return cost;
 }
 
+/// What the service says it billed, kept beside the estimate.
+std::optional<QString> usageJSON(const QString& billedUnits) {
+  if (billedUnits.isEmpty()) return std::nullopt;
+  const QJsonObject usage{{u"billable_units"_s, billedUnits.toDouble()}};
+  return QString::fromUtf8(QJsonDocument(usage).toJson(QJsonDocument::Compact));
+}
+
 Task<std::optional<GenerationCost>> reportedCharge(FalServices services, ProviderCall call, QString key,
-                                                   std::size_t outputs, std::stop_token stop) {
+                                                   std::size_t outputs, QString billedUnits, std::stop_token stop) {
   const auto price = co_await priceOf(services, call.request, key, stop);
   if (!price) co_return std::nullopt;
   ProviderUpdate update;
   update.message = texts::downloading();
   update.charge = costFrom(*price, outputs, services.clock->now());
+  update.charge->responseUsageJSON = usageJSON(billedUnits);
   const GenerationCost cost = *update.charge;
   co_await call.run->update(std::move(update));
   co_return cost;
@@ -170,15 +180,15 @@ NamedParts partsOf(const FalServices& services, const GenerationRequest& request
 Task<std::vector<GeneratedOutput>> collected(FalServices services, ProviderCall call, RemoteHandle handle, QString key,
                                              std::stop_token stop) {
   co_await waitUntilCompleted(services, call, handle, key, stop);
-  const QJsonObject result = co_await fetchResult(services.transport, handle, key, stop);
-  const std::vector<OutputAddress> addresses = outputAddresses(result, partsOf(services, call.request));
-  const auto cost = co_await reportedCharge(services, call, key, addresses.size(), stop);
+  const JobResult result = co_await fetchResult(services.transport, handle, key, stop);
+  const std::vector<OutputAddress> addresses = outputAddresses(result.body, partsOf(services, call.request));
+  const auto cost = co_await reportedCharge(services, call, key, addresses.size(), result.billedUnits, stop);
   std::vector<GeneratedOutput> outputs;
   for (std::size_t index = 0; index < addresses.size(); ++index) {
     throwIfStopped(stop);
     const QString path = call.run->partFile(static_cast<int>(index));
     GeneratedOutput output = co_await downloadOutput(services.transport, addresses[index], path, stop);
-    output.seed = seedOf(result);
+    output.seed = seedOf(result.body);
     output.cost = cost;
     outputs.push_back(std::move(output));
   }

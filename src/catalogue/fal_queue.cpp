@@ -49,6 +49,14 @@ bool isBilledNothing(const HttpReply& reply) {
   return reply.status >= 500 || reply.status == 499 || namesAnErrorType(reply) || (reads && billed == 0);
 }
 
+/// The number of billed units, when the service tells one.
+QString billedUnitsOf(const HttpReply& reply) {
+  const QByteArray units = reply.header("x-fal-billable-units").trimmed();
+  bool reads = false;
+  const double number = units.toDouble(&reads);
+  return reads && std::isfinite(number) && number >= 0 ? QString::fromLatin1(units) : QString();
+}
+
 /// The queue answers so for a job that is not finished after all.
 bool saysStillRunning(const HttpReply& reply) {
   const QString detail = bodyOf(reply).value(u"detail"_s).toString();
@@ -182,11 +190,11 @@ Task<PolledState> fetchJobStatePatiently(std::shared_ptr<HttpTransport> transpor
   }
 }
 
-Task<QJsonObject> fetchResult(std::shared_ptr<HttpTransport> transport, RemoteHandle handle, QString key,
-                              std::stop_token stop) {
+Task<JobResult> fetchResult(std::shared_ptr<HttpTransport> transport, RemoteHandle handle, QString key,
+                            std::stop_token stop) {
   try {
     const HttpReply reply = co_await sendChecked(transport, keyedRequest("GET", handle.resultURL, key), stop);
-    co_return jsonObject(reply.body);
+    co_return JobResult{jsonObject(reply.body), billedUnitsOf(reply)};
   } catch (const ProviderRefusal& refusal) {
     if (endsTheJob(refusal.reply())) throw failureOf(refusal);
     throw;

@@ -47,9 +47,14 @@ struct PolledState {
 Task<PolledState> fetchJobStatePatiently(std::shared_ptr<HttpTransport> transport, std::shared_ptr<const Clock> clock,
                                          RemoteHandle handle, QString key, std::stop_token stop);
 
+struct JobResult {
+  QJsonObject body;
+  QString billedUnits;  ///< how many units of its price the service billed, as it told; empty when it did not
+};
+
 /// The model's own result. Throws RemoteJobFailed when the service answers that there will be none.
-Task<QJsonObject> fetchResult(std::shared_ptr<HttpTransport> transport, RemoteHandle handle, QString key,
-                              std::stop_token stop);
+Task<JobResult> fetchResult(std::shared_ptr<HttpTransport> transport, RemoteHandle handle, QString key,
+                            std::stop_token stop);
 
 /// Asks the service to stop the job. Throws RemoteJobAlreadyComplete when it had finished.
 Task<> cancelRemoteJob(std::shared_ptr<HttpTransport> transport, RemoteHandle handle, QString key,

@@ -25,14 +25,26 @@ QString refusedField(const QJsonArray& place) {
   return field;
 }
 
-QString fieldErrors(const QJsonArray& errors) {
+QStringList fieldErrorsOf(const QJsonArray& errors) {
   QStringList told;
   for (const QJsonValue& error : errors) {
-    const QString message = error[u"msg"_s].toString();
+    const QString message = error[u"msg"_s].toString().trimmed();
     if (message.isEmpty()) continue;
     if (told.size() == mostFieldErrors) break;
     const QString field = refusedField(error[u"loc"_s].toArray());
     told << (field.isEmpty() ? message : field + u": "_s + message);
+  }
+  return told;
+}
+
+bool endsASentence(const QString& text) { return QStringView(u".!?…").contains(text.back()); }
+
+/// One error as the service words it; of several each is a sentence, so that they can be told apart.
+QString fieldErrors(const QJsonArray& errors) {
+  QStringList told = fieldErrorsOf(errors);
+  if (told.size() < 2) return told.join(QString());
+  for (QString& each : told) {
+    if (!endsASentence(each)) each += u'.';
   }
   return told.join(u' ');
 }

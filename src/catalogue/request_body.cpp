@@ -6,6 +6,7 @@
 #include "base/sorvan_error.h"
 #include "base/text.h"
 #include "catalogue/dialogue.h"
+#include "catalogue/named_ratios.h"
 #include "catalogue/texts.h"
 #include "core/image_format.h"
 
@@ -29,7 +30,8 @@ void addPrompt(const FalModel& model, const BodyParts& parts, QJsonObject& body)
 
 QJsonValue converted(const Setting& setting, const QString& value) {
   if (setting.kind == Setting::Kind::toggle) return value == u"true"_s;
-  if (setting.kind == Setting::Kind::choice) return value;
+  const bool isNumber = setting.numbers && setting.numbers->contains(value);
+  if (setting.kind == Setting::Kind::choice && !isNumber) return value;
   bool reads = false;
   const qint64 whole = value.toLongLong(&reads);
   if (reads) return whole;
@@ -109,6 +111,7 @@ void addCamera(const FalModel& model, const TextByKey& options, QJsonObject& bod
 }
 
 void addEndImage(const FalModel& model, const BodyParts& parts, QJsonObject& body) {
+  if (!parts.endImage && model.endImageRequired.value_or(false)) throw SorvanError(texts::needsEndFrame(model.name));
   if (!parts.endImage) return;
   if (!model.endImageField) throw SorvanError(texts::noEndFrame(model.name));
   body.insert(*model.endImageField, *parts.endImage);
@@ -140,17 +143,22 @@ QString ratioFor(const FalModel& model, const SizeByAspect& sizing, const BodyPa
   throw SorvanError(texts::supportedRatios(model.name, sizing.values));
 }
 
+/// The size itself, else one of the same shape, else the model's own choice: a picture of another shape is paid for too.
+std::optional<QString> namedSizeFor(const QStringList& values, const QString& size) {
+  if (values.contains(size)) return size;
+  const auto* format = ImageFormat::find(size);
+  const auto sameShape = format ? firstWithRatio(values, format->ratio) : std::nullopt;
+  return sameShape ? sameShape : freeChoice(values);
+}
+
 void addSize(const FalModel& model, const BodyParts& parts, QJsonObject& body) {
   if (const auto* dimensions = std::get_if<SizeByDimensions>(&model.sizing)) {
     body.insert(dimensions->field, dimensionsOf(parts.size));
   } else if (const auto* aspect = std::get_if<SizeByAspect>(&model.sizing)) {
-    body.insert(aspect->field, ratioFor(model, *aspect, parts));
+    // Values of which the composer knows none are left to the service.
+    if (canChooseRatio(aspect->values)) body.insert(aspect->field, ratioFor(model, *aspect, parts));
   } else if (const auto* named = std::get_if<SizeByName>(&model.sizing)) {
-    if (named->values.contains(parts.size)) {
-      body.insert(named->field, parts.size);
-    } else if (named->values.contains(u"auto"_s)) {
-      body.insert(named->field, u"auto"_s);
-    }
+    if (const auto size = namedSizeFor(named->values, parts.size)) body.insert(named->field, *size);
   }
 }
 
@@ -165,6 +173,8 @@ void addInputs(const FalModel& model, const QStringList& addresses, QJsonObject&
     addSingleInput(model, *single, addresses, body);
   } else if (const auto* list = std::get_if<ListInput>(&model.imageInput)) {
     if (addresses.isEmpty() && list->required) throw SorvanError(texts::needsAtLeastOneInput(model.name));
+    const int fewest = model.minInputs.value_or(1);
+    if (!addresses.isEmpty() && addresses.size() < fewest) throw SorvanError(texts::needsMoreInputs(model.name, fewest));
     if (!addresses.isEmpty()) body.insert(list->field, QJsonArray::fromStringList(addresses));
   } else if (!addresses.isEmpty()) {
     throw SorvanError(texts::noReferences(model.name));

@@ -29,6 +29,19 @@ QUrl addressAt(const char16_t* host, const QString& path) {
   return url;
 }
 
+using QueryItems = QList<std::pair<QString, QString>>;
+
+/// Each value is encoded whole: what a user types may hold any sign, and "+" means a blank to some servers.
+QUrl withQuery(QUrl url, const QueryItems& items) {
+  QByteArray query;
+  for (const auto& [name, value] : items) {
+    if (!query.isEmpty()) query += '&';
+    query += name.toUtf8() + '=' + QUrl::toPercentEncoding(value);
+  }
+  url.setQuery(QString::fromLatin1(query));
+  return url;
+}
+
 QString application(const QString& endpoint) {
   const QStringList parts = endpoint.split(u'/', Qt::SkipEmptyParts);
   const bool isPrefixed =
@@ -80,6 +93,25 @@ QUrl uploadAddress() {
   QUrl url = addressAt(service_hosts::storage, u"/storage/upload/initiate"_s);
   url.setQuery(u"storage_type=fal-cdn-v3"_s);
   return url;
+}
+
+QUrl documentAddress(const QString& endpoint) {
+  return withQuery(addressAt(service_hosts::documents, u"/api/openapi/queue/openapi.json"_s),
+                   {{u"endpoint_id"_s, endpoint}});
+}
+
+QUrl catalogAddress(const QString& category, const QString& words, int limit, const std::optional<QString>& page) {
+  QueryItems items{{u"limit"_s, QString::number(limit)}, {u"status"_s, u"active"_s}, {u"category"_s, category}};
+  if (!words.isEmpty()) items.append({u"q"_s, words});
+  if (page) items.append({u"cursor"_s, *page});
+  return withQuery(addressAt(service_hosts::platform, u"/v1/models"_s), items);
+}
+
+QUrl pricesAddress(const QStringList& endpoints, const std::optional<QString>& page) {
+  QueryItems items;
+  for (const QString& endpoint : endpoints) items.append({u"endpoint_id"_s, endpoint});
+  if (page) items.append({u"cursor"_s, *page});
+  return withQuery(pricingAddress(), items);
 }
 
 QUrl pricingAddress() { return addressAt(service_hosts::platform, u"/v1/models/pricing"_s); }

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QUrl>
+
+#include <optional>
 
 namespace sorvan::catalogue {
 
@@ -34,6 +37,12 @@ QUrl resultAddress(const QString& endpoint, const QString& requestID);
 QUrl statusAddress(const QString& endpoint, const QString& requestID);
 QUrl cancelAddress(const QString& endpoint, const QString& requestID);
 QUrl uploadAddress();
+/// The document of a model's settings.
+QUrl documentAddress(const QString& endpoint);
+/// A page of the public catalogue; without words, everything of the category.
+QUrl catalogAddress(const QString& category, const QString& words, int limit, const std::optional<QString>& page);
+/// The list prices of these models.
+QUrl pricesAddress(const QStringList& endpoints, const std::optional<QString>& page);
 /// The address that a price's record names as its source.
 QUrl pricingAddress();
 

@@ -2,9 +2,27 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace sorvan::catalogue::texts {
 
+// Models that are read from their published settings
+inline QString noUsableSettings(const QString& model) {
+  return QStringLiteral("The model provider has not published usable settings for %1.").arg(model);
+}
+inline QString returnsNoPicture(const QString& model) {
+  return QStringLiteral("%1 does not return an image or a video.").arg(model);
+}
+inline QString needsUnknownInputs(const QString& model, const QStringList& fields) {
+  return QStringLiteral("%1 needs inputs Sorvan cannot supply yet: %2.")
+      .arg(model, fields.join(QStringLiteral(", ")));
+}
+inline QString durationLabel() { return QStringLiteral("Duration"); }
+inline QString resolutionLabel() { return QStringLiteral("Resolution"); }
+inline QString qualityLabel() { return QStringLiteral("Quality"); }
+inline QString upscaleLabel() { return QStringLiteral("Upscale by"); }
+inline QString soundLabel() { return QStringLiteral("Sound"); }
+inline QString draftLabel() { return QStringLiteral("Draft preview"); }
 // Request bodies
 inline QString textNeeded(const QString& model, const QString& label) {
   return QStringLiteral("%1 needs %2.").arg(model, label.toLower());
@@ -26,6 +44,10 @@ inline QString noReferences(const QString& model) {
 inline QString needsAtLeastOneInput(const QString& model) {
   return QStringLiteral("%1 needs at least one input image.").arg(model);
 }
+inline QString needsMoreInputs(const QString& model, int fewest) {
+  return QStringLiteral("%1 needs at least %2 input images.").arg(model, QString::number(fewest));
+}
+inline QString needsEndFrame(const QString& model) { return QStringLiteral("%1 needs an end frame.").arg(model); }
 inline QString acceptsOneInput(const QString& model) {
   return QStringLiteral("%1 accepts one input image.").arg(model);
 }
@@ -84,6 +106,13 @@ inline QString listedPriceNote(const QString& unitPrice, const QString& unit) {
   return QStringLiteral("Estimated from fal.ai's listed price of $%1 per %2. Your account's actual charge may differ.")
       .arg(unitPrice, unit);
 }
+
+inline QString outputOnlyNote() {
+  return QStringLiteral(
+      "Output-only estimate at recorded list prices. Input text and reference-image charges are excluded; original "
+      "usage is unavailable.");
+}
+inline QString openAIGuide() { return QStringLiteral("https://platform.openai.com/docs/guides/image-generation"); }
 
 // Reference media
 inline QString unreadableReference() { return QStringLiteral("Cannot read a reference image."); }

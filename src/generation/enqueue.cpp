@@ -1,5 +1,6 @@
 #include "generation/enqueue.h"
 
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSet>
 
@@ -11,6 +12,9 @@
 
 namespace sorvan::generation {
 namespace {
+
+/// Every service that takes a seed takes one of this size.
+constexpr int largestFreshSeed = 1000000000;
 
 std::vector<ModelOption> modelsOf(const JobQueue& queue, ProviderID provider) {
   const auto backEnd = queue.ports().providerResolver(provider);
@@ -25,6 +29,13 @@ void followPayer(const JobQueue& queue, GenerationRequest& request) {
 
 void writeMarksIn(GenerationRequest& request) {
   if (hasNotedMarks(request)) request.prompt = Markup::prompt(request.prompt, *request.markup);
+}
+
+/// A model that needs a seed gets a fresh one, stored with the job: sending the job again asks for the same picture.
+void giveSeed(const JobQueue& queue, GenerationRequest& request) {
+  if (request.seed) return;
+  const auto fact = queue.ports().models->find(request.model);
+  if (fact && fact->needsSeed) request.seed = QRandomGenerator::global()->bounded(1, largestFreshSeed);
 }
 
 MediaType expectedReference(const JobQueue& queue, const GenerationRequest& request) {
@@ -111,10 +122,11 @@ std::vector<QUuid> enqueueRequests(JobQueue& queue, std::vector<GenerationReques
   // 2. The workspace and the project are there.
   if (!store.hasWorkspace() || (project && !store.project(*project)))
     throw SorvanError(texts::workspaceOrProjectUnavailable());
-  // 3. The payer, and 4. the notes of marks.
+  // 3. The payer, and 4. the notes of marks and the seed.
   for (GenerationRequest& request : requests) {
     followPayer(queue, request);
     writeMarksIn(request);
+    giveSeed(queue, request);
   }
   // 5. Everything is valid before anything is written.
   for (const GenerationRequest& request : requests) validateForEnqueue(queue, request);

@@ -21,6 +21,7 @@ struct ModelFact {
   bool makesSoundOfClip = false;  ///< answers with a clip of which only the sound track is wanted
   bool cutsOut = false;           ///< takes the background away
   bool makesMusic = false;        ///< with `makesSoundOfClip`: music rather than effects
+  bool needsSeed = false;         ///< refuses a request without a seed
   QStringList sizes;              ///< the size keys it can edit at, for cutting a piece around marks
 };
 

@@ -194,13 +194,14 @@ Task<Landing> landAll(JobQueue& queue, std::shared_ptr<const RunFacts> run, std:
 
 }  // namespace
 
-void recordCost(Generation& generation, const GenerationCost& cost) {
+void recordCost(Generation& generation, const std::optional<GenerationCost>& cost) {
   const QJsonDocument document = QJsonDocument::fromJson(generation.parametersJSON);
   if (!document.isObject()) return;
   QJsonObject object = document.object();
-  object.insert(QStringLiteral("cost"), toJson(cost));
+  object.remove(QStringLiteral("cost"));
+  if (cost) object.insert(QStringLiteral("cost"), toJson(*cost));
   generation.parametersJSON = QJsonDocument(object).toJson(QJsonDocument::Indented);
-  generation.estimatedCost = cost.perImageUSD;
+  generation.estimatedCost = cost ? std::optional(cost->perImageUSD) : std::nullopt;
 }
 
 Task<> registerOutputs(JobQueue& queue, std::shared_ptr<const RunFacts> run, std::vector<GeneratedOutput> outputs,

@@ -16,8 +16,8 @@ namespace sorvan::generation {
 Task<> registerOutputs(JobQueue& queue, std::shared_ptr<const RunFacts> run, std::vector<GeneratedOutput> outputs,
                        std::shared_ptr<RunTrace> trace, std::stop_token stop);
 
-/// Adds the cost of an output to a generation's parameters and sets its estimated cost. Parameters that are no JSON
-/// object stay as they were.
-void recordCost(Generation& generation, const GenerationCost& cost);
+/// Adds the cost of an output to a generation's parameters, or takes it out when there is none, and sets its estimated
+/// cost. A generation whose parameters are no JSON object stays as it was.
+void recordCost(Generation& generation, const std::optional<GenerationCost>& cost);
 
 }  // namespace sorvan::generation

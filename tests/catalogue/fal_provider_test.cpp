@@ -311,6 +311,18 @@ TEST_F(FalProviderTest, NotesTheListPriceBeforeItDownloads) {
   EXPECT_EQ(run->updates.back().message, u"Provider completed · downloading result"_s);
 }
 
+TEST_F(FalProviderTest, KeepsWhatTheServiceSaysItBilled) {
+  prices = std::make_shared<FixedPrice>();
+  transport->on("POST", u"queue.fal.run"_s).answers(200, acceptance);
+  transport->on("GET", u"/requests/R"_s)
+      .answers(200, R"({"images":[{"url":"https://v3.fal.media/a.png"}]})", {{"x-fal-billable-units", "3.008"}});
+  transport->on("GET", u"/status"_s).answers(200, R"({"status":"COMPLETED"})");
+  serve(u"fal.media"_s, test::samplePng());
+  const auto outputs = generate(callFor(picture()));
+  ASSERT_TRUE(outputs.at(0).cost);
+  EXPECT_EQ(outputs[0].cost->responseUsageJSON, u"{\"billable_units\":3.008}"_s);
+}
+
 TEST_F(FalProviderTest, TakesAPriceThatFailsAsNone) {
   prices = std::make_shared<FixedPrice>();
   prices->fails = true;

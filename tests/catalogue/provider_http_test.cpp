@@ -32,14 +32,21 @@ TEST(RefusalDetail, NamesTheRefusedFields) {
   EXPECT_EQ(detail(422, R"({"detail":[{"loc":["body","prompt"],"msg":"Field required"},
                                        {"loc":["body"],"msg":"Too big"},
                                        {"loc":["body","loras",0,"path"],"msg":"Bad"}]})"),
-            u"prompt: Field required Too big path: Bad"_s);
+            u"prompt: Field required. Too big. path: Bad."_s);
+}
+
+TEST(RefusalDetail, LeavesOneErrorAsTheServiceWordsIt) {
+  EXPECT_EQ(detail(422, R"({"detail":[{"loc":["body","seed"],"msg":"Input should be a valid integer"}]})"),
+            u"seed: Input should be a valid integer"_s);
+  EXPECT_EQ(detail(422, R"({"detail":[{"loc":["body"],"msg":"Too long!"},{"loc":["body"],"msg":"Too wide."}]})"),
+            u"Too long! Too wide."_s);
 }
 
 TEST(RefusalDetail, NamesAtMostFiveFields) {
   QByteArray errors;
   for (int index = 0; index < 9; ++index) errors += R"({"loc":["body"],"msg":"m"},)";
   errors.chop(1);
-  EXPECT_EQ(detail(422, "{\"detail\":[" + errors + "]}"), u"m m m m m"_s);
+  EXPECT_EQ(detail(422, "{\"detail\":[" + errors + "]}"), u"m. m. m. m. m."_s);
 }
 
 TEST(RefusalDetail, CutsAnEndlessText) {

@@ -269,6 +269,48 @@ TEST(RequestBody, HoldsAPromptOfAHundredThousandCharacters) {
   EXPECT_EQ(requestBody(nanoBanana2(), prompted(prompt)).value(u"prompt"_s).toString(), prompt);
 }
 
+TEST(RequestBody, SendsANamedSizeOfTheAskedShape) {
+  FalModel model = plainModel();
+  model.sizing = SizeByName{u"image_size"_s, {u"landscape_4_3"_s, u"square_hd"_s, u"1280x720"_s, u"auto"_s}};
+  const auto sent = [&](const QString& size) {
+    BodyParts parts = prompted();
+    parts.size = size;
+    return requestBody(model, parts).value(u"image_size"_s).toString();
+  };
+  EXPECT_EQ(sent(u"1024x1024"_s), u"square_hd"_s);
+  EXPECT_EQ(sent(u"1408x1056"_s), u"landscape_4_3"_s);
+  EXPECT_EQ(sent(u"1536x864"_s), u"1280x720"_s);
+  EXPECT_EQ(sent(u"864x1536"_s), u"auto"_s);
+}
+
+TEST(RequestBody, LeavesRatiosThatTheComposerDoesNotKnowToTheService) {
+  FalModel model = plainModel();
+  model.sizing = SizeByAspect{u"aspect_ratio"_s, {u"wide"_s, u"tall"_s}};
+  EXPECT_FALSE(requestBody(model, prompted()).contains(u"aspect_ratio"_s));
+  EXPECT_FALSE(model.option().ratios);
+}
+
+TEST(RequestBody, NeedsTheEndFrameThatTheModelNeeds) {
+  FalModel model = plainModel();
+  model.endImageField = u"last_frame_url"_s;
+  model.endImageRequired = true;
+  EXPECT_EQ(refusal(model, prompted()), u"Acme needs an end frame."_s);
+  BodyParts parts = prompted();
+  parts.endImage = u"https://v3.fal.media/z.png"_s;
+  EXPECT_EQ(requestBody(model, parts).value(u"last_frame_url"_s), QJsonValue(u"https://v3.fal.media/z.png"_s));
+}
+
+TEST(RequestBody, NeedsAsManyPicturesAsTheModel) {
+  FalModel model = plainModel();
+  model.imageInput = ListInput{u"image_urls"_s, true};
+  model.minInputs = 2;
+  BodyParts parts = prompted();
+  parts.inputs = QStringList{u"a"_s};
+  EXPECT_EQ(refusal(model, parts), u"Acme needs at least 2 input images."_s);
+  parts.inputs << u"b"_s;
+  EXPECT_EQ(refusal(model, parts), u"accepted"_s);
+}
+
 TEST(RequestBody, StartsEmptyOnDefaultsThatDoNotParse) {
   FalModel model = plainModel();
   model.defaultsJSON = u"[1,"_s;

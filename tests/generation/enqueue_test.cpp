@@ -40,6 +40,19 @@ TEST(Enqueueing, ABatchWithOneBadRequestCreatesNoJob) {
   EXPECT_TRUE(studio.usage.isEmpty());
 }
 
+TEST(Enqueueing, StoresAFreshSeedForAModelThatNeedsOne) {
+  Studio studio;
+  ModelFact fact;
+  fact.needsSeed = true;
+  studio.facts->facts.insert(promptRequest().model, fact);
+  const GenerationJob row = studio.onDisk(studio.enqueue(promptRequest()));
+  ASSERT_TRUE(row.request()->seed);
+  EXPECT_GT(*row.request()->seed, 0);
+  GenerationRequest chosen = promptRequest();
+  chosen.seed = 7;
+  EXPECT_EQ(studio.onDisk(studio.enqueue(chosen)).request()->seed, 7);
+}
+
 TEST(Enqueueing, NothingDoesNothing) {
   Studio studio;
   EXPECT_TRUE(enqueueRequests(*studio.queue, {}, {}).empty());
