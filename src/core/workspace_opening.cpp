@@ -7,6 +7,7 @@
 
 #include "base/settings.h"
 #include "core/interrupted_jobs.h"
+#include "core/leftover_files.h"
 #include "core/migration.h"
 #include "core/recent_workspaces.h"
 #include "core/texts.h"
@@ -99,11 +100,13 @@ void openWorkspace(LibraryStore& store, const QString& folder, Remember remember
   // 4. to 9. Look before anything is made, then lock, open and mark the folder.
   const WorkspaceFiles files(root);
   refuseUnsafeWorkspace(files);
+  const bool cutOff = wasCutOff(files);
   OpenedWorkspace opened = openLibrary(files);
   // 11. From here on the new workspace is the open one.
   store.install(std::move(opened));
   // 10. It is remembered once it could be read.
   if (remembering == Remember::yes) remember(store, root);
+  if (cutOff) removeLeftovers(store);
   // 12. to 14. What an earlier version or an earlier run left.
   settleOldState(store);
   // 15. The sidecars, and what is no longer true in them.

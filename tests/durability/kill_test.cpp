@@ -151,6 +151,14 @@ TEST(Killed, AfterTheManifestBeforeTheSaveRetryLandsTheRetainedResultWithoutTheN
             calls);
 }
 
+TEST(Killed, WhileAFileIsWrittenTheNextOpeningTakesItsTemporaryFileAway) {
+  Driven driven;
+  EXPECT_TRUE(driven.run(makePicture, u"before rename Inbox/generated/"_qs).killed);
+  EXPECT_EQ(driven.filesBelow(u"Inbox/generated"_qs).filter(u".sorvan-temporary"_qs).size(), 1);
+  expectItemLanded(driven, driven.run(retry));
+  EXPECT_EQ(driven.filesBelow(u"Inbox"_qs).filter(u".sorvan-temporary"_qs), QStringList());
+}
+
 TEST(Killed, AfterTheFileBeforeTheSaveRetryLandsTheRetainedResult) {
   Driven driven;
   EXPECT_TRUE(driven.run(makePicture, u"after rename Inbox/thumbnails/"_qs).killed);
