@@ -14,7 +14,10 @@ namespace sorvan::torture {
 //   run        waits until no job runs or waits
 //   retry      Retry on every failed or cancelled job
 //   submit-again, cancel (the newest active job), rate (the newest item gets "stars")
+//   handle     waits until the newest active job has its remote handle on the disk, or until none is active
 // Throws SorvanError when a command is refused.
+// What the library has acknowledged is appended to the file named by SORVAN_DRIVER_ACKS, if there is one, as one line of
+// JSON: {"did": NAME, "id": what the record is called, …}.
 base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command);
 
 }  // namespace sorvan::torture

@@ -12,7 +12,12 @@ namespace {
 
 QJsonObject jobReport(const core::LibraryStore& store, const core::JobRef& job) {
   const QUuid id = job->id;
+  const auto request = job->request();
+  QJsonArray items;
+  for (const core::AssetRef& asset : store.outputs(id)) items.append(base::uuidText(asset->id));
   return {{QStringLiteral("id"), base::uuidText(id)},
+          {QStringLiteral("prompt"), request ? request->prompt : QString()},
+          {QStringLiteral("items"), items},
           {QStringLiteral("status"), job->status},
           {QStringLiteral("detail"), job->detail},
           {QStringLiteral("error"), job->errorMessage.value_or(QString())},
@@ -27,7 +32,10 @@ QJsonObject jobReport(const core::LibraryStore& store, const core::JobRef& job) 
 QJsonObject itemReport(const core::LibraryStore& store, const core::AssetRef& asset) {
   const QString file = store.fileOf(*asset);
   const bool there = QFile::exists(file);
+  const std::optional<QString>& thumbnail = asset->thumbnailFilePath;
   return {{QStringLiteral("id"), base::uuidText(asset->id)},
+          {QStringLiteral("stars"), asset->rating.value_or(0)},
+          {QStringLiteral("thumbnail"), thumbnail.value_or(QString())},
           {QStringLiteral("path"), asset->localFilePath},
           {QStringLiteral("type"), asset->mediaType},
           {QStringLiteral("exists"), there},

@@ -7,7 +7,7 @@
  *   SORVAN_FAULT_NETWORK  optional: "no" leaves the network's calls alone and uncounted
  *   SORVAN_FAULT_ARMED    optional: a "point" counts only once this file exists
  *   SORVAN_FAULT_STEPS    optional: a file that always holds the number of the last step, as eight bytes
- *   SORVAN_FAULT_JOURNAL  optional: a file to which every file step is appended (see record())
+ *   SORVAN_FAULT_JOURNAL  optional: a file to which every step is appended once it is done (see record())
  *
  * A "middle" kill lets half of a write through; for other calls it is the same as "before".
  */
@@ -24,6 +24,7 @@
 #include <stdlib.h>
 #include <string.h>
 #include <sys/mman.h>
+#include <sys/sendfile.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -98,11 +99,6 @@ static void start(void) {
   shim.ready = 1;
 }
 
-static void die(void) {
-  syscall(SYS_kill, getpid(), SIGKILL);
-  for (;;) pause();
-}
-
 /* The absolute path of a name relative to a folder's descriptor. */
 static void absolute(int folder, const char* name, char* path) {
   if (name[0] == '/') {
@@ -141,16 +137,24 @@ static int is_socket(int descriptor) {
   return shim.ready && !shim.files_only && fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
-/* One line of journal: call, path, second path, offset, length, then the bytes and a newline. */
+/* One line of journal: number of the step, call, path, second path, offset, length, then the bytes and a newline. The
+ * calls "died" and "failed" stand for the end of the process, or a refusal, at the step whose call is the second path. */
 static void record(const char* call, const char* path, const char* other, int64_t offset, const void* bytes,
                    size_t length) {
   if (shim.journal < 0) return;
   char head[2 * PATH_MAX + 128];
-  const int size = snprintf(head, sizeof head, "%s\t%s\t%s\t%lld\t%zu\n", call, path, other ? other : "",
-                            (long long)offset, length);
+  const int size = snprintf(head, sizeof head, "%llu\t%s\t%s\t%s\t%lld\t%zu\n",
+                            (unsigned long long)*shim.counter, call, path, other ? other : "", (long long)offset,
+                            length);
   const char newline = '\n';
   const struct iovec parts[3] = {{head, (size_t)size}, {(void*)bytes, bytes ? length : 0}, {(void*)&newline, 1}};
   syscall(SYS_writev, shim.journal, parts, 3);
+}
+
+static void die(const char* call, const char* path) {
+  record("died", path, call, 0, NULL, 0);
+  syscall(SYS_kill, getpid(), SIGKILL);
+  for (;;) pause();
 }
 
 static int armed(void) {
@@ -174,19 +178,20 @@ static struct step enter(const char* call, const char* path) {
   struct step step = {0, 0, 0};
   pthread_mutex_lock(&lock);
   step.number = ++*shim.counter;
-  if (shim.mode == mode_kill_before && step.number == shim.step) die();
-  if (at_point("before", call, path)) die();
+  if (shim.mode == mode_kill_before && step.number == shim.step) die(call, path);
+  if (at_point("before", call, path)) die(call, path);
   if (shim.mode == mode_kill_middle && step.number == shim.step) step.middle = 1;
   if ((shim.mode == mode_fail && step.number == shim.step) ||
       (shim.mode == mode_fail_from && step.number >= shim.step))
     step.error = shim.error;
+  if (step.error) record("failed", path, call, 0, NULL, 0);
   return step;
 }
 
 /* Journals a step that succeeded, and ends the process if it is to end after it. */
 static void leave(struct step step, const char* call, const char* path) {
-  if (shim.mode == mode_kill_after && step.number == shim.step) die();
-  if (at_point("after", call, path)) die();
+  if (shim.mode == mode_kill_after && step.number == shim.step) die(call, path);
+  if (at_point("after", call, path)) die(call, path);
   pthread_mutex_unlock(&lock);
 }
 
@@ -198,7 +203,7 @@ static int refuse(struct step step) {
 
 #define FILE_STEP(CALL, PATH, OTHER, DOIT)                      \
   struct step step = enter(CALL, PATH);                         \
-  if (step.middle) die();                                       \
+  if (step.middle) die(CALL, PATH);                             \
   if (step.error) return refuse(step);                          \
   const int result = DOIT;                                      \
   const int kept = errno;                                       \
@@ -245,11 +250,14 @@ static ssize_t written(int descriptor, const void* bytes, size_t length, off_t o
                                     : (ssize_t)syscall(SYS_write, descriptor, bytes, allowed);
   const int kept = errno;
   if (result > 0) record("write", path, NULL, place, bytes, (size_t)result);
-  if (step.middle) die();
+  if (step.middle) die("write", path);
   leave(step, "write", path);
   errno = kept;
   return result;
 }
+
+static int is_internet(int descriptor);
+static ssize_t sent(int descriptor, const void* bytes, size_t length);
 
 static int counts_descriptor(int descriptor) {
   pthread_once(&once, start);
@@ -261,6 +269,7 @@ static int counts_descriptor(int descriptor) {
 
 ssize_t write(int descriptor, const void* bytes, size_t length) {
   if (counts_descriptor(descriptor)) return written(descriptor, bytes, length, 0, 0);
+  if (is_internet(descriptor)) return sent(descriptor, bytes, length);
   return (ssize_t)syscall(SYS_write, descriptor, bytes, length);
 }
 ssize_t pwrite(int descriptor, const void* bytes, size_t length, off_t offset) {
@@ -299,7 +308,7 @@ int ftruncate(int descriptor, off_t length) {
   path_of(descriptor, path);
   if (!counts(path)) return (int)syscall(SYS_ftruncate, descriptor, length);
   struct step step = enter("truncate", path);
-  if (step.middle) die();
+  if (step.middle) die("truncate", path);
   if (step.error) return refuse(step);
   const int result = (int)syscall(SYS_ftruncate, descriptor, length);
   if (result == 0) record("truncate", path, NULL, length, NULL, 0);
@@ -308,13 +317,87 @@ int ftruncate(int descriptor, off_t length) {
 }
 int ftruncate64(int descriptor, off64_t length) { return ftruncate(descriptor, length); }
 
+/* Room that is made beyond the end of a file is a longer file; any other room changes nothing that is read back. */
+int fallocate(int descriptor, int mode, off_t offset, off_t length) {
+  char path[PATH_MAX];
+  path_of(descriptor, path);
+  if (!counts(path)) return (int)syscall(SYS_fallocate, descriptor, mode, offset, length);
+  struct step step = enter("allocate", path);
+  if (step.middle) die("allocate", path);
+  if (step.error) return refuse(step);
+  const int result = (int)syscall(SYS_fallocate, descriptor, mode, offset, length);
+  const int kept = errno;
+  struct stat status;
+  if (result == 0 && fstat(descriptor, &status) == 0) record("truncate", path, NULL, status.st_size, NULL, 0);
+  leave(step, "allocate", path);
+  errno = kept;
+  return result;
+}
+int fallocate64(int descriptor, int mode, off64_t offset, off64_t length) {
+  return fallocate(descriptor, mode, offset, length);
+}
+/* This one answers its error instead of leaving it in errno. */
+int posix_fallocate(int descriptor, off_t offset, off_t length) {
+  return fallocate(descriptor, 0, offset, length) == 0 ? 0 : errno;
+}
+int posix_fallocate64(int descriptor, off64_t offset, off64_t length) {
+  return posix_fallocate(descriptor, offset, length);
+}
+
+/* Journals bytes that the kernel copied into a file, as if they had been written. */
+static void record_copied(const char* path, off_t offset, size_t length) {
+  if (shim.journal < 0 || length == 0) return;
+  char* bytes = malloc(length);
+  if (!bytes) abort();
+  const int reader = (int)syscall(SYS_openat, AT_FDCWD, path, O_RDONLY | O_CLOEXEC, 0);
+  const ssize_t taken = reader < 0 ? -1 : (ssize_t)syscall(SYS_pread64, reader, bytes, length, offset);
+  if (taken > 0) record("write", path, NULL, offset, bytes, (size_t)taken);
+  if (reader >= 0) syscall(SYS_close, reader);
+  free(bytes);
+}
+
+ssize_t copy_file_range(int from, off64_t* from_offset, int to, off64_t* to_offset, size_t length, unsigned int flags) {
+  char path[PATH_MAX];
+  path_of(to, path);
+  if (!counts(path)) return (ssize_t)syscall(SYS_copy_file_range, from, from_offset, to, to_offset, length, flags);
+  struct step step = enter("write", path);
+  if (step.error) return refuse(step);
+  const off_t place = to_offset ? *to_offset : lseek(to, 0, SEEK_CUR);
+  const size_t allowed = step.middle ? length / 2 : length;
+  const ssize_t result =
+      (ssize_t)syscall(SYS_copy_file_range, from, from_offset, to, to_offset, allowed, flags);
+  const int kept = errno;
+  if (result > 0) record_copied(path, place, (size_t)result);
+  if (step.middle) die("write", path);
+  leave(step, "write", path);
+  errno = kept;
+  return result;
+}
+
+ssize_t sendfile(int to, int from, off_t* offset, size_t length) {
+  char path[PATH_MAX];
+  path_of(to, path);
+  if (!counts(path)) return (ssize_t)syscall(SYS_sendfile, to, from, offset, length);
+  struct step step = enter("write", path);
+  if (step.error) return refuse(step);
+  const off_t place = lseek(to, 0, SEEK_CUR);
+  const ssize_t result = (ssize_t)syscall(SYS_sendfile, to, from, offset, step.middle ? length / 2 : length);
+  const int kept = errno;
+  if (result > 0) record_copied(path, place, (size_t)result);
+  if (step.middle) die("write", path);
+  leave(step, "write", path);
+  errno = kept;
+  return result;
+}
+ssize_t sendfile64(int to, int from, off64_t* offset, size_t length) { return sendfile(to, from, offset, length); }
+
 int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned int flags) {
   char source[PATH_MAX], path[PATH_MAX];
   absolute(from_folder, from, source);
   absolute(to_folder, to, path);
   if (!counts(path)) return (int)syscall(SYS_renameat2, from_folder, from, to_folder, to, flags);
   struct step step = enter("rename", path);
-  if (step.middle) die();
+  if (step.middle) die("rename", path);
   if (step.error) return refuse(step);
   const int result = (int)syscall(SYS_renameat2, from_folder, from, to_folder, to, flags);
   const int kept = errno;
@@ -357,11 +440,12 @@ int mkdir(const char* name, mode_t mode) { return mkdirat(AT_FDCWD, name, mode);
 
 #define NETWORK_STEP(CALL, DOIT)                   \
   struct step step = enter(CALL, "");              \
-  if (step.middle) die();                          \
+  if (step.middle) die(CALL, "");                  \
   if (step.error) step.error = ECONNRESET;         \
   if (step.error) return refuse(step);             \
   const __typeof__(DOIT) result = DOIT;            \
   const int kept = errno;                          \
+  record(CALL, "", NULL, 0, NULL, 0);              \
   leave(step, CALL, "");                           \
   errno = kept;                                    \
   return result
@@ -378,6 +462,10 @@ static int is_internet(int descriptor) {
   return is_socket(descriptor) && getsockname(descriptor, (struct sockaddr*)&address, &length) == 0 &&
          (address.ss_family == AF_INET || address.ss_family == AF_INET6);
 }
+/* The program's network library writes to its sockets as to files. */
+static ssize_t sent(int descriptor, const void* bytes, size_t length) {
+  NETWORK_STEP("send", (ssize_t)syscall(SYS_write, descriptor, bytes, length));
+}
 ssize_t send(int descriptor, const void* bytes, size_t length, int flags) {
   if (!is_internet(descriptor)) return REAL(send)(descriptor, bytes, length, flags);
   NETWORK_STEP("send", REAL(send)(descriptor, bytes, length, flags));
@@ -385,4 +473,25 @@ ssize_t send(int descriptor, const void* bytes, size_t length, int flags) {
 ssize_t sendmsg(int descriptor, const struct msghdr* message, int flags) {
   if (!is_internet(descriptor)) return REAL(sendmsg)(descriptor, message, flags);
   NETWORK_STEP("send", REAL(sendmsg)(descriptor, message, flags));
+}
+
+/* Only a read that finds something is a step: a socket that has nothing yet is asked again and again. */
+static int has_arrived(int descriptor) {
+  char byte;
+  return syscall(SYS_recvfrom, descriptor, &byte, 1, MSG_PEEK | MSG_DONTWAIT, NULL, NULL) >= 0;
+}
+static int counts_arrival(int descriptor) { return is_internet(descriptor) && has_arrived(descriptor); }
+
+ssize_t recv(int descriptor, void* bytes, size_t length, int flags) {
+  if ((flags & MSG_PEEK) || !counts_arrival(descriptor))
+    return (ssize_t)syscall(SYS_recvfrom, descriptor, bytes, length, flags, NULL, NULL);
+  NETWORK_STEP("recv", (ssize_t)syscall(SYS_recvfrom, descriptor, bytes, length, flags, NULL, NULL));
+}
+ssize_t recvmsg(int descriptor, struct msghdr* message, int flags) {
+  if ((flags & MSG_PEEK) || !counts_arrival(descriptor)) return REAL(recvmsg)(descriptor, message, flags);
+  NETWORK_STEP("recv", REAL(recvmsg)(descriptor, message, flags));
+}
+ssize_t read(int descriptor, void* bytes, size_t length) {
+  if (!counts_arrival(descriptor)) return (ssize_t)syscall(SYS_read, descriptor, bytes, length);
+  NETWORK_STEP("recv", (ssize_t)syscall(SYS_read, descriptor, bytes, length));
 }

@@ -12,6 +12,30 @@
 namespace sorvan::torture {
 namespace {
 
+// The network with little patience, so that a connection that says nothing more does not set the pace of a trial either.
+class HastyTransport final : public platform::HttpTransport {
+ public:
+  explicit HastyTransport(std::shared_ptr<platform::HttpTransport> behind) : transport(std::move(behind)) {}
+
+  base::Task<platform::HttpReply> send(platform::HttpRequest request, std::stop_token stop) override {
+    return transport->send(hasty(std::move(request)), std::move(stop));
+  }
+  base::Task<platform::PostOutcome> postOnce(platform::HttpRequest request, std::stop_token stop) override {
+    return transport->postOnce(hasty(std::move(request)), std::move(stop));
+  }
+  base::Task<platform::HttpReply> download(platform::HttpRequest request, QString path, std::stop_token stop) override {
+    return transport->download(hasty(std::move(request)), std::move(path), std::move(stop));
+  }
+
+ private:
+  static platform::HttpRequest hasty(platform::HttpRequest request) {
+    request.idleTimeout = std::min<std::chrono::milliseconds>(request.idleTimeout, std::chrono::seconds(8));
+    return request;
+  }
+
+  std::shared_ptr<platform::HttpTransport> transport;
+};
+
 // A model that edits the pictures it is given, so that trials have something to upload.
 catalogue::FalModel editModel() {
   catalogue::FalModel model;
@@ -27,11 +51,23 @@ catalogue::FalModel editModel() {
   return model;
 }
 
+// A model that makes clips, which the catalogue has only once somebody looked for one.
+catalogue::FalModel clipModel() {
+  catalogue::FalModel model;
+  model.id = QStringLiteral("bytedance/seedance-2.5/text-to-video");
+  model.name = QStringLiteral("Seedance 2.5");
+  model.category = QStringLiteral("text-to-video");
+  model.output = core::MediaType::video;
+  model.hasSeed = true;
+  return model;
+}
+
 generation::GenerationPorts portsFor(const std::shared_ptr<platform::HttpTransport>& transport,
                                      const std::shared_ptr<base::Settings>& settings,
                                      const std::shared_ptr<base::Clock>& clock, const std::optional<QString>& key) {
   auto catalog = std::make_shared<catalogue::FalCatalog>(settings);
   catalog->add(editModel());
+  catalog->add(clipModel());
   auto fal = std::make_shared<catalogue::FalProvider>(catalogue::FalServices{transport, catalog, clock, nullptr});
   generation::GenerationPorts ports;
   ports.providerResolver = [fal](core::ProviderID id) -> std::shared_ptr<generation::GenerationProvider> {
@@ -56,7 +92,7 @@ base::Task<> HastyClock::sleep(std::chrono::milliseconds duration, std::stop_tok
 HeadlessStudio::HeadlessStudio() {
   const std::optional<platform::ServiceConfiguration> service = platform::serviceConfigurationFromEnvironment();
   if (!service) throw base::SorvanError(QStringLiteral("SORVAN_SERVICE names no service."));
-  transport = std::make_shared<platform::HttpClient>(service);
+  transport = std::make_shared<HastyTransport>(std::make_shared<platform::HttpClient>(service));
   auto settings = std::make_shared<base::Settings>();
   auto clock = std::make_shared<HastyClock>();
   store = std::make_unique<core::LibraryStore>(
