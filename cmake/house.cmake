@@ -10,7 +10,7 @@ option(BUILD_TESTING "Build the tests" ON)
 set(SORVAN_SANITIZE "" CACHE STRING "Sanitizers, joined by commas: address,undefined or thread")
 option(SORVAN_COVERAGE "Instrument for coverage" OFF)
 option(SORVAN_FUZZ "Build the fuzz targets with libFuzzer" OFF)
-option(SORVAN_PLANTED_BUGS "Build the switchable bugs that prove the torture harness; never for a release" OFF)
+option(SORVAN_PLANTED_DRIVER "Build a second torture driver with switchable bugs; no other target ever has them" ON)
 option(SORVAN_WERROR "Treat warnings as errors" ON)
 
 find_program(CCACHE_PROGRAM ccache)
@@ -48,7 +48,6 @@ target_compile_options(sorvan_house INTERFACE
 target_compile_definitions(sorvan_house INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS
   SORVAN_VERSION="${PROJECT_VERSION}")
-target_compile_definitions(sorvan_house INTERFACE $<$<BOOL:${SORVAN_PLANTED_BUGS}>:SORVAN_PLANTED_BUGS=1>)
 if(SORVAN_SANITIZE)
   add_compile_options(-fsanitize=${SORVAN_SANITIZE} -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${SORVAN_SANITIZE})

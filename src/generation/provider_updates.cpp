@@ -1,3 +1,4 @@
+#include "base/planted_bug.h"
 #include "generation/job_runner.h"
 #include "generation/remote_cancel.h"
 #include "generation/result_recovery.h"
@@ -90,6 +91,7 @@ void applyUpdate(JobQueue& queue, const QUuid& id, const ProviderUpdate& update)
   if (charged) store.record(chargeNote(queue, *job, *request, *update.charge));
   // 4. The remote identifier, and 5. the handle.
   const Stored stored = storeRemoteIdentity(store, job, update);
+  if (update.handle && planted("commits-swapped")) forgetSubmissionMarker(store, id);
   // 6. On disk before the provider goes on.
   if (charged || stored.anything)
     saveOrKeep(store, job);

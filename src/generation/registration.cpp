@@ -7,6 +7,7 @@
 
 #include "base/ids.h"
 #include "base/json.h"
+#include "base/planted_bug.h"
 #include "generation/generation_request.h"
 #include "generation/output_work.h"
 #include "generation/registration_words.h"
@@ -99,6 +100,12 @@ void completeJob(LibraryStore& store, const JobRef& record, const Landing& landi
   job.detail = savedDetail(summary);
 }
 
+/// The same outputs under ids of their own.
+[[maybe_unused]] Landing again(Landing landing) {
+  for (LandedOutput& output : landing.outputs) output.asset = newUuid();
+  return landing;
+}
+
 /// The one block without a pause: records, project, job, save, registration.
 NewRecords commit(JobQueue& queue, const RunFacts& run, const Landing& landing) {
   LibraryStore& store = queue.store();
@@ -110,6 +117,7 @@ NewRecords commit(JobQueue& queue, const RunFacts& run, const Landing& landing) 
     const bool hasProject = job->projectID && store.project(*job->projectID);
     const std::optional<QUuid> project = hasProject ? job->projectID : std::nullopt;
     records = insertRecords(queue, run, *job, landing, project);
+    if (planted("register-twice")) insertRecords(queue, run, *job, again(landing), project);
     // 1. The project.
     if (project) touchProject(store, *project, records);
     // 2. The job.
