@@ -1,0 +1,270 @@
+#include "torture/invariants.h"
+
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonDocument>
+
+namespace sorvan::torture {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class Judge {
+ public:
+  explicit Judge(const Evidence& evidence) : seen(evidence) {
+    for (const QJsonValue& item : seen.report.value(u"items"_s).toArray()) items.append(item.toObject());
+    for (const QJsonValue& job : seen.report.value(u"jobs"_s).toArray()) jobs.append(job.toObject());
+  }
+
+  void purchases();
+  void acknowledged();
+  void results();
+  void files();
+  void database();
+  void sidecars();
+  void untouched();
+  void temporaryFiles();
+  void secondRecovery();
+  void posts();
+  void secret();
+  void rest();
+
+  Verdict verdict;
+
+ private:
+  void violated(const char* invariant, const QString& what) {
+    verdict.violations.push_back({QString::fromLatin1(invariant), what});
+  }
+  QJsonObject jobOf(const QString& prompt) const;
+  QJsonObject item(const QString& id) const;
+  void result(const Purchase& purchase);
+
+  const Evidence& seen;
+  QList<QJsonObject> items;
+  QList<QJsonObject> jobs;
+};
+
+QJsonObject Judge::jobOf(const QString& prompt) const {
+  for (const QJsonObject& job : jobs)
+    if (job.value(u"prompt"_s).toString() == prompt) return job;
+  return {};
+}
+
+QJsonObject Judge::item(const QString& id) const {
+  for (const QJsonObject& item : items)
+    if (item.value(u"id"_s).toString() == id) return item;
+  return {};
+}
+
+void Judge::purchases() {
+  QHash<QString, int> bought;
+  for (const Purchase& purchase : seen.purchases) {
+    if (jobOf(purchase.prompt).isEmpty()) violated("I1", u"a purchase without a row: "_s + purchase.prompt);
+    if (!purchase.cancelled && ++bought[purchase.prompt] == 2) violated("I1", u"bought twice: "_s + purchase.prompt);
+  }
+}
+
+void Judge::acknowledged() {
+  QHash<QString, int> stars;
+  for (const QJsonObject& promise : seen.acknowledged) {
+    const QString did = promise.value(u"did"_s).toString();
+    const QString id = promise.value(u"id"_s).toString();
+    const auto isIt = [&id](const QJsonObject& job) { return job.value(u"id"_s).toString() == id; };
+    if (did == u"enqueue"_s && std::none_of(jobs.begin(), jobs.end(), isIt))
+      violated("I2", u"an acknowledged order is gone: "_s + promise.value(u"prompt"_s).toString());
+    if (did == u"place"_s && item(id).value(u"actualChecksum"_s) != promise.value(u"checksum"_s))
+      violated("I2", u"a placed picture is gone: "_s + id);
+    if (did == u"rate"_s) stars[id] = promise.value(u"stars"_s).toInt();
+  }
+  // A later rating may have reached the disk without its acknowledgement, an earlier one may not come back.
+  for (auto rated = stars.begin(); rated != stars.end(); ++rated)
+    if (item(rated.key()).value(u"stars"_s).toInt() < rated.value()) violated("I2", u"a rating is gone: "_s + rated.key());
+}
+
+void Judge::result(const Purchase& purchase) {
+  const QJsonObject job = jobOf(purchase.prompt);
+  if (purchase.cancelled || job.isEmpty() || job.value(u"unknown"_s).toBool()) return;
+  const QJsonArray made = job.value(u"items"_s).toArray();
+  if (made.size() != purchase.checksums.size())
+    violated("I3", u"%1 of %2 results of “%3”: %4"_s.arg(QString::number(made.size()),
+                                                          QString::number(purchase.checksums.size()), purchase.prompt,
+                                                          job.value(u"error"_s).toString()));
+  for (const QString& checksum : purchase.checksums) {
+    const auto holds = [&](const QJsonObject& item) { return item.value(u"actualChecksum"_s).toString() == checksum; };
+    const auto times = std::count_if(items.begin(), items.end(), holds);
+    if (times != 1) violated("I3", u"a result of “%1” stands %2 times"_s.arg(purchase.prompt).arg(times));
+  }
+}
+
+void Judge::results() {
+  for (const Purchase& purchase : seen.purchases) result(purchase);
+}
+
+void Judge::files() {
+  QSet<QString> owned;
+  QSet<QString> checksums;
+  for (const QJsonObject& item : items) {
+    owned << item.value(u"path"_s).toString() << item.value(u"thumbnail"_s).toString();
+    checksums << item.value(u"actualChecksum"_s).toString();
+    if (!item.value(u"exists"_s).toBool()) violated("I4", u"a record names a missing file: "_s + item.value(u"path"_s).toString());
+    if (item.value(u"checksum"_s) != item.value(u"actualChecksum"_s))
+      violated("I4", u"a file is not what its record says: "_s + item.value(u"path"_s).toString());
+    const QString thumbnail = item.value(u"thumbnail"_s).toString();
+    if (!thumbnail.isEmpty() && QImage(seen.grounds.workspace() + u'/' + thumbnail).isNull())
+      violated("I4", u"a record names a thumbnail that is missing or damaged: "_s + thumbnail);
+  }
+  // A second copy of bytes that an item holds may stay behind; bytes that only stand there may not.
+  for (auto file = seen.after.begin(); file != seen.after.end(); ++file)
+    if (file.key().contains(u"/generated/"_s) && !owned.contains(file.key()) &&
+        !checksums.contains(QString::fromLatin1(file.value())))
+      violated("I4", u"bytes that no record names: "_s + file.key());
+  for (const QJsonObject& job : jobs)
+    if (job.value(u"status"_s).toString() == u"complete"_s && job.value(u"recoveryFolder"_s).toBool())
+      violated("I4", u"a finished job still has its recovery folder"_s);
+}
+
+QString integrityOf(const QString& file) {
+  sqlite3* database = nullptr;
+  QString answer = u"it does not open"_s;
+  if (sqlite3_open_v2(QFile::encodeName(file).constData(), &database, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK)
+    sqlite3_exec(
+        database, "PRAGMA integrity_check",
+        [](void* text, int, char** values, char**) {
+          *static_cast<QString*>(text) = QString::fromUtf8(values[0]);
+          return 0;
+        },
+        &answer, nullptr);
+  sqlite3_close(database);
+  return answer;
+}
+
+void Judge::database() {
+  const QString answer = integrityOf(seen.grounds.workspace() + u"/.sorvan/library.store"_s);
+  if (answer != u"ok"_s) violated("I5", answer);
+}
+
+bool parses(const QString& path) {
+  QFile file(path);
+  QJsonParseError problem;
+  if (!file.open(QFile::ReadOnly)) return false;
+  QJsonDocument::fromJson(file.readAll(), &problem);
+  return problem.error == QJsonParseError::NoError;
+}
+
+void Judge::sidecars() {
+  for (auto file = seen.after.begin(); file != seen.after.end(); ++file) {
+    if (!file.key().startsWith(u".sorvan/"_s) || !file.key().contains(u".json"_s)) continue;
+    const bool asItWas = seen.before.value(file.key()) == file.value();
+    if (!asItWas && !parses(seen.grounds.workspace() + u'/' + file.key()))
+      violated("I6", u"a sidecar is damaged: "_s + file.key());
+  }
+  for (auto file = seen.before.begin(); file != seen.before.end(); ++file)
+    if (file.key() == u".sorvan/charges.json"_s && seen.after.value(file.key()) != file.value())
+      violated("I6", u"an unreadable sidecar was not left as it was: "_s + file.key());
+}
+
+void Judge::untouched() {
+  for (auto file = seen.before.begin(); file != seen.before.end(); ++file)
+    if (!file.key().startsWith(u".sorvan/"_s) && seen.after.value(file.key()) != file.value())
+      violated("I7", u"a file of the library is not as it was: "_s + file.key());
+  const Files outside = filesBelow(seen.grounds.outside());
+  if (outside.size() != 1 || outside.begin().key() != u"of-somebody-else.png"_s)
+    violated("I7", u"something outside the workspace was touched"_s);
+}
+
+void Judge::temporaryFiles() {
+  for (const QString& path : seen.after.keys()) {
+    const QString name = path.section(u'/', -1);
+    const bool temporary = name.endsWith(u".sorvan-temporary"_s) || name.endsWith(u".part"_s) ||
+                           name.endsWith(u".tmp"_s) || name.endsWith(u"-journal"_s);
+    if (temporary) violated("I8", u"a temporary file remains: "_s + path);
+  }
+  for (const QString& path : filesBelow(seen.grounds.home()).keys())
+    if (path.contains(u"sorvan"_s) && path.contains(u"tmp/"_s)) violated("I8", u"a temporary file remains: "_s + path);
+}
+
+void Judge::secondRecovery() {
+  if (seen.after != seen.second) {
+    for (const QString& path : QSet<QString>(seen.after.keyBegin(), seen.after.keyEnd()) +
+                                   QSet<QString>(seen.second.keyBegin(), seen.second.keyEnd()))
+      if (seen.after.value(path) != seen.second.value(path)) violated("I9", u"another start changed "_s + path);
+  }
+  for (const QString& part : {u"jobs"_s, u"items"_s})
+    if (seen.report.value(part) != seen.secondReport.value(part))
+      violated("I9", u"another start changed the "_s + part);
+}
+
+void Judge::posts() {
+  if (seen.mostPosts > 1) violated("I10", u"%1 POSTs of one attempt"_s.arg(seen.mostPosts));
+}
+
+void Judge::secret() {
+  for (const QString& folder : {seen.grounds.workspace(), seen.grounds.home()}) {
+    for (const QString& path : filesBelow(folder).keys()) {
+      QFile file(folder + u'/' + path);
+      if (file.open(QFile::ReadOnly) && file.readAll().contains(seen.secret))
+        violated("I11", u"the key stands in "_s + path);
+    }
+  }
+  for (const QString& name : {u"library.store"_s, u"library.store-wal"_s}) {
+    QFile file(seen.grounds.workspace() + u"/.sorvan/"_s + name);
+    if (file.open(QFile::ReadOnly) && file.readAll().contains(seen.secret)) violated("I11", u"the key stands in "_s + name);
+  }
+  if (seen.secretShownElsewhere) violated("I11", u"the key was shown to a foreign host"_s);
+}
+
+void Judge::rest() {
+  for (const QString& run : seen.unended) violated("I13", run);
+  if (seen.report.isEmpty()) violated("I13", u"the library does not open"_s);
+  if (seen.report.contains(u"refused"_s)) violated("I13", u"refused: "_s + seen.report.value(u"refused"_s).toString());
+  for (const QJsonObject& job : jobs) {
+    const bool unknown = job.value(u"unknown"_s).toBool();
+    verdict.unknownSubmissions += unknown ? 1 : 0;
+    if (!unknown && job.value(u"status"_s).toString() != u"complete"_s)
+      violated("I13", u"“%1” stays %2: %3"_s.arg(job.value(u"prompt"_s).toString(), job.value(u"status"_s).toString(),
+                                                 job.value(u"error"_s).toString()));
+  }
+}
+
+}  // namespace
+
+const std::vector<InvariantName>& invariantNames() {
+  static const std::vector<InvariantName> names{
+      {"I1", "at most one purchase a job, and each has its row"},
+      {"I2", "what was acknowledged is still there"},
+      {"I3", "a purchase leads to its item, once, with the bytes that the service made"},
+      {"I4", "no record names a missing file, and no paid bytes lie about without one"},
+      {"I5", "the database is sound"},
+      {"I6", "every sidecar reads, and an unreadable one is byte for byte what it was"},
+      {"I7", "nothing that a record owns is gone, and nothing outside was touched"},
+      {"I8", "no temporary file remains"},
+      {"I9", "a second recovery changes nothing"},
+      {"I10", "at most one POST an attempt"},
+      {"I11", "the key is found nowhere, and shown to nobody else"},
+      {"I12", "credits: reserved = charged + returned + open"},
+      {"I13", "once faults stop, every job comes to rest"},
+  };
+  return names;
+}
+
+Verdict judge(const Evidence& evidence) {
+  Judge judge(evidence);
+  judge.purchases();
+  judge.acknowledged();
+  judge.results();
+  judge.files();
+  judge.database();
+  judge.sidecars();
+  judge.untouched();
+  judge.temporaryFiles();
+  judge.secondRecovery();
+  judge.posts();
+  judge.secret();
+  judge.rest();
+  return judge.verdict;
+}
+
+}  // namespace sorvan::torture

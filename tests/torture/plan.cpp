@@ -1,0 +1,126 @@
+#include "torture/plan.h"
+
+#include <QHash>
+#include <QSet>
+#include <random>
+
+namespace sorvan::torture {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+using Chance = std::mt19937_64;
+
+bool isOfTheNetwork(const QString& call) { return call == u"connect"_s || call == u"send"_s || call == u"recv"_s; }
+
+// One step for each different place, chosen by the seed among those that are the same.
+std::vector<Counted> oneForEachPlace(const std::vector<Counted>& steps, Chance& chance) {
+  QHash<QString, std::vector<Counted>> places;
+  QStringList order;
+  for (const Counted& step : steps) {
+    if (!places.contains(step.place)) order.append(step.place);
+    places[step.place].push_back(step);
+  }
+  std::vector<Counted> chosen;
+  for (const QString& place : std::as_const(order)) {
+    const std::vector<Counted>& same = places[place];
+    chosen.push_back(same[std::uniform_int_distribution<std::size_t>(0, same.size() - 1)(chance)]);
+  }
+  return chosen;
+}
+
+QString wayOfKilling(const QString& call, quint64 turn) {
+  static const QStringList writing{u"before"_s, u"middle"_s, u"after"_s};
+  static const QStringList other{u"before"_s, u"after"_s};
+  const QStringList& ways = call == u"write"_s ? writing : other;
+  return ways[static_cast<qsizetype>(turn % static_cast<quint64>(ways.size()))];
+}
+
+// What stands on the wire or in the proxy, at any call.
+const QStringList& faultsOfAnyCall() {
+  static const QStringList names{
+      u"refuse"_s,        u"close"_s,       u"break-tls"_s,          u"untrusted"_s,
+      u"drop"_s,          u"cut-status-line"_s, u"close-before-reading"_s, u"cut-with-length"_s,
+      u"cut-without-length"_s, u"twice"_s,   u"server-error"_s,       u"bad-gateway"_s,
+      u"unavailable"_s,   u"garbage"_s,     u"empty"_s,              u"redirect"_s,
+      u"unauthorized"_s,  u"locked"_s,      u"not-found"_s,          u"gone"_s,
+      u"conflict"_s,      u"invalid"_s,     u"rate-limited"_s,       u"slow"_s};
+  return names;
+}
+
+QStringList faultsOf(const QString& call) {
+  QStringList names = faultsOfAnyCall();
+  if (call == u"submit"_s) names << u"no-handle"_s << u"elsewhere"_s;
+  if (call == u"status"_s) names << u"backwards"_s << u"unknown-state"_s << u"job-error"_s << u"elsewhere"_s;
+  if (call == u"result"_s) names << u"elsewhere"_s;
+  if (call == u"download"_s) names << u"wrong-media"_s;
+  return names;
+}
+
+Planned planned(const Scenario& scenario, FaultKind kind) {
+  Planned trial;
+  trial.scenario = &scenario;
+  trial.fault.kind = kind;
+  return trial;
+}
+
+Planned atService(const Scenario& scenario, FaultKind kind, const QString& call, const QString& name) {
+  Planned trial = planned(scenario, kind);
+  trial.fault.call = call;
+  trial.fault.name = name;
+  if (name == u"slow"_s) trial.fault.more.insert(u"bytesPerSecond"_s, 200'000);
+  return trial;
+}
+
+}  // namespace
+
+std::vector<Counted> countedSteps(const std::vector<Step>& steps, const QString& workspace) {
+  std::vector<Counted> counted;
+  for (const Step& step : steps) counted.push_back({step.number, step.call, placeOf(step.call, step.path, workspace)});
+  return counted;
+}
+
+std::vector<Planned> killWalk(const Scenario& scenario, const std::vector<Counted>& steps, Thoroughness thoroughness,
+                              unsigned cuts, quint64 seed) {
+  Chance chance(seed);
+  std::vector<Planned> walk;
+  const std::vector<Counted> chosen =
+      thoroughness == Thoroughness::places ? oneForEachPlace(steps, chance) : steps;
+  for (const Counted& step : chosen) {
+    Planned trial = planned(scenario, FaultKind::kill);
+    trial.fault.shim = u"kill %1 %2"_s.arg(wayOfKilling(step.call, walk.size() + seed)).arg(step.number);
+    trial.fault.cuts = cuts > 0 && (walk.size() + seed) % cuts == 0;
+    trial.fault.seed = chance();
+    trial.place = step.place;
+    walk.push_back(trial);
+  }
+  return walk;
+}
+
+std::vector<Planned> failWalk(const Scenario& scenario, const std::vector<Counted>& steps, quint64 seed) {
+  static const QStringList errors{u"ENOSPC"_s, u"EIO"_s, u"EDQUOT"_s, u"EROFS"_s};
+  Chance chance(seed);
+  std::vector<Planned> walk;
+  for (const Counted& step : oneForEachPlace(steps, chance)) {
+    Planned trial = planned(scenario, FaultKind::fail);
+    const QString error = errors[static_cast<qsizetype>((walk.size() + seed) % 4)];
+    const bool forGood = (walk.size() + seed) % 3 == 0 && !isOfTheNetwork(step.call);
+    trial.fault.shim = u"%1 %2 %3"_s.arg(forGood ? u"failfrom"_s : u"fail"_s).arg(step.number).arg(error);
+    walk.push_back(trial);
+  }
+  return walk;
+}
+
+std::vector<Planned> serviceFaults(const Scenario& scenario, const QString& call) {
+  std::vector<Planned> trials;
+  for (const QString& name : faultsOf(call)) trials.push_back(atService(scenario, FaultKind::service, call, name));
+  for (const QString& at : {u"head"_s, u"before"_s, u"after"_s}) {
+    Planned trial = atService(scenario, FaultKind::held, call, u"hold"_s);
+    trial.fault.more.insert(u"at"_s, at);
+    trials.push_back(trial);
+  }
+  trials.push_back(atService(scenario, FaultKind::held, call, u"stall"_s));
+  return trials;
+}
+
+}  // namespace sorvan::torture
