@@ -10,10 +10,6 @@
 
 #include <memory>
 
-// The library that encodes HEVC keeps a few blocks to itself at exit.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libx265"; }
-
 namespace sorvan::test {
 namespace {
 
