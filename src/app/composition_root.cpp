@@ -15,6 +15,7 @@
 #include "catalogue/request_for_model.h"
 #include "core/workspace_opening.h"
 #include "generation/mark_notes_backfill.h"
+#include "generation/settle_cancelled.h"
 #include "platform/http_client.h"
 #include "platform/key_store.h"
 #include "shell/views/theme.h"
@@ -136,6 +137,8 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
     if (window_ && !welcome_.isShown())
       QMetaObject::invokeMethod(&composer_, &GenerationComposer::focus, Qt::QueuedConnection);
   });
+  // What became of requests that were cancelled in an earlier session.
+  store_.afterOpen.push_back([this](LibraryStore&) { startSettling(queue_); });
   connect(&settingsPresenter_, &SettingsPresenter::failed, &alerts_, &AlertsPresenter::showError);
 }
 

@@ -150,8 +150,9 @@ void submitAgain(JobQueue& queue, const QUuid& id) {
 
 void cancel(JobQueue& queue, const QUuid& id) {
   const JobRef record = existingJob(queue, id);
-  if (!record || !record->isActive()) return;
   LibraryStore& store = queue.store();
+  // What was cancelled before and is only fetched is left to end.
+  if (!record || !record->isActive() || store.salvaging.contains(id)) return;
   // 1. The task, whose entry stays until it has ended.
   queue.requestStop(id);
   // 2. The job's fields.

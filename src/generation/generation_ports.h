@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QUuid>
 
 #include <functional>
 #include <memory>
@@ -33,6 +34,12 @@ struct LayUnderWork {
   bool keepOwnSound = true;
 };
 
+/// An operation of the gateway, found by the id of the request that started it.
+struct CreditsOperationState {
+  QString id;
+  QString state;  ///< "queued", "running", "complete", "failed", or a word of a newer gateway
+};
+
 /// Functions of rooms above. An empty one that is needed ends the work with a sentence; one marked optional is skipped.
 struct GenerationPorts {
   /// The back end of a provider; never null.
@@ -52,6 +59,16 @@ struct GenerationPorts {
   std::function<Task<>(SpliceWork, std::stop_token)> splice;
   /// Lays a sound under a clip and answers the new file's name; a failure only shows a notice. Optional.
   std::function<Task<QString>(LayUnderWork, std::stop_token)> layUnder;
+  /// Asks the gateway to stop an operation and answers its state then; an empty text when the gateway told none. Throws
+  /// what went wrong. Optional.
+  std::function<Task<QString>(QString operation, std::stop_token)> cancelCredits;
+  /// The present state of an operation; throws what went wrong. Optional.
+  std::function<Task<QString>(QString operation, std::stop_token)> creditState;
+  /// The operation of a request by its `creditRequestID`; nothing when the gateway never saw it. Throws what went
+  /// wrong. Optional.
+  std::function<Task<std::optional<CreditsOperationState>>(QUuid request, std::stop_token)> existingCredits;
+  /// Between two looks at an operation that was cancelled here.
+  double cancelWatchSeconds = 15;
   /// The program's version and build as a support report tells them; empty when unknown.
   QString version;
   QString build;

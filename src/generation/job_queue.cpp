@@ -3,6 +3,8 @@
 #include <QHash>
 #include <QSet>
 
+#include <algorithm>
+#include <deque>
 #include <map>
 
 #include "base/invariant.h"
@@ -14,7 +16,16 @@ namespace sorvan::generation {
 struct JobQueue::State {
   explicit State(LibraryStore& store) : scope([&store](const QString& message) { store.setError(message); }) {}
 
+  struct Waiting {
+    QUuid job;
+    Completion granted;
+  };
+
   std::map<QUuid, std::stop_source> tasks;
+  std::deque<Waiting> waiting;
+  std::multimap<QUuid, Completion> endings;
+  QSet<QUuid> unseenRequests;
+  bool settling = false;
   QSet<QUuid> startable;
   QHash<QUuid, RemoteJobFailed::Billing> remoteFailures;
   std::stop_source submissions;
@@ -24,7 +35,8 @@ struct JobQueue::State {
 
 JobQueue::JobQueue(LibraryStore& store, GenerationPorts ports)
     : m_store(store), m_ports(std::move(ports)), m_state(std::make_unique<State>(store)) {
-  m_store.busyChecks.push_back([self = QPointer<JobQueue>(this)] { return self && self->runningCount() > 0; });
+  m_store.busyChecks.push_back(
+      [self = QPointer<JobQueue>(this)] { return self && (self->runningCount() > 0 || self->isSettling()); });
 }
 
 JobQueue::~JobQueue() { invariant(m_state->scope.running() == 0, "The queue was drained before it went."); }
@@ -37,6 +49,7 @@ void JobQueue::allowStart(const QUuid& job) { m_state->startable.insert(job); }
 
 void JobQueue::pump() {
   if (m_state->draining) return;
+  grantPlaces();
   // The ids first: starting a task never runs its code here, but the table may be sorted anew before it does.
   std::vector<QUuid> waiting;
   for (const JobRef& job : m_store.jobs())
@@ -63,9 +76,66 @@ Task<> JobQueue::runTask(JobQueue* queue, QUuid job, std::stop_token stop) {
 
 void JobQueue::endTask(const QUuid& job) {
   m_state->tasks.erase(job);
+  const auto [first, last] = m_state->endings.equal_range(job);
+  for (auto ending = first; ending != last; ++ending) ending->second.finish();
+  m_state->endings.erase(first, last);
   Q_EMIT jobFinished(job);
   pump();
 }
+
+void JobQueue::forbidStart(const QUuid& job) { m_state->startable.remove(job); }
+
+void JobQueue::grantPlaces() {
+  auto next = m_state->waiting.begin();
+  while (next != m_state->waiting.end() && runningCount() < runningLimit) {
+    if (isRunning(next->job)) {
+      ++next;
+      continue;
+    }
+    // The place is taken here and now: what waits resumes a turn of the event loop later.
+    m_state->tasks.emplace(next->job, std::stop_source());
+    next->granted.finish();
+    next = m_state->waiting.erase(next);
+  }
+}
+
+bool JobQueue::awaitsPlace(const QUuid& job) const {
+  return std::ranges::any_of(m_state->waiting, [&](const State::Waiting& one) { return one.job == job; });
+}
+
+Task<std::stop_token> JobQueue::takePlace(QUuid job, std::stop_token stop) {
+  throwIfStopped(stop);
+  invariant(!awaitsPlace(job), "A job waits for one place only.");
+  Completion granted;
+  m_state->waiting.push_back({job, granted});
+  pump();
+  {
+    const std::stop_callback onStop(stop, [granted] { granted.finish(); });
+    co_await granted;
+  }
+  if (awaitsPlace(job)) {
+    std::erase_if(m_state->waiting, [&](const State::Waiting& one) { return one.job == job; });
+    throw Cancelled();
+  }
+  co_return m_state->tasks.at(job).get_token();
+}
+
+void JobQueue::leavePlace(const QUuid& job) { endTask(job); }
+
+Task<> JobQueue::whenEnded(QUuid job) {
+  if (!isRunning(job)) co_return;
+  const Completion ended;
+  m_state->endings.emplace(job, ended);
+  co_await ended;
+}
+
+bool JobQueue::isSettling() const { return m_state->settling; }
+
+void JobQueue::setSettling(bool settling) { m_state->settling = settling; }
+
+void JobQueue::noteUnseen(const QUuid& request) { m_state->unseenRequests.insert(request); }
+
+bool JobQueue::isUnseen(const QUuid& request) const { return m_state->unseenRequests.contains(request); }
 
 void JobQueue::requestStop(const QUuid& job) {
   const auto task = m_state->tasks.find(job);

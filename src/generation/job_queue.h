@@ -45,6 +45,27 @@ class JobQueue : public QObject {
   /// event loop, so nothing runs before this returns.
   void pump();
 
+  /// Forgets `allowStart`: the job runs again only when it is retried.
+  void forbidStart(const QUuid& job);
+
+  /// Waits for one of the places of running jobs, ahead of all queued jobs and in the order of asking, and for the end
+  /// of the job's own task; then the place is this job's until `leavePlace`. Answers the token by which the work in it
+  /// is stopped. Throws Cancelled, without a place, when `stop` comes first.
+  Task<std::stop_token> takePlace(QUuid job, std::stop_token stop);
+  void leavePlace(const QUuid& job);
+  bool awaitsPlace(const QUuid& job) const;
+
+  /// Resumes when the job's present task has ended; at once without one.
+  Task<> whenEnded(QUuid job);
+
+  /// Whether a pass over cancelled jobs asks the gateway what became of them.
+  bool isSettling() const;
+  void setSettling(bool settling);
+
+  /// Remembers for this session that the gateway never saw a request, so that it is not asked again.
+  void noteUnseen(const QUuid& request);
+  bool isUnseen(const QUuid& request) const;
+
   /// Asks the job's task to end; its entry stays until it has.
   void requestStop(const QUuid& job);
 
@@ -77,6 +98,7 @@ class JobQueue : public QObject {
   struct State;
   void startTask(const QUuid& job);
   void endTask(const QUuid& job);
+  void grantPlaces();
   static Task<> runTask(JobQueue* queue, QUuid job, std::stop_token stop);
 
   LibraryStore& m_store;

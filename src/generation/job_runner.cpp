@@ -63,6 +63,7 @@ std::shared_ptr<RunFacts> startingFacts(JobQueue& queue, const QUuid& id, RunTra
   trace.wasInterrupted = job->detail == texts::interrupted();
   const auto run = std::make_shared<RunFacts>(RunFacts{.job = id, .request = *request, .files = store.files()});
   run->saveOriginal = job->saveOriginal;
+  run->toTrash = store.salvaging.contains(id);
   if (job->remoteHandleData) run->handle = decodeHandle(*job->remoteHandleData);
   const bool mayBePaid = run->handle || hasRecoverableResult(store, id) || store.extraCharges().contains(id);
   run->mediaFolder = destinationFolder(store, job, mayBePaid);

@@ -29,7 +29,7 @@ ExtraCharge chargeNote(const JobQueue& queue, const GenerationJob& job, const Ge
 
 struct Stored {
   bool anything = false;
-  bool newHandle = false;
+  bool newIdentity = false;  ///< what a cancellation had to wait for
 };
 
 /// Puts handle and request id into the job's record, without saving.
@@ -37,13 +37,13 @@ Stored storeRemoteIdentity(LibraryStore& store, const JobRef& job, const Provide
   Stored stored;
   if (update.requestID && update.requestID != job->providerRequestID) {
     store.context().edit(job).providerRequestID = update.requestID;
-    stored.anything = true;
+    stored.anything = stored.newIdentity = true;
   }
   if (!update.handle) return stored;
   const QByteArray handle = encodeHandle(*update.handle);
   if (job->remoteHandleData == handle) return stored;
   store.context().edit(job).remoteHandleData = handle;
-  stored.anything = stored.newHandle = true;
+  stored.anything = stored.newIdentity = true;
   return stored;
 }
 
@@ -99,7 +99,7 @@ void applyUpdate(JobQueue& queue, const QUuid& id, const ProviderUpdate& update)
     saveProgress(store);
   if (update.handle) forgetSubmissionMarker(store, id);
   if (!cancelled) return;
-  if (stored.newHandle) requestRemoteCancel(queue, id);
+  if (stored.newIdentity) requestRemoteCancel(queue, id);
   throw Cancelled();
 }
 

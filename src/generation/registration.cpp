@@ -38,6 +38,7 @@ Asset assetOf(const RunFacts& run, const LandedOutput& landed, std::optional<QUu
   asset.sourceTypeRaw = rawValue(AssetSourceType::generated);
   asset.checksum = landed.checksum;
   asset.thumbnailFilePath = landed.thumbnail;
+  if (run.toTrash) asset.deletedAt = now;
   if (run.saveOriginal && hasMarks(run.request)) asset.notes = texts::rawResultNote();
   return asset;
 }
@@ -119,7 +120,7 @@ NewRecords commit(JobQueue& queue, const RunFacts& run, const Landing& landing) 
     records = insertRecords(queue, run, *job, landing, project);
     if (planted("register-twice")) insertRecords(queue, run, *job, again(landing), project);
     // 1. The project.
-    if (project) touchProject(store, *project, records);
+    if (project && !run.toTrash) touchProject(store, *project, records);
     // 2. The job.
     completeJob(store, job, landing, project);
     // 4. All of it at once.
@@ -150,7 +151,7 @@ Task<> layUnderClip(JobQueue* queue, LayUnderWork work, QString clip, std::stop_
 
 /// 7. A sound that was made for a clip is laid under it, once everything is safe.
 void startLayUnder(JobQueue& queue, const RunFacts& run, const NewRecords& records) {
-  if (!run.request.layUnder || !queue.ports().layUnder || records.assets.empty()) return;
+  if (run.toTrash || !run.request.layUnder || !queue.ports().layUnder || records.assets.empty()) return;
   const AssetRef clip = queue.store().asset(*run.request.layUnder);
   LayUnderWork work;
   work.sound = records.assets.front()->id;

@@ -1,5 +1,6 @@
 #include "generation/remote_cancel.h"
 
+#include "generation/cancel_watch.h"
 #include "generation/texts.h"
 
 namespace sorvan::generation {
@@ -43,10 +44,11 @@ Task<> cancelRemotely(JobQueue* queue, QUuid id, ProviderID provider, RemoteHand
 void requestRemoteCancel(JobQueue& queue, const QUuid& id) {
   const LibraryStore& store = queue.store();
   const JobRef job = store.job(id);
-  if (!job || !job->remoteHandleData) return;
-  const auto request = job->request();
-  const auto handle = decodeHandle(*job->remoteHandleData);
-  if (!request || !handle || request->provider != ProviderID::fal) return;
+  const auto request = job ? job->request() : nullptr;
+  if (!request) return;
+  if (request->provider == ProviderID::credits) return watchCancelledOperation(queue, id);
+  const auto handle = job->remoteHandleData ? decodeHandle(*job->remoteHandleData) : std::nullopt;
+  if (!handle || request->provider != ProviderID::fal) return;
   queue.spawn(cancelRemotely(&queue, id, request->provider, *handle, store.opening(), queue.stopToken()));
 }
 

@@ -7,8 +7,9 @@
 
 namespace sorvan::generation {
 
-/// Asks the service to stop the job's remote request, when it runs on the user's own key and its handle is known. The
-/// answer only changes the job's detail. Returns at once.
+/// Asks the service to stop the remote request of a cancelled job, as soon as its remote identity is known. On the
+/// user's own key the answer only changes the job's detail; an operation of the gateway is watched until it has ended,
+/// and its result is fetched when it was charged. Returns at once.
 void requestRemoteCancel(JobQueue& queue, const QUuid& job);
 
 }  // namespace sorvan::generation

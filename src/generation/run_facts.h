@@ -28,6 +28,7 @@ struct RunFacts {
   QString modelLabel = {};
   std::optional<ModelFact> fact = {};
   std::optional<MarkedRoute> route = {};  ///< how the marked picture was sent
+  bool toTrash = false;                   ///< the user had cancelled it: its result is only kept, never shown as wanted
   Instant started = {};
 };
 

@@ -25,14 +25,21 @@ Fate fateOf(JobQueue& queue, const QUuid& job, const std::exception_ptr& failure
   }
 }
 
+/// Whether the remote job can be found again: by its handle or, with credits, by the gateway's id.
+bool isKnownRemotely(const GenerationJob& job) {
+  if (job.remoteHandleData && decodeHandle(*job.remoteHandleData)) return true;
+  const auto request = job.request();
+  const bool withCredits = request && request->provider == ProviderID::credits;
+  return withCredits && job.providerRequestID && !job.providerRequestID->isEmpty();
+}
+
 /// The line that tells the state of the money; nothing leaves the line as it is.
 std::optional<QString> moneyState(const JobQueue& queue, const GenerationJob& job, const RunTrace& trace, Fate fate) {
   const LibraryStore& store = queue.store();
   if (hasRecoverableResult(store, job.id)) return texts::resultRetained();
   if (store.extraCharges().contains(job.id)) return texts::paidResultNeedsRecovery();
   if (submissionIsUnknown(store, job.id) || fate == Fate::submissionUnknown) return texts::interrupted();
-  const bool hasHandle = job.remoteHandleData && decodeHandle(*job.remoteHandleData);
-  if (trace.wasInterrupted && !hasHandle) return texts::interrupted();
+  if (trace.wasInterrupted && !isKnownRemotely(job)) return texts::interrupted();
   return std::nullopt;
 }
 

@@ -157,4 +157,28 @@ inline QString stoppedLocally(const QString& error) {
   return QStringLiteral("Stopped locally. Remote cancellation: %1").arg(error);
 }
 
+// ---- What became of a cancelled request that credits pay for
+inline QString cancelledFree() { return QStringLiteral("Cancelled. No credits were charged."); }
+inline QString cancelledCharged() {
+  return QStringLiteral("Cancelled here, but the model had already finished the work, so it was charged.");
+}
+inline QString cancelledHeld() {
+  return QStringLiteral(
+      "Cancelled here. The model had already started; its credits are held until it stops or finishes.");
+}
+inline QString fetchingResult() { return QStringLiteral("The model had finished: fetching the result…"); }
+inline QString salvaged() {
+  return QStringLiteral("Cancelled, but the model had already finished, so it was charged. The result is in Trash.");
+}
+inline QString salvagedNotice() {
+  return QStringLiteral(
+      "A job you cancelled had already finished, so its credits were spent. The result is in Trash: restore it from "
+      "there if you want it.");
+}
+inline QString notFetched() {
+  return QStringLiteral(
+      "Cancelled here, but the model had already finished the work, so it was charged. Its result could not be "
+      "fetched.");
+}
+
 }  // namespace sorvan::generation::texts

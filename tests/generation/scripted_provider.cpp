@@ -65,6 +65,19 @@ Task<> ScriptedProvider::submit(Script steps, ProviderCall call) {
   co_await call.run->update(accepted);
 }
 
+Task<> ScriptedProvider::submitOperation(Script steps, ProviderCall call) {
+  const QUuid request = call.request.creditRequestID.value();
+  if (!operations.contains(request)) {
+    ++posts;
+    operations.insert(request, QStringLiteral("operation-%1").arg(posts));
+    note(QStringLiteral("post"));
+    co_await awaitAnswer(steps, call);
+    note(QStringLiteral("answered"));
+  }
+  const ProviderUpdate queued{QStringLiteral("Queued with Sorvan Credits"), {}, operations.value(request), {}};
+  co_await call.run->update(queued);
+}
+
 Task<std::vector<GeneratedOutput>> ScriptedProvider::work(Script steps, ProviderCall call, std::stop_token stop) {
   note(QStringLiteral("poll"));
   if (steps.holdPoll) co_await m_clock->sleep(std::chrono::seconds(2), stop);
@@ -86,7 +99,9 @@ Task<std::vector<GeneratedOutput>> ScriptedProvider::generateImage(ProviderCall 
   calls.push_back(call);
   const Script steps = scriptByPrompt.value(call.request.prompt, script);
   const AtWork counted(this);
-  if (!call.resume) {
+  if (steps.post == Script::Post::operation) {
+    co_await submitOperation(steps, call);
+  } else if (!call.resume) {
     co_await submit(steps, call);
   } else {
     const ProviderUpdate attached{QStringLiteral("Waiting for fal.ai"), call.resume, {}, {}};

@@ -17,8 +17,9 @@ struct Script {
     accepted,
     notSent,
     unknown,
-    key
-  } post = Post::accepted;  ///< key: accepted under an idempotency key
+    key,
+    operation
+  } post = Post::accepted;  ///< key: accepted under an idempotency key; operation: as a gateway does, without a handle
   bool holdPost = false;    ///< the answer to the POST waits for the clock
   bool holdPoll = false;    ///< the first look at the state waits for the clock
   std::optional<GenerationCost> charge;
@@ -47,6 +48,7 @@ class ScriptedProvider final : public GenerationProvider {
   std::function<void(const QString& event)> onEvent;
   std::vector<RemoteHandle> cancelled;
   std::exception_ptr cancelFails;
+  QHash<QUuid, QString> operations;  ///< by the request's own id: what was posted as an operation
   int posts = 0;
   int atWork = 0;
   int mostAtWork = 0;
@@ -59,6 +61,7 @@ class ScriptedProvider final : public GenerationProvider {
 
  private:
   Task<> submit(Script steps, ProviderCall call);
+  Task<> submitOperation(Script steps, ProviderCall call);
   Task<> awaitAnswer(Script steps, ProviderCall call);
   Task<std::vector<GeneratedOutput>> work(Script steps, ProviderCall call, std::stop_token stop);
   void note(const QString& event);
