@@ -1,5 +1,7 @@
 #include "catalogue/fal_catalog.h"
 
+#include <QHash>
+
 #include "catalogue/audio_models.h"
 #include "catalogue/fal_model_json.h"
 #include "catalogue/listings.h"
@@ -58,10 +60,19 @@ std::vector<FalModel> builtInRows() {
   return rows;
 }
 
-std::optional<FalModel> firstWith(const std::vector<FalModel>& models, const QString& id) {
-  const auto found = std::find_if(models.begin(), models.end(), [&](const FalModel& each) { return each.id == id; });
-  if (found == models.end()) return std::nullopt;
-  return *found;
+using Places = QHash<QString, std::size_t>;
+
+/// The first place of each id.
+Places placesOf(const std::vector<FalModel>& models) {
+  Places places;
+  for (std::size_t place = models.size(); place > 0; --place) places.insert(models[place - 1].id, place - 1);
+  return places;
+}
+
+const FalModel* builtInModel(const QString& id) {
+  static const Places places = placesOf(builtInModels());
+  const auto found = places.constFind(id);
+  return found == places.cend() ? nullptr : &builtInModels()[*found];
 }
 
 QString textOf(const std::vector<FalModel>& models) { return QString::fromUtf8(modelsToText(models)); }
@@ -75,32 +86,52 @@ const std::vector<FalModel>& builtInModels() {
 
 const FalModel& nanoBanana2() { return builtInModels().front(); }
 
+struct FalCatalog::AddedModels {
+  explicit AddedModels(std::vector<FalModel> list) : models(std::move(list)), places(placesOf(models)) {}
+  std::vector<FalModel> models;
+  Places places;
+};
+
 FalCatalog::FalCatalog(std::shared_ptr<Settings> store) : settings(std::move(store)) {
-  const auto text = settings->get<QString>(modelsKey());
-  if (!text) return;
-  addedModels = modelsFromText(text->toUtf8()).models;
-  std::erase_if(addedModels, [](const FalModel& model) { return contains(builtInModels(), model.id); });
+  std::vector<FalModel> models;
+  if (const auto text = settings->get<QString>(modelsKey())) models = modelsFromText(text->toUtf8()).models;
+  std::erase_if(models, [](const FalModel& model) { return builtInModel(model.id) != nullptr; });
+  addedModels = std::make_shared<AddedModels>(std::move(models));
 }
 
-std::optional<FalModel> FalCatalog::model(const QString& id) const {
-  if (auto found = firstWith(builtInModels(), id)) return found;
-  return firstWith(added(), id);
-}
+FalCatalog::~FalCatalog() = default;
 
-std::vector<FalModel> FalCatalog::added() const {
+std::shared_ptr<const FalCatalog::AddedModels> FalCatalog::current() const {
   const std::scoped_lock held(lock);
   return addedModels;
 }
 
+std::optional<FalModel> FalCatalog::model(const QString& id) const {
+  if (const FalModel* found = builtInModel(id)) return *found;
+  const auto own = current();
+  const auto place = own->places.constFind(id);
+  if (place == own->places.cend()) return std::nullopt;
+  return own->models[*place];
+}
+
+std::vector<FalModel> FalCatalog::added() const { return current()->models; }
+
+QSet<QString> FalCatalog::addedIDs() const {
+  QSet<QString> ids;
+  for (const FalModel& each : builtInModels()) ids.insert(each.id);
+  for (const FalModel& each : current()->models) ids.insert(each.id);
+  return ids;
+}
+
 std::vector<FalModel> FalCatalog::all() const {
   std::vector<FalModel> models = builtInModels();
-  const std::vector<FalModel> own = added();
-  models.insert(models.end(), own.begin(), own.end());
+  const auto own = current();
+  models.insert(models.end(), own->models.begin(), own->models.end());
   return models;
 }
 
 void FalCatalog::add(const FalModel& model) {
-  if (contains(builtInModels(), model.id)) return;
+  if (builtInModel(model.id)) return;
   std::vector<FalModel> models = added();
   const auto same =
       std::find_if(models.begin(), models.end(), [&](const FalModel& each) { return each.id == model.id; });
@@ -112,17 +143,29 @@ void FalCatalog::add(const FalModel& model) {
   change(std::move(models));
 }
 
-void FalCatalog::remove(const QString& id) {
+std::optional<RemovedModel> FalCatalog::remove(const QString& id) {
+  const auto own = current();
+  const auto place = own->places.constFind(id);
+  if (place == own->places.cend()) return std::nullopt;
+  std::vector<FalModel> models = own->models;
+  models.erase(models.begin() + static_cast<std::ptrdiff_t>(*place));
+  change(std::move(models));
+  return RemovedModel{own->models[*place], *place};
+}
+
+void FalCatalog::restore(const RemovedModel& removed) {
+  if (model(removed.model.id)) return;
   std::vector<FalModel> models = added();
-  std::erase_if(models, [&](const FalModel& each) { return each.id == id; });
+  models.insert(models.begin() + static_cast<std::ptrdiff_t>(std::min(removed.place, models.size())), removed.model);
   change(std::move(models));
 }
 
 void FalCatalog::change(std::vector<FalModel> models) {
   const QString text = textOf(models);
+  std::shared_ptr<const AddedModels> next = std::make_shared<AddedModels>(std::move(models));
   {
     const std::scoped_lock held(lock);
-    addedModels.swap(models);
+    addedModels.swap(next);
   }
   // What this version could not read may be a newer one's models: it is kept before it is written over.
   const auto stored = settings->get<QString>(modelsKey());

@@ -49,6 +49,47 @@ TEST(FalCatalog, TakesAnAddedModelOutAgain) {
   EXPECT_EQ(FalCatalog(settings).model(u"acme/one"_s), std::nullopt);
 }
 
+TEST(FalCatalog, PutsAModelBackWhereItStood) {
+  const auto settings = std::make_shared<Settings>();
+  FalCatalog catalog(settings);
+  for (const QString& id : {u"acme/one"_s, u"acme/two"_s, u"acme/three"_s}) catalog.add(added(id));
+  const auto before = catalog.added();
+  const auto removed = catalog.remove(u"acme/two"_s);
+  ASSERT_TRUE(removed);
+  EXPECT_FALSE(catalog.addedIDs().contains(u"acme/two"_s));
+  catalog.restore(*removed);
+  EXPECT_EQ(catalog.added(), before);
+  EXPECT_EQ(FalCatalog(settings).added(), before);
+}
+
+TEST(FalCatalog, KeepsAModelThatWasAddedAgainBeforeTheRestoring) {
+  FalCatalog catalog(std::make_shared<Settings>());
+  catalog.add(added(u"acme/one"_s));
+  const auto removed = catalog.remove(u"acme/one"_s);
+  FalModel newer = added(u"acme/one"_s);
+  newer.name = u"Newer"_s;
+  catalog.add(newer);
+  catalog.restore(*removed);
+  ASSERT_EQ(catalog.added().size(), 1u);
+  EXPECT_EQ(catalog.added()[0].name, u"Newer"_s);
+}
+
+TEST(FalCatalog, TakesNothingOutThatWasNotAdded) {
+  const auto settings = std::make_shared<Settings>();
+  FalCatalog catalog(settings);
+  EXPECT_FALSE(catalog.remove(u"fal-ai/flux/schnell"_s));
+  EXPECT_FALSE(catalog.remove(u"nobody/knows"_s));
+  EXPECT_FALSE(settings->contains(u"falModels.v2"_s));
+}
+
+TEST(FalCatalog, KnowsWhichIdsNeedNoAdding) {
+  FalCatalog catalog(std::make_shared<Settings>());
+  catalog.add(added(u"acme/one"_s));
+  EXPECT_TRUE(catalog.addedIDs().contains(u"acme/one"_s));
+  EXPECT_TRUE(catalog.addedIDs().contains(u"fal-ai/nano-banana-2"_s));
+  EXPECT_FALSE(catalog.addedIDs().contains(u"fal-ai/nano-banana-pro"_s));
+}
+
 TEST(FalCatalog, LetsTheBuiltInRecordWinOverAStoredOne) {
   const FalModel old = added(u"fal-ai/nano-banana-2"_s);
   const FalCatalog catalog(settingsHolding(modelsToText({old, added(u"acme/one"_s)})));
