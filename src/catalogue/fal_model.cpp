@@ -11,13 +11,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int listInputLimit = 8;
 constexpr double shapeTolerance = 0.04;
 
 int maxReferencesOf(const FalModel& model) {
   if (std::holds_alternative<SingleInput>(model.imageInput)) return 1;
   if (!std::holds_alternative<ListInput>(model.imageInput)) return 0;
-  return std::min(listInputLimit, model.maxInputs.value_or(listInputLimit));
+  return std::min(mostListInputs, model.maxInputs.value_or(mostListInputs));
 }
 
 bool requiresReference(const ImageInput& input) {

@@ -81,6 +81,9 @@ struct TextInput {
   bool operator==(const TextInput&) const = default;
 };
 
+/// The most pictures of one request to a model that takes a list of them.
+inline constexpr int mostListInputs = 8;
+
 struct FalModel {
   QString id;  ///< endpoint id, which is also the queue path and the key of the catalogue
   QString name;

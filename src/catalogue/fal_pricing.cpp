@@ -19,6 +19,8 @@ using Prices = std::map<QString, ModelPrice>;
 constexpr double secondsOfADay = 86400;
 constexpr qsizetype mostIDs = 50;
 constexpr int mostPages = 20;
+/// A result that is paid for waits no longer than this for its price, however many pages it stands on.
+constexpr std::chrono::milliseconds longestWait = std::chrono::seconds(60);
 
 QString pricesKey() { return u"falPrices"_s; }
 
@@ -54,13 +56,29 @@ PriceAnswer answerFrom(const QByteArray& body, const QString& date) {
   return answer;
 }
 
+struct PriceQuestion {
+  QStringList ids;
+  QString key;
+  Instant asked;
+};
+
+/// One page; throws when the time for the question is up.
+HttpRequest pageRequest(const PriceQuestion& question, const std::optional<QString>& page, Instant now) {
+  const auto passed = std::chrono::milliseconds(static_cast<qint64>((now - question.asked) * 1000));
+  if (passed >= longestWait) throw HttpError(HttpProblem::TimedOut, texts::pricesTimedOut());
+  HttpRequest request = keyedRequest("GET", pricesAddress(question.ids, page), question.key);
+  request.totalLimit = longestWait - std::max(passed, std::chrono::milliseconds(0));
+  return request;
+}
+
 /// All pages of one batch.
-Task<PriceAnswer> askFor(std::shared_ptr<HttpTransport> transport, QStringList ids, QString key, QString date,
-                         std::stop_token stop) {
+Task<PriceAnswer> askFor(std::shared_ptr<HttpTransport> transport, std::shared_ptr<const Clock> clock,
+                         PriceQuestion question, std::stop_token stop) {
+  const QString date = isoText(question.asked).left(10);
   PriceAnswer all;
   for (int page = 0; page < mostPages; ++page) {
-    const QUrl url = pricesAddress(ids, all.next);
-    const HttpReply reply = co_await sendChecked(transport, keyedRequest("GET", url, key), stop);
+    HttpRequest request = pageRequest(question, all.next, clock->now());
+    const HttpReply reply = co_await sendChecked(transport, std::move(request), stop);
     PriceAnswer more = answerFrom(reply.body, date);
     all.prices.merge(more.prices);
     all.foreign += more.foreign;
@@ -128,10 +146,11 @@ void FalPricing::State::store() const {
 /// Whether the service answered. A batch that it refuses because of one model says nothing of the others.
 Task<bool> FalPricing::State::refreshBatch(std::shared_ptr<State> state, QStringList ids, QString key,
                                            std::stop_token stop) {
-  const QString date = isoText(state->services.clock->now()).left(10);
+  const auto clock = state->services.clock;
+  const PriceQuestion question{ids, key, clock->now()};
   bool isUnknown = false;
   try {
-    state->take(co_await askFor(state->services.transport, ids, key, date, stop), ids);
+    state->take(co_await askFor(state->services.transport, clock, question, stop), ids);
     co_return true;
   } catch (const ProviderRefusal& refusal) {
     isUnknown = refusal.status() == 404;

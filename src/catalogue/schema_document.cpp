@@ -6,7 +6,8 @@ namespace sorvan::catalogue {
 
 namespace {
 
-constexpr int mostReferences = 32;
+constexpr std::size_t mostReferences = 32;
+constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 constexpr int deepestVariants = 16;
 /// Members that may be copied, and variants looked at, for one document: far above any real one.
 constexpr std::size_t mostWork = 200000;
@@ -26,6 +27,19 @@ const json::object* objectIn(const json::object& parent, std::string_view key) {
 }
 
 std::string_view lastPart(std::string_view reference) { return reference.substr(reference.rfind('/') + 1); }
+
+/// The name as its schema spells it: in a reference "/" stands as "~1", "~" as "~0", and other signs as in addresses.
+std::string plainName(std::string_view written) {
+  const auto size = static_cast<qsizetype>(written.size());
+  QByteArray name = QByteArray::fromPercentEncoding(QByteArray::fromRawData(written.data(), size));
+  return name.replace("~1", "/").replace("~0", "~").toStdString();
+}
+
+const json::object* schemaNamed(const json::object& schemas, std::string_view written) {
+  const json::object* found = objectIn(schemas, written);
+  const bool isEscaped = written.find_first_of("~%") != std::string_view::npos;
+  return found || !isEscaped ? found : objectIn(schemas, plainName(written));
+}
 
 void addProperties(json::object& into, const json::value& more) {
   const json::object* others = more.if_object();
@@ -86,9 +100,8 @@ std::size_t weightOf(const json::value& value, std::size_t limit) {
 }  // namespace
 
 struct SchemaDocument::Walk {
-  int followed = 0;
   std::vector<std::string> names;
-  std::vector<std::string_view> chain;  ///< the references that are being followed
+  std::vector<const json::object*> chain;  ///< the schemas whose references are being followed
 };
 
 const json::value* Schema::member(std::string_view key) const { return object ? object->if_contains(key) : nullptr; }
@@ -103,7 +116,8 @@ SchemaDocument::SchemaDocument(const QByteArray& bytes) {
   options.max_depth = deepest;
   boost::system::error_code problem;
   if (bytes.size() <= largest) {
-    const std::string_view text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    std::string_view text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     tree = json::parse(text, problem, json::storage_ptr(&memory), options);
   }
   top = problem ? nullptr : tree.if_object();
@@ -146,11 +160,11 @@ Schema SchemaDocument::follow(const json::object& object, Walk& walk) const {
 Schema SchemaDocument::followReference(const json::object& object, std::string_view reference, Walk& walk) const {
   const std::string_view name = lastPart(reference);
   walk.names.emplace_back(name);
-  const json::object* target = schemas ? objectIn(*schemas, name) : nullptr;
-  const bool circles = std::find(walk.chain.begin(), walk.chain.end(), name) != walk.chain.end();
+  const json::object* target = schemas ? schemaNamed(*schemas, name) : nullptr;
+  const bool circles = std::find(walk.chain.begin(), walk.chain.end(), target) != walk.chain.end();
   Schema found;
-  if (target && !circles && ++walk.followed <= mostReferences) {
-    walk.chain.push_back(name);
+  if (target && !circles && walk.chain.size() < mostReferences) {
+    walk.chain.push_back(target);
     found = follow(*target, walk);
     walk.chain.pop_back();
   }

@@ -44,7 +44,7 @@ class SchemaDocument {
   const json::object& root() const { return *top; }
 
   /// Follows `$ref`, by the last part of the reference, into the document's schemas, and merges `allOf`; what stands
-  /// beside either stays and wins. At most 32 references are followed.
+  /// beside either stays and wins. At most 32 references are followed one after the other.
   Schema resolved(const json::value* value) const;
   /// The schema at the end of the keys, with references followed at each step.
   Schema at(const std::vector<std::string_view>& path) const;

@@ -97,6 +97,8 @@ std::optional<double> upperOf(const Schema& schema) {
 
 std::optional<ClosedRange<qint64>> wholeRangeOf(const Schema& schema) {
   if (declaredType(schema, ValueType::number) == false) return std::nullopt;
+  // Bounds beside a list do not make more of it.
+  if (enumOf(schema) || schema.member("const")) return std::nullopt;
   const auto lower = lowerOf(schema);
   const auto upper = upperOf(schema);
   if (!lower || !upper || !isWhole(*lower) || !isWhole(*upper) || *lower >= *upper) return std::nullopt;
@@ -130,8 +132,13 @@ QJsonValue qtValue(const json::value& value) {
   return QJsonDocument::fromJson(QByteArray::fromStdString(text)).array().at(0);
 }
 
+bool isSame(const json::value& left, const json::value& right) {
+  const auto number = numberIn(&left);
+  return number ? number == numberIn(&right) : left == right;
+}
+
 bool isAmong(const json::value& value, const json::array* list) {
-  return !list || std::find(list->begin(), list->end(), value) != list->end();
+  return !list || std::any_of(list->begin(), list->end(), [&](const json::value& each) { return isSame(each, value); });
 }
 
 }  // namespace
@@ -202,7 +209,7 @@ bool SchemaField::isListOfTexts() const {
     const json::value* items = place.member("items");
     if (!items) continue;
     anyItems = true;
-    if (SchemaField(*document, fieldName, document->resolved(items), false).accepts(ValueType::string)) return true;
+    if (SchemaField(*document, fieldName, document->resolved(items), false).acceptsAnyText()) return true;
   }
   return !anyItems;
 }
@@ -286,19 +293,32 @@ std::optional<QString> SchemaField::defaultText() const {
   return std::nullopt;
 }
 
+bool SchemaField::takesNumber(double number) const {
+  const auto least = lowest();
+  const auto most = highest();
+  return (!least || number >= *least) && (!most || number <= *most) && isMultiple(number);
+}
+
+bool SchemaField::takes(const json::value& value) const {
+  if (value.is_null() || !isAmong(value, list())) return false;
+  for (const ValueType type : {ValueType::string, ValueType::number, ValueType::boolean, ValueType::array}) {
+    if (isOfType(value, type) && !accepts(type)) return false;
+  }
+  const auto number = numberIn(&value);
+  return number ? takesNumber(*number) : !value.is_number();
+}
+
 std::optional<QJsonValue> SchemaField::fallback() const {
-  const json::array* values = list();
   for (const Schema& place : places) {
     const json::value* value = place.member("default");
-    if (value && !value->is_null() && isAmong(*value, values)) return qtValue(*value);
+    if (value && takes(*value)) return qtValue(*value);
   }
-  if (values) {
-    for (const json::value& value : *values) {
-      if (!value.is_null()) return qtValue(value);
-    }
+  if (const json::array* values = list()) {
+    const auto first = std::find_if(values->begin(), values->end(), [&](const auto& each) { return takes(each); });
+    if (first != values->end()) return qtValue(*first);
   }
   const auto bound = lowest();
-  if (!bound) return std::nullopt;
+  if (!bound || !takes(json::value(*bound))) return std::nullopt;
   return isWhole(*bound) ? QJsonValue(static_cast<qint64>(*bound)) : QJsonValue(*bound);
 }
 

@@ -32,6 +32,8 @@ class SchemaField {
 
   /// Whether a value of this type may stand here: said by a type, by the listed values, or by nothing at all.
   bool accepts(ValueType type) const { return typeAnswer(type).value_or(exists() && !leadsNowhere()); }
+  /// Whether any text may stand here.
+  bool acceptsAnyText() const { return accepts(ValueType::string) && !list(); }
   /// Whether the document says so itself.
   bool declares(ValueType type) const { return typeAnswer(type).value_or(false); }
   /// Whether the field takes a width and a height.
@@ -52,6 +54,8 @@ class SchemaField {
   std::optional<double> highest() const;
   /// Whether a number is a multiple of what the document asks for.
   bool isMultiple(double number) const;
+  /// Whether the value is of an accepted type, listed where the field lists values, and within its bounds.
+  bool takes(const json::value& value) const;
   /// The declared default as text: of a text, a number or a truth value.
   std::optional<QString> defaultText() const;
   /// A value that the service takes when the user chose none: the default, else the first listed, else the lower bound.
@@ -65,6 +69,7 @@ class SchemaField {
   /// Whether it has variants of which none is there.
   bool leadsNowhere() const;
   std::optional<bool> typeAnswer(ValueType type) const;
+  bool takesNumber(double number) const;
   const json::array* list() const;
   /// Each schema of the field and those of its elements.
   std::vector<Schema> withItems() const;

@@ -15,6 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// The page, its list and its row.
+constexpr std::size_t levelsOfAPage = 3;
+
 QByteArray lineOf(const QJsonObject& object) { return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n'; }
 
 QJsonObject refused(const QString& file, const QString& id, const QString& sentence, const QStringList& missing) {
@@ -65,7 +68,7 @@ QByteArray toldRow(const QString& file, const json::value& row) {
 
 QByteArrayList schemaLines(const QString& file, const QByteArray& bytes) {
   json::parse_options options;
-  options.max_depth = SchemaDocument::deepest;
+  options.max_depth = SchemaDocument::deepest + levelsOfAPage;
   boost::system::error_code problem;
   const std::string_view text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
   const json::value tree = json::parse(text, problem, json::storage_ptr(), options);

@@ -52,9 +52,9 @@ std::optional<MediaType> outputOf(const Schema& output) {
   return std::nullopt;
 }
 
-const SchemaField* textField(const SchemaInput& input, const QString& name) {
-  const SchemaField* field = input.field(name);
-  return field && field->accepts(ValueType::string) ? field : nullptr;
+const SchemaField* promptOf(const SchemaInput& input) {
+  const SchemaField* field = input.field(u"prompt"_s);
+  return field && field->acceptsAnyText() ? field : nullptr;
 }
 
 /// How far the listed values go from one without a gap.
@@ -105,10 +105,12 @@ Sizing sizingOf(const SchemaInput& input) {
 
 bool isPictureList(const SchemaField& field) {
   const bool isArray = field.name() == u"image_urls"_s || field.declares(ValueType::array);
-  return isArray && field.isListOfTexts() && !field.isMarkedAsOtherMedia();
+  // A list that needs more than can be sent is none that can be filled.
+  const bool canFill = field.count("minItems").value_or(1) <= mostListInputs;
+  return isArray && canFill && field.isListOfTexts() && !field.isMarkedAsOtherMedia();
 }
 
-bool isPicture(const SchemaField& field) { return field.accepts(ValueType::string) && !field.isMarkedAsOtherMedia(); }
+bool isPicture(const SchemaField& field) { return field.acceptsAnyText() && !field.isMarkedAsOtherMedia(); }
 
 const SchemaField* pictureListOf(const SchemaInput& input) {
   const SchemaField* usual = input.field(u"image_urls"_s);
@@ -171,9 +173,10 @@ bool hasCamera(const SchemaInput& input) {
 }
 
 void readPlainFields(FalModel& model, const SchemaInput& input) {
-  const SchemaField* prompt = textField(input, u"prompt"_s);
+  const SchemaField* prompt = promptOf(input);
   model.hasPrompt = prompt != nullptr;
   model.promptRequired = prompt && prompt->isRequired();
+  if (prompt) model.promptLimit = prompt->count("maxLength");
   model.maxCount = maxCountOf(input);
   model.sizing = sizingOf(input);
   const SchemaField* seed = input.field(u"seed"_s);

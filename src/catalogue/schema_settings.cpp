@@ -85,7 +85,7 @@ std::optional<Setting> choiceOrRange(const SchemaInput& input, const Named& name
 bool fitsScale(const SchemaField& field, int factor) {
   const auto lower = field.lowest();
   const auto upper = field.highest();
-  return lower && upper && *lower <= factor && factor <= *upper && field.isMultiple(factor);
+  return lower && upper && *lower <= factor && factor <= *upper && field.takes(json::value(factor));
 }
 
 std::optional<Setting> scaleOf(const SchemaInput& input, const Named& named) {
@@ -105,6 +105,8 @@ std::optional<Setting> scaleOf(const SchemaInput& input, const Named& named) {
 std::optional<Setting> toggleOf(const SchemaInput& input, const Named& named) {
   const SchemaField* field = input.field(QString::fromUtf16(named.field));
   if (!field || !field->declares(ValueType::boolean)) return std::nullopt;
+  // One that takes a single state is nothing to switch.
+  if (!field->takes(json::value(true)) || !field->takes(json::value(false))) return std::nullopt;
   Setting setting = settingNamed(*field, named.label(), Setting::Kind::toggle);
   const auto usual = field->defaultText();
   if (usual == u"true"_s || usual == u"false"_s) setting.defaultValue = usual;

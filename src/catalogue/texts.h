@@ -107,6 +107,7 @@ inline QString listedPriceNote(const QString& unitPrice, const QString& unit) {
       .arg(unitPrice, unit);
 }
 
+inline QString pricesTimedOut() { return QStringLiteral("The list of prices did not come in time."); }
 inline QString outputOnlyNote() {
   return QStringLiteral(
       "Output-only estimate at recorded list prices. Input text and reference-image charges are excluded; original "

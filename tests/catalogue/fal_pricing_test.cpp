@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QUrlQuery>
 
@@ -131,6 +132,27 @@ TEST_F(ListPrices, AreAskedForInFiftiesAndFollowPages) {
   EXPECT_EQ(QUrlQuery(transport->recorded[1].request.url).queryItemValue(u"cursor"_s, QUrl::FullyDecoded), u"Mg=="_s);
   EXPECT_EQ(askedIDs(2).size(), 10);
   for (const QString& id : {u"a/0"_s, u"a/1"_s, u"a/55"_s}) EXPECT_TRUE(pricing.price(id)) << id.toStdString();
+}
+
+TEST_F(ListPrices, TakeAMinuteAtMostHoweverManyPagesThereAre) {
+  const auto pageAfter = [this](std::chrono::seconds wait, const QString& next) {
+    return [this, wait, next](const HttpRequest&) {
+      clock->advance(wait);
+      HttpReply reply;
+      reply.status = 200;
+      reply.body = QJsonDocument(priceList({}, next)).toJson();
+      return reply;
+    };
+  };
+  transport->on("GET", address)
+      .answersBy(pageAfter(std::chrono::seconds(20), u"Mg=="_s))
+      .answersBy(pageAfter(std::chrono::seconds(40), u"Mw=="_s));
+  FalPricing pricing = fresh();
+  refresh(pricing, {u"a/b"_s});
+  ASSERT_EQ(transport->recorded.size(), 2u);
+  EXPECT_EQ(transport->recorded[0].request.totalLimit, std::chrono::seconds(60));
+  EXPECT_EQ(transport->recorded[1].request.totalLimit, std::chrono::seconds(40));
+  EXPECT_FALSE(pricing.price(u"a/b"_s));
 }
 
 TEST_F(ListPrices, AreAskedForOneByOneWhenOneModelIsUnknown) {

@@ -54,6 +54,15 @@ TEST(SchemaLines, TellEachRowOfACataloguePage) {
   EXPECT_EQ(lines[2].value(u"refused"_s), QJsonValue(u"Invalid provider response."_s));
 }
 
+TEST(SchemaLines, ReadADocumentOfAPageAsDeepAsOneByItself) {
+  MadeSchema deep = accepted();
+  deep.properties = R"({"prompt":{"type":"string"},"x":)" + QByteArray(194, '[') + QByteArray(194, ']') + "}";
+  EXPECT_TRUE(linesOf(deep.text()).at(0).contains(u"model"_s));
+  const auto lines = linesOf(R"({"models":[{"endpoint_id":"acme/paint","openapi":)" + deep.text() + "}]}");
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_TRUE(lines[0].contains(u"model"_s));
+}
+
 TEST(SchemaLines, TellWhatIsNoDocument) {
   const auto lines = linesOf("half a d");
   ASSERT_EQ(lines.size(), 1u);

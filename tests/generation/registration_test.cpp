@@ -385,6 +385,23 @@ TEST(Clips, MadeOnlyForTheirSoundLandAsTheSound) {
   EXPECT_FALSE(clips.studio.hasRecoveryFolder(job->id));
 }
 
+TEST(RecordedCosts, StandAmongTheParametersAndGoAgain) {
+  Generation generation;
+  generation.parametersJSON = R"({"size":"1024x1024"})";
+  GenerationCost cost;
+  cost.perImageUSD = 0.08;
+  cost.basis = QStringLiteral("falUnitPrice");
+  cost.responseUsageJSON = QStringLiteral("{\"billable_units\":2}");
+  recordCost(generation, cost);
+  const QJsonObject kept = QJsonDocument::fromJson(generation.parametersJSON).object();
+  EXPECT_EQ(kept.value(QStringLiteral("size")), QJsonValue(QStringLiteral("1024x1024")));
+  EXPECT_EQ(fromJson<GenerationCost>(kept.value(QStringLiteral("cost"))), cost);
+  EXPECT_EQ(generation.estimatedCost, 0.08);
+  recordCost(generation, std::nullopt);
+  EXPECT_FALSE(QJsonDocument::fromJson(generation.parametersJSON).object().contains(QStringLiteral("cost")));
+  EXPECT_FALSE(generation.estimatedCost);
+}
+
 TEST(RecordedCosts, LeaveParametersAloneThatAreNoObject) {
   Generation generation;
   generation.parametersJSON = "[1]";

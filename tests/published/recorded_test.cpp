@@ -2,13 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcess>
+#include <QJsonObject>
 
-#include "catalogue/request_body.h"
 #include "catalogue/schema_reader.h"
-#include "core/image_format.h"
+#include "published/trial_bodies.h"
 #include "support/failure_of.h"
 #include "support/text_printers.h"
 
@@ -34,66 +34,6 @@ FalModel read(const QString& name) {
   return modelFromSchema({identity.id, u"It"_s, identity.category, {}, {}}, text);
 }
 
-/// The values of a setting that are to be tried: the ends of its list, or both states.
-QStringList extremes(const Setting& setting) {
-  if (setting.kind == Setting::Kind::toggle) return {u"true"_s, u"false"_s};
-  return {setting.values.first(), setting.values.last()};
-}
-
-QString usableSize(const FalModel& model) {
-  const auto ratios = model.option().ratios;
-  for (const ImageFormat& format : ImageFormat::all()) {
-    if (!ratios || ratios->contains(format.ratio)) return QString(format.size);
-  }
-  return {};
-}
-
-QStringList pictures(qsizetype count) { return QStringList(count, u"https://v3.fal.media/files/a.png"_s); }
-
-BodyParts smallest(const FalModel& model) {
-  const ModelOption option = model.option();
-  BodyParts parts;
-  if (option.needsPrompt) parts.prompt = u"fox"_s;
-  parts.size = usableSize(model);
-  if (option.requiresReference) parts.inputs = pictures(model.minInputs.value_or(1));
-  if (model.endImageRequired) parts.endImage = u"https://v3.fal.media/files/z.png"_s;
-  if (model.seedRequired) parts.seed = 1;
-  return parts;
-}
-
-BodyParts fullest(const FalModel& model, int which) {
-  const ModelOption option = model.option();
-  BodyParts parts = smallest(model);
-  parts.prompt = u"a red fox in the snow"_s;
-  parts.count = std::min(4, model.maxCount);
-  if (model.hasSeed) parts.seed = 12345;
-  parts.inputs = pictures(option.maxReferences);
-  if (model.endImageField) parts.endImage = u"https://v3.fal.media/files/z.png"_s;
-  for (const Setting& setting : model.allSettings()) parts.options.insert(setting.field, extremes(setting).at(which));
-  return parts;
-}
-
-QJsonArray bodiesOf(const FalModel& model) {
-  QJsonArray bodies{requestBody(model, smallest(model)), requestBody(model, fullest(model, 0)),
-                    requestBody(model, fullest(model, 1))};
-  const auto ratios = model.option().ratios;
-  for (const ImageFormat& format : ImageFormat::all()) {
-    BodyParts parts = fullest(model, 1);
-    parts.size = QString(format.size);
-    if (!ratios || ratios->contains(format.ratio)) bodies.append(requestBody(model, parts));
-  }
-  return bodies;
-}
-
-QByteArray validated(const QJsonArray& question) {
-  QProcess validator;
-  validator.start(u"/usr/bin/python3"_s, {QStringLiteral(SORVAN_TEST_DATA) + u"/../catalogue/validate_bodies.py"_s});
-  validator.write(QJsonDocument(question).toJson());
-  validator.closeWriteChannel();
-  if (!validator.waitForFinished(50000)) throw std::runtime_error("the validator did not end");
-  return validator.exitCode() == 0 ? validator.readAllStandardOutput().trimmed() : validator.readAllStandardError();
-}
-
 TEST(RecordedDocuments, GiveAModelOrTheRightRefusal) {
   const QString noMedia = u"It does not return an image or a video."_s;
   const std::map<QString, QString> refusals{
@@ -113,24 +53,23 @@ TEST(RecordedDocuments, GiveAModelOrTheRightRefusal) {
 }
 
 TEST(RecordedDocuments, GiveBodiesThatTheyAllow) {
-  QJsonArray question;
+  QJsonArray trials;
   for (const QString& name : allDocuments()) {
     try {
-      question.append(QJsonObject{{u"document"_s, folder() + name}, {u"bodies"_s, bodiesOf(read(name))}});
+      trials.append(test::trial(folder() + name, test::trialBodies(read(name))));
     } catch (const SchemaRefusal&) {
       continue;
     }
   }
-  ASSERT_EQ(question.size(), 9);
-  EXPECT_EQ(validated(question).toStdString(), "[]");
+  ASSERT_EQ(trials.size(), 9);
+  EXPECT_EQ(test::breaches(trials), "[]");
 }
 
 TEST(RecordedDocuments, AreBrokenByABodyThatDoesNotHold) {
   const QJsonArray bodies{QJsonObject{{u"prompt"_s, 5}}, QJsonObject{{u"prompt"_s, u"x"_s}, {u"colour"_s, 1}},
                           QJsonObject()};
-  const QByteArray told =
-      validated({QJsonObject{{u"document"_s, folder() + u"fal-ai__veo3.1.json"_s}, {u"bodies"_s, bodies}}});
-  EXPECT_EQ(QJsonDocument::fromJson(told).array().size(), 3) << told.toStdString();
+  const std::string told = test::breaches({test::trial(folder() + u"fal-ai__veo3.1.json"_s, bodies)});
+  EXPECT_EQ(QJsonDocument::fromJson(QByteArray::fromStdString(told)).array().size(), 3) << told;
 }
 
 TEST(RecordedDocuments, TellNanoBanana) {
