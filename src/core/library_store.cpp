@@ -17,6 +17,8 @@ void setOptional(std::optional<QString>& field, std::optional<QString> text, con
 
 }  // namespace
 
+void WatchedProjects::setProject(const QUuid&, const std::optional<QUuid>&) {}
+
 // ---- Lifetime and the open workspace
 
 LibraryStore::LibraryStore(Services services, QObject* parent) : QObject(parent), services_(std::move(services)) {
@@ -90,6 +92,7 @@ void LibraryStore::install(OpenedWorkspace workspace) {
   open_ = std::make_unique<OpenedWorkspace>(std::move(workspace));
   ++opening_;
   unsavedJobs_.clear();
+  history_.clear();
   arrays_ = std::move(fresh);
   index_ = LibraryIndex();
   index_.rebuild(arrays_, LibraryTables::all);
@@ -104,6 +107,7 @@ void LibraryStore::close() {
   open_.reset();
   ++opening_;
   unsavedJobs_.clear();
+  history_.clear();
   arrays_ = LibraryArrays();
   index_ = LibraryIndex();
   loadSidecars();

@@ -13,6 +13,7 @@
 #include "base/clock.h"
 #include "core/composer_sidecar.h"
 #include "core/ledgers.h"
+#include "core/library_history.h"
 #include "core/library_index.h"
 #include "core/library_tables.h"
 #include "core/record_context.h"
@@ -38,6 +39,14 @@ struct OpenedWorkspace {
   WorkspaceFiles files;
   WorkspaceLease lease;
   std::unique_ptr<RecordContext> context;
+};
+
+/// Which project each watched folder belongs to. The room that watches folders fills it; without one there are none.
+class WatchedProjects {
+ public:
+  virtual ~WatchedProjects() = default;
+  virtual QHash<QUuid, std::optional<QUuid>> snapshot() const { return {}; }
+  virtual void setProject(const QUuid& folder, const std::optional<QUuid>& project);
 };
 
 /// Says for as long as it lives that a long operation works on the open workspace, so that no other one is opened.
@@ -147,6 +156,14 @@ class LibraryStore final : public QObject {
   /// Moves `revision` by one, for a change that no save stands for.
   void noteChange();
 
+  // ---- Undo and redo
+
+  /// Emptied whenever a workspace opens or closes.
+  LibraryHistory& history() { return history_; }
+  const LibraryHistory& history() const { return history_; }
+  /// Never null.
+  std::shared_ptr<WatchedProjects> watchedProjects = std::make_shared<WatchedProjects>();
+
   // ---- Sidecars
 
   PromptLibrary& prompts() { return prompts_; }
@@ -241,6 +258,7 @@ class LibraryStore final : public QObject {
   LibraryArrays arrays_;
   LibraryIndex index_;
   QHash<QUuid, GenerationJob> unsavedJobs_;
+  LibraryHistory history_;
 
   PromptLibrary prompts_;
   ChargeLedger extraCharges_;

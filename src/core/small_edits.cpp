@@ -4,6 +4,7 @@
 
 #include "base/durable_file.h"
 #include "base/ids.h"
+#include "core/file_relocation.h"
 #include "core/history.h"
 #include "core/texts.h"
 
@@ -24,7 +25,7 @@ void perform(LibraryStore& store, const QString& name, UndoScope scope, Body&& b
 template <class Change>
 void editAll(LibraryStore& store, const QString& name, const std::vector<AssetRef>& assets, Change&& change) {
   if (assets.empty()) return;
-  perform(store, name, {assets, LibraryTables::assets}, [&] {
+  perform(store, name, {assets, LibraryTables::none}, [&] {
     for (const AssetRef& asset : assets) change(store.context().edit(asset));
     store.save(LibraryTables::none);
   });
@@ -33,46 +34,6 @@ void editAll(LibraryStore& store, const QString& name, const std::vector<AssetRe
 template <class Change>
 void editOne(LibraryStore& store, const QString& name, const AssetRef& asset, Change&& change) {
   editAll(store, name, std::vector{asset}, change);
-}
-
-/// Files that stand under their new names while the records still say the old ones. Until the records are saved the new
-/// names can be taken away again; afterwards the old ones go. A crash in between leaves a second name and loses
-/// nothing.
-class FileRelocation {
- public:
-  explicit FileRelocation(const WorkspaceFiles& files) : files_(files) {}
-  FileRelocation(const FileRelocation&) = delete;
-  FileRelocation& operator=(const FileRelocation&) = delete;
-  ~FileRelocation() {
-    for (const Step& step : steps_) removeQuietly(settled_ ? step.from : step.to);
-  }
-
-  void add(const QString& from, const QString& to) {
-    linkOrCopyDurably(files_.absolute(from), files_.absolute(to), DurableMode::Media);
-    steps_.push_back({files_.absolute(from), files_.absolute(to)});
-  }
-  void settle() { settled_ = true; }
-
- private:
-  struct Step {
-    QString from;
-    QString to;
-  };
-  static void removeQuietly(const QString& path) {
-    try {
-      removeDurably(path);
-    } catch (const SorvanError&) {
-      // A name too many is found by the check of the workspace; a file too few could not be.
-    }
-  }
-
-  WorkspaceFiles files_;
-  std::vector<Step> steps_;
-  bool settled_ = false;
-};
-
-QString folderOf(const QString& relativePath) {
-  return relativePath.left(std::max<qsizetype>(relativePath.lastIndexOf(u'/'), 0));
 }
 
 /// The sub-folder of a project's media that an item lies in, which it keeps when it moves.
@@ -161,7 +122,7 @@ void setStatus(LibraryStore& store, const AssetRef& asset, AssetStatus status) {
 }
 
 void rename(LibraryStore& store, const AssetRef& asset, const QString& name) {
-  perform(store, QStringLiteral("Rename"), {std::vector{asset}, LibraryTables::assets}, [&] {
+  perform(store, QStringLiteral("Rename"), {std::vector{asset}, LibraryTables::none}, [&] {
     if (name.trimmed().isEmpty()) throw SorvanError(texts::nameBlank());
     store.requireWorkspaceInPlace();
     const ReservedPath path = store.files().uniquePath(folderOf(asset->localFilePath), name, extensionOf(*asset));
@@ -175,7 +136,7 @@ void rename(LibraryStore& store, const AssetRef& asset, const QString& name) {
 }
 
 void move(LibraryStore& store, const std::vector<AssetRef>& assets, std::optional<QUuid> destination) {
-  perform(store, QStringLiteral("Move Items"), {assets, LibraryTables::assets}, [&] {
+  perform(store, QStringLiteral("Move Items"), {assets, LibraryTables::none}, [&] {
     refuseReferencesOfActiveJobs(store, assets);
     store.requireWorkspaceInPlace();
     const ProjectRef project = destination ? store.project(*destination) : nullptr;

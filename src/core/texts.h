@@ -142,4 +142,14 @@ inline QString usedByActiveJob() {
   return QStringLiteral("One of these assets is a reference in an active generation. Wait for it to finish.");
 }
 
+// Undo and redo
+inline QString unknownUndoRecord() { return QStringLiteral("Unknown undo record."); }
+inline QString historyItemGone() { return QStringLiteral("The history item is no longer available."); }
+inline QString historyFileMissing() {
+  return QStringLiteral("A file needed for Undo or Redo is missing, or its destination is occupied.");
+}
+inline QString projectInUse() {
+  return QStringLiteral("This project is in use by now. Move its items elsewhere before taking back its creation.");
+}
+
 }  // namespace sorvan::core::texts
