@@ -49,6 +49,19 @@ auto undoable(LibraryStore& store, const QString& name, const UndoScope& scope, 
   }
 }
 
+/// As `undoable` for a user's operation: a failure becomes the store's `error`, and memory is what the disk has.
+/// Answers whether it went through.
+template <class Body>
+bool performUndoable(LibraryStore& store, const QString& name, const UndoScope& scope, Body&& body) {
+  try {
+    undoable(store, name, scope, body);
+    return true;
+  } catch (...) {
+    store.failOperation(std::current_exception());
+    return false;
+  }
+}
+
 /// Remembers items that an operation with pauses has made, such as an import: Undo sends them to Trash. Throws when an
 /// item cannot be encoded; then nothing is remembered.
 void rememberAddedAssets(LibraryStore& store, const std::vector<AssetRef>& assets, const QString& name);

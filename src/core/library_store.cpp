@@ -192,6 +192,7 @@ void LibraryStore::save(LibraryTables reloading) {
   if (!reloading.has(LibraryTables::assets | LibraryTables::generations)) {
     // 5. Otherwise only those that changed.
     for (const AssetRef& item : edited) refreshRow(item);
+    tellTouched(edited, {});
   }
   // 6. One step of the revision either way.
   if (reloading.isEmpty())
@@ -204,7 +205,9 @@ void LibraryStore::reload(LibraryTables tables) {
   if (!open_) return;
   arrays_.fetch(*open_->context, tables);
   index_.rebuild(arrays_, tables);
-  if (tables.has(LibraryTables::assets | LibraryTables::generations)) rebuildRows();
+  const LibraryTables ofRows = LibraryTables::assets | LibraryTables::generations;
+  if (tables.has(ofRows)) rebuildRows();
+  if (tables.has(ofRows | LibraryTables::projects)) Q_EMIT itemsReread();
   changed();
 }
 
@@ -245,7 +248,15 @@ void LibraryStore::registerRecords(const NewRecords& records) {
     arrays_.references.push_back(reference);
     index_.add(reference);
   }
+  tellTouched(records.assets, records.generations);
   changed();
+}
+
+void LibraryStore::tellTouched(const std::vector<AssetRef>& assets, const std::vector<GenerationRef>& generations) {
+  std::vector<QUuid> items;
+  for (const AssetRef& asset : assets) items.push_back(asset->id);
+  for (const GenerationRef& generation : generations) items.push_back(generation->assetID);
+  if (!items.empty()) Q_EMIT itemsTouched(items);
 }
 
 void LibraryStore::rollBack() {

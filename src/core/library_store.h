@@ -232,6 +232,10 @@ class LibraryStore final : public QObject {
 
  Q_SIGNALS:
   void revisionChanged();
+  /// These items came in, or a text or mark of theirs differs. Comes before `revisionChanged`.
+  void itemsTouched(const std::vector<QUuid>& items);
+  /// Any item may differ, or the name of its project. Comes before `revisionChanged`.
+  void itemsReread();
   void workspaceChanged();
   void errorChanged();
   void noticeChanged();
@@ -246,6 +250,7 @@ class LibraryStore final : public QObject {
   void changed();
   void rebuildRows();
   void refreshRow(const AssetRef& asset);
+  void tellTouched(const std::vector<AssetRef>& assets, const std::vector<GenerationRef>& generations);
   void insertAsset(const AssetRef& asset);
   void reapplyUnsavedJobs();
   void endLocalOperation();

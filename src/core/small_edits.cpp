@@ -11,21 +11,11 @@
 namespace sorvan::core {
 namespace {
 
-/// Runs one edit; a failure is rolled back and shown, and memory is what the disk has.
-template <class Body>
-void perform(LibraryStore& store, const QString& name, UndoScope scope, Body&& body) {
-  try {
-    undoable(store, name, scope, body);
-  } catch (...) {
-    store.failOperation(std::current_exception());
-  }
-}
-
 /// One step and one save, however many items.
 template <class Change>
 void editAll(LibraryStore& store, const QString& name, const std::vector<AssetRef>& assets, Change&& change) {
   if (assets.empty()) return;
-  perform(store, name, {assets, LibraryTables::none}, [&] {
+  performUndoable(store, name, {assets, LibraryTables::none}, [&] {
     for (const AssetRef& asset : assets) change(store.context().edit(asset));
     store.save(LibraryTables::none);
   });
@@ -51,17 +41,6 @@ QString stemOf(const Asset& asset) {
 }
 
 QString extensionOf(const Asset& asset) { return QFileInfo(asset.filename()).suffix(); }
-
-void refuseReferencesOfActiveJobs(const LibraryStore& store, const std::vector<AssetRef>& assets) {
-  QSet<QUuid> used;
-  for (const JobRef& job : store.jobs()) {
-    if (!job->isActive()) continue;
-    if (const auto request = job->request())
-      for (const QUuid& reference : request->referenceIDs) used.insert(reference);
-  }
-  for (const AssetRef& asset : assets)
-    if (used.contains(asset->id)) throw SorvanError(texts::usedByActiveJob());
-}
 
 /// Moves the thumbnail along. One that cannot be moved is drawn again later.
 std::optional<QString> relocateThumbnail(const LibraryStore& store, FileRelocation& relocation, const Asset& asset,
@@ -95,6 +74,17 @@ void moveOne(LibraryStore& store, FileRelocation& relocation, const AssetRef& as
 
 }  // namespace
 
+void refuseReferencesOfActiveJobs(const LibraryStore& store, const std::vector<AssetRef>& assets) {
+  QSet<QUuid> used;
+  for (const JobRef& job : store.jobs()) {
+    if (!job->isActive()) continue;
+    if (const auto request = job->request())
+      for (const QUuid& reference : request->referenceIDs) used.insert(reference);
+  }
+  for (const AssetRef& asset : assets)
+    if (used.contains(asset->id)) throw SorvanError(texts::usedByActiveJob());
+}
+
 void toggleFavorite(LibraryStore& store, const AssetRef& asset) { setFavorite(store, {asset}, !asset->favorite); }
 
 void setFavorite(LibraryStore& store, const std::vector<AssetRef>& assets, bool favorite) {
@@ -118,11 +108,16 @@ void setNotes(LibraryStore& store, const AssetRef& asset, std::optional<QString>
 }
 
 void setStatus(LibraryStore& store, const AssetRef& asset, AssetStatus status) {
-  editOne(store, QStringLiteral("Change Status"), asset, [&](Asset& changed) { changed.statusRaw = rawValue(status); });
+  setStatus(store, std::vector{asset}, status);
+}
+
+void setStatus(LibraryStore& store, const std::vector<AssetRef>& assets, AssetStatus status) {
+  editAll(store, QStringLiteral("Change Status"), assets,
+          [&](Asset& changed) { changed.statusRaw = rawValue(status); });
 }
 
 void rename(LibraryStore& store, const AssetRef& asset, const QString& name) {
-  perform(store, QStringLiteral("Rename"), {std::vector{asset}, LibraryTables::none}, [&] {
+  performUndoable(store, QStringLiteral("Rename"), {std::vector{asset}, LibraryTables::none}, [&] {
     if (name.trimmed().isEmpty()) throw SorvanError(texts::nameBlank());
     store.requireWorkspaceInPlace();
     const ReservedPath path = store.files().uniquePath(folderOf(asset->localFilePath), name, extensionOf(*asset));
@@ -136,7 +131,7 @@ void rename(LibraryStore& store, const AssetRef& asset, const QString& name) {
 }
 
 void move(LibraryStore& store, const std::vector<AssetRef>& assets, std::optional<QUuid> destination) {
-  perform(store, QStringLiteral("Move Items"), {assets, LibraryTables::none}, [&] {
+  performUndoable(store, QStringLiteral("Move Items"), {assets, LibraryTables::none}, [&] {
     refuseReferencesOfActiveJobs(store, assets);
     store.requireWorkspaceInPlace();
     const ProjectRef project = destination ? store.project(*destination) : nullptr;

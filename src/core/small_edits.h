@@ -17,6 +17,7 @@ void setRating(LibraryStore& store, const AssetRef& asset, std::optional<int> ra
 void setRating(LibraryStore& store, const std::vector<AssetRef>& assets, std::optional<int> rating);
 void setNotes(LibraryStore& store, const AssetRef& asset, std::optional<QString> notes);
 void setStatus(LibraryStore& store, const AssetRef& asset, AssetStatus status);
+void setStatus(LibraryStore& store, const std::vector<AssetRef>& assets, AssetStatus status);
 
 /// Gives the item's file a new name in the same folder. A blank name is refused. The file exists under its new name
 /// before the record says so, and under the old one until it does: a crash leaves at worst a second name for it.
@@ -25,5 +26,8 @@ void rename(LibraryStore& store, const AssetRef& asset, const QString& name);
 /// Moves items to a project, or to the Inbox for none: the files into the same sub-folder of the new root, in the same
 /// order of steps. Refused while one is a reference of an active job.
 void move(LibraryStore& store, const std::vector<AssetRef>& assets, std::optional<QUuid> project);
+
+/// Throws when one of the items is a reference of a job that waits or runs.
+void refuseReferencesOfActiveJobs(const LibraryStore& store, const std::vector<AssetRef>& assets);
 
 }  // namespace sorvan::core
