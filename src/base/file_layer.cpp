@@ -1,6 +1,7 @@
 #include "base/file_layer.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -60,6 +61,8 @@ int FileLayer::remove(const QByteArray& path) { return orErrno(::unlink(path.con
 int FileLayer::makeFolder(const QByteArray& path, mode_t mode) { return orErrno(::mkdir(path.constData(), mode)); }
 
 int FileLayer::removeFolder(const QByteArray& path) { return orErrno(::rmdir(path.constData())); }
+
+int FileLayer::lock(int descriptor) { return orErrno(::flock(descriptor, LOCK_EX | LOCK_NB)); }
 
 static FileLayer& realLayer() {
   static FileLayer layer;

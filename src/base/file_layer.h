@@ -30,6 +30,9 @@ class FileLayer {
   virtual int remove(const QByteArray& path);
   virtual int makeFolder(const QByteArray& path, mode_t mode);
   virtual int removeFolder(const QByteArray& path);
+  // An exclusive flock, without waiting: EWOULDBLOCK while somebody else holds it, and another failure where the file
+  // system knows no locks. It ends with the last descriptor of that opening.
+  virtual int lock(int descriptor);
 
   // The layer that everything in the process writes through: the real one unless a test put another in its place.
   static FileLayer& current();

@@ -307,8 +307,9 @@ bool LibraryStore::hasUnsavedMetadata() const {
 }
 
 bool LibraryStore::canRetryMetadataSave() const {
+  if (backingUp_) return false;
   return extraCharges_.canRetrySave() || analyses_.canRetrySave() || prompts_.canRetrySave() ||
-         (open_ && composer_.pending()) || !unsavedJobs_.isEmpty();
+         composer_.hasUnsavedDraft() || !unsavedJobs_.isEmpty();
 }
 
 void LibraryStore::retryMetadataSave() {

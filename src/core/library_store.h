@@ -182,6 +182,7 @@ class LibraryStore final : public QObject {
 
   /// Whether something is in memory and not yet on disk: closing and switching ask first.
   bool hasUnsavedMetadata() const;
+  /// Whether `retryMetadataSave` has something to write that it may write; never during a backup.
   bool canRetryMetadataSave() const;
   /// Tries all pending writes again: the database first, then the ledgers and the composer's draft. Nothing during a
   /// backup.

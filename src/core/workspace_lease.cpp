@@ -1,7 +1,6 @@
 #include "core/workspace_lease.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -9,6 +8,7 @@
 #include <cerrno>
 #include <mutex>
 
+#include "base/file_layer.h"
 #include "base/sorvan_error.h"
 #include "core/texts.h"
 #include "core/workspace_files.h"
@@ -49,10 +49,11 @@ std::shared_ptr<const WorkspaceLease::Handle> WorkspaceLease::Handle::lock(const
   // A lock lives as long as anybody holds its descriptor, so no child process may inherit it.
   const int descriptor = ::open(path.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
   if (descriptor < 0) throw SorvanError(texts::cannotLock());
-  if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return std::make_shared<const Handle>(descriptor, path);
-  const int failure = errno;
+  const int locked = FileLayer::current().lock(descriptor);
+  if (locked == 0) return std::make_shared<const Handle>(descriptor, path);
   ::close(descriptor);
-  throw SorvanError(failure == EWOULDBLOCK ? texts::lockedByAnother() : texts::cannotLock());
+  // Only that answer speaks of another process; any other says that there are no locks here.
+  throw SorvanError(locked == -EWOULDBLOCK ? texts::lockedByAnother() : texts::cannotLock());
 }
 
 WorkspaceLease::WorkspaceLease(const QString& root) {

@@ -40,6 +40,16 @@ class FailingLayer final : public base::FileLayer {
   int steps_ = 0;
 };
 
+/// A file system whose locks fail with one error.
+class LocklessLayer final : public base::FileLayer {
+ public:
+  explicit LocklessLayer(int error) : error_(error) {}
+  int lock(int) override { return -error_; }
+
+ private:
+  int error_;
+};
+
 /// Fails no step, and counts them.
 inline constexpr int noFailingStep = 1 << 30;
 

@@ -104,6 +104,45 @@ TEST_F(SavedInformationTest, ADraftThatWaitsSaysSoUntilItIsSaved) {
   EXPECT_EQ(issue("draft"), "");
 }
 
+TEST_F(SavedInformationTest, NothingCanBeSavedAgainDuringABackupAndAfterItWhatWaitedIsWritten) {
+  {
+    test::FailingLayer full(1);
+    const FileLayerOverride override(full);
+    store.record({});
+    store.keepComposer({});
+  }
+  EXPECT_TRUE(store.canRetryMetadataSave());
+  store.setBackingUp(true);
+  EXPECT_FALSE(store.canRetryMetadataSave());
+  store.retryMetadataSave();
+  EXPECT_FALSE(hasSidecar(QStringLiteral("charges.json")));
+  EXPECT_FALSE(hasSidecar(QStringLiteral("composer.json")));
+  store.setBackingUp(false);
+  EXPECT_TRUE(hasSidecar(QStringLiteral("charges.json")));
+  EXPECT_TRUE(hasSidecar(QStringLiteral("composer.json")));
+  EXPECT_FALSE(store.canRetryMetadataSave());
+}
+
+TEST_F(SavedInformationTest, AJobThatCouldNotBeSavedIsOfferedAndSavedAgain) {
+  const JobRef job = addJob({}, jobStatus::generating);
+  const QUuid id = job->id;
+  failWrites("UPDATE", "GenerationJob");
+  store.context().edit(job).remoteHandleData = QByteArrayLiteral("{}");
+  EXPECT_THROW(store.save(LibraryTables::none), SorvanError);
+  store.keepUnsaved(job);
+  store.rollBack();
+  EXPECT_TRUE(store.canRetryMetadataSave());
+  store.retryMetadataSave();
+  EXPECT_TRUE(store.canRetryMetadataSave()) << "it fails again and stays";
+  allowWrites("UPDATE", "GenerationJob");
+  store.retryMetadataSave();
+  EXPECT_FALSE(store.canRetryMetadataSave());
+  RecordContext reader(store.files().database());
+  ASSERT_EQ(reader.fetch<GenerationJob>().size(), 1u);
+  EXPECT_EQ(reader.fetch<GenerationJob>().front()->id, id);
+  EXPECT_EQ(reader.fetch<GenerationJob>().front()->remoteHandleData, QByteArrayLiteral("{}"));
+}
+
 TEST_F(SavedInformationTest, AStandingIssueOfALedgerIsKept) {
   {
     test::FailingLayer full(1);

@@ -8,6 +8,7 @@
 
 #include <csignal>
 
+#include "failing_layer.h"
 #include "library_fixture.h"
 
 namespace sorvan::core {
@@ -87,6 +88,22 @@ TEST_F(WorkspaceLeaseTest, FollowsNoLinkAndSaysThatItCannotLock) {
   ASSERT_EQ(::symlink("/tmp/some-other-file", lockFile().constData()), 0);
   EXPECT_EQ(messageOf([&] { WorkspaceLease{folder.path()}; }),
             "Cannot lock this workspace. Check its folder permissions.");
+}
+
+TEST_F(WorkspaceLeaseTest, OnAFileSystemWithoutLocksCannotLockAndNeverBlamesAnotherProcess) {
+  for (const int error : {ENOLCK, ENOSYS, EOPNOTSUPP, EINVAL, EIO}) {
+    SCOPED_TRACE(error);
+    test::LocklessLayer lockless(error);
+    const base::FileLayerOverride override(lockless);
+    EXPECT_EQ(messageOf([&] { WorkspaceLease{folder.path()}; }),
+              "Cannot lock this workspace. Check its folder permissions.");
+  }
+  test::LocklessLayer taken(EWOULDBLOCK);
+  {
+    const base::FileLayerOverride override(taken);
+    EXPECT_EQ(messageOf([&] { WorkspaceLease{folder.path()}; }), lockedElsewhere);
+  }
+  EXPECT_NO_THROW(WorkspaceLease{folder.path()}) << "a failure keeps nothing locked";
 }
 
 TEST_F(WorkspaceLeaseTest, OfAFolderWithoutAHiddenFolderCannotLock) {
