@@ -7,6 +7,16 @@
 namespace sorvan::core {
 namespace {
 
+QDir recoveryFolders(const WorkspaceFiles& files) { return QDir(files.sidecar(QStringLiteral("recovery"))); }
+
+/// The jobs that left something to recover: most did not, and one look at the names spares a look for each job.
+QSet<QUuid> jobsWithRecoveryFolder(const WorkspaceFiles& files) {
+  QSet<QUuid> jobs;
+  for (const QString& name : recoveryFolders(files).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot))
+    if (const QUuid job = uuidFromText(name); !job.isNull()) jobs.insert(job);
+  return jobs;
+}
+
 /// Whether the job's paid submission may have been accepted without anybody knowing under which handle.
 bool submissionIsUnknown(const WorkspaceFiles& files, const GenerationJob& job) {
   if (!QFileInfo::exists(files.submissionMarker(job.id))) return false;
@@ -24,13 +34,14 @@ bool hasLanded(const LibraryStore& store, const QUuid& id) {
 
 std::vector<JobRef> markInterruptedJobs(LibraryStore& store) {
   std::vector<JobRef> marked;
+  const QSet<QUuid> recoverable = jobsWithRecoveryFolder(store.files());
   for (const JobRef& job : store.jobs()) {
     if (!job->isActive()) continue;
     GenerationJob& changed = store.context().edit(job);
     changed.status = jobStatus::failed;
     changed.detail = texts::interrupted();
-    changed.errorMessage =
-        submissionIsUnknown(store.files(), *job) ? texts::submissionAnswerLost() : texts::closedBeforeFinish();
+    const bool unknown = recoverable.contains(job->id) && submissionIsUnknown(store.files(), *job);
+    changed.errorMessage = unknown ? texts::submissionAnswerLost() : texts::closedBeforeFinish();
     marked.push_back(job);
   }
   return marked;
@@ -42,7 +53,7 @@ void cleanUpAfterLandedJobs(LibraryStore& store) {
     if (hasLanded(store, charge.id)) settled.push_back(charge.id);
   if (!settled.empty()) store.extraCharges().remove(settled);
 
-  const QDir recovery(store.files().sidecar(QStringLiteral("recovery")));
+  const QDir recovery = recoveryFolders(store.files());
   for (const QString& name : recovery.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
     const QUuid job = uuidFromText(name);
     if (job.isNull() || !hasLanded(store, job)) continue;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <bitset>
 #include <memory>
 #include <vector>
 
@@ -32,6 +33,10 @@ template <>
 inline constexpr const char* tableName<SavedReference> = "SavedReference";
 template <>
 inline constexpr const char* tableName<ClipSequence> = "ClipSequence";
+
+template <class R>
+inline constexpr std::size_t columnCount =
+    boost::mp11::mp_size<boost::describe::describe_members<R, boost::describe::mod_public>>::value;
 
 /// The texts of SQL that follow from a record's description.
 template <class R>
@@ -74,10 +79,17 @@ class RecordSql {
             .toLatin1();
     return sql;
   }
-  static const QByteArray& update() {
-    static const QByteArray sql = QStringLiteral("UPDATE %1 SET %2 = ? WHERE id = ?")
-                                      .arg(name(), columns().join(QStringLiteral(" = ?, ")))
-                                      .toLatin1();
+  /// Writes the columns that are named by their places, in their order. What is not written costs nothing: above all
+  /// not the index over the ids.
+  static const QByteArray& update(const std::bitset<columnCount<R>>& changed) {
+    static QHash<quint64, QByteArray> made;
+    QByteArray& sql = made[changed.to_ullong()];
+    if (!sql.isEmpty()) return sql;
+    QStringList set;
+    const QStringList all = columns();
+    for (std::size_t column = 0; column < changed.size(); ++column)
+      if (changed[column]) set += all[static_cast<qsizetype>(column)] + QStringLiteral(" = ?");
+    sql = QStringLiteral("UPDATE %1 SET %2 WHERE id = ?").arg(name(), set.join(QStringLiteral(", "))).toLatin1();
     return sql;
   }
   static const QByteArray& deletion() {
@@ -165,8 +177,7 @@ class RecordTable {
   void write(Database& database) const {
     for (const auto& record : removed_) deleteRow(database, record->id);
     for (auto entry = before_.begin(); entry != before_.end(); ++entry)
-      if (const auto record = known_.value(entry.key()); record && !sameFields(*record, entry.value()))
-        updateRow(database, *record);
+      if (const auto record = known_.value(entry.key())) updateRow(database, *record, entry.value());
     for (const auto& record : inserted_) insertRow(database, *record);
   }
 
@@ -216,7 +227,7 @@ class RecordTable {
     rows.reserve(rows_.size());
     QHash<QUuid, std::shared_ptr<R>> leaving;
     for (const auto& record : removed_) leaving.insert(record->id, record);
-    std::array<SharedTexts, fieldCount> shared;
+    std::array<SharedTexts, columnCount<R>> shared;
     RowReader reader(database, RecordSql<R>::select());
     while (reader.step()) {
       QUuid id;
@@ -245,13 +256,12 @@ class RecordTable {
     });
   }
 
-  static int bindAll(Statement& statement, const R& record) {
+  static void bindAll(Statement& statement, const R& record) {
     int index = 1;
     forEachField<R>([&](const char*, auto member) {
       using Value = std::remove_cvref_t<decltype(record.*member)>;
       Column<Value>::bind(statement, index++, record.*member);
     });
-    return index;
   }
 
   static void insertRow(Database& database, const R& record) {
@@ -260,10 +270,20 @@ class RecordTable {
     statement.run();
   }
 
-  static void updateRow(Database& database, const R& record) {
-    Statement& statement = database.statement(RecordSql<R>::update().constData());
-    const int idParameter = bindAll(statement, record);
-    Column<QUuid>::bind(statement, idParameter, record.id);
+  /// Writes what differs from the values before; nothing when all agree.
+  static void updateRow(Database& database, const R& record, const R& before) {
+    std::bitset<columnCount<R>> changed;
+    std::size_t column = 0;
+    forEachField<R>([&](const char*, auto member) { changed[column++] = record.*member != before.*member; });
+    if (changed.none()) return;
+    Statement& statement = database.statement(RecordSql<R>::update(changed).constData());
+    int parameter = 1;
+    column = 0;
+    forEachField<R>([&](const char*, auto member) {
+      using Value = std::remove_cvref_t<decltype(record.*member)>;
+      if (changed[column++]) Column<Value>::bind(statement, parameter++, record.*member);
+    });
+    Column<QUuid>::bind(statement, parameter, record.id);
     statement.run();
   }
 
@@ -284,9 +304,6 @@ class RecordTable {
       return true;
     });
   }
-
-  static constexpr std::size_t fieldCount =
-      boost::mp11::mp_size<boost::describe::describe_members<R, boost::describe::mod_public>>::value;
 
   QHash<QUuid, std::shared_ptr<R>> known_;
   std::vector<std::shared_ptr<R>> rows_;  ///< what the file holds, in the order of insertion

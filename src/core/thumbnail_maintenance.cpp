@@ -1,5 +1,7 @@
 #include "core/thumbnail_maintenance.h"
 
+#include <algorithm>
+
 #include "base/durable_file.h"
 #include "base/ids.h"
 #include "core/thumbnails.h"
@@ -7,7 +9,7 @@
 
 namespace sorvan::core {
 
-/// One thumbnail to draw, in plain values for the pool.
+/// One thumbnail to draw, in plain values for the pool; with an empty destination there is nothing to draw.
 struct ThumbnailMaintenance::Drawing {
   QUuid asset;
   QString source;       ///< absolute
@@ -16,6 +18,9 @@ struct ThumbnailMaintenance::Drawing {
 };
 
 namespace {
+
+/// How many pictures the pool looks at before the main thread hears of it.
+constexpr std::size_t picturesAtOnce = 64;
 
 QString squaresMarker(const WorkspaceFiles& files) { return files.sidecar(QStringLiteral("thumbnails-squares")); }
 
@@ -37,6 +42,8 @@ bool mayDraw(const LibraryStore& store) {
 
 /// On the pool. A thumbnail is a convenience: whatever fails leaves things as they were.
 bool tryToDraw(const QString& source, MediaType type, const QString& destination) {
+  // A drive that went away gets no folders in its place.
+  if (!QFileInfo(source).isFile()) return false;
   try {
     ensureFolderDurably(QFileInfo(destination).path());
     drawThumbnail(source, type, destination);
@@ -46,7 +53,25 @@ bool tryToDraw(const QString& source, MediaType type, const QString& destination
   }
 }
 
+/// On the pool. How many of the pictures at the front are not see-through and stay as they are.
+template <class Drawing>
+std::size_t opaqueAtFront(const std::vector<Drawing>& pictures, const std::stop_token& stop) {
+  const auto first = std::ranges::find_if(pictures, [&](const Drawing& picture) {
+    throwIfStopped(stop);
+    return !picture.destination.isEmpty() && hasTransparency(picture.source);
+  });
+  return static_cast<std::size_t>(first - pictures.begin());
+}
+
 }  // namespace
+
+ThumbnailMaintenance::Drawing ThumbnailMaintenance::redrawing(const LibraryStore& store, const QUuid& picture) {
+  const AssetRef asset = store.asset(picture);
+  if (!asset || !asset->thumbnailFilePath || asset->deletedAt) return {};
+  const QString destination = store.files().absolute(*asset->thumbnailFilePath);
+  if (!liesInside(store.files(), destination)) return {};
+  return {picture, store.fileOf(*asset), *asset->thumbnailFilePath, destination};
+}
 
 ThumbnailMaintenance::ThumbnailMaintenance(LibraryStore& store) : store_(store) {
   store.afterOpen.push_back([this](LibraryStore&) {
@@ -65,30 +90,35 @@ Task<> ThumbnailMaintenance::drain() {
 }
 
 void ThumbnailMaintenance::redrawSeeThroughThumbnails() {
-  const WorkspaceFiles& files = store_.files();
-  if (QFileInfo::exists(squaresMarker(files))) return;
-  // 1. Records stay on this thread; the task gets paths.
-  std::vector<Drawing> list;
-  for (const AssetRef& asset : store_.assets()) {
-    if (asset->type() != MediaType::image || !asset->thumbnailFilePath || asset->deletedAt) continue;
-    const QString destination = files.absolute(*asset->thumbnailFilePath);
-    if (liesInside(files, destination))
-      list.push_back({asset->id, store_.fileOf(*asset), *asset->thumbnailFilePath, destination});
-  }
-  // 2. The rest happens in the background.
-  tasks_.spawn(redraw(&store_, std::move(list), stopping_.get_token()));
+  if (QFileInfo::exists(squaresMarker(store_.files()))) return;
+  std::vector<QUuid> pictures;
+  for (const AssetRef& asset : store_.assets())
+    if (asset->type() == MediaType::image && asset->thumbnailFilePath && !asset->deletedAt)
+      pictures.push_back(asset->id);
+  tasks_.spawn(redraw(&store_, std::move(pictures), stopping_.get_token()));
 }
 
-Task<> ThumbnailMaintenance::redraw(LibraryStore* store, std::vector<Drawing> list, std::stop_token stop) {
+Task<> ThumbnailMaintenance::redraw(LibraryStore* store, std::vector<QUuid> pictures, std::stop_token stop) {
   bool redrawn = false;
-  for (const Drawing& drawing : list) {
+  for (std::size_t next = 0; next < pictures.size();) {
     if (!mayDraw(*store)) co_return;
-    const auto work = [source = drawing.source, destination = drawing.destination] {
-      return hasTransparency(source) && tryToDraw(source, MediaType::image, destination);
-    };
+    // 1. Records stay on this thread; the pool gets paths, and looks at many before it comes back.
+    std::vector<Drawing> some;
+    for (std::size_t index = next; index < std::min(next + picturesAtOnce, pictures.size()); ++index)
+      some.push_back(redrawing(*store, pictures[index]));
+    const auto look = [some, stop] { return opaqueAtFront(some, stop); };
     // A stop throws here, so that what follows never meets another workspace.
-    const bool drawn = co_await onPool(work, stop);
+    const std::size_t opaque = co_await onPool(look, stop);
+    next += opaque;
+    if (opaque == some.size()) continue;
+    // 2. The one that is see-through is drawn, if that is still allowed.
+    if (!mayDraw(*store)) co_return;
+    const auto draw = [drawing = some[opaque]] {
+      return tryToDraw(drawing.source, MediaType::image, drawing.destination);
+    };
+    const bool drawn = co_await onPool(draw, stop);
     redrawn = redrawn || drawn;
+    ++next;
   }
   throwIfStopped(stop);
   if (!mayDraw(*store)) co_return;

@@ -31,7 +31,8 @@ class ThumbnailMaintenance {
 
  private:
   struct Drawing;
-  static Task<> redraw(LibraryStore* store, std::vector<Drawing> list, std::stop_token stop);
+  static Drawing redrawing(const LibraryStore& store, const QUuid& picture);
+  static Task<> redraw(LibraryStore* store, std::vector<QUuid> pictures, std::stop_token stop);
   static Task<> drawWaveforms(LibraryStore* store, std::vector<Drawing> list, std::stop_token stop);
 
   LibraryStore& store_;

@@ -74,7 +74,8 @@ void settleOldState(LibraryStore& store) {
   const std::vector<JobRef> interrupted = markInterruptedJobs(store);
   if (!store.context().hasChanges()) return;
 
-  LibraryTables changed = LibraryTables::contactSheets | LibraryTables::jobs;
+  // The jobs need no reading: what was marked is what the arrays hold, and no job came or went.
+  LibraryTables changed = LibraryTables::contactSheets;
   if (!store.context().edited<Generation>().empty()) changed = changed | LibraryTables::generations;
   if (!store.context().edited<Asset>().empty()) changed = changed | LibraryTables::assets;
   try {
@@ -129,6 +130,10 @@ void restoreLastWorkspace(LibraryStore& store) {
   } catch (const std::exception& failure) {
     store.setError(texts::couldNotOpen(describe(failure)));
   }
+}
+
+bool hasWorkspaceToRestore(const LibraryStore& store) {
+  return store.services().forcedWorkspace || store.settings().get<QByteArray>(bookmarkKey());
 }
 
 void chooseWorkspace(LibraryStore& store, const QString& folder) {

@@ -13,6 +13,9 @@ enum class Remember { no, yes };
 /// nothing. A failure becomes the store's `error`.
 void restoreLastWorkspace(LibraryStore& store);
 
+/// Whether `restoreLastWorkspace` has a folder to open.
+bool hasWorkspaceToRestore(const LibraryStore& store);
+
 /// Opens and remembers the folder that the user chose; refuses one that the system clears. A failure becomes `error`.
 void chooseWorkspace(LibraryStore& store, const QString& folder);
 

@@ -20,7 +20,13 @@ bool lacks(const QString& prompt, const MarkupBox& box) {
   return !note.trimmed().isEmpty() && !prompt.contains(note, Qt::CaseInsensitive);
 }
 
+/// Nearly all requests have no marks, and to decode every request of a library only to see that takes seconds.
+bool mayHaveMarks(const Generation& generation) {
+  return generation.recipeData && generation.recipeData->contains("\"markup\"");
+}
+
 void fill(LibraryStore& store, const GenerationRef& generation) {
+  if (!mayHaveMarks(*generation)) return;
   const auto recipe = generation->recipe();
   if (!recipe || !hasNotedMarks(*recipe)) return;
   const QString prompt = withMissingNotes(generation->prompt, *recipe->markup);

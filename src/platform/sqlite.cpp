@@ -24,8 +24,10 @@ static DatabaseError failure(const QString& path, const QString& verb, const SQL
 }
 
 Database::Database(const QString& file, DatabaseOpening opening) : filePath(file) {
-  const int flags =
+  // One thread at a time uses a connection, so it takes no lock of its own for each column that is read.
+  const int access =
       opening == DatabaseOpening::ReadOnly ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+  const int flags = access | SQLite::OPEN_NOMUTEX;
   try {
     database = std::make_unique<SQLite::Database>(QFile::encodeName(file).toStdString(), flags,
                                                   static_cast<int>(patience.count()));

@@ -107,6 +107,18 @@ TEST_F(ThumbnailMaintenanceTest, AWorkspaceThatIsClosedDuringThePassHasNoMarkerA
   EXPECT_NE(thumbnailBytes(cutout), "old");
 }
 
+TEST_F(ThumbnailMaintenanceTest, OfManyPicturesEachSeeThroughOneIsDrawnWhereverItStands) {
+  const QSet<int> seeThrough{0, 1, 63, 64, 65, 128, 149};
+  const auto name = [](int number) { return QStringLiteral("picture-%1.png").arg(number); };
+  for (int number = 0; number < 150; ++number)
+    addPicture(name(number), seeThrough.contains(number) ? Qt::transparent : Qt::red);
+  reopen();
+  finish();
+  for (int number = 0; number < 150; ++number)
+    EXPECT_EQ(thumbnailBytes(name(number)) != "old", seeThrough.contains(number)) << number;
+  EXPECT_TRUE(QFileInfo::exists(marker()));
+}
+
 TEST_F(ThumbnailMaintenanceTest, ABackupPutsThePassOff) {
   addPicture(cutout, Qt::transparent);
   store.setBackingUp(true);

@@ -152,6 +152,16 @@ TEST_F(WorkspaceOpeningTest, AFileInThePlaceOfTheDatabaseThatIsNoneIsNotReplaced
   EXPECT_EQ(sidecar(QStringLiteral("library.store")), "this is no database at all, but somebody's text");
 }
 
+TEST_F(WorkspaceOpeningTest, AFolderOnAFileSystemWithoutLocksIsRefusedBeforeItsLibraryIsTouched) {
+  openWorkspace(store, folder / QStringLiteral("other"), Remember::no);
+  test::LocklessLayer lockless(ENOLCK);
+  const FileLayerOverride override(lockless);
+  EXPECT_EQ(opening(root()), "Cannot lock this workspace. Check its folder permissions.");
+  EXPECT_FALSE(hasSidecar(QStringLiteral("library.store")));
+  EXPECT_FALSE(hasSidecar(QStringLiteral("schema-version")));
+  EXPECT_EQ(store.workspaceRoot(), canonical(folder / QStringLiteral("other")));
+}
+
 // ---- Switching
 
 TEST_F(WorkspaceOpeningTest, ASwitchIsRefusedWhileAnythingIsInFlight) {
@@ -378,9 +388,11 @@ TEST_F(WorkspaceOpeningTest, ADamagedSidecarIsShownAndTheWorkspaceOpensAllTheSam
 // ---- At start and by choice
 
 TEST_F(WorkspaceOpeningTest, StartingOpensTheRememberedFolder) {
+  EXPECT_FALSE(hasWorkspaceToRestore(store));
   openWorkspace(store, root(), Remember::yes);
   EXPECT_EQ(bookmark(), canonical(root()));
   const auto next = makeStore();
+  EXPECT_TRUE(hasWorkspaceToRestore(*next));
   restoreLastWorkspace(*next);
   EXPECT_EQ(next->workspaceRoot(), canonical(root()));
 }
@@ -393,6 +405,7 @@ TEST_F(WorkspaceOpeningTest, StartingWithNothingRememberedOpensNothingAndSaysNot
 
 TEST_F(WorkspaceOpeningTest, AForcedFolderIsOpenedAndNotRemembered) {
   const auto forced = makeStore(folder / QStringLiteral("forced"));
+  EXPECT_TRUE(hasWorkspaceToRestore(*forced));
   restoreLastWorkspace(*forced);
   EXPECT_EQ(forced->workspaceRoot(), canonical(folder / QStringLiteral("forced")));
   EXPECT_EQ(bookmark(), QString());
@@ -420,6 +433,22 @@ TEST_F(WorkspaceOpeningTest, AChosenTemporaryFolderIsRefused) {
             "Pictures or Documents.");
   EXPECT_FALSE(store.hasWorkspace());
   EXPECT_EQ(bookmark(), QString());
+}
+
+TEST_F(WorkspaceOpeningTest, AChosenFolderInsideTheTrashIsRefusedAndNothingIsMadeInIt) {
+  for (const QString& trash : {QStringLiteral("/.local/share/Trash/files"), QStringLiteral("/.Trash"),
+                               QStringLiteral("/.Trash-%1/files").arg(::getuid())}) {
+    SCOPED_TRACE(text(trash));
+    const QString home = QDir::homePath() + QStringLiteral("/sorvan-trash-test-") + uuidText(newUuid());
+    const QString chosen = home + trash + QStringLiteral("/Work");
+    ASSERT_TRUE(QDir().mkpath(chosen));
+    store.setError(std::nullopt);
+    chooseWorkspace(store, chosen);
+    EXPECT_NE(error().find("a library kept there would be lost"), std::string::npos);
+    EXPECT_FALSE(store.hasWorkspace());
+    EXPECT_TRUE(QDir(chosen).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+    EXPECT_TRUE(QDir(home).removeRecursively());
+  }
 }
 
 TEST(IsTemporary, KnowsTheFoldersThatTheSystemClearsAndTheTrash) {
