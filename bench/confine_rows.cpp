@@ -98,17 +98,33 @@ Contestants pixels(const QDir& data) {
               }};
 }
 
+/// The peer is given the result at the original's size and the mask, ready-made; the limit reads and writes the same
+/// files and lays nothing over.
 Contestants files(const QDir& data) {
   const QString original = data.filePath(QStringLiteral("original.png"));
   const QString result = data.filePath(QStringLiteral("result.png"));
   const QString target = data.filePath(QStringLiteral("ours.png"));
+  const QString copied = data.filePath(QStringLiteral("copied.png"));
+  const QStringList peer{QStringLiteral("vips"),
+                         QStringLiteral("ifthenelse"),
+                         data.filePath(QStringLiteral("mask.png")),
+                         data.filePath(QStringLiteral("scaled.png")),
+                         original,
+                         data.filePath(QStringLiteral("blended.png")),
+                         QStringLiteral("--blend")};
   return {
       .ours =
           [=] {
             return timed([&] { write(target, generation::confinedPicture(result, original, boxes(), {}).value()); });
           },
-      .peer = {},
-      .limit = {}};
+      .peer = [=] { return timedCommand(peer); },
+      .limit =
+          [=] {
+            return timed([&] {
+              platform::decodeUpright(result);
+              write(copied, platform::encodePng(platform::decodeUpright(original)));
+            });
+          }};
 }
 
 const RegisterRow pixelRow{

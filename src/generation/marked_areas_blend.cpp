@@ -1,8 +1,10 @@
 #include "generation/marked_areas_blend.h"
 
+#include <atomic>
 #include <cmath>
 #include <limits>
 
+#include "base/side_by_side.h"
 #include "generation/marked_areas_mask.h"
 #include "platform/picture_rows.h"
 
@@ -13,6 +15,8 @@ constexpr double shapeTolerance = 0.03;  // of the original's ratio
 constexpr int channelsOfPixel = 4;
 constexpr int alphaIndex = 3;
 constexpr std::uint8_t fullLevel = 255;
+/// What a thread takes at once: enough that the lines it has to scale anew do not count.
+constexpr int rowsOfPiece = 128;
 
 bool hasSixteenBits(QImage::Format format) {
   switch (format) {
@@ -103,14 +107,21 @@ void blendRow(Channel* canvas, const Channel* layer, const std::uint8_t* levels,
 template <class Channel>
 void blend(QImage& canvas, const QImage& layer, const FeatherMask& mask, const QRect& target) {
   const QRect part = mask.bounds();
-  ScaledRows<Channel> rows(layer, target.size(), part);
-  std::vector<std::uint8_t> levels(size_t(target.width()));
-  for (int y = part.top(); y <= part.bottom(); ++y) {
-    mask.readRow(y, levels.data());
-    auto* pixels = reinterpret_cast<Channel*>(canvas.scanLine(target.top() + y));
-    blendRow(pixels + ptrdiff_t(target.left() + part.left()) * channelsOfPixel, rows.row(y),
-             levels.data() + part.left(), part.width());
-  }
+  // The one copy of the original's pixels is made before threads share it.
+  uchar* const first = canvas.bits() + ptrdiff_t(target.top()) * canvas.bytesPerLine() +
+                       ptrdiff_t(target.left() + part.left()) * channelsOfPixel * ptrdiff_t(sizeof(Channel));
+  const ptrdiff_t stride = canvas.bytesPerLine();
+  std::atomic<int> next = part.top();
+  sideBySide([&] {
+    ScaledRows<Channel> rows(layer, target.size(), part);
+    std::vector<std::uint8_t> levels(size_t(target.width()));
+    for (int top; (top = next.fetch_add(rowsOfPiece)) <= part.bottom();)
+      for (int y = top; y < top + rowsOfPiece && y <= part.bottom(); ++y) {
+        mask.readRow(y, levels.data());
+        blendRow(reinterpret_cast<Channel*>(first + y * stride), rows.row(y), levels.data() + part.left(),
+                 part.width());
+      }
+  });
 }
 
 }  // namespace

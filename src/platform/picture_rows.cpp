@@ -1,7 +1,9 @@
 #include "platform/picture_rows.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace sorvan::platform {
@@ -53,6 +55,7 @@ ScaledRows<Channel>::ScaledRows(const QImage& picture, QSize size, QRect part)
   if (asItIs_) return;
   source_.resize(size_t(picture.width()));
   lines_.resize(size_t(part.width()) * size_t(down_.taps));
+  held_.resize(size_t(down_.taps));
   row_.resize(size_t(part.width()) * channelsOfPixel);
 }
 
@@ -79,13 +82,43 @@ void ScaledRows<Channel>::scaleLine(int line) {
 }
 
 template <class Channel>
-void ScaledRows<Channel>::store(const Pixel& sum, Channel* channels) const {
-  const float most = std::numeric_limits<Channel>::max();
-  const auto rounded = [most](float value) { return Channel(std::clamp(value, 0.0F, most) + 0.5F); };
-  const float alpha = seeThrough_ ? std::clamp(sum[alphaIndex], 0.0F, most) : most;
-  const float scale = seeThrough_ ? (alpha > 0 ? most / alpha : 0) : 1;
-  for (int i = 0; i < alphaIndex; ++i) channels[i] = rounded(sum[i] * scale);
-  channels[alphaIndex] = rounded(alpha);
+void ScaledRows<Channel>::store(Pixel sum, bool seeThrough, Channel* channels) {
+  using Whole [[gnu::vector_size(16)]] = int;
+  using Narrow [[gnu::vector_size(channelsOfPixel * sizeof(Channel))]] = Channel;
+  constexpr float most = std::numeric_limits<Channel>::max();
+  const Pixel zero{};
+  const Pixel full = zero + most;
+  if (seeThrough) {
+    const float alpha = std::clamp(sum[alphaIndex], 0.0F, most);
+    const float scale = alpha > 0 ? most / alpha : 0;
+    sum *= Pixel{scale, scale, scale, 1};
+  } else {
+    sum[alphaIndex] = most;
+  }
+  sum = sum < zero ? zero : sum;
+  sum = sum > full ? full : sum;
+  const auto narrow = __builtin_convertvector(__builtin_convertvector(sum + 0.5F, Whole), Narrow);
+  std::memcpy(channels, &narrow, sizeof narrow);
+}
+
+template <class Channel>
+template <int Taps>
+void ScaledRows<Channel>::combine(const float* weights) {
+  // In variables of its own, which no write to the row can be taken to change.
+  constexpr int fewest = std::max(Taps, 1);
+  std::array<const Pixel*, fewest> lines;
+  std::array<float, fewest> shares;
+  std::copy_n(held_.begin(), fewest, lines.begin());
+  std::copy_n(weights, fewest, shares.begin());
+  const bool seeThrough = seeThrough_;
+  const int more = Taps == 0 ? down_.taps : Taps;
+  Channel* out = row_.data();
+  for (int i = 0; i < part_.width(); ++i, out += channelsOfPixel) {
+    Pixel sum = lines[0][i] * shares[0];
+    for (int tap = 1; tap < fewest; ++tap) sum += lines[size_t(tap)][i] * shares[size_t(tap)];
+    for (int tap = fewest; tap < more; ++tap) sum += held_[size_t(tap)][i] * weights[tap];
+    store(sum, seeThrough, out);
+  }
 }
 
 template <class Channel>
@@ -97,15 +130,15 @@ const Channel* ScaledRows<Channel>::row(int y) {
   // Lines that are no longer held are read again when rows are asked for in another order.
   if (first + down_.taps < nextLine_) nextLine_ = first;
   for (nextLine_ = std::max(nextLine_, first); nextLine_ < first + down_.taps; ++nextLine_) scaleLine(nextLine_);
+  for (int tap = 0; tap < down_.taps; ++tap)
+    held_[size_t(tap)] = lines_.data() + size_t((first + tap) % down_.taps) * size_t(part_.width());
+  // Growing pictures, the usual case, take this many.
+  constexpr int tapsOfGrowing = 5;
   const float* weights = down_.weights.data() + index * size_t(down_.taps);
-  for (size_t i = 0; i < size_t(part_.width()); ++i) {
-    Pixel sum{};
-    for (int tap = 0; tap < down_.taps; ++tap) {
-      const size_t slot = size_t((first + tap) % down_.taps);
-      sum += lines_[slot * size_t(part_.width()) + i] * weights[tap];
-    }
-    store(sum, row_.data() + i * channelsOfPixel);
-  }
+  if (down_.taps == tapsOfGrowing)
+    combine<tapsOfGrowing>(weights);
+  else
+    combine<0>(weights);
   return row_.data();
 }
 

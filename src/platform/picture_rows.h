@@ -38,7 +38,10 @@ class ScaledRows {
 
   Pixel pixel(const Channel* channels) const;
   void scaleLine(int line);
-  void store(const Pixel& sum, Channel* channels) const;
+  /// One row from the lines that are held; `Taps` of them, or as many as there are for 0.
+  template <int Taps>
+  void combine(const float* weights);
+  static void store(Pixel sum, bool seeThrough, Channel* channels);
 
   QImage picture_;
   QRect part_;
@@ -46,9 +49,10 @@ class ScaledRows {
   bool seeThrough_ = false;
   Kernel across_;
   Kernel down_;
-  std::vector<Pixel> source_;  ///< one line before scaling
-  std::vector<Pixel> lines_;   ///< the last lines, scaled across; line n lies at n modulo the taps
-  int nextLine_ = 0;           ///< the lines before it have been scaled
+  std::vector<Pixel> source_;       ///< one line before scaling
+  std::vector<Pixel> lines_;        ///< the last lines, scaled across; line n lies at n modulo the taps
+  std::vector<const Pixel*> held_;  ///< those that make the next row, in their order
+  int nextLine_ = 0;                ///< the lines before it have been scaled
   std::vector<Channel> row_;
 };
 

