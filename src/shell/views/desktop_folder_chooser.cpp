@@ -2,11 +2,31 @@
 
 #include <QFileDialog>
 
+#include "shell/views/portal_folder_question.h"
+
 namespace sorvan::views {
+
+DesktopFolderChooser::~DesktopFolderChooser() { delete asked_; }
 
 void DesktopFolderChooser::chooseFolder(const FolderQuestion& question,
                                         std::function<void(std::optional<QString>)> chosen) {
-  if (dialog_) return chosen(std::nullopt);
+  if (asked_ || dialog_) return chosen(std::nullopt);
+  asked_ = new PortalFolderQuestion(bus_, question);
+  const auto end = [this] { std::exchange(asked_, nullptr)->deleteLater(); };
+  QObject::connect(asked_, &PortalFolderQuestion::answered, window_,
+                   [end, chosen](const std::optional<QString>& folder) {
+                     end();
+                     chosen(folder);
+                   });
+  QObject::connect(asked_, &PortalFolderQuestion::unavailable, window_, [this, end, question, chosen] {
+    end();
+    openDialog(question, chosen);
+  });
+  asked_->ask(portalNameOf(*window_));
+}
+
+void DesktopFolderChooser::openDialog(const FolderQuestion& question,
+                                      std::function<void(std::optional<QString>)> chosen) {
   dialog_ = new QFileDialog(window_, question.message.isEmpty() ? question.acceptLabel : question.message,
                             question.startFolder);
   dialog_->setAttribute(Qt::WA_DeleteOnClose);

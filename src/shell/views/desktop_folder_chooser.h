@@ -1,6 +1,7 @@
-// Asks for a folder with the desktop's dialog.
+// Asks for a folder with the desktop's own chooser, and with the toolkit's where there is none.
 #pragma once
 
+#include <QDBusConnection>
 #include <QPointer>
 
 #include "shell/folder_chooser.h"
@@ -11,16 +12,24 @@ class QWidget;
 
 namespace sorvan::views {
 
-// One question at a time: a second one while the dialog is open is answered with nothing.
+class PortalFolderQuestion;
+
+// One question at a time: a second one while the first is open is answered with nothing.
 class DesktopFolderChooser final : public FolderChooser {
  public:
   // `window` outlives the chooser.
-  explicit DesktopFolderChooser(QWidget* window) : window_(window) {}
+  explicit DesktopFolderChooser(QWidget* window) : DesktopFolderChooser(window, QDBusConnection::sessionBus()) {}
+  DesktopFolderChooser(QWidget* window, QDBusConnection bus) : window_(window), bus_(std::move(bus)) {}
+  ~DesktopFolderChooser() override;
 
   void chooseFolder(const FolderQuestion& question, std::function<void(std::optional<QString>)> chosen) override;
 
  private:
+  void openDialog(const FolderQuestion& question, std::function<void(std::optional<QString>)> chosen);
+
   QWidget* window_;
+  QDBusConnection bus_;
+  QPointer<PortalFolderQuestion> asked_;
   QPointer<QFileDialog> dialog_;
 };
 

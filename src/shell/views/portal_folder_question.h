@@ -1,0 +1,54 @@
+// One question for a folder to the desktop's own chooser, over the desktop portal.
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusObjectPath>
+
+#include "shell/folder_chooser.h"
+#include "shell/views/room.h"
+
+class QDBusPendingCallWatcher;
+
+namespace sorvan::views {
+
+// Main thread; nothing here waits. After `ask` exactly one of the two signals follows, unless the question goes first.
+// Deleting it takes the answer away, not the desktop's dialog.
+class PortalFolderQuestion final : public QObject {
+  Q_OBJECT
+
+ public:
+  // `bus` is the session bus, but in tests.
+  PortalFolderQuestion(QDBusConnection bus, FolderQuestion question, QObject* parent = nullptr);
+
+  // `parentWindow` as the portal names windows: "x11:" and the number in hexadecimal, or empty. Once.
+  void ask(const QString& parentWindow);
+
+ Q_SIGNALS:
+  // The absolute path of a folder on this machine, or nothing when the person gave up or the portal ended.
+  void answered(const std::optional<QString>& folder);
+  // There is no portal, or it cannot choose folders; the person was asked nothing.
+  void unavailable();
+
+ private Q_SLOTS:
+  void receive(uint code, const QVariantMap& results);
+
+ private:
+  void askVersion();
+  void open();
+  void expectAnswerAt(const QString& request);
+  void finish(const std::optional<QString>& folder);
+  void giveUp();
+  QVariantMap options() const;
+
+  QDBusConnection bus_;
+  FolderQuestion question_;
+  QString token_;
+  QString parentWindow_;
+  QString request_;  // path of the object that will answer
+  bool done_ = false;
+};
+
+// How the portal names a window of this program; empty where the platform has no such names.
+QString portalNameOf(const QWidget& window);
+
+}  // namespace sorvan::views
