@@ -5,6 +5,7 @@
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QTimer>
 #include <QUrl>
 
 #include "app/sandbox_models.h"
@@ -23,6 +24,9 @@
 namespace sorvan::app {
 
 namespace {
+
+/// A window that is started out of sight is never painted.
+constexpr std::chrono::milliseconds longestWaitForWindow{250};
 
 std::shared_ptr<FalCatalog> makeCatalog(const std::shared_ptr<Settings>& settings, const Profile& profile) {
   auto catalog = std::make_shared<FalCatalog>(settings);
@@ -129,16 +133,11 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       actions_(actionPorts()) {
   store_.openingBackfills.emplace_back(backfillOutputCostEstimates);
   store_.openingBackfills.push_back(backfillMarkNotes);
+  // What became of requests that were cancelled in an earlier session. The charge notes are read by then.
+  store_.afterOpen.emplace_back([this](LibraryStore&) { startSettling(queue_); });
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
   connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
           [this] { views::Theme::instance().setAppearance(settingsPresenter_.appearance()); });
-  // A newcomer who has just chosen a folder can type at once.
-  connect(&welcome_, &WelcomePresenter::shownChanged, this, [this] {
-    if (window_ && !welcome_.isShown())
-      QMetaObject::invokeMethod(&composer_, &GenerationComposer::focus, Qt::QueuedConnection);
-  });
-  // What became of requests that were cancelled in an earlier session.
-  store_.afterOpen.push_back([this](LibraryStore&) { startSettling(queue_); });
   connect(&settingsPresenter_, &SettingsPresenter::failed, &alerts_, &AlertsPresenter::showError);
 }
 
@@ -147,17 +146,32 @@ CompositionRoot::~CompositionRoot() = default;
 void CompositionRoot::start(const std::optional<QString>& problem) {
   // 1. The key store may take its time, so it is asked first.
   providerSettings_.load();
-  // 2. The library as it was left; a failure shows over the first page.
-  restoreLastWorkspace(store_);
-  // 3. The window, in the look that was chosen.
+  // 2. The window, in the look that was chosen. A large library takes a moment to read, so the window comes first.
+  welcome_.setOpening(core::hasWorkspaceToRestore(store_));
   views::Theme::instance().setAppearance(settingsPresenter_.appearance());
   window_ = std::make_unique<views::MainWindow>(presenters());
   window_->show();
-  // 4. What is wrong with the user's own places, over whatever is shown.
+  // 3. The library as it was left, once the window stands; a window that nobody sees is not waited for.
+  const auto open = [this, problem] { openLibrary(problem); };
+  connect(window_.get(), &views::MainWindow::firstPainted, this, open, Qt::SingleShotConnection);
+  QTimer::singleShot(longestWaitForWindow, this, open);
+  // 4. Models that an older version read are read again.
+  tasks_.spawn(rereadIfStale(CatalogClient(transport_), catalog_, settings_, tasks_.token()));
+}
+
+void CompositionRoot::openLibrary(const std::optional<QString>& problem) {
+  if (started_ || ending_) return;
+  started_ = true;
+  // 1. A failure shows over the first page.
+  restoreLastWorkspace(store_);
+  welcome_.setOpening(false);
+  // 2. What is wrong with the user's own places, over whatever is shown.
   if (problem) alerts_.showError(*problem);
   if (!settings_->problem().isEmpty()) alerts_.showError(settings_->problem());
-  // 5. Models that an older version read are read again.
-  tasks_.spawn(rereadIfStale(CatalogClient(transport_), catalog_, settings_, tasks_.token()));
+  // 3. A newcomer who chooses a folder from now on can type at once.
+  connect(&welcome_, &WelcomePresenter::shownChanged, this, [this] {
+    if (!welcome_.isShown()) QMetaObject::invokeMethod(&composer_, &GenerationComposer::focus, Qt::QueuedConnection);
+  });
 }
 
 void CompositionRoot::bringForward() { Q_EMIT windowPresenter_.raiseRequested(); }

@@ -45,7 +45,7 @@ class CompositionRoot : public QObject {
   explicit CompositionRoot(const Profile& profile, QObject* parent = nullptr);
   ~CompositionRoot() override;
 
-  /// Opens the last workspace and shows the window, with `problem` over it when there is one.
+  /// Shows the window and, once it stands, opens the last workspace in it, with `problem` over it when there is one.
   void start(const std::optional<QString>& problem);
   void bringForward();
 
@@ -64,6 +64,7 @@ class CompositionRoot : public QObject {
   std::vector<composer::SelectableModel> selectableModels() const;
   shell::ActionsPresenter::Ports actionPorts();
   shell::Presenters presenters();
+  void openLibrary(const std::optional<QString>& problem);
   Task<> finish();
 
   std::shared_ptr<Settings> settings_;
@@ -94,6 +95,7 @@ class CompositionRoot : public QObject {
   shell::ActionsPresenter actions_;
   TaskScope tasks_;
   std::unique_ptr<views::MainWindow> window_;
+  bool started_ = false;
   bool ending_ = false;
 };
 

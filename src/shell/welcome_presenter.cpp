@@ -26,7 +26,13 @@ WelcomePresenter::WelcomePresenter(core::LibraryStore& store, QString defaultWor
   connect(&store_, &core::LibraryStore::workspaceChanged, this, &WelcomePresenter::shownChanged);
 }
 
-bool WelcomePresenter::isShown() const { return !store_.hasWorkspace(); }
+bool WelcomePresenter::isShown() const { return !store_.hasWorkspace() && !opening_; }
+
+bool WelcomePresenter::isOpening() const { return !store_.hasWorkspace() && opening_; }
+
+void WelcomePresenter::setOpening(bool opening) {
+  if (std::exchange(opening_, opening) != opening) Q_EMIT shownChanged();
+}
 
 WelcomeDisplay WelcomePresenter::display() const {
   return {texts::applicationName,    texts::welcomeLine,         texts::useFolder(shortName(defaultWorkspace_)),

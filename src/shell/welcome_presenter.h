@@ -37,6 +37,10 @@ class WelcomePresenter : public QObject {
   WelcomePresenter(core::LibraryStore& store, QString defaultWorkspace, QObject* parent = nullptr);
 
   bool isShown() const;
+  // The library that was open last is about to be opened, so neither this page nor a library is shown yet.
+  bool isOpening() const;
+  // Said at the start of the program, and taken back when that library is open or could not be opened.
+  void setOpening(bool opening);
   WelcomeDisplay display() const;
   // Without one, choosing another folder does nothing. It outlives the presenter, or is set to null before it goes.
   void setFolderChooser(FolderChooser* chooser) { chooser_ = chooser; }
@@ -59,6 +63,7 @@ class WelcomePresenter : public QObject {
   QString defaultWorkspace_;
   FolderChooser* chooser_ = nullptr;
   bool asking_ = false;
+  bool opening_ = false;
 };
 
 }  // namespace sorvan::shell

@@ -250,6 +250,23 @@ TEST_F(WelcomeTest, AFailedRestoreShowsThePageWithTheErrorOnTop) {
   EXPECT_TRUE(desk.alerts.current()->text.startsWith(QStringLiteral("Could not open your workspace: ")));
 }
 
+TEST_F(WelcomeTest, StaysAwayWhileTheLastLibraryIsOpened) {
+  const QString last = *desk.store.workspaceRoot();
+  desk.store.close();
+  ASSERT_TRUE(welcome.isShown());
+  QSignalSpy changed(&welcome, &WelcomePresenter::shownChanged);
+  welcome.setOpening(true);
+  EXPECT_EQ(changed.count(), 1);
+  EXPECT_FALSE(welcome.isShown());
+  EXPECT_TRUE(welcome.isOpening());
+  core::openWorkspace(desk.store, last, core::Remember::no);
+  EXPECT_FALSE(welcome.isOpening()) << "what is open is shown";
+  desk.store.close();
+  EXPECT_TRUE(welcome.isOpening());
+  welcome.setOpening(false);
+  EXPECT_TRUE(welcome.isShown()) << "a library that could not be opened leaves the first page";
+}
+
 TEST_F(WelcomeTest, GivingUpChangesNothing) {
   const QString root = *desk.store.workspaceRoot();
   welcome.setFolderChooser(&chooser);

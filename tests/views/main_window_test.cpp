@@ -99,6 +99,20 @@ TEST_F(MainWindowTest, ATypedPromptBecomesACellAndThenAnItem) {
   EXPECT_TRUE(prompt()->toPlainText().isEmpty());
 }
 
+TEST_F(MainWindowTest, WhileTheLastLibraryIsOpenedNeitherTheFirstPageNorALibraryIsShown) {
+  const QString last = *desk.store.workspaceRoot();
+  welcome.setOpening(true);
+  desk.store.close();
+  EXPECT_EQ(shown<WelcomeView>(), nullptr);
+  EXPECT_EQ(shown<LibraryView>(), nullptr);
+  core::openWorkspace(desk.store, last, core::Remember::no);
+  EXPECT_EQ(shown<WelcomeView>(), nullptr);
+  EXPECT_EQ(shown<LibraryView>(), &window->library());
+  EXPECT_NE(QApplication::focusWidget(), nullptr) << "the keyboard is in the library";
+  welcome.setOpening(false);
+  EXPECT_EQ(shown<LibraryView>(), &window->library());
+}
+
 TEST_F(MainWindowTest, ASelectedItemIsInspectedOpenedLargeAndLeftWithEscape) {
   type(u"a boat"_s);
   desk.settle();

@@ -36,6 +36,11 @@ namespace {
 constexpr QSize kFirstSize(1440, 900);
 constexpr QSize kSmallestSize(1024, 680);
 constexpr QSize kFrame(0, 28);  // room for the title that most desktops put over a window
+
+// The pages, in the order in which they are added.
+constexpr int kWelcomePage = 0;
+constexpr int kLibraryPage = 1;
+constexpr int kOpeningPage = 2;
 }  // namespace
 
 MainWindow::MainWindow(Presenters presenters, QWidget* parent)
@@ -76,6 +81,7 @@ void MainWindow::build() {
   library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts});
   pages_->addWidget(welcome_);
   pages_->addWidget(library_);
+  pages_->addWidget(new QWidget);  // until the library that was open last is there
   setCentralWidget(pages_);
   pages_->installEventFilter(this);
 }
@@ -194,9 +200,10 @@ void MainWindow::refreshLayout() {
 }
 
 void MainWindow::refreshPage() {
+  if (on_.welcome->isOpening()) return pages_->setCurrentIndex(kOpeningPage);
   const bool welcome = on_.welcome->isShown();
-  const bool opened = !welcome && pages_->currentIndex() == 0;
-  pages_->setCurrentIndex(welcome ? 0 : 1);
+  const bool opened = !welcome && pages_->currentIndex() != kLibraryPage;
+  pages_->setCurrentIndex(welcome ? kWelcomePage : kLibraryPage);
   const WorkspaceMode& mode = on_.state->mode();
   ContentPage page = ContentPage::gallery;
   if (mode.kind == ModeKind::activity) page = ContentPage::history;
