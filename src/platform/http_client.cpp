@@ -15,6 +15,18 @@
 
 namespace sorvan::platform {
 
+// The session of everything but the one POST, which outlives the client for as long as an exchange runs in it.
+struct SharedSession {
+  std::shared_ptr<QNetworkAccessManager> current;
+
+  // A session that let an exchange run out of time is not used again: the library keeps a connection that broke while it
+  // was made, and lets every later request wait for it.
+  void leaveIfHung(const std::shared_ptr<QNetworkAccessManager>& used, const HttpExchange& exchange) {
+    const bool hung = exchange.end() == ExchangeEnd::IdleTooLong || exchange.end() == ExchangeEnd::TotalTooLong;
+    if (hung && current == used) current.reset();
+  }
+};
+
 // How much of a download waits in memory for the disk.
 static constexpr qint64 readBufferBytes = 1 << 20;
 static constexpr int maximumRedirects = 5;
@@ -44,10 +56,11 @@ class NoCookies final : public QNetworkCookieJar {
   bool setCookiesFromUrl(const QList<QNetworkCookie>&, const QUrl&) override { return false; }
 };
 
-QSslConfiguration trusting(const QByteArray& authority) {
+QSslConfiguration trusting(const ServiceConfiguration& service) {
   QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-  configuration.setCaCertificates(QSslConfiguration::systemCaCertificates() +
-                                  QSslCertificate::fromData(authority, QSsl::Pem));
+  QList<QSslCertificate> authorities = QSslCertificate::fromData(service.authority, QSsl::Pem);
+  if (service.trustsSystem) authorities += QSslConfiguration::systemCaCertificates();
+  configuration.setCaCertificates(authorities);
   return configuration;
 }
 
@@ -107,12 +120,17 @@ QNetworkReply* begin(QNetworkAccessManager& session, const QNetworkRequest& prep
 
 }  // namespace
 
-HttpClient::HttpClient(std::optional<ServiceConfiguration> configuration) : service(std::move(configuration)) {
-  if (service) tls = std::make_unique<QSslConfiguration>(trusting(service->authority));
-  session = newSession();
+HttpClient::HttpClient(std::optional<ServiceConfiguration> configuration)
+    : service(std::move(configuration)), shared(std::make_shared<SharedSession>()) {
+  if (service) tls = std::make_unique<QSslConfiguration>(trusting(*service));
 }
 
 HttpClient::~HttpClient() = default;
+
+std::shared_ptr<QNetworkAccessManager> HttpClient::liveSession() {
+  if (!shared->current) shared->current = newSession();
+  return shared->current;
+}
 
 std::shared_ptr<QNetworkAccessManager> HttpClient::newSession() const {
   auto made = ownedLater(new QNetworkAccessManager);
@@ -146,9 +164,12 @@ Task<HttpReply> HttpClient::send(HttpRequest request, std::stop_token stop) {
   throwIfStopped(stop);
   if (!isWellFormed(request)) throw malformed();
   // The exchange holds the session, so that the client may be destroyed before it has ended.
+  const auto session = liveSession();
+  const auto sessions = shared;
   QNetworkReply* reply = begin(*session, prepared(request), request);
   const auto exchange = ownedLater(new HttpExchange(session, reply, limitsOf(request), {}));
   co_await awaitEnd(exchange, {}, stop);
+  sessions->leaveIfHung(session, *exchange);
   throwIfStopped(stop);
   if (!exchange->isComplete()) throw exchange->failure();
   co_return exchange->takeReply();
@@ -208,7 +229,8 @@ static std::optional<QUrl> redirectTarget(const HttpRequest& request, const Http
 }
 
 // One hop. The file is in place only after an answer of 200 to 299 that came whole.
-static Task<HttpReply> downloadHop(std::shared_ptr<QNetworkAccessManager> session, QNetworkRequest prepared,
+static Task<HttpReply> downloadHop(std::shared_ptr<SharedSession> sessions,
+                                   std::shared_ptr<QNetworkAccessManager> session, QNetworkRequest prepared,
                                    HttpRequest request, QString toPath, std::stop_token stop) {
   // 1. Bytes as they are, so that the announced length can be held against them; no limit in all.
   prepared.setRawHeader("Accept-Encoding", "identity");
@@ -222,6 +244,7 @@ static Task<HttpReply> downloadHop(std::shared_ptr<QNetworkAccessManager> sessio
                                                     [writer](const QByteArray& piece) { (*writer)->append(piece); }));
   // 3. The body, piece by piece.
   co_await awaitEnd(exchange, {}, stop);
+  sessions->leaveIfHung(session, *exchange);
   throwIfStopped(stop);
   if (exchange->end() == ExchangeEnd::SinkFailed) std::rethrow_exception(exchange->sinkFailure());
   if (!exchange->isComplete()) throw exchange->failure();
@@ -234,7 +257,8 @@ static Task<HttpReply> downloadHop(std::shared_ptr<QNetworkAccessManager> sessio
 
 Task<HttpReply> HttpClient::download(HttpRequest request, QString toPath, std::stop_token stop) {
   throwIfStopped(stop);
-  const auto held = session;
+  const auto sessions = shared;
+  const auto session = liveSession();
   const bool plainHttp = plainHttpAllowed;
   const auto configured = std::make_shared<QNetworkRequest>(prepared(request));
   for (int hop = 0;; ++hop) {
@@ -242,7 +266,7 @@ Task<HttpReply> HttpClient::download(HttpRequest request, QString toPath, std::s
     if (request.url.scheme() != QStringLiteral("https") && !plainHttp)
       throw HttpError(HttpProblem::Insecure, texts::insecureAddress());
     configured->setUrl(request.url);
-    HttpReply reply = co_await downloadHop(held, *configured, request, toPath, stop);
+    HttpReply reply = co_await downloadHop(sessions, session, *configured, request, toPath, stop);
     throwIfStopped(stop);
     const auto target = redirectTarget(request, reply, plainHttp);
     if (!target || hop == maximumRedirects) co_return reply;

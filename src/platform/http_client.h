@@ -13,6 +13,8 @@ class QSslConfiguration;
 
 namespace sorvan::platform {
 
+struct SharedSession;
+
 // Keeps no cookies, cache or credentials. With a configuration every connection goes through its proxy, and its
 // authority is trusted beside the system's. Requests that still run when it is destroyed end with HttpError.
 class HttpClient final : public HttpTransport {
@@ -28,13 +30,14 @@ class HttpClient final : public HttpTransport {
   void allowPlainHttpForTests() { plainHttpAllowed = true; }
 
  private:
+  std::shared_ptr<QNetworkAccessManager> liveSession();
   std::shared_ptr<QNetworkAccessManager> newSession() const;
   QNetworkRequest prepared(const HttpRequest& request) const;
 
   std::optional<ServiceConfiguration> service;
   // What is trusted, with a configuration.
   std::unique_ptr<QSslConfiguration> tls;
-  std::shared_ptr<QNetworkAccessManager> session;
+  std::shared_ptr<SharedSession> shared;
   bool plainHttpAllowed = false;
 };
 

@@ -18,6 +18,9 @@ struct ServiceConfiguration {
   QByteArray authority;
   // A key that the service accepts, for demos.
   std::optional<QString> key;
+  // Whether the system's authorities are trusted too. No file says otherwise; a test that starts a thousand programs
+  // does, because reading them takes half of each start.
+  bool trustsSystem = true;
 };
 
 // Reads {"proxy": "host:port" or "http://host:port", "authority": path of a PEM file or the PEM text itself,

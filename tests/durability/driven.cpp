@@ -55,11 +55,21 @@ void Driven::start(const QJsonArray& commands, const QString& point, bool armedA
   launch(with, QStringLiteral(SORVAN_DRIVER), {workspace_, textOf(commands)});
 }
 
-Ended Driven::runFaulty(const QJsonArray& commands, const QString& fault) {
+QProcessEnvironment Driven::faulty(const QString& fault) const {
   QProcessEnvironment with = environment();
   with.insert(u"LD_PRELOAD"_qs, QStringLiteral(SORVAN_FAULTSHIM));
   with.insert(u"SORVAN_FAULT_ROOT"_qs, workspace_);
   with.insert(u"SORVAN_FAULT"_qs, fault);
+  return with;
+}
+
+Ended Driven::runOnBadLine(const QJsonArray& commands, const QString& fault) {
+  launch(faulty(fault), QStringLiteral(SORVAN_DRIVER), {workspace_, textOf(commands)});
+  return end();
+}
+
+Ended Driven::runFaulty(const QJsonArray& commands, const QString& fault) {
+  QProcessEnvironment with = faulty(fault);
   with.insert(u"SORVAN_FAULT_NETWORK"_qs, u"no"_qs);
   launch(with, QStringLiteral(SORVAN_DRIVER), {workspace_, textOf(commands)});
   return end();

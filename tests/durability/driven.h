@@ -39,6 +39,8 @@ class Driven {
   Ended run(const QJsonArray& commands, const QString& point = {});
   // Starts and waits under a fault of the shim, such as "failfrom 12 ENOSPC".
   Ended runFaulty(const QJsonArray& commands, const QString& fault);
+  // The same with a fault of the network.
+  Ended runOnBadLine(const QJsonArray& commands, const QString& fault);
   // Starts and waits as a user without privileges, with the workspace on a file system of 400 kB that is all full.
   Ended runOnFullDisk(const QJsonArray& commands);
   // Starts and waits as a user without privileges, in a folder that may not be written.
@@ -51,6 +53,7 @@ class Driven {
 
  private:
   QProcessEnvironment environment() const;
+  QProcessEnvironment faulty(const QString& fault) const;
   QString configurationForEverybody() const;
   void launch(const QProcessEnvironment& environment, const QString& program, const QStringList& arguments);
   Ended runShell(const QJsonArray& commands, const QString& before);

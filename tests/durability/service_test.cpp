@@ -128,6 +128,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Place{"WhoseDownloadIsForbidden", "download", "locked", 20}),
     placeName);
 
+// The fifth piece that goes out opens the connection over which the job is followed. The network library keeps such a
+// connection, broken as it is; nothing else may have to wait for it.
+TEST(AConnectionThatBreaksWhileItIsMade, IsNotWaitedForAgain) {
+  Driven driven;
+  const Ended ended = driven.runOnBadLine({enqueuePicture(), command(u"run"_qs)}, u"at fail 5 send - EIO"_qs);
+  EXPECT_EQ(ended.job()[u"status"_qs].toString(), u"complete"_qs) << ended.job()[u"error"_qs].toString().toStdString();
+  EXPECT_EQ(ended.items(), 1);
+}
+
 TEST(APromptOf, AHundredThousandCharactersLandsUnderAShortName) {
   Driven driven;
   const Ended ended = driven.run({enqueuePicture(u"rain "_qs.repeated(20000)), command(u"run"_qs)});
