@@ -2,7 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <QDir>
 #include <QRegularExpression>
+#include <algorithm>
 #include <chrono>
 #include <limits>
 
@@ -47,10 +49,35 @@ std::optional<int> wholeNumber(const QString& text) {
   return text.startsWith(u'-') ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
 }
 
+QString uncheckedName(const QString& target) { return target + QStringLiteral(".part"); }
+
+/// Whether the folder of a snapshot holds nothing, or nothing but a copy that was never finished.
+bool isHalf(const QDir& folder) {
+  const QString copy = uncheckedName(QStringLiteral("library.store"));
+  const QStringList parts{copy, copy + QStringLiteral("-journal"), copy + QStringLiteral("-wal"),
+                          copy + QStringLiteral("-shm")};
+  const QStringList held = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+  return std::all_of(held.begin(), held.end(), [&](const QString& name) { return parts.contains(name); });
+}
+
+/// Removes what a crash left of earlier snapshots; what cannot be removed is left to the next one.
+void removeHalves(const WorkspaceFiles& files) {
+  const QDir backups(files.backupsFolder());
+  const auto kinds = QDir::Dirs | QDir::NoSymLinks | QDir::NoDotAndDotDot;
+  for (const QString& name : backups.entryList({QStringLiteral("pre-v*-*")}, kinds)) {
+    if (!isHalf(QDir(backups.filePath(name)))) continue;
+    try {
+      removeFolderDurably(backups.filePath(name));
+    } catch (const SorvanError&) {
+      // It holds nothing that anybody needs.
+    }
+  }
+}
+
 /// Copies the database to `target`, a new file, and throws unless what lies on the disk then is whole.
 void copyChecked(const WorkspaceFiles& files, const QString& target) {
   // 1. Until it is checked the copy has another name: a crash leaves nothing that looks like a snapshot.
-  const QString unchecked = target + QStringLiteral(".part");
+  const QString unchecked = uncheckedName(target);
   {
     Database source(files.database(), DatabaseOpening::ReadOnly);
     source.setPatience(patience);
@@ -118,13 +145,20 @@ void prepareMigration(const WorkspaceFiles& files) {
   // 3. A new workspace has nothing to keep.
   const QFileInfo database(files.database());
   if (!database.exists() || database.size() == 0) return;
-  // 4. The database itself has the last word: a marker may stand beside a database that was put back from a backup. Of
+  // 4. A crash of an upgrade may have left half a transaction. One that cannot be undone here is told by what follows.
+  try {
+    undoCutOffTransaction(files.database(), patience);
+  } catch (const DatabaseError& failure) {
+    if (isBusy(failure)) throw SorvanError(texts::workspaceBusy());
+  }
+  // 5. The database itself has the last word: a marker may stand beside a database that was put back from a backup. Of
   // one that cannot be read, the marker decides.
   const std::optional<int> version = databaseVersion(files);
   if (version && *version > schemaVersion) throw SorvanError(texts::newerVersion());
   if (marker.isCurrent && version.value_or(schemaVersion) == schemaVersion) return;
-  // 5. Older, or of unknown age.
+  // 6. Older, or of unknown age.
   takeSnapshot(files);
+  removeHalves(files);
 }
 
 }  // namespace sorvan::core

@@ -29,7 +29,8 @@ std::optional<int> databaseVersion(const WorkspaceFiles& files);
 /// its marker is older than the present form, or of unknown age, a whole and checked copy of it is on the disk under
 /// `.sorvan/backups/pre-v7-<UUID>/library.store` when this returns; a new or current workspace gets none. Throws
 /// SorvanError for a newer workspace and when the copy fails: then the folder that this call made is gone again and
-/// nothing else has changed. Snapshots are never deleted by the program. Blocks for as long as the copy takes.
+/// nothing else has changed. Snapshots are never deleted by the program; what a crash left of an unfinished one goes
+/// once the new one stands. Blocks for as long as the copy takes.
 void prepareMigration(const WorkspaceFiles& files);
 
 }  // namespace sorvan::core

@@ -23,6 +23,18 @@ static DatabaseError failure(const QString& path, const QString& verb, const SQL
   return failure(path, verb, problem.getExtendedErrorCode(), QString::fromUtf8(problem.what()));
 }
 
+void undoCutOffTransaction(const QString& file, std::chrono::milliseconds patience) {
+  if (!QFileInfo::exists(file + QStringLiteral("-journal"))) return;
+  try {
+    SQLite::Database database(QFile::encodeName(file).toStdString(), SQLite::OPEN_READWRITE,
+                              static_cast<int>(patience.count()));
+    // The first read of whoever may write plays the journal back.
+    Statement(database, "SELECT count(*) FROM sqlite_master").step();
+  } catch (const SQLite::Exception& problem) {
+    throw failure(file, QStringLiteral("opened"), problem);
+  }
+}
+
 Database::Database(const QString& file, DatabaseOpening opening) : filePath(file) {
   // One thread at a time uses a connection, so it takes no lock of its own for each column that is read.
   const int access =

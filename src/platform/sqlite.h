@@ -97,6 +97,11 @@ class Statement {
   sqlite3_stmt* prepared = nullptr;
 };
 
+// Undoes the transaction that a crash cut off in a database without a write-ahead log: until somebody who may write has
+// done so, nobody can read it. Waits at most `patience` for other connections. Throws DatabaseError. Does nothing when there
+// is none, and changes nothing else.
+void undoCutOffTransaction(const QString& file, std::chrono::milliseconds patience);
+
 // Thread: one at a time. Every call throws DatabaseError, whose message is "{file} could not be {verb}: {reason}".
 // Nothing else in the process may open or close the same file: that would drop SQLite's locks.
 class Database {

@@ -1,5 +1,6 @@
 #include "core/migration.h"
 
+#include <sqlite3.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -278,6 +279,56 @@ TEST_F(MigrationTest, AFailureAtAnyStepOfTheSnapshotRemovesItsFolderAndNoOther) 
   }
   EXPECT_GT(step, 4);
   EXPECT_EQ(sidecar(QStringLiteral("backups/pre-v7-KEPT/library.store")), "an earlier snapshot");
+}
+
+TEST_F(MigrationTest, WhatACrashLeftOfASnapshotGoesOnceAWholeOneStands) {
+  makeOld(4);
+  writeSidecar(QStringLiteral("backups/pre-v7-CUT/library.store.part"), "half of a copy");
+  writeSidecar(QStringLiteral("backups/pre-v7-CUT/library.store.part-wal"), {});
+  writeSidecar(QStringLiteral("backups/pre-v7-KEPT/library.store"), "an earlier snapshot");
+  writeSidecar(QStringLiteral("backups/pre-v7-NOTED/library.store.part"), "half of a copy");
+  writeSidecar(QStringLiteral("backups/pre-v7-NOTED/notes.txt"), "the user's own words");
+  writeSidecar(QStringLiteral("backups/mine/library.store.part"), "somebody's own copy");
+  QDir().mkpath(files().backupsFolder() + QStringLiteral("/pre-v7-EMPTY"));
+
+  ASSERT_EQ(opening(), "");
+  const QStringList left = snapshotFolders();
+  EXPECT_FALSE(left.contains(QStringLiteral("pre-v7-CUT")));
+  EXPECT_FALSE(left.contains(QStringLiteral("pre-v7-EMPTY")));
+  EXPECT_EQ(left.size(), 4) << "three that hold more, and the new one";
+  EXPECT_EQ(sidecar(QStringLiteral("backups/pre-v7-KEPT/library.store")), "an earlier snapshot");
+  EXPECT_EQ(sidecar(QStringLiteral("backups/pre-v7-NOTED/notes.txt")), "the user's own words");
+  EXPECT_EQ(sidecar(QStringLiteral("backups/mine/library.store.part")), "somebody's own copy");
+}
+
+/// Leaves the library as a crash in the middle of a transaction does that emptied the table of items.
+void cutOffTransaction(const QString& database) {
+  const QString journal = database + QStringLiteral("-journal");
+  sqlite3* connection = nullptr;
+  ASSERT_EQ(sqlite3_open(QFile::encodeName(database).constData(), &connection), SQLITE_OK);
+  sqlite3_exec(connection, "PRAGMA journal_mode=DELETE; BEGIN IMMEDIATE; DELETE FROM Asset", nullptr, nullptr, nullptr);
+  ASSERT_EQ(sqlite3_db_cacheflush(connection), SQLITE_OK);
+  ASSERT_TRUE(QFile::copy(database, database + QStringLiteral(".cut")));
+  ASSERT_TRUE(QFile::copy(journal, journal + QStringLiteral(".cut")));
+  sqlite3_exec(connection, "ROLLBACK", nullptr, nullptr, nullptr);
+  sqlite3_close(connection);
+  QFile::remove(database);
+  QFile::remove(journal);
+  ASSERT_TRUE(QFile::rename(database + QStringLiteral(".cut"), database));
+  ASSERT_TRUE(QFile::rename(journal + QStringLiteral(".cut"), journal));
+}
+
+TEST_F(MigrationTest, ATransactionThatACrashCutOffIsUndoneBeforeTheSnapshot) {
+  makeOld(4);
+  const QString file = WorkspaceFiles(root()).database();
+  const qint64 items = Database(file, DatabaseOpening::ReadOnly).number("SELECT count(*) FROM Asset");
+  ASSERT_GT(items, 0);
+  ASSERT_NO_FATAL_FAILURE(cutOffTransaction(file));
+
+  ASSERT_EQ(opening(), "");
+  EXPECT_EQ(static_cast<qint64>(store.assets().size()), items);
+  ASSERT_EQ(snapshotFolders().size(), 1);
+  EXPECT_EQ(Database(snapshot(), DatabaseOpening::ReadOnly).number("SELECT count(*) FROM Asset"), items);
 }
 
 TEST_F(MigrationTest, ADamagedDatabaseIsNeitherSnapshotNorMigrated) {
