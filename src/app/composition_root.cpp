@@ -19,6 +19,7 @@
 #include "generation/settle_cancelled.h"
 #include "platform/http_client.h"
 #include "platform/key_store.h"
+#include "platform/temporary_files.h"
 #include "shell/views/theme.h"
 
 namespace sorvan::app {
@@ -144,8 +145,9 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
 CompositionRoot::~CompositionRoot() = default;
 
 void CompositionRoot::start(const std::optional<QString>& problem) {
-  // 1. The key store may take its time, so it is asked first.
+  // 1. The key store may take its time, so it is asked first. What a crash left of files for sending goes meanwhile.
   providerSettings_.load();
+  sweepTemporaryFiles(clock_->now().toDateTime());
   // 2. The window, in the look that was chosen. A large library takes a moment to read, so the window comes first.
   welcome_.setOpening(core::hasWorkspaceToRestore(store_));
   views::Theme::instance().setAppearance(settingsPresenter_.appearance());
