@@ -146,7 +146,7 @@ Made makeClip(const WorkOrder& order, const MediaShelf& shelf) {
   if (!footage.start() && wordsOf(order.input).isEmpty())
     throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
   const QSize shape = footage.start() ? footage.start()->size() : QSize(16, 9);
-  const QSize size = clipSizeOf(order.input, shape);
+  const QSize size = limited(clipSizeOf(order.input, shape), order.longestSide);
   footage.setSize(size.width() > widestPainting
                       ? QSize(widestPainting, qMax(1, widestPainting * size.height() / size.width()))
                       : size);

@@ -52,7 +52,7 @@ QJsonObject bodyOf(const Job& job, const Made& made, const MediaShelf& shelf) {
 }
 
 // Does the whole work of a job. Runs on the pool.
-Job worked(Job job, const MediaShelf& shelf) {
+Job worked(Job job, const MediaShelf& shelf, int longestSide) {
   QElapsedTimer timer;
   timer.start();
   const QJsonDocument input = QJsonDocument::fromJson(job.body);
@@ -61,7 +61,7 @@ Job worked(Job job, const MediaShelf& shelf) {
   job.resultStatus = 200;
   try {
     if (!input.isObject()) throw refusal(QStringLiteral("json_invalid"), {}, QStringLiteral("JSON decode error"));
-    body = bodyOf(job, make({job.endpoint, product, input.object(), job.seed}, shelf), shelf);
+    body = bodyOf(job, make({job.endpoint, product, input.object(), job.seed, longestSide}, shelf), shelf);
     job.billableUnits = unitsOf(input.object(), product);
   } catch (const ModelRefusal& refused) {
     job.resultStatus = refused.status;
@@ -77,8 +77,8 @@ Job worked(Job job, const MediaShelf& shelf) {
 
 }  // namespace
 
-JobBoard::JobBoard(QString folder, const MediaShelf& shelf, int delayMilliseconds)
-    : folder_(std::move(folder)), shelf_(shelf), delay_(delayMilliseconds) {
+JobBoard::JobBoard(QString folder, const MediaShelf& shelf, Work work)
+    : folder_(std::move(folder)), shelf_(shelf), work_(work) {
   makers_.setMaxThreadCount(2);
   QDir().mkpath(folder_);
   takeUp();
@@ -154,8 +154,8 @@ void JobBoard::schedule(const Job& job) {
       if (!manual_) letReach(id, state);
     };
   };
-  QTimer::singleShot(delay_ / 3, this, let(JobState::Running));
-  QTimer::singleShot(delay_, this, let(JobState::Completed));
+  QTimer::singleShot(work_.delayMilliseconds / 3, this, let(JobState::Running));
+  QTimer::singleShot(work_.delayMilliseconds, this, let(JobState::Completed));
 }
 
 void JobBoard::letReach(const QString& id, JobState state) {
@@ -170,7 +170,7 @@ void JobBoard::startMaking(Job& job) {
   if (job.making || job.made || job.cancelled) return;
   job.making = true;
   makers_.start([this, job] {
-    const Job result = worked(job, shelf_);
+    const Job result = worked(job, shelf_, work_.longestSide);
     QMetaObject::invokeMethod(
         this, [this, result] { finishMaking(result.id, result); }, Qt::QueuedConnection);
   });

@@ -14,8 +14,12 @@ namespace sandbox {
 class JobBoard : public QObject {
   Q_OBJECT
  public:
-  // `delayMilliseconds` is what a job takes at least from its arrival to its end; `shelf` outlives the board.
-  JobBoard(QString folder, const MediaShelf& shelf, int delayMilliseconds);
+  struct Work {
+    int delayMilliseconds = 0;  // what a job takes at least from its arrival to its end
+    int longestSide = 0;        // of pictures and clips, in pixels; 0 for as large as is asked
+  };
+  // `shelf` outlives the board.
+  JobBoard(QString folder, const MediaShelf& shelf, Work work);
   ~JobBoard() override;
 
   // Takes a new job up, with its file written. `body` is kept as it came.
@@ -39,7 +43,7 @@ class JobBoard : public QObject {
 
   QString folder_;
   const MediaShelf& shelf_;
-  int delay_;
+  Work work_;
   bool manual_ = false;
   qint64 lastNumber_ = 0;
   QMap<QString, Job> jobs_;

@@ -16,6 +16,7 @@ struct WorkOrder {
   Product product;
   QJsonObject input;
   qint64 seed = 0;  // of the input, or picked for the job
+  int longestSide = 0;  // in pixels; 0 for as large as the input asks
 };
 
 struct MadeFile {

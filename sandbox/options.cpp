@@ -52,6 +52,9 @@ Options readOptions(const QStringList& arguments) {
          QStringLiteral("ID:SECRET"));
   option(QStringLiteral("delay"), QStringLiteral("Milliseconds that a job takes at least (default 1500)."),
          QStringLiteral("MS"));
+  option(QStringLiteral("longest-side"),
+         QStringLiteral("Makes pictures and clips no larger than this many pixels, for tests that order thousands."),
+         QStringLiteral("PIXELS"));
   parser.process(arguments);
 
   Options options;
@@ -64,6 +67,10 @@ Options readOptions(const QStringList& arguments) {
     bool readable = false;
     options.delayMilliseconds = parser.value(QStringLiteral("delay")).toInt(&readable);
     if (!readable || options.delayMilliseconds < 0) fail(QStringLiteral("--delay takes milliseconds, 0 or more."));
+  }
+  if (parser.isSet(QStringLiteral("longest-side"))) {
+    options.longestSide = parser.value(QStringLiteral("longest-side")).toInt();
+    if (options.longestSide < 16) fail(QStringLiteral("--longest-side takes pixels, 16 or more."));
   }
   return options;
 }

@@ -120,7 +120,7 @@ Made makePictures(const WorkOrder& order) {
   const QString words = wordsOf(order.input);
   if (words.isEmpty())
     throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
-  const QSize size = pictureSizeOf(order.input, {1, 1});
+  const QSize size = limited(pictureSizeOf(order.input, {1, 1}), order.longestSide);
   const QByteArray format = pictureFormatOf(order.input, usualFormat(order));
   Made made;
   QJsonArray concepts;

@@ -35,7 +35,7 @@ Service::Service(const Options& options)
       ledger_(statePath("ledger.jsonl")),
       book_(statePath("posts.jsonl")),
       shelf_(statePath("media")),
-      jobs_(statePath("jobs"), shelf_, options.delayMilliseconds),
+      jobs_(statePath("jobs"), shelf_, {options.delayMilliseconds, options.longestSide}),
       queue_(keys_, ledger_, jobs_),
       storage_(keys_, shelf_),
       platform_(keys_),

@@ -113,6 +113,13 @@ QSize pictureSizeOf(const QJsonObject& input, QSize shape) {
   return sizeOfArea(ratioOf(input).value_or(ratioOf(shape)), pictureSideOf(input));
 }
 
+QSize limited(QSize size, int longestSide) {
+  const int side = qMax(size.width(), size.height());
+  if (longestSide == 0 || side <= longestSide) return size;
+  const double share = double(longestSide) / side;
+  return {evenOf(size.width() * share), evenOf(size.height() * share)};
+}
+
 QSize clipSizeOf(const QJsonObject& input, QSize shape) {
   const double ratio = ratioOf(input).value_or(ratioOf(shape));
   const double shorter = shorterClipSideOf(input);

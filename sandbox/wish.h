@@ -23,6 +23,8 @@ QByteArray soundFormatOf(const QJsonObject& input);
 QSize pictureSizeOf(const QJsonObject& input, QSize shape);
 // Pixels of a clip, both even; 640 × 360 where no resolution is asked for.
 QSize clipSizeOf(const QJsonObject& input, QSize shape);
+// The size, in its shape, with no side above `longestSide` and both even; as it is for 0.
+QSize limited(QSize size, int longestSide);
 // Length in seconds, between 0.5 and 190; for speech it follows the words.
 double secondsOf(const QJsonObject& input, Product product);
 // The addresses under the first of these fields that holds any: a text or an array of texts.

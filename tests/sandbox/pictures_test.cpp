@@ -62,6 +62,16 @@ TEST(SandboxPictures, APictureComesThroughSubmitStatusResultAndDownload) {
   EXPECT_EQ(sandbox.postsTo(painter), 1);
 }
 
+TEST(SandboxPictures, APictureKeepsItsShapeWithinTheLongestSideThatIsAllowed) {
+  SandboxProcess::Options options;
+  options.more = {QStringLiteral("--longest-side"), QStringLiteral("80")};
+  const SandboxProcess sandbox(options);
+  const Client client(sandbox);
+  const WireAnswer result = client.run(painter, inputWith(QStringLiteral("a sea at dusk"), 7, smallPng()));
+  const QImage image = decoded(client.download(imagesOf(result).first().toObject()), "PNG");
+  EXPECT_EQ(image.size(), QSize(80, 50));
+}
+
 TEST(SandboxPictures, TwoSeedsDifferAndOneRepeatsByteForByte) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
