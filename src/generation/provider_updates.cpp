@@ -88,7 +88,7 @@ void applyUpdate(JobQueue& queue, const QUuid& id, const ProviderUpdate& update)
   // 3. The charge, in a ledger that writes itself at once.
   const auto request = job->request();
   const bool charged = update.charge && request;
-  if (charged) store.record(chargeNote(queue, *job, *request, *update.charge));
+  if (charged && !planted("charge-note-forgotten")) store.record(chargeNote(queue, *job, *request, *update.charge));
   // 4. The remote identifier, and 5. the handle.
   const Stored stored = storeRemoteIdentity(store, job, update);
   if (update.handle && planted("commits-swapped")) forgetSubmissionMarker(store, id);

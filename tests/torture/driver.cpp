@@ -11,6 +11,7 @@
 
 #include "base/sorvan_error.h"
 #include "core/workspace_opening.h"
+#include "platform/temporary_files.h"
 #include "torture/driver_commands.h"
 #include "torture/driver_report.h"
 
@@ -19,17 +20,22 @@ namespace {
 
 base::Task<> drive(HeadlessStudio& studio, QString workspace, QJsonArray commands) {
   QString refused;
+  QJsonObject opened;
   try {
     core::openWorkspace(*studio.store, workspace, core::Remember::no);
+    opened = reportOfOpening(studio);
     for (const QJsonValue& command : std::as_const(commands)) co_await carryOut(studio, command.toObject());
+    co_await untilMaintained(studio);
   } catch (const std::exception& failure) {
     refused = base::describe(failure);
   }
   QJsonObject report;
   if (studio.store->hasWorkspace()) report = reportOf(studio);
+  if (!opened.isEmpty()) report.insert(QStringLiteral("opened"), opened);
   if (!refused.isEmpty()) report.insert(QStringLiteral("refused"), refused);
   std::puts(QJsonDocument(report).toJson(QJsonDocument::Compact).constData());
   std::fflush(stdout);
+  co_await studio.maintenance->drain();
   co_await studio.queue->drain();
   QCoreApplication::exit(refused.isEmpty() ? 0 : 1);
 }
@@ -45,6 +51,8 @@ int main(int argc, char** argv) {
     return 2;
   }
   const QJsonArray commands = QJsonDocument::fromJson(argv[2]).array();
+  // As if it were started the day after: what a crash left in the cache folder must go then.
+  sorvan::platform::sweepTemporaryFiles(QDateTime::currentDateTime().addDays(2));
   try {
     sorvan::torture::HeadlessStudio studio;
     std::optional<sorvan::base::Task<>> task;

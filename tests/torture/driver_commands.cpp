@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonDocument>
 
 #include "base/checksum.h"
@@ -12,6 +13,7 @@
 #include "base/sorvan_error.h"
 #include "core/media_inspection.h"
 #include "core/small_edits.h"
+#include "exchange/trash.h"
 #include "generation/cancel_and_retry.h"
 #include "generation/enqueue.h"
 
@@ -36,6 +38,13 @@ void acknowledge(const QString& did, const QUuid& id, QJsonObject more = {}) {
   ::close(file);
 }
 
+std::vector<core::MarkupBox> boxesOf(const QJsonArray& numbers) {
+  std::vector<core::MarkupBox> boxes;
+  for (const QJsonValue& box : numbers)
+    boxes.push_back({box[0].toDouble(), box[1].toDouble(), box[2].toDouble(), box[3].toDouble(), QString()});
+  return boxes;
+}
+
 void enqueue(HeadlessStudio& studio, const QJsonObject& command) {
   core::GenerationRequest request;
   request.model = textOf(command, "model");
@@ -45,6 +54,7 @@ void enqueue(HeadlessStudio& studio, const QJsonObject& command) {
   if (command.contains(QLatin1String("seed"))) request.seed = command.value(QLatin1String("seed")).toInteger();
   for (const QJsonValue& number : command.value(QLatin1String("references")).toArray())
     request.referenceIDs.push_back(studio.store->assets()[static_cast<std::size_t>(number.toInt())]->id);
+  if (command.contains(QLatin1String("marks"))) request.markup = boxesOf(command.value(QLatin1String("marks")).toArray());
   for (const QUuid& id : generation::enqueueRequests(*studio.queue, {request}, std::nullopt))
     acknowledge(QStringLiteral("enqueue"), id, {{QStringLiteral("prompt"), request.prompt}});
 }
@@ -109,7 +119,97 @@ void rate(HeadlessStudio& studio, const QJsonObject& command) {
     acknowledge(QStringLiteral("rate"), newest->id, {{QStringLiteral("stars"), stars}});
 }
 
+// Trash is no deletion: what was moved there, or taken out, must be so afterwards.
+void acknowledgeTrash(const AssetRef& asset, const QJsonObject& command) {
+  if (!command.value(QLatin1String("quietly")).toBool())
+    acknowledge(QStringLiteral("trash"), asset->id, {{QStringLiteral("trashed"), asset->isTrashed()}});
+}
+
+void trashNewest(HeadlessStudio& studio, const QJsonObject& command) {
+  core::LibraryStore& store = *studio.store;
+  if (store.assets().empty()) return;
+  const AssetRef newest = *store.assets().begin();
+  if (exchange::trash(store, {newest})) acknowledgeTrash(newest, command);
+}
+
+void restoreAll(HeadlessStudio& studio, const QJsonObject& command) {
+  core::LibraryStore& store = *studio.store;
+  std::vector<AssetRef> trashed;
+  for (const AssetRef& asset : store.assets())
+    if (asset->isTrashed()) trashed.push_back(asset);
+  if (!exchange::restore(store, trashed, exchange::Rejoin::everywhere)) return;
+  for (const AssetRef& asset : trashed) acknowledgeTrash(asset, command);
+}
+
+void saveRaw(HeadlessStudio& studio) {
+  for (const JobRef& job : endedBadly(*studio.store)) generation::saveRawResult(*studio.queue, job->id);
+}
+
+void acknowledgeDraft(const core::LibraryStore& store) {
+  if (const auto draft = store.keptComposer())
+    acknowledge(QStringLiteral("draft"), {}, {{QStringLiteral("text"), draft->text}});
+}
+
+void acknowledgePrompt(const core::PromptEntry& entry) {
+  acknowledge(QStringLiteral("prompt"), entry.id, {{QStringLiteral("text"), entry.text}});
+}
+
+// A prompt that could not be written stays in memory, as the window tells the user.
+void keepPrompt(HeadlessStudio& studio, const QJsonObject& command) {
+  core::LibraryStore& store = *studio.store;
+  try {
+    acknowledgePrompt(store.prompts().save(std::nullopt, textOf(command, "text"), store.now()));
+  } catch (const base::SorvanError& failure) {
+    store.setError(failure.message());
+  }
+}
+
+void keepDraft(HeadlessStudio& studio, const QJsonObject& command) {
+  core::ComposerDraft draft;
+  draft.text = QString::number(command.value(QLatin1String("number")).toInt());
+  studio.store->keepComposer(draft);
+  if (!studio.store->hasUnsavedDraft()) acknowledgeDraft(*studio.store);
+}
+
+void keepReview(HeadlessStudio& studio) {
+  core::LibraryStore& store = *studio.store;
+  if (store.assets().empty()) return;
+  const QUuid id = (*store.assets().begin())->id;
+  core::SavedAnalysis review;
+  review.date = store.now();
+  review.critique.verdict = QStringLiteral("The horizon is not level.");
+  store.analyses().keep(review, id);
+  if (!store.analyses().isPending()) acknowledge(QStringLiteral("review"), id);
+}
+
+// Whatever is told to be saved by now was promised.
+void retrySave(HeadlessStudio& studio) {
+  core::LibraryStore& store = *studio.store;
+  store.retryMetadataSave();
+  if (store.hasUnsavedMetadata()) return;
+  for (const core::PromptEntry& entry : store.prompts().entries()) acknowledgePrompt(entry);
+  acknowledgeDraft(store);
+  for (auto review = store.analyses().entries().keyBegin(); review != store.analyses().entries().keyEnd(); ++review)
+    acknowledge(QStringLiteral("review"), *review);
+}
+
+void changeGateway(HeadlessStudio& studio, const QJsonObject& command) {
+  studio.gateway.pays = command.value(QLatin1String("pays")).toBool(studio.gateway.pays);
+  studio.gateway.away = command.value(QLatin1String("away")).toBool(studio.gateway.away);
+}
+
+base::Task<> untilSettled(HeadlessStudio& studio) {
+  const base::SystemClock clock;
+  while (studio.queue->isSettling()) co_await clock.sleep(std::chrono::milliseconds(5), {});
+  co_await runUntilIdle(studio);
+}
+
 }  // namespace
+
+base::Task<> untilMaintained(HeadlessStudio& studio) {
+  const base::SystemClock clock;
+  while (studio.maintenance->running() > 0) co_await clock.sleep(std::chrono::milliseconds(5), {});
+}
 
 base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command) {
   const QString name = textOf(command, "do");
@@ -119,6 +219,15 @@ base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command) {
   else if (name == QStringLiteral("submit-again")) submitAgain(studio);
   else if (name == QStringLiteral("cancel")) cancelNewest(studio);
   else if (name == QStringLiteral("rate")) rate(studio, command);
+  else if (name == QStringLiteral("save-raw")) saveRaw(studio);
+  else if (name == QStringLiteral("trash")) trashNewest(studio, command);
+  else if (name == QStringLiteral("restore")) restoreAll(studio, command);
+  else if (name == QStringLiteral("prompt")) keepPrompt(studio, command);
+  else if (name == QStringLiteral("draft")) keepDraft(studio, command);
+  else if (name == QStringLiteral("review")) keepReview(studio);
+  else if (name == QStringLiteral("retry-save")) retrySave(studio);
+  else if (name == QStringLiteral("gateway")) changeGateway(studio, command);
+  else if (name == QStringLiteral("settled")) co_await untilSettled(studio);
   else if (name == QStringLiteral("handle")) co_await runUntilHandle(studio);
   else if (name == QStringLiteral("run")) co_await runUntilIdle(studio);
   else throw base::SorvanError(QStringLiteral("The driver knows no command “%1”.").arg(name));

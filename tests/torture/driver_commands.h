@@ -9,15 +9,25 @@
 namespace sorvan::torture {
 
 // Carries out one command: {"do": NAME, …}. The names:
-//   enqueue    "model", "prompt", "seed"?, "count"?, "size"?, "references"? (numbers of items, newest first)
+//   enqueue    "model", "prompt", "seed"?, "count"?, "size"?, "references"? (numbers of items, newest first),
+//              "marks"? (boxes [x, y, width, height], to which the result is kept)
 //   place      "file": a picture is put into the workspace as an item, as a reference for later requests
 //   run        waits until no job runs or waits
 //   retry      Retry on every failed or cancelled job
 //   submit-again, cancel (the newest active job), rate (the newest item gets "stars")
 //   handle     waits until the newest active job has its remote handle on the disk, or until none is active
+//   save-raw   Save Raw Result on every failed job
+//   prompt ("text"), draft ("number"), review (of the newest item): what is kept beside the library
+//   trash (the newest item), restore (whatever is in Trash); "quietly": nothing is promised
+//   retry-save tries again to write whatever is not on the disk
+//   gateway    "pays": credits pay from now on; "away": nobody can ask for cancelled operations
+//   settled    waits until the fate of cancelled operations is known, as far as it can be
 // Throws SorvanError when a command is refused.
 // What the library has acknowledged is appended to the file named by SORVAN_DRIVER_ACKS, if there is one, as one line of
 // JSON: {"did": NAME, "id": what the record is called, …}.
 base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command);
+
+// Waits until what an opening draws in the background is drawn.
+base::Task<> untilMaintained(HeadlessStudio& studio);
 
 }  // namespace sorvan::torture

@@ -21,6 +21,13 @@ QByteArray contentOf(const QString& path) {
   return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+// What changes with every start: the database and its log, and the lock.
+bool isAtWork(const QString& below) {
+  static const QSet<QString> names{u".sorvan/library.store"_s, u".sorvan/library.store-wal"_s,
+                                   u".sorvan/library.store-shm"_s, u".sorvan/workspace.lock"_s};
+  return names.contains(below);
+}
+
 QByteArray decoded(const QJsonObject& job, const QString& field) {
   return QByteArray::fromBase64(job.value(field).toString().toLatin1());
 }
@@ -70,9 +77,8 @@ Files filesBelow(const QString& folder) {
   QDirIterator walk(folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
   while (walk.hasNext()) {
     const QString path = walk.next();
-    const QString name = walk.fileName();
-    if (name.startsWith(u"library.store"_s) || name == u"workspace.lock"_s) continue;
-    files.insert(path.mid(folder.size() + 1), sha256(contentOf(path)));
+    const QString below = path.mid(folder.size() + 1);
+    if (!isAtWork(below)) files.insert(below, sha256(contentOf(path)));
   }
   return files;
 }

@@ -26,7 +26,7 @@ std::vector<Purchase> purchasesOf(const sorvan::test::SandboxProcess& sandbox, c
 
 using Files = QHash<QString, QByteArray>;  // path below the folder, and SHA-256 of the bytes
 
-// Every file below the folder, hidden ones too, but for the database and its companions and the lock.
+// Every file below the folder, hidden ones too, but for a library's database with its log, and its lock.
 Files filesBelow(const QString& folder);
 
 struct Evidence {
@@ -38,6 +38,10 @@ struct Evidence {
   Files second;                  // after the start after that
   std::vector<Purchase> purchases;
   QList<QJsonObject> acknowledged;
+  QJsonObject opened;            // what the first start after the fault found
+  bool leftUnsaved = false;      // it was told to save again after a single failure, and did not
+  QString damagedSidecar;        // below the workspace: a file that nobody could read before the trial, or empty
+  int oldVersion = 0;            // the form of the database before the trial, where that was an old one
   int mostPosts = 0;             // of one body in one run of the driver
   QStringList unended;           // runs that did not end by themselves, or crashed
   QByteArray secret;             // planted in the key

@@ -4,17 +4,21 @@
  *   SORVAN_FAULT_ROOT     only files below this folder count (and every socket); required for anything to happen
  *   SORVAN_FAULT          "kill before N" | "kill middle N" | "kill after N" | "fail N ERRNO" | "failfrom N ERRNO"
  *                         | "point before|after CALL PATTERN" (kills at the first CALL whose path holds PATTERN)
+ *                         | "at before|middle|after|fail|failfrom K CALL GLOB [ERRNO]" (the same at the Kth CALL whose path
+ *                           below the root matches GLOB, "/" for the root, "-" for the network: this step is the same one in every run,
+ *                           however the network and the threads number it)
  *   SORVAN_FAULT_NETWORK  optional: "no" leaves the network's calls alone and uncounted
  *   SORVAN_FAULT_ARMED    optional: a "point" counts only once this file exists
  *   SORVAN_FAULT_STEPS    optional: a file that always holds the number of the last step, as eight bytes
  *   SORVAN_FAULT_JOURNAL  optional: a file to which every step is appended once it is done (see record())
  *
- * A "middle" kill lets half of a write through; for other calls it is the same as "before".
+ * A "middle" kill lets half of a write or of a sending through; for other calls it is the same as "before".
  */
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
+#include <fnmatch.h>
 #include <limits.h>
 #include <pthread.h>
 #include <signal.h>
@@ -35,13 +39,19 @@
 
 enum mode { mode_none, mode_kill_before, mode_kill_middle, mode_kill_after, mode_fail, mode_fail_from, mode_point };
 
+/* The mode that an "at" becomes once its step is reached, and how often its place was passed. */
+static struct {
+  enum mode mode;
+  uint64_t wanted, seen;
+} awaited;
+
 static struct {
   int ready, files_only;
   enum mode mode;
   uint64_t step;
   int error;
   char root[PATH_MAX];
-  char when[8], call[16], pattern[256];
+  char when[8], call[16], pattern[512];
   uint64_t* counter;
   uint64_t own_counter;
   int journal;
@@ -56,9 +66,29 @@ static int error_number(const char* name) {
   return EIO;
 }
 
+static enum mode mode_named(const char* name) {
+  if (!strcmp(name, "before")) return mode_kill_before;
+  if (!strcmp(name, "middle")) return mode_kill_middle;
+  if (!strcmp(name, "after")) return mode_kill_after;
+  return !strcmp(name, "fail") ? mode_fail : mode_fail_from;
+}
+
+static void parse_at(const char* text) {
+  char action[16] = "", error[16] = "";
+  unsigned long long turn = 0;
+  if (sscanf(text, "at %15s %llu %15s %511s %15s", action, &turn, shim.call, shim.pattern, error) < 4) return;
+  awaited.mode = mode_named(action);
+  awaited.wanted = turn;
+  shim.error = error_number(error);
+}
+
 static void parse_fault(const char* text) {
   char a[16] = "", b[64] = "", c[256] = "", d[256] = "";
   const int words = sscanf(text, "%15s %63s %255s %255s", a, b, c, d);
+  if (words >= 1 && !strcmp(a, "at")) {
+    parse_at(text);
+    return;
+  }
   if (words >= 3 && !strcmp(a, "kill")) {
     shim.mode = !strcmp(b, "before") ? mode_kill_before : !strcmp(b, "middle") ? mode_kill_middle : mode_kill_after;
     shim.step = strtoull(c, NULL, 10);
@@ -138,7 +168,8 @@ static int is_socket(int descriptor) {
 }
 
 /* One line of journal: number of the step, call, path, second path, offset, length, then the bytes and a newline. The
- * calls "died" and "failed" stand for the end of the process, or a refusal, at the step whose call is the second path. */
+ * calls "died" and "failed" stand for the end of the process, or a failure that this library made, at the step whose call
+ * is the second path; "refused" for one that the system refused, such as making a folder that is there. */
 static void record(const char* call, const char* path, const char* other, int64_t offset, const void* bytes,
                    size_t length) {
   if (shim.journal < 0) return;
@@ -167,6 +198,16 @@ static int at_point(const char* when, const char* call, const char* path) {
          strstr(path, shim.pattern) && armed();
 }
 
+/* Once the awaited step is reached it is a step with a number, like any other. */
+static void await_step(const char* call, const char* path, uint64_t number) {
+  if (awaited.mode == mode_none || strcmp(shim.call, call)) return;
+  const char* below = path[0] ? path + strlen(shim.root) : "-";
+  if (!below[0]) below = "/";
+  if (fnmatch(shim.pattern, below, FNM_PATHNAME | FNM_PERIOD) || ++awaited.seen != awaited.wanted) return;
+  shim.mode = awaited.mode;
+  shim.step = number;
+}
+
 struct step {
   uint64_t number;
   int error;   /* what the call is to fail with, or 0 */
@@ -178,6 +219,7 @@ static struct step enter(const char* call, const char* path) {
   struct step step = {0, 0, 0};
   pthread_mutex_lock(&lock);
   step.number = ++*shim.counter;
+  await_step(call, path, step.number);
   if (shim.mode == mode_kill_before && step.number == shim.step) die(call, path);
   if (at_point("before", call, path)) die(call, path);
   if (shim.mode == mode_kill_middle && step.number == shim.step) step.middle = 1;
@@ -208,6 +250,7 @@ static int refuse(struct step step) {
   const int result = DOIT;                                      \
   const int kept = errno;                                       \
   if (result >= 0) record(CALL, PATH, OTHER, 0, NULL, 0);       \
+  else record("refused", PATH, CALL, 0, NULL, 0);               \
   leave(step, CALL, PATH);                                      \
   errno = kept;                                                 \
   return result
@@ -402,6 +445,7 @@ int renameat2(int from_folder, const char* from, int to_folder, const char* to, 
   const int result = (int)syscall(SYS_renameat2, from_folder, from, to_folder, to, flags);
   const int kept = errno;
   if (result == 0) record("rename", path, source, 0, NULL, 0);
+  else record("refused", path, "rename", 0, NULL, 0);
   leave(step, "rename", path);
   errno = kept;
   return result;
@@ -462,13 +506,25 @@ static int is_internet(int descriptor) {
   return is_socket(descriptor) && getsockname(descriptor, (struct sockaddr*)&address, &length) == 0 &&
          (address.ss_family == AF_INET || address.ss_family == AF_INET6);
 }
-/* The program's network library writes to its sockets as to files. */
-static ssize_t sent(int descriptor, const void* bytes, size_t length) {
-  NETWORK_STEP("send", (ssize_t)syscall(SYS_write, descriptor, bytes, length));
+/* What is sent in the middle of which the process ends, goes out in half. */
+static ssize_t sent_with(int descriptor, const void* bytes, size_t length, int flags) {
+  struct step step = enter("send", "");
+  if (step.error) step.error = ECONNRESET;
+  if (step.error) return refuse(step);
+  const size_t allowed = step.middle ? length / 2 : length;
+  const ssize_t result = (ssize_t)syscall(SYS_sendto, descriptor, bytes, allowed, flags, NULL, 0);
+  const int kept = errno;
+  record("send", "", NULL, 0, NULL, 0);
+  if (step.middle) die("send", "");
+  leave(step, "send", "");
+  errno = kept;
+  return result;
 }
+/* The program's network library writes to its sockets as to files. */
+static ssize_t sent(int descriptor, const void* bytes, size_t length) { return sent_with(descriptor, bytes, length, 0); }
 ssize_t send(int descriptor, const void* bytes, size_t length, int flags) {
   if (!is_internet(descriptor)) return REAL(send)(descriptor, bytes, length, flags);
-  NETWORK_STEP("send", REAL(send)(descriptor, bytes, length, flags));
+  return sent_with(descriptor, bytes, length, flags);
 }
 ssize_t sendmsg(int descriptor, const struct msghdr* message, int flags) {
   if (!is_internet(descriptor)) return REAL(sendmsg)(descriptor, message, flags);

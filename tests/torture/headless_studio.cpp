@@ -4,8 +4,12 @@
 #include "base/sorvan_error.h"
 #include "catalogue/catalog_facts.h"
 #include "catalogue/fal_catalog.h"
+#include "catalogue/fal_pricing.h"
 #include "catalogue/fal_provider.h"
+#include "catalogue/openai_pricing.h"
 #include "catalogue/request_for_model.h"
+#include "generation/mark_notes_backfill.h"
+#include "generation/settle_cancelled.h"
 #include "platform/http_client.h"
 #include "platform/service_configuration.h"
 
@@ -68,14 +72,15 @@ generation::GenerationPorts portsFor(const std::shared_ptr<platform::HttpTranspo
   auto catalog = std::make_shared<catalogue::FalCatalog>(settings);
   catalog->add(editModel());
   catalog->add(clipModel());
-  auto fal = std::make_shared<catalogue::FalProvider>(catalogue::FalServices{transport, catalog, clock, nullptr});
+  auto prices = std::make_shared<catalogue::FalPricing>(
+      catalogue::FalPricing::Services{transport, catalog, clock, settings});
+  auto fal = std::make_shared<catalogue::FalProvider>(catalogue::FalServices{transport, catalog, clock, prices});
   generation::GenerationPorts ports;
   ports.providerResolver = [fal](core::ProviderID id) -> std::shared_ptr<generation::GenerationProvider> {
-    if (id == core::ProviderID::fal) return fal;
+    if (id == core::ProviderID::fal || id == core::ProviderID::credits) return fal;
     return std::make_shared<generation::RetiredProvider>();
   };
   ports.keyReader = [key](core::ProviderID) { return key; };
-  ports.billing = [] { return core::Billing{core::PayWith::ownKey, true}; };
   ports.models = std::make_shared<catalogue::CatalogFacts>(catalog);
   ports.forModel = [catalog](const core::GenerationRequest& request, const generation::ComparisonModel& target) {
     return catalogue::requestForModel(*catalog, request, target);
@@ -90,14 +95,21 @@ base::Task<> HastyClock::sleep(std::chrono::milliseconds duration, std::stop_tok
 }
 
 HeadlessStudio::HeadlessStudio() {
-  const std::optional<platform::ServiceConfiguration> service = platform::serviceConfigurationFromEnvironment();
+  std::optional<platform::ServiceConfiguration> service = platform::serviceConfigurationFromEnvironment();
   if (!service) throw base::SorvanError(QStringLiteral("SORVAN_SERVICE names no service."));
+  service->trustsSystem = false;
   transport = std::make_shared<HastyTransport>(std::make_shared<platform::HttpClient>(service));
   auto settings = std::make_shared<base::Settings>();
   auto clock = std::make_shared<HastyClock>();
   store = std::make_unique<core::LibraryStore>(
       core::LibraryStore::Services{settings, clock, std::nullopt, QString()});
-  queue = std::make_unique<generation::JobQueue>(*store, portsFor(transport, settings, clock, service->key));
+  maintenance = std::make_unique<core::ThumbnailMaintenance>(*store);
+  generation::GenerationPorts ports = portsFor(transport, settings, clock, service->key);
+  gateway.plugInto(ports, *store, transport, service->key.value_or(QString()));
+  queue = std::make_unique<generation::JobQueue>(*store, std::move(ports));
+  store->openingBackfills.emplace_back(catalogue::backfillOutputCostEstimates);
+  store->openingBackfills.emplace_back(generation::backfillMarkNotes);
+  store->afterOpen.emplace_back([this](core::LibraryStore&) { generation::startSettling(*queue); });
 }
 
 HeadlessStudio::~HeadlessStudio() = default;

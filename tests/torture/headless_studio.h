@@ -6,8 +6,10 @@
 
 #include "base/clock.h"
 #include "core/library_store.h"
+#include "core/thumbnail_maintenance.h"
 #include "generation/job_queue.h"
 #include "platform/http.h"
+#include "torture/stand_in_gateway.h"
 
 namespace sorvan::torture {
 
@@ -24,7 +26,9 @@ struct HeadlessStudio {
   ~HeadlessStudio();
 
   std::shared_ptr<platform::HttpTransport> transport;
+  StandInGateway gateway;
   std::unique_ptr<core::LibraryStore> store;
+  std::unique_ptr<core::ThumbnailMaintenance> maintenance;
   std::unique_ptr<generation::JobQueue> queue;
 };
 

@@ -36,20 +36,20 @@ const std::vector<Bug>& plantedBugs() {
       {u"synchronous-normal"_s, {u"I1"_s, u"I2"_s, u"I3"_s}, cuts},
       {u"no-folder-sync"_s, {u"I1"_s, u"I3"_s, u"I4"_s}, cuts},
       {u"no-file-sync"_s, {u"I3"_s, u"I4"_s, u"I6"_s}, cuts},
-      {u"ignored-write-error"_s, {u"I3"_s, u"I4"_s, u"I6"_s}, writeErrors},
+      {u"ignored-write-error"_s, {u"I2"_s, u"I3"_s, u"I4"_s, u"I6"_s}, writeErrors, {}, u"sidecars"_s},
       {u"truncated-body"_s, {u"I3"_s}, downloads},
       {u"commits-swapped"_s, {u"I1"_s}, kills, u"/submitting"_s},
       {u"submit-before-save"_s, {u"I1"_s, u"I2"_s}, kills},
       {u"blind-resend"_s, {u"I1"_s, u"I10"_s}, submits},
       {u"register-twice"_s, {u"I3"_s}, plain},
+      {u"charge-note-forgotten"_s, {u"I4"_s}, kills, u"results.json"_s},
   };
   return bugs;
 }
 
 const QStringList& bugsNotYetPossible() {
   static const QStringList names{u"a new key on retry (needs credits)"_s,
-                                 u"retry after 500 with a new key (needs credits)"_s,
-                                 u"forgetting the charge note (needs prices)"_s};
+                                 u"retry after 500 with a new key (needs credits)"_s};
   return names;
 }
 
@@ -57,13 +57,10 @@ std::vector<Planned> huntFor(const Bug& bug, const Scenario& scenario, const std
   switch (bug.hunt) {
     case Bug::Hunt::plain: return {Planned{&scenario, {}, {}}};
     case Bug::Hunt::kills: {
-      // Twice, so that each step is struck before and after.
-      const std::vector<Counted> there = onlyAt(steps, bug.where);
-      return shuffled(joined(killWalk(scenario, there, Thoroughness::steps, 0, seed),
-                             killWalk(scenario, there, Thoroughness::steps, 0, seed + 1)),
-                      seed);
+      const Thoroughness all{.everyTurn = true, .everyWay = true};
+      return shuffled(killWalk(scenario, onlyAt(steps, bug.where), all, seed), seed);
     }
-    case Bug::Hunt::cuts: return shuffled(killWalk(scenario, steps, Thoroughness::steps, 1, seed), seed);
+    case Bug::Hunt::cuts: return shuffled(killWalk(scenario, steps, {.everyTurn = true, .cuts = 1}, seed), seed);
     case Bug::Hunt::writeErrors: {
       const std::vector<Counted> writes = onlyCalls(steps, u"write"_s);
       return joined(failWalk(scenario, writes, seed), failWalk(scenario, writes, seed + 1));

@@ -14,6 +14,7 @@ struct Bug {
   QStringList catches;  // the invariants of which one must be violated
   enum class Hunt { plain, kills, cuts, writeErrors, submits, downloads } hunt;
   QString where = {};   // kills only at steps whose place holds this
+  QString scenario = QStringLiteral("picture");  // where it is hunted
 };
 
 // Those that the library can have by now.

@@ -7,6 +7,9 @@
 #include <QImage>
 #include <QJsonDocument>
 
+#include "torture/marked_picture.h"
+#include "torture/old_library.h"
+
 namespace sorvan::torture {
 namespace {
 
@@ -21,6 +24,8 @@ class Judge {
 
   void purchases();
   void acknowledged();
+  void upgraded();
+  void spending();
   void results();
   void files();
   void database();
@@ -40,7 +45,10 @@ class Judge {
   }
   QJsonObject jobOf(const QString& prompt) const;
   QJsonObject item(const QString& id) const;
+  bool keeps(const QJsonObject& promise) const;
   void result(const Purchase& purchase);
+  void rawResult(const Purchase& purchase);
+  void markedResult(const Purchase& purchase, const QJsonObject& job);
 
   const Evidence& seen;
   QList<QJsonObject> items;
@@ -49,7 +57,7 @@ class Judge {
 
 QJsonObject Judge::jobOf(const QString& prompt) const {
   for (const QJsonObject& job : jobs)
-    if (job.value(u"prompt"_s).toString() == prompt) return job;
+    if (job.value(u"prompt"_s).toString().section(u'\n', 0, 0) == prompt) return job;
   return {};
 }
 
@@ -67,21 +75,82 @@ void Judge::purchases() {
   }
 }
 
+// Whether what was promised is there. Drafts and ratings are numbers that grow: a later one may have reached the disk
+// without its acknowledgement, an earlier one may not come back.
+bool Judge::keeps(const QJsonObject& promise) const {
+  const QString did = promise.value(u"did"_s).toString();
+  const QJsonValue id = promise.value(u"id"_s);
+  const auto isIt = [&id](const QJsonObject& record) { return record.value(u"id"_s) == id; };
+  if (did == u"enqueue"_s) return std::any_of(jobs.begin(), jobs.end(), isIt);
+  if (did == u"place"_s) return item(id.toString()).value(u"actualChecksum"_s) == promise.value(u"checksum"_s);
+  if (did == u"rate"_s)
+    return item(id.toString()).value(u"stars"_s).toInt() >= promise.value(u"stars"_s).toInt();
+  if (did == u"trash"_s) return item(id.toString()).value(u"trashed"_s) == promise.value(u"trashed"_s);
+  if (did == u"prompt"_s) return seen.report.value(u"prompts"_s).toArray().contains(promise.value(u"text"_s));
+  if (did == u"review"_s) return seen.report.value(u"reviews"_s).toArray().contains(id);
+  if (did == u"draft"_s)
+    return seen.report.value(u"draft"_s).toString().toInt() >= promise.value(u"text"_s).toString().toInt();
+  return false;
+}
+
 void Judge::acknowledged() {
-  QHash<QString, int> stars;
-  for (const QJsonObject& promise : seen.acknowledged) {
-    const QString did = promise.value(u"did"_s).toString();
-    const QString id = promise.value(u"id"_s).toString();
-    const auto isIt = [&id](const QJsonObject& job) { return job.value(u"id"_s).toString() == id; };
-    if (did == u"enqueue"_s && std::none_of(jobs.begin(), jobs.end(), isIt))
-      violated("I2", u"an acknowledged order is gone: "_s + promise.value(u"prompt"_s).toString());
-    if (did == u"place"_s && item(id).value(u"actualChecksum"_s) != promise.value(u"checksum"_s))
-      violated("I2", u"a placed picture is gone: "_s + id);
-    if (did == u"rate"_s) stars[id] = promise.value(u"stars"_s).toInt();
+  for (const QJsonObject& promise : seen.acknowledged)
+    if (!keeps(promise))
+      violated("I2", u"what was promised is gone: "_s +
+                         QString::fromUtf8(QJsonDocument(promise).toJson(QJsonDocument::Compact)));
+  if (seen.leftUnsaved) violated("I2", u"saving again left something unsaved"_s);
+}
+
+// The library as it was before its upgrade stands in a snapshot, whole.
+void Judge::upgraded() {
+  if (seen.oldVersion == 0) return;
+  const QDir backups(seen.grounds.workspace() + u"/.sorvan/backups"_s);
+  int whole = 0;
+  for (const QString& folder : backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    const QString file = backups.filePath(folder + u"/library.store"_s);
+    if (!QFile::exists(file)) {
+      violated("I8", u"half of a snapshot remains: "_s + folder);
+      continue;
+    }
+    const OldDatabase snapshot = lookAtOldDatabase(file);
+    if (snapshot.sound && snapshot.holdsPicture && snapshot.version == seen.oldVersion) ++whole;
+    else if (!snapshot.sound) violated("I5", u"a snapshot is damaged: "_s + folder);
   }
-  // A later rating may have reached the disk without its acknowledgement, an earlier one may not come back.
-  for (auto rated = stars.begin(); rated != stars.end(); ++rated)
-    if (item(rated.key()).value(u"stars"_s).toInt() < rated.value()) violated("I2", u"a rating is gone: "_s + rated.key());
+  if (whole == 0) violated("I2", u"the library from before its upgrade is gone"_s);
+  if (seen.report.value(u"sheets"_s).toInt() != (seen.oldVersion >= 3 ? 1 : 0) ||
+      seen.report.value(u"savedReferences"_s).toInt() != (seen.oldVersion >= 4 ? 1 : 0))
+    violated("I2", u"records were lost in the upgrade"_s);
+}
+
+// What was paid for and has not landed is in the spending history; what has landed is no longer in it twice.
+void Judge::spending() {
+  for (const QJsonValue& value : seen.opened.value(u"retained"_s).toArray()) {
+    const bool unaccounted = value[u"priced"_s].toBool() && !value[u"noted"_s].toBool();
+    if (unaccounted && seen.opened.value(u"spendingReads"_s).toBool())
+      violated("I4", u"paid bytes wait that no charge note knows of: "_s + value[u"prompt"_s].toString());
+  }
+  for (const QJsonObject& job : jobs)
+    if (job.value(u"status"_s).toString() == u"complete"_s && job.value(u"noted"_s).toBool())
+      violated("I4", u"a finished job still has its charge note"_s);
+}
+
+void Judge::rawResult(const Purchase& purchase) {
+  for (const QString& checksum : purchase.checksums) {
+    const auto holds = [&](const QJsonObject& item) { return item.value(u"actualChecksum"_s).toString() == checksum; };
+    const auto times = std::count_if(items.begin(), items.end(), holds);
+    if (times != 1) violated("I3", u"a result of “%1” stands %2 times"_s.arg(purchase.prompt).arg(times));
+  }
+}
+
+// The bytes that the service made are laid into the original: what lies outside the marks is the original's.
+void Judge::markedResult(const Purchase& purchase, const QJsonObject& job) {
+  const QJsonObject marks = job.value(u"marks"_s).toObject();
+  const QString original = seen.grounds.workspace() + u'/' + marks.value(u"original"_s).toString();
+  for (const QJsonValue& id : job.value(u"items"_s).toArray()) {
+    const QString file = seen.grounds.workspace() + u'/' + item(id.toString()).value(u"path"_s).toString();
+    const QString fault = faultOfMarkedPicture(file, original, marks.value(u"boxes"_s).toArray());
+    if (!fault.isEmpty()) violated("I3", u"the marked result of “%1”: %2"_s.arg(purchase.prompt, fault));
+  }
 }
 
 void Judge::result(const Purchase& purchase) {
@@ -92,11 +161,8 @@ void Judge::result(const Purchase& purchase) {
     violated("I3", u"%1 of %2 results of “%3”: %4"_s.arg(QString::number(made.size()),
                                                           QString::number(purchase.checksums.size()), purchase.prompt,
                                                           job.value(u"error"_s).toString()));
-  for (const QString& checksum : purchase.checksums) {
-    const auto holds = [&](const QJsonObject& item) { return item.value(u"actualChecksum"_s).toString() == checksum; };
-    const auto times = std::count_if(items.begin(), items.end(), holds);
-    if (times != 1) violated("I3", u"a result of “%1” stands %2 times"_s.arg(purchase.prompt).arg(times));
-  }
+  if (job.value(u"marks"_s).toObject().isEmpty()) rawResult(purchase);
+  else markedResult(purchase, job);
 }
 
 void Judge::results() {
@@ -110,7 +176,8 @@ void Judge::files() {
     owned << item.value(u"path"_s).toString() << item.value(u"thumbnail"_s).toString();
     checksums << item.value(u"actualChecksum"_s).toString();
     if (!item.value(u"exists"_s).toBool()) violated("I4", u"a record names a missing file: "_s + item.value(u"path"_s).toString());
-    if (item.value(u"checksum"_s) != item.value(u"actualChecksum"_s))
+    const QString checksum = item.value(u"checksum"_s).toString();  // the oldest libraries have none
+    if (!checksum.isEmpty() && checksum != item.value(u"actualChecksum"_s).toString())
       violated("I4", u"a file is not what its record says: "_s + item.value(u"path"_s).toString());
     const QString thumbnail = item.value(u"thumbnail"_s).toString();
     if (!thumbnail.isEmpty() && QImage(seen.grounds.workspace() + u'/' + thumbnail).isNull())
@@ -161,9 +228,9 @@ void Judge::sidecars() {
     if (!asItWas && !parses(seen.grounds.workspace() + u'/' + file.key()))
       violated("I6", u"a sidecar is damaged: "_s + file.key());
   }
-  for (auto file = seen.before.begin(); file != seen.before.end(); ++file)
-    if (file.key() == u".sorvan/charges.json"_s && seen.after.value(file.key()) != file.value())
-      violated("I6", u"an unreadable sidecar was not left as it was: "_s + file.key());
+  const QString& damaged = seen.damagedSidecar;
+  if (!damaged.isEmpty() && seen.after.value(damaged) != seen.before.value(damaged))
+    violated("I6", u"an unreadable sidecar was not left as it was: "_s + damaged);
 }
 
 void Judge::untouched() {
@@ -178,8 +245,9 @@ void Judge::untouched() {
 void Judge::temporaryFiles() {
   for (const QString& path : seen.after.keys()) {
     const QString name = path.section(u'/', -1);
-    const bool temporary = name.endsWith(u".sorvan-temporary"_s) || name.endsWith(u".part"_s) ||
-                           name.endsWith(u".tmp"_s) || name.endsWith(u"-journal"_s);
+    static const QStringList endings{u".sorvan-temporary"_s, u".part"_s, u".tmp"_s, u"-journal"_s, u"-wal"_s, u"-shm"_s};
+    const auto ends = [&name](const QString& ending) { return name.endsWith(ending); };
+    const bool temporary = std::any_of(endings.begin(), endings.end(), ends);
     if (temporary) violated("I8", u"a temporary file remains: "_s + path);
   }
   for (const QString& path : filesBelow(seen.grounds.home()).keys())
@@ -192,7 +260,7 @@ void Judge::secondRecovery() {
                                    QSet<QString>(seen.second.keyBegin(), seen.second.keyEnd()))
       if (seen.after.value(path) != seen.second.value(path)) violated("I9", u"another start changed "_s + path);
   }
-  for (const QString& part : {u"jobs"_s, u"items"_s})
+  for (const QString& part : {u"jobs"_s, u"items"_s, u"prompts"_s, u"reviews"_s, u"draft"_s, u"charges"_s})
     if (seen.report.value(part) != seen.secondReport.value(part))
       violated("I9", u"another start changed the "_s + part);
 }
@@ -201,17 +269,12 @@ void Judge::posts() {
   if (seen.mostPosts > 1) violated("I10", u"%1 POSTs of one attempt"_s.arg(seen.mostPosts));
 }
 
+// Everything that the program wrote anywhere: the library, its home, what it said, and the journal of its steps.
 void Judge::secret() {
-  for (const QString& folder : {seen.grounds.workspace(), seen.grounds.home()}) {
-    for (const QString& path : filesBelow(folder).keys()) {
-      QFile file(folder + u'/' + path);
-      if (file.open(QFile::ReadOnly) && file.readAll().contains(seen.secret))
-        violated("I11", u"the key stands in "_s + path);
-    }
-  }
-  for (const QString& name : {u"library.store"_s, u"library.store-wal"_s}) {
-    QFile file(seen.grounds.workspace() + u"/.sorvan/"_s + name);
-    if (file.open(QFile::ReadOnly) && file.readAll().contains(seen.secret)) violated("I11", u"the key stands in "_s + name);
+  for (const QString& path : filesBelow(seen.grounds.folder).keys()) {
+    QFile file(seen.grounds.folder + u'/' + path);
+    if (file.open(QFile::ReadOnly) && file.readAll().contains(seen.secret))
+      violated("I11", u"the key stands in "_s + path);
   }
   if (seen.secretShownElsewhere) violated("I11", u"the key was shown to a foreign host"_s);
 }
@@ -236,7 +299,7 @@ const std::vector<InvariantName>& invariantNames() {
       {"I1", "at most one purchase a job, and each has its row"},
       {"I2", "what was acknowledged is still there"},
       {"I3", "a purchase leads to its item, once, with the bytes that the service made"},
-      {"I4", "no record names a missing file, and no paid bytes lie about without one"},
+      {"I4", "no record names a missing file, and no paid bytes lie about without a record or a charge note"},
       {"I5", "the database is sound"},
       {"I6", "every sidecar reads, and an unreadable one is byte for byte what it was"},
       {"I7", "nothing that a record owns is gone, and nothing outside was touched"},
@@ -254,7 +317,9 @@ Verdict judge(const Evidence& evidence) {
   Judge judge(evidence);
   judge.purchases();
   judge.acknowledged();
+  judge.upgraded();
   judge.results();
+  judge.spending();
   judge.files();
   judge.database();
   judge.sidecars();

@@ -50,14 +50,29 @@ std::optional<Step> struckIn(const std::vector<Step>& steps) {
   return std::nullopt;
 }
 
-QString placeOf(const QString& call, const QString& path, const QString& root) {
+namespace {
+
+// The path below the root, its names of chance replaced: ids, and the titles that items are named by.
+QString withoutChance(const QString& path, const QString& root, const QString& item) {
   static const QRegularExpression chance(
       u"[0-9A-Fa-f]{8}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{12}"_s);
   static const QRegularExpression titled(u"/(generated|references)/[^./][^/]*$"_s);
   QString below = path.startsWith(root) ? path.mid(root.size()) : path;
   below.replace(chance, u"*"_s);
-  below.replace(titled, u"/\\1/item"_s);
+  below.replace(titled, u"/\\1/"_s + item);
+  return below.isEmpty() && !path.isEmpty() ? u"/"_s : below;
+}
+
+}  // namespace
+
+QString placeOf(const QString& call, const QString& path, const QString& root) {
+  const QString below = withoutChance(path, root, u"item"_s);
   return below.isEmpty() ? call : call + u' ' + below;
+}
+
+QString globOf(const QString& call, const QString& path, const QString& root) {
+  const QString below = withoutChance(path, root, u"*"_s).replace(u' ', u'?');
+  return call + u' ' + (below.isEmpty() ? u"-"_s : below);
 }
 
 }  // namespace sorvan::torture

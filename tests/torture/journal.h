@@ -11,9 +11,10 @@ namespace sorvan::torture {
 struct Step {
   quint64 number = 0;
   QString call;    // "open", "opentrunc", "write", "truncate", "fsync", "rename", "link", "unlink", "rmdir", "mkdir",
-                   // "connect", "send", "recv"; "died" or "failed" where a fault of the shim struck
+                   // "connect", "send", "recv"; "died" or "failed" where a fault of the shim struck, "refused" where the
+                   // system would not do it
   QString path;    // absolute; empty for the network
-  QString other;   // where a rename or a link comes from; the call that a fault struck
+  QString other;   // where a rename or a link comes from; the call that was struck or refused
   qint64 offset = 0;
   QByteArray bytes;
 };
@@ -26,5 +27,7 @@ std::optional<Step> struckIn(const std::vector<Step>& steps);
 
 // What a step is, the same in every run: the call and the path below `root` with every name of chance replaced.
 QString placeOf(const QString& call, const QString& path, const QString& root);
+// The same as the shim is told it: "CALL GLOB".
+QString globOf(const QString& call, const QString& path, const QString& root);
 
 }  // namespace sorvan::torture

@@ -29,11 +29,14 @@ std::vector<Counted> oneForEachPlace(const std::vector<Counted>& steps, Chance& 
   return chosen;
 }
 
-QString wayOfKilling(const QString& call, quint64 turn) {
-  static const QStringList writing{u"before"_s, u"middle"_s, u"after"_s};
-  static const QStringList other{u"before"_s, u"after"_s};
-  const QStringList& ways = call == u"write"_s ? writing : other;
-  return ways[static_cast<qsizetype>(turn % static_cast<quint64>(ways.size()))];
+// One of the ways, another at each turn.
+QStringList oneWay(const QString& call, quint64 turn) {
+  const QStringList& ways = waysOfKilling(call);
+  return {ways[static_cast<qsizetype>(turn % static_cast<quint64>(ways.size()))]};
+}
+
+QString orderFor(const Counted& step, const QString& action, const QString& error = {}) {
+  return u"at %1 %2 %3 %4"_s.arg(action).arg(step.turn).arg(step.glob, error).trimmed();
 }
 
 // What stands on the wire or in the proxy, at any call.
@@ -64,6 +67,14 @@ Planned planned(const Scenario& scenario, FaultKind kind) {
   return trial;
 }
 
+Planned walkedTo(const Scenario& scenario, FaultKind kind, const Counted& step) {
+  Planned trial = planned(scenario, kind);
+  trial.place = step.place;
+  trial.turn = step.turn;
+  trial.mayBeAbsent = step.turn > 1 && isOfTheNetwork(step.call);
+  return trial;
+}
+
 Planned atService(const Scenario& scenario, FaultKind kind, const QString& call, const QString& name) {
   Planned trial = planned(scenario, kind);
   trial.fault.call = call;
@@ -74,25 +85,48 @@ Planned atService(const Scenario& scenario, FaultKind kind, const QString& call,
 
 }  // namespace
 
+const QStringList& waysOfKilling(const QString& call) {
+  static const QStringList halved{u"before"_s, u"middle"_s, u"after"_s};
+  static const QStringList whole{u"before"_s, u"after"_s};
+  return call == u"write"_s || call == u"send"_s ? halved : whole;
+}
+
 std::vector<Counted> countedSteps(const std::vector<Step>& steps, const QString& workspace) {
   std::vector<Counted> counted;
-  for (const Step& step : steps) counted.push_back({step.number, step.call, placeOf(step.call, step.path, workspace)});
+  QHash<QString, int> turns;
+  for (const Step& step : steps) {
+    // What the system refused changed nothing, but the shim passed it too.
+    if (step.call == u"refused"_s) ++turns[globOf(step.other, step.path, workspace)];
+    if (step.call == u"refused"_s) continue;
+    const QString glob = globOf(step.call, step.path, workspace);
+    counted.push_back({step.call, placeOf(step.call, step.path, workspace), glob, ++turns[glob]});
+  }
   return counted;
 }
 
+std::vector<Counted> commonSteps(const std::vector<Counted>& one, const std::vector<Counted>& other) {
+  QHash<QString, int> most;
+  for (const Counted& step : other) most[step.glob] = qMax(most[step.glob], step.turn);
+  std::vector<Counted> common;
+  for (const Counted& step : one)
+    if (step.turn <= most.value(step.glob)) common.push_back(step);
+  return common;
+}
+
 std::vector<Planned> killWalk(const Scenario& scenario, const std::vector<Counted>& steps, Thoroughness thoroughness,
-                              unsigned cuts, quint64 seed) {
+                              quint64 seed) {
   Chance chance(seed);
   std::vector<Planned> walk;
-  const std::vector<Counted> chosen =
-      thoroughness == Thoroughness::places ? oneForEachPlace(steps, chance) : steps;
-  for (const Counted& step : chosen) {
-    Planned trial = planned(scenario, FaultKind::kill);
-    trial.fault.shim = u"kill %1 %2"_s.arg(wayOfKilling(step.call, walk.size() + seed)).arg(step.number);
-    trial.fault.cuts = cuts > 0 && (walk.size() + seed) % cuts == 0;
-    trial.fault.seed = chance();
-    trial.place = step.place;
-    walk.push_back(trial);
+  quint64 turn = seed;
+  for (const Counted& step : thoroughness.everyTurn ? steps : oneForEachPlace(steps, chance)) {
+    for (const QString& way : thoroughness.everyWay ? waysOfKilling(step.call) : oneWay(step.call, turn)) {
+      Planned trial = walkedTo(scenario, FaultKind::kill, step);
+      trial.fault.shim = orderFor(step, way);
+      trial.fault.cuts = thoroughness.cuts > 0 && turn % thoroughness.cuts == 0;
+      trial.fault.seed = chance();
+      walk.push_back(trial);
+      ++turn;
+    }
   }
   return walk;
 }
@@ -102,10 +136,10 @@ std::vector<Planned> failWalk(const Scenario& scenario, const std::vector<Counte
   Chance chance(seed);
   std::vector<Planned> walk;
   for (const Counted& step : oneForEachPlace(steps, chance)) {
-    Planned trial = planned(scenario, FaultKind::fail);
+    Planned trial = walkedTo(scenario, FaultKind::fail, step);
     const QString error = errors[static_cast<qsizetype>((walk.size() + seed) % 4)];
-    const bool forGood = (walk.size() + seed) % 3 == 0 && !isOfTheNetwork(step.call);
-    trial.fault.shim = u"%1 %2 %3"_s.arg(forGood ? u"failfrom"_s : u"fail"_s).arg(step.number).arg(error);
+    trial.fault.forGood = (walk.size() + seed) % 3 == 0 && !isOfTheNetwork(step.call);
+    trial.fault.shim = orderFor(step, trial.fault.forGood ? u"failfrom"_s : u"fail"_s, error);
     walk.push_back(trial);
   }
   return walk;
@@ -114,6 +148,8 @@ std::vector<Planned> failWalk(const Scenario& scenario, const std::vector<Counte
 std::vector<Planned> serviceFaults(const Scenario& scenario, const QString& call) {
   std::vector<Planned> trials;
   for (const QString& name : faultsOf(call)) trials.push_back(atService(scenario, FaultKind::service, call, name));
+  // The sandbox never goes on: the program's own patience ends.
+  trials.push_back(atService(scenario, FaultKind::service, call, u"hold"_s));
   for (const QString& at : {u"head"_s, u"before"_s, u"after"_s}) {
     Planned trial = atService(scenario, FaultKind::held, call, u"hold"_s);
     trial.fault.more.insert(u"at"_s, at);

@@ -12,26 +12,36 @@ namespace sorvan::torture {
 struct Planned {
   const Scenario* scenario = nullptr;
   Fault fault;
-  QString place;  // of the walk: the step that must be hit, as `placeOf` names it; empty for other faults
+  QString place;  // of the walks: the step that must be hit, as `placeOf` names it; empty for other faults
+  int turn = 0;   // of the walks: which of the steps at this place it is
+  bool mayBeAbsent = false;  // the network came in more pieces when the steps were counted than it may now
 };
 
 // A step that a scenario goes through, as its first run counted it.
 struct Counted {
-  quint64 number = 0;
   QString call;
   QString place;
+  QString glob;   // as the shim is told it
+  int turn = 0;   // which of the steps at this place it is, from 1
 };
 
 std::vector<Counted> countedSteps(const std::vector<Step>& steps, const QString& workspace);
+// The steps that both runs went through.
+std::vector<Counted> commonSteps(const std::vector<Counted>& one, const std::vector<Counted>& other);
 
-enum class Thoroughness {
-  places,  // each different step once, in one of the three ways
-  steps,   // every step, in one of the three ways
+// The ways in which the program can be killed at such a call: "before", "middle" where it can be halved, "after".
+const QStringList& waysOfKilling(const QString& call);
+
+// How much of a scenario's steps a walk takes.
+struct Thoroughness {
+  bool everyTurn = false;  // every step; else one for each different place, chosen by the seed
+  bool everyWay = false;   // killed before, in the middle (of what can be halved) and after it; else in one of these ways
+  unsigned cuts = 0;       // power cuts at one in so many of the kills; 0 for none
 };
 
-// Kills at the steps of a scenario. `cuts` is the share of them that power cuts are tried at, one in so many; 0 for none.
+// Kills at the steps of a scenario.
 std::vector<Planned> killWalk(const Scenario& scenario, const std::vector<Counted>& steps, Thoroughness thoroughness,
-                              unsigned cuts, quint64 seed);
+                              quint64 seed);
 
 // Every different step fails once, and for one in three it and all that follow, with one of the four errors.
 std::vector<Planned> failWalk(const Scenario& scenario, const std::vector<Counted>& steps, quint64 seed);

@@ -36,6 +36,8 @@ QString nameOf(const QString& path) { return path.section(u'/', -1); }
 // Memory that the database shares between processes, and the lock: neither is meant to outlive a start.
 bool isFleeting(const QString& name) { return name.endsWith(u"-shm"_s) || name == u"workspace.lock"_s; }
 
+bool isNoChange(const QString& call) { return call == u"died"_s || call == u"failed"_s || call == u"refused"_s; }
+
 }  // namespace
 
 PowerCut::PowerCut(const QString& folder) { takeUp(folder); }
@@ -138,7 +140,7 @@ void PowerCut::carryOut(const Step& step, const QString& path, const QString& ot
 
 void PowerCut::play(const std::vector<Step>& steps, const QString& root) {
   for (const Step& step : steps) {
-    if (step.path.isEmpty() || step.call == u"died"_s || step.call == u"failed"_s) continue;
+    if (step.path.isEmpty() || isNoChange(step.call)) continue;
     carryOut(step, step.path.mid(root.size()), step.other.mid(root.size()));
   }
 }

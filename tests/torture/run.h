@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <chrono>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -37,6 +38,7 @@ class Run {
   using Clock = std::chrono::steady_clock;
 
   void count();
+  void count(const Scenario& counted, Workshop& workshop);
   void hunt();
   void hunt(const Bug& bug, const QString& folder);
   void walk(std::vector<Planned> trials);
@@ -44,12 +46,17 @@ class Run {
   void one(const Planned& planned, Workshop& workshop);
   std::vector<Planned> quickPlan(quint64 seed) const;
   std::vector<Planned> fullPlan(quint64 seed) const;
+  std::vector<Planned> faultsOfService(quint64 seed) const;
+  void requireSteps();
   const Scenario& scenario(const QString& name) const;
+  bool isChosen(const QString& name) const;
   bool isOverdue() const { return Clock::now() > begun_ + options_.limit; }
 
   RunOptions options_;
   Clock::time_point begun_ = Clock::now();
+  QString picture_;  // the user's own, for scenarios that begin with one
   std::vector<Scenario> scenarios_;
+  std::mutex mutex_;
   std::map<QString, std::vector<Counted>> steps_;
   Tally tally_;
   int walks_ = 0;

@@ -27,43 +27,116 @@ QJsonObject two(const QString& prompt) {
   return two;
 }
 
+QJsonObject markedEdit(const QString& prompt) {
+  QJsonObject marked = edit(prompt);
+  QJsonArray boxes;
+  boxes.append(QJsonArray{0.25, 0.25, 0.5, 0.5});
+  marked.insert(u"marks"_s, boxes);
+  return marked;
+}
+
+QJsonObject prompt(const QString& text) { return {{u"do"_s, u"prompt"_s}, {u"text"_s, text}}; }
+
+QJsonObject draft(int number) { return {{u"do"_s, u"draft"_s}, {u"number"_s, number}}; }
+
+QJsonObject gateway(const QString& what) { return {{u"do"_s, u"gateway"_s}, {what, true}}; }
+
 QJsonObject place(const QString& file) { return {{u"do"_s, u"place"_s}, {u"file"_s, file}}; }
 
 QJsonObject rate(int stars) { return {{u"do"_s, u"rate"_s}, {u"stars"_s, stars}}; }
 
+// A scenario that begins with an empty library and does only this.
+Scenario plain(const QString& name, const QJsonArray& commands) {
+  Scenario scenario;
+  scenario.name = name;
+  scenario.commands = commands;
+  return scenario;
+}
+
+Scenario after(const QJsonArray& setUp, const QString& endsAt, Scenario scenario) {
+  scenario.setUp = setUp;
+  scenario.setUpEndsAt = endsAt;
+  return scenario;
+}
+
+QJsonObject runAll() { return command(u"run"_s); }
+QJsonObject retryAll() { return command(u"retry"_s); }
+
+// An order in a folder that was no library before.
+Scenario first(const QJsonArray& commands) {
+  Scenario scenario = plain(u"first"_s, commands);
+  scenario.beginsWithNothing = true;
+  return scenario;
+}
+
+// Orders of each kind, from nothing to the item.
+std::vector<Scenario> orders(const QJsonArray& library) {
+  return {
+      first({picture(u"the very first, %1"_s), runAll()}),
+      plain(u"picture"_s, {picture(u"a lighthouse, %1"_s), runAll()}),
+      after(library, {}, plain(u"edit"_s, {edit(u"make it dusk, %1"_s), runAll()})),
+      after(library, {}, plain(u"marked"_s, {markedEdit(u"put a boat there, %1"_s), runAll()})),
+      plain(u"two"_s, {two(u"two boats, %1"_s), runAll()}),
+      plain(u"clip"_s, {order(u"bytedance/seedance-2.5/text-to-video"_s, u"waves, %1"_s), runAll()}),
+      plain(u"sound"_s, {order(u"fal-ai/elevenlabs/sound-effects/v2"_s, u"rain, %1"_s), runAll()}),
+  };
+}
+
+// What a user does to an order that did not simply end.
+std::vector<Scenario> secondThoughts(const QJsonObject& placed) {
+  const QJsonObject handle = command(u"handle"_s);
+  const QJsonObject cancel = command(u"cancel"_s);
+  std::vector<Scenario> all{
+      plain(u"cancel"_s, {picture(u"a cancelled one, %1"_s), handle, cancel, runAll()}),
+      after({picture(u"retried, from before"_s), runAll()}, u"before rename results.json"_s, plain(u"retry"_s, {retryAll(), runAll()})),
+      after({placed, markedEdit(u"kept as it came, from before"_s), runAll()}, u"after rename results.json"_s,
+            plain(u"raw"_s, {command(u"save-raw"_s), runAll()})),
+      after({placed, picture(u"interrupted, one"_s), edit(u"interrupted, two"_s), runAll()}, u"before rename /submitting"_s,
+            plain(u"interrupted"_s, {retryAll(), picture(u"after an interruption, %1"_s), runAll()})),
+      after({gateway(u"pays"_s), gateway(u"away"_s), picture(u"cancelled, and charged"_s), handle, cancel, runAll()}, {},
+            plain(u"settle"_s, {command(u"settled"_s)})),
+  };
+  all.front().jobsStand = true;
+  all.back().setUpStands = true;
+  return all;
+}
+
+// Work that is no order.
+std::vector<Scenario> ownWork(const QJsonArray& library) {
+  const QJsonObject save = command(u"retry-save"_s);
+  std::vector<Scenario> all{
+      after(library, {}, plain(u"rate"_s, {rate(3), picture(u"beside a rating, %1"_s), rate(5), runAll()})),
+      after(library, {}, plain(u"damaged"_s, {picture(u"with a damaged ledger, %1"_s), runAll()})),
+      after(library, {},
+            plain(u"sidecars"_s, {prompt(u"a first one, %1"_s), draft(1), command(u"review"_s), draft(2),
+                                  prompt(u"a second one, %1"_s), rate(2), save, save})),
+  };
+  const QJsonObject quietTrash{{u"do"_s, u"trash"_s}, {u"quietly"_s, true}};
+  QJsonArray withTrash = library;
+  withTrash.append(quietTrash);
+  withTrash.append(library.first());
+  all.push_back(after(withTrash, {}, plain(u"trash"_s, {command(u"restore"_s), command(u"trash"_s)})));
+  all[1].damagedSidecar = u"charges.json"_s;
+  all[2].endsSaved = true;
+  return all;
+}
+
+// Libraries of every earlier form, each with one picture.
+std::vector<Scenario> upgrades() {
+  std::vector<Scenario> all;
+  for (int version = 1; version < 7; ++version) {
+    all.push_back(plain(u"upgrade-%1"_s.arg(version), {rate(5)}));
+    all.back().oldVersion = version;
+  }
+  return all;
+}
+
 }  // namespace
 
 std::vector<Scenario> allScenarios(const QString& file) {
-  const QJsonObject run = command(u"run"_s);
-  const QJsonObject retry = command(u"retry"_s);
-  const QJsonArray library{place(file)};
-  std::vector<Scenario> all;
-  all.push_back({u"picture"_s, {}, {}, {picture(u"a lighthouse, %1"_s), run}, false, {}});
-  all.push_back({u"edit"_s, library, {}, {edit(u"make it dusk, %1"_s), run}, false, {}});
-  all.push_back({u"two"_s, {}, {}, {two(u"two boats, %1"_s), run}, false, {}});
-  all.push_back({u"clip"_s, {}, {}, {order(u"bytedance/seedance-2.5/text-to-video"_s, u"waves, %1"_s), run}, false, {}});
-  all.push_back(
-      {u"sound"_s, {}, {}, {order(u"fal-ai/elevenlabs/sound-effects/v2"_s, u"rain, %1"_s), run}, false, {}});
-  all.push_back({u"cancel"_s,
-                 {},
-                 {},
-                 {picture(u"a cancelled one, %1"_s), command(u"handle"_s), command(u"cancel"_s), run},
-                 true,
-                 {}});
-  all.push_back({u"retry"_s,
-                 {picture(u"retried, from before"_s), run},
-                 u"before rename results.json"_s,
-                 {retry, run},
-                 false,
-                 {}});
-  all.push_back({u"rate"_s, library, {}, {rate(3), picture(u"beside a rating, %1"_s), rate(5), run}, false, {}});
-  all.push_back({u"interrupted"_s,
-                 {place(file), picture(u"interrupted, one"_s), edit(u"interrupted, two"_s), run},
-                 u"before rename /submitting"_s,
-                 {retry, picture(u"after an interruption, %1"_s), run},
-                 false,
-                 {}});
-  all.push_back({u"damaged"_s, library, {}, {picture(u"with a damaged ledger, %1"_s), run}, false, u"charges.json"_s});
+  std::vector<Scenario> all = orders({place(file)});
+  for (const auto& part : {secondThoughts(place(file)), ownWork({place(file)}), upgrades()})
+    all.insert(all.end(), part.begin(), part.end());
   return all;
 }
 
@@ -71,8 +144,10 @@ QJsonArray named(const QJsonArray& commands, const QString& trial) {
   QJsonArray result;
   for (const QJsonValue& value : commands) {
     QJsonObject command = value.toObject();
-    const QString prompt = command.value(u"prompt"_s).toString();
-    if (prompt.contains(u"%1"_s)) command.insert(u"prompt"_s, prompt.arg(trial));
+    for (const QString& field : {u"prompt"_s, u"text"_s}) {
+      const QString text = command.value(field).toString();
+      if (text.contains(u"%1"_s)) command.insert(field, text.arg(trial));
+    }
     result.append(command);
   }
   return result;

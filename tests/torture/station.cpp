@@ -15,9 +15,11 @@ using namespace Qt::StringLiterals;
 
 constexpr int longestRunMilliseconds = 40'000;
 
-sorvan::test::SandboxProcess::Options optionsFor(const QString& key) {
+sorvan::test::SandboxProcess::Options optionsFor(const QString& key, const QString& state) {
   sorvan::test::SandboxProcess::Options options;
-  options.more = {u"--key"_s, key};
+  QDir().mkpath(state);
+  options.stateFolder = state;
+  options.more = {u"--key"_s, key, u"--longest-side"_s, u"160"_s};
   return options;
 }
 
@@ -66,8 +68,8 @@ Grounds Grounds::made(const QString& folder, const QString& workspace) {
   return grounds;
 }
 
-Station::Station(QString driver, QString bug, const QString& key)
-    : driver_(std::move(driver)), bug_(std::move(bug)), sandbox_(optionsFor(key)) {}
+Station::Station(QString driver, QString bug, const QString& key, const QString& state)
+    : driver_(std::move(driver)), bug_(std::move(bug)), sandbox_(optionsFor(key, state)) {}
 
 std::unique_ptr<QProcess> Station::started(const Grounds& grounds, const QJsonArray& commands, const ShimOrder& shim) {
   auto driver = std::make_unique<QProcess>();
@@ -86,9 +88,15 @@ DriverEnd Station::run(const Grounds& grounds, const QJsonArray& commands, const
 
 DriverEnd Station::runUntilHeld(const Grounds& grounds, const QJsonArray& commands, const QString& call) {
   const auto driver = started(grounds, commands, {});
-  sandbox_.waitForHeld(call);
+  bool held = true;
+  try {
+    sandbox_.waitForHeld(call);
+  } catch (const std::runtime_error&) {
+    held = false;  // a busy machine: the program gave up before it came to this call
+  }
   ::kill(static_cast<pid_t>(driver->processId()), SIGKILL);
-  const DriverEnd end = endOf(*driver);
+  DriverEnd end = endOf(*driver);
+  end.killed = held;
   sandbox_.release();
   return end;
 }

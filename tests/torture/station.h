@@ -39,13 +39,14 @@ struct ShimOrder {
 
 class Station {
  public:
-  // `driver` is the driver's program, `bug` the planted bug that is on in it, or empty; `key` is the planted secret.
-  // Throws std::runtime_error when nothing starts.
-  Station(QString driver, QString bug, const QString& key);
+  // `driver` is the driver's program, `bug` the planted bug that is on in it, or empty; `key` is the planted secret, and
+  // `state` the folder where the sandbox keeps what it sold. Throws std::runtime_error when nothing starts.
+  Station(QString driver, QString bug, const QString& key, const QString& state);
 
   // Starts the driver and waits for its end.
   DriverEnd run(const Grounds& grounds, const QJsonArray& commands, const ShimOrder& shim = {});
-  // Starts the driver, kills it once a call of this kind is held by the sandbox, and lets the call go on.
+  // Starts the driver, kills it once a call of this kind is held by the sandbox, and lets the call go on. `killed` says
+  // whether it came to that.
   DriverEnd runUntilHeld(const Grounds& grounds, const QJsonArray& commands, const QString& call);
 
   sorvan::test::SandboxProcess& sandbox() { return sandbox_; }

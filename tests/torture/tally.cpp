@@ -3,7 +3,6 @@
 #include <cstdio>
 
 namespace sorvan::torture {
-namespace {
 
 using namespace Qt::StringLiterals;
 
@@ -12,14 +11,45 @@ void say(const QString& line) {
   std::fflush(stdout);
 }
 
+namespace {
+
+QString hit(const QString& scenario, const QString& place, const QString& way = {}, int turn = 0) {
+  QString name = scenario + u": "_s + place;
+  if (!way.isEmpty()) name += u", "_s + way;
+  if (turn > 0) name += u", number "_s + QString::number(turn);
+  return name;
+}
+
 }  // namespace
+
+void Tally::mustBeHit(const QString& scenario, const QString& place) {
+  const std::lock_guard hold(mutex_);
+  required_ << hit(scenario, place);
+}
+
+void Tally::mustBeHitInEveryWay(const QString& scenario, const Counted& step) {
+  const std::lock_guard hold(mutex_);
+  const bool isOfTheNetwork = step.glob.endsWith(u" -"_s);
+  for (const QString& way : waysOfKilling(step.call))
+    required_ << hit(scenario, step.place, way, isOfTheNetwork ? 0 : step.turn);
+}
+
+QStringList Tally::neverHit() const {
+  QStringList steps((required_ - places_).values());
+  steps.sort();
+  return steps;
+}
 
 void Tally::add(const Planned& planned, const TrialResult& result) {
   const std::lock_guard hold(mutex_);
   const bool kills = planned.fault.kind == FaultKind::kill || planned.fault.kind == FaultKind::held;
   if (kills) ++kills_;
   if (planned.fault.kind == FaultKind::fail || planned.fault.kind == FaultKind::service) ++faults_;
-  if (planned.fault.kind == FaultKind::kill && result.met) places_ << planned.scenario->name + u": "_s + result.place;
+  if (planned.fault.kind == FaultKind::kill && result.met) {
+    const QString way = planned.fault.shim.section(u' ', 1, 1);
+    places_ << hit(planned.scenario->name, result.place) << hit(planned.scenario->name, result.place, way)
+            << hit(planned.scenario->name, result.place, way, planned.turn);
+  }
   for (const Outcome& outcome : result.outcomes) {
     ++trials_;
     if (outcome.powerCut) ++cuts_;
@@ -50,7 +80,7 @@ int Tally::trials() const {
   return trials_;
 }
 
-QString Tally::lastLine() const {
+QString Tally::lastLine(quint64 seed) const {
   const auto broken = [this](std::initializer_list<const char*> names) {
     int count = 0;
     for (const char* name : names) count += violated_.value(QString::fromLatin1(name));
@@ -59,26 +89,26 @@ QString Tally::lastLine() const {
   return u"trials %1, kills %2, faults %3, power cuts %4, "_s.arg(trials_).arg(kills_).arg(faults_).arg(cuts_) +
          u"duplicate purchases %1, lost results %2, lost work %3, planted bugs caught %4 of %5"_s.arg(
              broken({"I1", "I10"}), broken({"I3", "I4"}), broken({"I2", "I7"}), QString::number(caught_),
-             QString::number(bugs_));
+             QString::number(bugs_)) +
+         u", unknown submissions %1, seed %2"_s.arg(unknown_).arg(seed);
 }
 
-bool Tally::conclude() const {
+bool Tally::conclude(quint64 seed) const {
   const std::lock_guard hold(mutex_);
   for (const InvariantName& name : invariantNames()) {
     const QString id = QString::fromLatin1(name.name);
+    const QString text = QString::fromLatin1(name.text);
     if (id == u"I12"_s) {
-      say(u"I12 %1: not yet applicable, nothing is paid with credits"_s.arg(QString::fromLatin1(name.text)));
+      say(u"I12 %1: not yet applicable, no service takes credits"_s.arg(text));
       continue;
     }
-    say(u"%1 %2: held in %3 of %4 trials"_s.arg(id, QString::fromLatin1(name.text))
-            .arg(trials_ - violated_.value(id))
-            .arg(trials_));
+    say(u"%1 %2: held in %3 of %4 trials"_s.arg(id, text).arg(trials_ - violated_.value(id)).arg(trials_));
   }
-  say(u"steps hit by a kill: %1"_s.arg(places_.size()));
-  for (const QString& what : missed_) say(u"NEVER HIT: "_s + what);
-  say(u"unknown submissions %1"_s.arg(unknown_));
-  say(lastLine());
-  return violated_.isEmpty() && missed_.isEmpty() && caught_ == bugs_;
+  const QStringList open = missed_ + neverHit();
+  say(u"steps that had to be hit by a kill: %1, never hit: %2"_s.arg(required_.size()).arg(neverHit().size()));
+  for (const QString& what : open) say(u"NEVER HIT: "_s + what);
+  say(lastLine(seed));
+  return violated_.isEmpty() && open.isEmpty() && caught_ == bugs_;
 }
 
 }  // namespace sorvan::torture

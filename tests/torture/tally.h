@@ -11,11 +11,19 @@
 
 namespace sorvan::torture {
 
+// Prints a line at once.
+void say(const QString& line);
+
 // Several threads may add at once.
 class Tally {
  public:
   // Takes up the outcomes of one trial and prints what was violated.
   void add(const Planned& planned, const TrialResult& result);
+  // A kill must strike at this place of the scenario.
+  void mustBeHit(const QString& scenario, const QString& place);
+  // Kills must strike before this step of the scenario, after it, and in the middle of what can be halved; of the network,
+  // which comes in other pieces each time, at steps of this kind.
+  void mustBeHitInEveryWay(const QString& scenario, const Counted& step);
   // A planned step or fault that never struck.
   void missed(const QString& what);
   // A planted bug was or was not caught; `by` says how.
@@ -23,10 +31,11 @@ class Tally {
 
   int trials() const;
   // The invariants by name, the steps that were hit, and the line that ends a run. Returns whether all is well.
-  bool conclude() const;
+  bool conclude(quint64 seed) const;
 
  private:
-  QString lastLine() const;
+  QString lastLine(quint64 seed) const;
+  QStringList neverHit() const;
 
   mutable std::mutex mutex_;
   int trials_ = 0;
@@ -35,7 +44,8 @@ class Tally {
   int cuts_ = 0;
   int unknown_ = 0;
   QHash<QString, int> violated_;  // trials in which this invariant did not hold
-  QSet<QString> places_;          // steps that were hit by a kill
+  QSet<QString> places_;          // what was hit by a kill, as `hit` names it
+  QSet<QString> required_;        // those that must be
   QStringList missed_;
   int bugs_ = 0;
   int caught_ = 0;

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "torture/journal.h"
+#include "torture/old_library.h"
 #include "torture/power_cut.h"
 
 namespace sorvan::torture {
@@ -76,9 +77,20 @@ struct Workshop::Recovery {
   TrialResult result;
 };
 
-Workshop::Workshop(QString folder, const QString& driver, const QString& bug) : folder_(std::move(folder)) {
+Workshop::Workshop(QString folder, const QString& driver, QString picture, const QString& bug)
+    : folder_(std::move(folder)), picture_(std::move(picture)) {
   QDir().mkpath(folder_);
-  station_ = std::make_unique<Station>(driver, bug, plantedKey(secret_));
+  station_ = std::make_unique<Station>(driver, bug, plantedKey(secret_), folder_ + u"/service"_s);
+}
+
+void Workshop::setUp(const Scenario& scenario, const Grounds& grounds) {
+  const QString point = scenario.setUpEndsAt.isEmpty() ? QString() : u"point "_s + scenario.setUpEndsAt;
+  if (scenario.setUpStands) station_->sandbox().setManualPace(true);
+  const DriverEnd end = station_->run(grounds, scenario.setUp, {point, false});
+  if (scenario.setUpStands) station_->sandbox().setManualPace(false);
+  if (end.killed == point.isEmpty() || end.overdue || end.crashed || end.report.contains(u"refused"_s))
+    throw std::runtime_error("the library for “" + scenario.name.toStdString() + "” cannot be made");
+  if (!scenario.damagedSidecar.isEmpty()) damage(grounds.workspace() + u"/.sorvan/"_s + scenario.damagedSidecar);
 }
 
 const Workshop::Beginning& Workshop::beginningOf(const Scenario& scenario) {
@@ -88,20 +100,20 @@ const Workshop::Beginning& Workshop::beginningOf(const Scenario& scenario) {
   beginning.run = u"before "_s + scenario.name;
   station_->sandbox().setRun(beginning.run);
   const Grounds grounds = Grounds::made(folder_ + u"/before-"_s + scenario.name);
-  const QString point = scenario.setUpEndsAt.isEmpty() ? QString() : u"point "_s + scenario.setUpEndsAt;
-  const DriverEnd end = station_->run(grounds, scenario.setUp, {point, false});
-  if (end.killed == point.isEmpty() || end.overdue || end.crashed)
-    throw std::runtime_error("the library for “" + scenario.name.toStdString() + "” cannot be made");
-  if (!scenario.damagedSidecar.isEmpty()) damage(grounds.workspace() + u"/.sorvan/"_s + scenario.damagedSidecar);
+  if (scenario.oldVersion > 0)
+    beginning.acknowledged = layOldLibrary(grounds.workspace(), scenario.oldVersion, picture_);
+  else if (!scenario.beginsWithNothing)
+    setUp(scenario, grounds);
   station_->mostPostsSinceLast();
   beginning.workspace = grounds.workspace();
   beginning.files = filesBelow(grounds.workspace());
-  beginning.acknowledged = acknowledgedIn(grounds);
+  beginning.acknowledged += acknowledgedIn(grounds);
   return beginnings_[scenario.name] = beginning;
 }
 
 DriverEnd Workshop::start(const Grounds& grounds, const QJsonArray& commands, const QString& what, Recovery& recovery) {
   DriverEnd end = station_->run(grounds, commands);
+  if (recovery.evidence.opened.isEmpty()) recovery.evidence.opened = end.report.value(u"opened"_s).toObject();
   if (end.overdue) recovery.evidence.unended << what + u" did not end"_s;
   if (end.crashed || end.killed) recovery.evidence.unended << what + u" crashed"_s;
   recovery.evidence.mostPosts = qMax(recovery.evidence.mostPosts, station_->mostPostsSinceLast());
@@ -116,7 +128,7 @@ void Workshop::measure(const Scenario& scenario, const Fault& fault, const Groun
   if (fault.kind == FaultKind::service || fault.kind == FaultKind::held) sandbox.addFault(fault.call, fault.name, fault.more);
   if (fault.kind == FaultKind::held) end = station_->runUntilHeld(grounds, commands, fault.call);
   else end = station_->run(grounds, commands, {fault.shim, fault.kind != FaultKind::service});
-  recovery.result.met = fault.kind == FaultKind::none || fault.kind == FaultKind::held;
+  recovery.result.met = fault.kind == FaultKind::none || (fault.kind == FaultKind::held && end.killed);
   if (fault.kind == FaultKind::service) recovery.result.met = sandbox.state().value(u"faults"_s).toInt() == 0;
   sandbox.clearFaults();
   sandbox.release();
@@ -124,6 +136,8 @@ void Workshop::measure(const Scenario& scenario, const Fault& fault, const Groun
   if (end.overdue) recovery.evidence.unended << u"the run under the fault did not end"_s;
   if (end.crashed) recovery.evidence.unended << u"the run under the fault crashed"_s;
   recovery.evidence.mostPosts = station_->mostPostsSinceLast();
+  const bool opened = !end.report.isEmpty() && !end.report.contains(u"refused"_s);
+  recovery.evidence.leftUnsaved = scenario.endsSaved && opened && !fault.forGood && end.report.value(u"unsaved"_s).toBool();
   if (fault.kind == FaultKind::service || fault.kind == FaultKind::held) return;
   recovery.result.workspace = grounds.workspace();
   recovery.result.steps = readJournal(grounds.journal());
@@ -176,6 +190,8 @@ TrialResult Workshop::run(const Scenario& scenario, const Fault& fault) {
   recovery.ledgerRuns = {beginning.run, recovery.tag};
   recovery.evidence.before = beginning.files;
   recovery.evidence.secret = secret_;
+  recovery.evidence.oldVersion = scenario.oldVersion;
+  if (!scenario.damagedSidecar.isEmpty()) recovery.evidence.damagedSidecar = u".sorvan/"_s + scenario.damagedSidecar;
   const Grounds grounds = Grounds::made(folder_ + u'/' + QString::number(number_), beginning.workspace);
   station_->sandbox().setRun(recovery.tag);
   measure(scenario, fault, grounds, recovery);

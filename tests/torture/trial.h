@@ -26,10 +26,11 @@ enum class FaultKind {
 
 struct Fault {
   FaultKind kind = FaultKind::none;
-  QString shim;        // "kill before 12", "fail 9 ENOSPC"
+  QString shim;        // "at before 2 write /.sorvan/library.store-wal", "at fail 1 fsync /.sorvan ENOSPC"
   QString call;        // of the sandbox's fault
   QString name;        // of the sandbox's fault
   QJsonObject more;
+  bool forGood = false;  // what failed goes on failing
   bool cuts = false;
   quint64 seed = 0;    // of the torn power cut
 
@@ -38,7 +39,7 @@ struct Fault {
 
 // What became of one recovery.
 struct Outcome {
-  QString trial;  // "picture, kill before 12, power cut (strict)"
+  QString trial;  // "picture, at before 2 write /.sorvan/library.store-wal, power cut, torn"
   bool powerCut = false;
   Verdict verdict;
   QString folder;  // kept when something was violated
@@ -56,8 +57,8 @@ struct TrialResult {
 class Workshop {
  public:
   // Works below `folder`, which must be empty. `driver` is the program under test, `bug` the planted bug that is on in
-  // it, or empty.
-  Workshop(QString folder, const QString& driver, const QString& bug = {});
+  // it, or empty, and `picture` the file that old libraries hold a copy of.
+  Workshop(QString folder, const QString& driver, QString picture, const QString& bug = {});
 
   // Throws std::runtime_error when the harness itself does not work.
   TrialResult run(const Scenario& scenario, const Fault& fault);
@@ -72,6 +73,7 @@ class Workshop {
   struct Recovery;
 
   const Beginning& beginningOf(const Scenario& scenario);
+  void setUp(const Scenario& scenario, const Grounds& grounds);
   void measure(const Scenario& scenario, const Fault& fault, const Grounds& grounds, Recovery& recovery);
   Outcome recover(const Scenario& scenario, const Fault& fault, const Grounds& grounds, Recovery recovery,
                   const QString& variant);
@@ -80,6 +82,7 @@ class Workshop {
   bool secretWasShownElsewhere() const;
 
   QString folder_;
+  QString picture_;
   QByteArray secret_;
   std::unique_ptr<Station> station_;
   std::map<QString, Beginning> beginnings_;

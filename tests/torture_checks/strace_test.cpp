@@ -67,7 +67,7 @@ Counts seenByStrace(const QString& trace, const QString& workspace) {
 Counts seenByShim(const QString& journal) {
   Counts counts;
   for (const Step& step : readJournal(journal))
-    if (!step.path.isEmpty()) ++counts[step.call];
+    if (!step.path.isEmpty() && step.call != u"refused"_s) ++counts[step.call];
   return counts;
 }
 
@@ -100,9 +100,8 @@ void runTraced(const QTemporaryDir& folder, const sorvan::test::SandboxProcess& 
 
 TEST(TheShim, MissesNoStepThatStraceSees) {
   if (!tracingIsAllowed()) {
-    // The claim that tracing is refused here is all that is tested then.
-    std::puts("skipped: this machine lets no process trace another");
-    EXPECT_FALSE(tracingIsAllowed());
+    // ctest counts a test that prints this as skipped, not as passed.
+    std::puts("[  SKIPPED ] this machine lets no process trace another");
     return;
   }
   const QTemporaryDir folder;
