@@ -34,6 +34,7 @@ std::shared_ptr<FalCatalog> makeCatalog(const std::shared_ptr<Settings>& setting
   if (!profile.isSandbox()) return catalog;
   try {
     catalog->add(sandboxVideoModel());
+    catalog->add(sandboxEditModel());
   } catch (const SorvanError&) {
     // Settings that cannot be written are told of at the start; the model is there for this run.
   }
@@ -96,6 +97,7 @@ Presenters CompositionRoot::presenters() {
   all.jobs = &jobs_;
   all.inspector = &inspector_;
   all.composer = &composer_;
+  all.marking = &marking_;
   all.settings = &settingsPresenter_;
   all.health = &health_;
   all.alerts = &alerts_;
@@ -122,6 +124,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       composing_(selectableModels(), clock_),
       composer_({store_, queue_, state_, composing_,
                  [keys = keys_](std::stop_token stop) { return keys->ready(ProviderID::fal, stop); }}),
+      marking_(store_, composing_, state_),
       windowPresenter_(store_, state_, alerts_, profile.title),
       welcome_(store_, profile.defaultWorkspace),
       sidebar_(store_, state_),

@@ -25,6 +25,7 @@
 #include "shell/inspector_presenter.h"
 #include "shell/job_displays.h"
 #include "shell/jobs_presenter.h"
+#include "shell/marking_presenter.h"
 #include "shell/profile.h"
 #include "shell/settings_presenter.h"
 #include "shell/sidebar_presenter.h"
@@ -84,6 +85,7 @@ class CompositionRoot : public QObject {
   shell::JobDisplays displays_;
   composer::ComposerState composing_;
   shell::GenerationComposer composer_;
+  shell::MarkingPresenter marking_;
   shell::WindowPresenter windowPresenter_;
   shell::WelcomePresenter welcome_;
   shell::SidebarPresenter sidebar_;

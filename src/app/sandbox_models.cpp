@@ -53,4 +53,31 @@ FalModel sandboxVideoModel() {
   return model;
 }
 
+FalModel sandboxEditModel() {
+  FalModel model;
+  model.id = QStringLiteral("fal-ai/nano-banana-2/edit");
+  model.name = QStringLiteral("Nano Banana 2 Edit");
+  model.category = QStringLiteral("image-to-image");
+  model.summary = QStringLiteral("Google · edits and combines images");
+  model.output = core::MediaType::image;
+  model.hasPrompt = true;
+  model.promptRequired = true;
+  model.promptLimit = 50000;
+  model.maxCount = 4;
+  QStringList ratios;
+  for (const char* ratio : {"auto", "21:9", "16:9", "3:2", "4:3", "5:4", "1:1", "4:5", "3:4", "2:3", "9:16", "4:1",
+                            "1:4", "8:1", "1:8"})
+    ratios << QString::fromLatin1(ratio);
+  model.sizing = SizeByAspect{QStringLiteral("aspect_ratio"), ratios};
+  model.hasSeed = true;
+  model.pngOutput = true;
+  model.imageInput = catalogue::ListInput{QStringLiteral("image_urls"), true};
+  model.settings = {
+      choice(QStringLiteral("resolution"), QStringLiteral("Resolution"),
+             {QStringLiteral("0.5K"), QStringLiteral("1K"), QStringLiteral("2K"), QStringLiteral("4K")},
+             QStringLiteral("1K")),
+  };
+  return model;
+}
+
 }  // namespace sorvan::app

@@ -10,4 +10,8 @@ namespace sorvan::app {
 /// added.
 catalogue::FalModel sandboxVideoModel();
 
+/// A model that edits the pictures it is given, so that areas can be marked
+/// before any model was added.
+catalogue::FalModel sandboxEditModel();
+
 }  // namespace sorvan::app

@@ -91,6 +91,7 @@ void ComposerState::restore(const ComposerDraft& saved, const std::function<bool
   seedText_ = saved.seedText;
   // 4, 5. Marks and destination, where they still stand for something.
   markupAssetId_ = request_.markup ? saved.markupAssetID : std::nullopt;
+  dropStrayMarks();
   if (saved.projectID && project(*saved.projectID)) projectId_ = saved.projectID;
   // 6 to 8. Models that can still be chosen, and the settings that suit them.
   selectedModels_ = QSet<QString>(saved.selectedModels.begin(), saved.selectedModels.end());
@@ -192,6 +193,13 @@ void ComposerState::finishPrompt() {
   request_.referenceBindings.reset();
   request_.relationship = RelationshipType::referenceFor;
   request_.markup.reset();
+  request_.confineToMarks.reset();
+  request_.plainPrompt.reset();
+  request_.shot.reset();
+  request_.variance.reset();
+  request_.layUnder.reset();
+  request_.keepOwnSound.reset();
+  request_.storyShot.reset();
   request_.shapeChosen.reset();
   markupAssetId_.reset();
   improvements_.clear();

@@ -83,6 +83,21 @@ class ComposerState : public QObject {
   /// After models were added or removed: choices that are gone are dropped, and with none left the default returns.
   void setModels(std::vector<SelectableModel> models);
 
+  /// The picture on which `request().markup` was drawn.
+  std::optional<QUuid> markupAssetId() const { return markupAssetId_; }
+  /// Attaches a picture as the first reference, or moves an attached one there; one without a role takes `role`.
+  /// Throws SorvanError when as many are attached as a prompt may have; nothing changes then.
+  void attachFirst(const QUuid& asset, const std::optional<QString>& role = std::nullopt);
+  /// Takes a reference away, and with it the marks that were drawn on it.
+  void detachReference(const QUuid& asset);
+  /// Marks areas of a picture; none takes the marks away. With an empty draft their notes become the text.
+  void setMarkup(const std::vector<MarkupBox>& boxes, const QUuid& asset);
+  /// Whether everything outside the marks is to stay as it is, which is what a request starts with.
+  void setConfinesToMarks(bool confines);
+  /// Makes sure that one model is chosen that can take a picture and makes this kind of media; false when there is
+  /// none, and then nothing changes.
+  bool useModel(MediaType output);
+
   double noteSeconds = 5.0;
 
  Q_SIGNALS:
@@ -101,6 +116,8 @@ class ComposerState : public QObject {
   void fitOptions(const std::vector<SelectableModel>& chosen);
   void fitLengths(const std::vector<SelectableModel>& chosen);
   void fitRatio(const std::vector<SelectableModel>& chosen);
+  void dropStrayMarks();
+  void synchronizeReferenceNames();
   void takeRequest(GenerationRequest request, const std::function<bool(const QUuid&)>& usable);
   Task<> clearLater(quint64 message, double seconds, std::stop_token stop);
 

@@ -104,6 +104,7 @@ void LibraryStore::install(OpenedWorkspace workspace) {
 void LibraryStore::close() {
   if (!open_) return;
   for (const auto& end : beforeClose) end(*this);
+  pendingMarks_.reset();
   open_.reset();
   ++opening_;
   unsavedJobs_.clear();
@@ -337,6 +338,12 @@ void LibraryStore::setError(std::optional<QString> text) {
 
 void LibraryStore::setNotice(std::optional<QString> text) {
   setOptional(notice_, std::move(text), [this] { Q_EMIT noticeChanged(); });
+}
+
+void LibraryStore::setPendingMarks(std::optional<PendingMarks> marks) {
+  if (pendingMarks_ == marks) return;
+  pendingMarks_ = std::move(marks);
+  Q_EMIT pendingMarksChanged();
 }
 
 // ---- Long operations

@@ -16,6 +16,7 @@
 #include "core/library_history.h"
 #include "core/library_index.h"
 #include "core/library_tables.h"
+#include "core/pending_marks.h"
 #include "core/record_context.h"
 #include "core/workspace_files.h"
 #include "core/workspace_lease.h"
@@ -195,6 +196,10 @@ class LibraryStore final : public QObject {
   const std::optional<QString>& notice() const { return notice_; }
   void setNotice(std::optional<QString> text);
 
+  /// Marks that were drawn and that no composer has taken over yet. They belong to the open workspace.
+  const std::optional<PendingMarks>& pendingMarks() const { return pendingMarks_; }
+  void setPendingMarks(std::optional<PendingMarks> marks);
+
   // ---- Long operations
 
   bool isBackingUp() const { return backingUp_; }
@@ -240,6 +245,7 @@ class LibraryStore final : public QObject {
   void workspaceChanged();
   void errorChanged();
   void noticeChanged();
+  void pendingMarksChanged();
   /// A long operation, a local operation or a backup began or ended.
   void activityChanged();
   /// The ledgers or the unsaved state changed.
@@ -273,6 +279,7 @@ class LibraryStore final : public QObject {
 
   std::optional<QString> error_;
   std::optional<QString> notice_;
+  std::optional<PendingMarks> pendingMarks_;
   bool backingUp_ = false;
   bool importing_ = false;
   bool exporting_ = false;

@@ -63,6 +63,10 @@ void addItemRows(std::vector<ActionRow>& rows) {
   addRatingRows(rows);
   rows.push_back(
       row(ActionId::reusePrompt, menu, 2, texts::reusePrompt, "R", EnabledWhen::promptKnown, KeyScope::mediaView));
+  rows.push_back(row(ActionId::useAsReference, menu, 2, texts::useAsReference, "Shift+R", EnabledWhen::pictureSelected,
+                     KeyScope::mediaView));
+  rows.push_back(
+      row(ActionId::markAreas, menu, 2, texts::markAreas, "M", EnabledWhen::pictureSelected, KeyScope::mediaView));
   rows.push_back(row(ActionId::showInFiles, menu, 2, texts::showInFiles, "", EnabledWhen::itemSelected));
   rows.push_back(row(ActionId::retryJob, menu, 3, texts::retry, "", EnabledWhen::jobCanRetry));
   rows.push_back(row(ActionId::saveResult, menu, 3, texts::saveResult, "", EnabledWhen::jobHasResult));

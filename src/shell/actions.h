@@ -42,6 +42,8 @@ enum class ActionId {
   cancelJob,      // a button, never a key or a menu row
   copyJobDetails,
   reusePrompt,
+  useAsReference,
+  markAreas,
   showInFiles,
   generate,
   chooseModels,
@@ -61,6 +63,7 @@ enum class EnabledWhen {
   textFocusedOrJobSelected,
   itemsShown,    // the gallery is in front and holds at least one cell
   itemSelected,  // at least one item (no job) is selected
+  pictureSelected,  // exactly one item is selected, a picture that is not in Trash
   jobSelected,   // exactly one job is selected
   jobCanRetry,
   jobHasResult,

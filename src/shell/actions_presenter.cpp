@@ -6,6 +6,7 @@
 #include "shell/gallery_presenter.h"
 #include "shell/inspector_presenter.h"
 #include "shell/jobs_presenter.h"
+#include "shell/marking_presenter.h"
 #include "shell/presenters.h"
 #include "shell/texts.h"
 #include "shell/welcome_presenter.h"
@@ -68,6 +69,23 @@ bool ActionsPresenter::itemSelected() const {
   return false;
 }
 
+QUuid ActionsPresenter::selectedPicture() const {
+  const QSet<QUuid>& selection = ports_.presenters.state->selection();
+  if (selection.size() != 1) return {};
+  const core::AssetRef asset = ports_.store.asset(*selection.begin());
+  const bool isPicture = asset && !asset->isTrashed() && asset->type() == core::MediaType::image;
+  return isPicture ? asset->id : QUuid();
+}
+
+void ActionsPresenter::toggleMarking() {
+  MarkingPresenter* marking = ports_.presenters.marking;
+  if (!marking) return;
+  if (marking->isMarking())
+    marking->leave();
+  else
+    marking->begin(selectedPicture());
+}
+
 bool ActionsPresenter::promptKnown() const {
   const QSet<QUuid>& selection = ports_.presenters.state->selection();
   if (selection.size() != 1) return false;
@@ -100,6 +118,8 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
       return itemsShown();
     case EnabledWhen::itemSelected:
       return itemSelected();
+    case EnabledWhen::pictureSelected:
+      return !selectedPicture().isNull();
     case EnabledWhen::jobSelected:
       return !selectedJob().isNull();
     case EnabledWhen::jobCanRetry:
@@ -201,6 +221,9 @@ bool ActionsPresenter::triggerForComposer(ActionId id) {
     case ActionId::clearComposer:
       composer.clear();
       return true;
+    case ActionId::useAsReference:
+      composer.useAsReference(selectedPicture());
+      return true;
     case ActionId::reusePrompt:
       composer.reusePrompt(*ports_.presenters.state->selection().begin());
       return true;
@@ -249,6 +272,9 @@ bool ActionsPresenter::triggerForSelection(ActionId id) {
       return true;
     case ActionId::showInFiles:
       showInFiles();
+      return true;
+    case ActionId::markAreas:
+      toggleMarking();
       return true;
     default:
       return false;

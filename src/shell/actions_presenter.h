@@ -51,6 +51,8 @@ class ActionsPresenter : public QObject {
   static EnabledWhen conditionOf(ActionId id);
   bool holds(EnabledWhen condition) const;
   bool itemSelected() const;
+  QUuid selectedPicture() const;
+  void toggleMarking();
   bool itemsShown() const;
   bool promptKnown() const;
   QUuid selectedJob() const;

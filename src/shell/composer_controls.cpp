@@ -153,6 +153,12 @@ void fillRatioNotice(ComposerDisplay& display, const ComposerState& state, const
     display.notices.push_back(texts::ratioNotice(format->name, format->ratio));
 }
 
+void fillReferenceNotice(ComposerDisplay& display, const ComposerState& state, const Models& chosen) {
+  const bool taken = std::all_of(chosen.begin(), chosen.end(),
+                                 [](const auto& model) { return model.comparison.model.supportsReferences; });
+  if (!state.request().referenceIDs.empty() && !taken) display.notices.push_back(texts::referencesUnusable);
+}
+
 }  // namespace
 
 bool makesSound(const SelectableModel& model) { return model.record.output == core::MediaType::audio; }
@@ -201,6 +207,7 @@ ComposerDisplay makeComposerControls(const ComposerState& state) {
     fillVideoLength(display, state, chosen);
   }
   fillRatioNotice(display, state, chosen);
+  fillReferenceNotice(display, state, chosen);
   display.seedShown = std::any_of(chosen.begin(), chosen.end(), [](const auto& model) { return model.record.hasSeed; });
   display.seedText = state.seedText();
   display.seedTooltip = texts::seedTooltip;

@@ -43,6 +43,18 @@ struct LengthChoice {
   bool chosen = false;
 };
 
+// A picture that goes along with the prompt.
+struct AttachedReference {
+  QUuid id;
+  QString name;           // “@Tin”
+  QString role;           // “Product”
+  QString thumbnailPath;  // may be empty or name a file that is missing
+  QString filePath;
+  int marks = 0;          // areas that are marked on it
+  QString marksLabel;     // “2 marks”; empty without any
+  bool operator==(const AttachedReference&) const = default;
+};
+
 // Everything that the dock draws beside the prompt.
 struct ComposerDisplay {
   QString placeholder;
@@ -73,6 +85,7 @@ struct ComposerDisplay {
   QString submitTooltip;
   bool submitEmphasised = false;  // false with an empty prompt: drawn as secondary, pressing does nothing
   bool submitBusy = false;        // the first answer about the key is awaited
+  std::vector<AttachedReference> references;  // in the order in which they are sent
   std::vector<QString> notices;   // above the controls, top to bottom
   bool expanded = false;
 };
@@ -112,6 +125,13 @@ class ComposerPresenter : public QObject {
   virtual void clear() = 0;
   // Takes the prompt of this item or job over.
   virtual void reusePrompt(QUuid itemOrJob) = 0;
+  // Makes this picture the first reference, and chooses a model that takes pictures where none is chosen.
+  virtual void useAsReference(QUuid item) = 0;
+  virtual void detachReference(QUuid item) = 0;
+  // Takes the marks away; their picture stays attached.
+  virtual void removeMarks() = 0;
+  // Asks for the view in which the marks of this picture are drawn.
+  virtual void openMarks(QUuid item) = 0;
 
  Q_SIGNALS:
   void changed();
@@ -119,6 +139,7 @@ class ComposerPresenter : public QObject {
   // Code replaced the draft: the field takes this text over.
   void draftReplaced(const QString& text);
   void focusRequested();
+  void marksRequested(QUuid item);
 };
 
 }  // namespace sorvan::shell

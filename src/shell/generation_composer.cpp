@@ -75,6 +75,7 @@ GenerationComposer::GenerationComposer(Ports ports, QObject* parent)
     if (self) self->restoreKept();
   });
   connect(&ports_.window, &WorkspaceState::locationChanged, this, &GenerationComposer::adoptLocation);
+  connect(&ports_.store, &core::LibraryStore::pendingMarksChanged, this, &GenerationComposer::takePendingMarks);
   restoreKept();
 }
 
@@ -88,6 +89,7 @@ ComposerDisplay GenerationComposer::display() const {
   display.submitBusy = submitting_;
   display.submitTooltip = submitting_ ? texts::waitingForKey : hasPrompt ? QString() : texts::emptyPromptTooltip;
   display.expanded = ports_.state.isExpanded();
+  display.references = attachedReferences();
   return display;
 }
 

@@ -61,6 +61,10 @@ class GenerationComposer final : public ComposerPresenter {
   void submit() override;
   void clear() override;
   void reusePrompt(QUuid itemOrJob) override;
+  void useAsReference(QUuid item) override;
+  void detachReference(QUuid item) override;
+  void removeMarks() override;
+  void openMarks(QUuid item) override;
 
   // Writes the unfinished prompt into the workspace now, when it differs from what is kept there.
   void keepNow();
@@ -79,6 +83,9 @@ class GenerationComposer final : public ComposerPresenter {
   Submission makeSoundSubmission(const SelectableModel& model) const;
   Task<> submitWhenKeyIsKnown(Submission submission, std::stop_token stop);
   void enqueue(const Submission& submission);
+  std::vector<AttachedReference> attachedReferences() const;
+  void attach(QUuid item, const std::optional<QString>& role);
+  void takePendingMarks();
   void restoreKept();
   void scheduleKeeping();
   Task<> keepLater(std::stop_token stop);

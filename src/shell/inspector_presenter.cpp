@@ -74,8 +74,8 @@ std::vector<InspectorButton> jobButtons(const JobDisplay& job) {
       break;
   }
   if (job.canSaveRawResult) buttons.push_back({ActionId::saveRawResult, texts::saveRawResult, false});
-  buttons.push_back({ActionId::copyJobDetails, texts::copyDetails, false});
   if (!job.prompt.isEmpty()) buttons.push_back({ActionId::reusePrompt, texts::reusePrompt, false});
+  buttons.push_back({ActionId::copyJobDetails, texts::copyDetails, false});
   return buttons;
 }
 
@@ -133,7 +133,10 @@ InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
   display.favorite = asset->favorite;
   display.statusText = statusText(asset->status());
   display.statusToken = rawValue(asset->status());
-  display.buttons = {{ActionId::showInFiles, texts::showInFiles, false}};
+  if (asset->type() == core::MediaType::image && !asset->isTrashed())
+    display.buttons = {{ActionId::useAsReference, texts::useAsReference, false},
+                       {ActionId::markAreas, texts::markAreas, false}};
+  display.buttons.push_back({ActionId::showInFiles, texts::showInFiles, false});
   if (const core::GenerationRef generation = store_.generationOf(id)) {
     if (!generation->prompt.isEmpty()) {
       display.sections.push_back({texts::promptSection, generation->prompt, {}});
@@ -165,6 +168,18 @@ InspectorSection InspectorPresenter::madeWith(const core::Generation& generation
   return section;
 }
 
+InspectorMarks InspectorPresenter::marksOf(const core::GenerationRequest& request) const {
+  InspectorMarks marks;
+  if (!request.markup || request.referenceIDs.empty()) return marks;
+  const core::AssetRef original = store_.asset(request.referenceIDs.front());
+  if (!original) return marks;
+  for (const core::MarkupBox& box : *request.markup) marks.areas.emplace_back(box.x, box.y, box.width, box.height);
+  marks.title = texts::markedAreas;
+  marks.countText = texts::boxesCount(static_cast<int>(marks.areas.size()));
+  marks.picturePath = store_.fileOf(*original);
+  return marks;
+}
+
 InspectorDisplay InspectorPresenter::jobDisplay(QUuid id) const {
   const core::JobRef job = store_.job(id);
   const JobDisplay shown = jobs_.display(*job);
@@ -185,6 +200,7 @@ InspectorDisplay InspectorPresenter::jobDisplay(QUuid id) const {
   InspectorSection request{texts::requestSection, {}, {}};
   const auto stored = job->request();
   if (stored) addRow(request, texts::paidWithLabel, rawValue(stored->provider));
+  if (stored) display.marks = marksOf(*stored);
   addRow(request, texts::savedToLabel, shown.destination);
   addRow(request, texts::costLabel, shown.costText);
   addRow(request, texts::requestLabel, job->providerRequestID.value_or(QString()), true);

@@ -4,6 +4,7 @@
 #include "shell/job_display.h"
 
 #include <QObject>
+#include <QRectF>
 
 #include <memory>
 #include <vector>
@@ -12,6 +13,7 @@ namespace sorvan::core {
 class LibraryStore;
 struct Asset;
 struct Generation;
+struct GenerationRequest;
 }  // namespace sorvan::core
 
 namespace sorvan::shell {
@@ -39,6 +41,15 @@ struct InspectorButton {
   bool primary = false;
 };
 
+// The areas that were marked for a job, on the picture they were drawn on.
+struct InspectorMarks {
+  QString title;      // “Marked areas”
+  QString countText;  // “2 boxes”
+  QString picturePath;
+  std::vector<QRectF> areas;  // fractions of the upright picture
+  bool operator==(const InspectorMarks&) const = default;
+};
+
 struct InspectorDisplay {
   InspectorSubject subject = InspectorSubject::nothing;
   QUuid id;
@@ -55,6 +66,7 @@ struct InspectorDisplay {
   QString detail;   // a job's money line, in full
   bool canSaveRawResult = false;
   std::vector<InspectorButton> buttons;
+  InspectorMarks marks;  // without areas: not shown
   std::vector<InspectorSection> sections;
 };
 
@@ -78,6 +90,7 @@ class InspectorPresenter : public QObject {
   void scheduleChanged();
   InspectorDisplay itemDisplay(QUuid id) const;
   InspectorDisplay jobDisplay(QUuid id) const;
+  InspectorMarks marksOf(const core::GenerationRequest& request) const;
   InspectorSection madeWith(const core::Generation& generation) const;
   std::vector<std::shared_ptr<const core::Asset>> selectedItems() const;
   void tick();

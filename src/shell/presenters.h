@@ -11,6 +11,7 @@ class GalleryPresenter;
 class HealthPresenter;
 class InspectorPresenter;
 class JobsPresenter;
+class MarkingPresenter;
 class SettingsPresenter;
 class SidebarPresenter;
 class WelcomePresenter;
@@ -27,6 +28,7 @@ struct Presenters {
   JobsPresenter* jobs = nullptr;
   InspectorPresenter* inspector = nullptr;
   ComposerPresenter* composer = nullptr;
+  MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
   SettingsPresenter* settings = nullptr;
   HealthPresenter* health = nullptr;
   AlertsPresenter* alerts = nullptr;

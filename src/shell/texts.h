@@ -36,6 +36,8 @@ inline const QString smaller = QStringLiteral("Smaller");
 inline const QString fullScreen = QStringLiteral("Full Screen");
 inline const QString favorite = QStringLiteral("Favorite");
 inline const QString reusePrompt = QStringLiteral("Reuse Prompt");
+inline const QString useAsReference = QStringLiteral("Use as Reference");
+inline const QString markAreas = QStringLiteral("Mark Areas");
 inline const QString showInFiles = QStringLiteral("Show in Files");
 inline const QString retry = QStringLiteral("Retry");
 inline const QString cancel = QStringLiteral("Cancel");
@@ -212,6 +214,19 @@ inline const QString shapeFixedTooltip = QStringLiteral("This model chooses the 
 inline QString ratioTooltip(const QString& name) {
   return QStringLiteral("Aspect ratio: %1. Ratios must be supported by every selected model.").arg(name);
 }
+inline const QString referencesUnusable =
+    QStringLiteral("References require models that accept images. Deselect text-only models in the model picker.");
+inline const QString noModelForThis =
+    QStringLiteral("No model for this is available. Add one from the model picker in the composer.");
+inline const QString markedItemGone = QStringLiteral("The marked picture is no longer in the library.");
+inline const QString genericRole = QStringLiteral("Generic");
+inline QString marksCount(int count) {
+  return count == 1 ? QStringLiteral("1 mark") : QStringLiteral("%1 marks").arg(count);
+}
+inline QString boxesCount(int count) {
+  return count == 1 ? QStringLiteral("1 box") : QStringLiteral("%1 boxes").arg(count);
+}
+inline const QString markedAreas = QStringLiteral("Marked areas");
 inline QString ratioNotice(const QString& name, const QString& ratio) {
   return QStringLiteral("%1 · %2 isn’t supported by every selected model. Choose a compatible ratio below.")
       .arg(name, ratio);

@@ -222,5 +222,118 @@ TEST_F(ComposerStateTest, FinishingAPromptKeepsModelsShapeAndCount) {
   EXPECT_EQ(state.selectedModels(), QSet<QString>{key("square")});
 }
 
+// ---- References and marks
+
+struct AttachedTest : ComposerStateTest {
+  AttachedTest() {
+    std::vector<FalModel> records{record(nano), record(QStringLiteral("edit")), record(QStringLiteral("cut"))};
+    records[1].imageInput = catalogue::ListInput{QStringLiteral("image_urls"), true};
+    records[2].imageInput = catalogue::ListInput{QStringLiteral("image_urls"), true};
+    records[2].hasPrompt = false;
+    state.setModels(selectable(records));
+  }
+  std::vector<QUuid> attach(int count) {
+    std::vector<QUuid> ids;
+    for (int number = 0; number < count; ++number) {
+      ids.push_back(newUuid());
+      state.attachFirst(ids.back());
+    }
+    return ids;
+  }
+  const core::GenerationRequest& request() const { return state.request(); }
+  const std::vector<core::MarkupBox> boxes{{0.1, 0.1, 0.2, 0.2, QStringLiteral(" a gull ")},
+                                           {0.5, 0.5, 0.2, 0.2, QStringLiteral("  ")},
+                                           {0.7, 0.7, 0.2, 0.2, QStringLiteral("a sail.")}};
+};
+
+TEST_F(AttachedTest, TheLastPictureThatWasAttachedStandsFirstAndNoneTwice) {
+  const auto ids = attach(3);
+  state.attachFirst(ids[0]);
+  EXPECT_EQ(request().referenceIDs, (std::vector<QUuid>{ids[0], ids[2], ids[1]}));
+}
+
+TEST_F(AttachedTest, ANinthPictureIsRefusedAndChangesNothing) {
+  const auto ids = attach(8);
+  const auto before = request();
+  EXPECT_THROW(state.attachFirst(newUuid()), SorvanError);
+  EXPECT_EQ(request(), before);
+  state.attachFirst(ids[0]);
+  EXPECT_EQ(request().referenceIDs.front(), ids[0]);
+}
+
+TEST_F(AttachedTest, EachPictureHasANameOfItsOwnAndKeepsItWhileWordsMayMentionIt) {
+  const auto ids = attach(2);
+  state.setText(QStringLiteral("like @Reference1"));
+  state.detachReference(ids[0]);
+  state.attachFirst(newUuid());
+  ASSERT_TRUE(request().referenceBindings);
+  EXPECT_EQ(request().referenceBindings->back().label, QStringLiteral("Reference3"));
+  state.setText({});
+  state.attachFirst(ids[0]);
+  state.detachReference(request().referenceIDs[1]);
+  EXPECT_EQ(request().referenceBindings->size(), 2u);
+}
+
+TEST_F(AttachedTest, MarksFillAnEmptyPromptWithTheirNotesAndOnlyAnEmptyOne) {
+  const auto ids = attach(1);
+  state.setMarkup(boxes, ids[0]);
+  EXPECT_EQ(state.draft(), QStringLiteral("a gull. a sail."));
+  EXPECT_EQ(request().markup, boxes);
+  EXPECT_EQ(state.markupAssetId(), ids[0]);
+  state.setText(QStringLiteral("typed"));
+  state.setMarkup(boxes, ids[0]);
+  EXPECT_EQ(state.draft(), QStringLiteral("typed"));
+  state.setMarkup({}, ids[0]);
+  EXPECT_FALSE(request().markup);
+  EXPECT_FALSE(state.markupAssetId());
+}
+
+TEST_F(AttachedTest, MarksGoWithTheirPictureOrWhenAnotherStandsFirst) {
+  const auto ids = attach(1);
+  state.setMarkup(boxes, ids[0]);
+  state.setConfinesToMarks(false);
+  state.attachFirst(newUuid());
+  EXPECT_FALSE(request().markup);
+  EXPECT_FALSE(request().confineToMarks);
+  state.attachFirst(ids[0]);
+  state.setMarkup(boxes, ids[0]);
+  state.detachReference(ids[0]);
+  EXPECT_FALSE(request().markup);
+  EXPECT_FALSE(state.isUntouched());
+}
+
+TEST_F(AttachedTest, MarksWhosePictureIsGoneAreNotRestored) {
+  const auto ids = attach(2);
+  state.setMarkup(boxes, ids[1]);
+  const core::ComposerDraft kept = state.saved();
+  state.reset();
+  state.restore(kept, [&](const QUuid& id) { return id != ids[1]; }, everything);
+  EXPECT_EQ(request().referenceIDs, std::vector<QUuid>{ids[0]});
+  EXPECT_FALSE(request().markup);
+  state.restore(kept, everything, everything);
+  EXPECT_EQ(request().markup, boxes);
+}
+
+TEST_F(AttachedTest, AModelThatTakesPicturesIsChosenWhereNoneIs) {
+  EXPECT_TRUE(state.useModel(MediaType::image));
+  EXPECT_EQ(state.selectedModels(), QSet<QString>{key("edit")});
+  state.selectModel(key("cut"), true);
+  EXPECT_TRUE(state.useModel(MediaType::image));
+  EXPECT_EQ(state.selectedModels(), QSet<QString>{key("edit")});
+  EXPECT_FALSE(state.useModel(MediaType::video));
+  EXPECT_EQ(state.selectedModels(), QSet<QString>{key("edit")});
+}
+
+TEST_F(AttachedTest, ASubmittedPromptTakesItsPicturesAndMarksAlong) {
+  const auto ids = attach(1);
+  state.setMarkup(boxes, ids[0]);
+  state.setConfinesToMarks(false);
+  state.finishPrompt();
+  EXPECT_TRUE(request().referenceIDs.empty());
+  EXPECT_FALSE(request().referenceBindings);
+  EXPECT_FALSE(request().markup);
+  EXPECT_FALSE(request().confineToMarks);
+}
+
 }  // namespace
 }  // namespace sorvan::composer

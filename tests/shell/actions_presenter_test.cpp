@@ -4,6 +4,8 @@
 
 #include <QSignalSpy>
 
+#include <array>
+
 #include "desk.h"
 #include "shell/settings_presenter.h"
 #include "shell/sidebar_presenter.h"
@@ -34,6 +36,7 @@ struct ActionsTest : testing::Test {
     all.jobs = &desk.jobs;
     all.inspector = &desk.inspector;
     all.composer = &desk.composer;
+    all.marking = &desk.marking;
     all.alerts = &desk.alerts;
     return all;
   }
@@ -176,6 +179,38 @@ TEST_F(ActionsTest, AboutTellsTheVersion) {
   actions.trigger(ActionId::about);
   ASSERT_TRUE(desk.alerts.current());
   EXPECT_TRUE(desk.alerts.current()->text.contains(QStringLiteral("9.9")));
+}
+
+TEST_F(ActionsTest, OnlyOnePictureCanBeMarkedOrUsedAsAReference) {
+  const QUuid item = makeItem();
+  const QUuid job = failJob();
+  const std::array both{ActionId::markAreas, ActionId::useAsReference};
+  for (const ActionId id : both) {
+    desk.state.select({item});
+    EXPECT_TRUE(actions.isEnabled(id));
+    desk.state.select({job});
+    EXPECT_FALSE(actions.isEnabled(id));
+    desk.state.select({item, job});
+    EXPECT_FALSE(actions.isEnabled(id));
+    desk.state.select({});
+    EXPECT_FALSE(actions.isEnabled(id));
+  }
+}
+
+TEST_F(ActionsTest, UseAsReferenceAttachesTheSelectedPicture) {
+  const QUuid item = makeItem();
+  desk.state.select({item});
+  actions.trigger(ActionId::useAsReference);
+  EXPECT_EQ(desk.composing.request().referenceIDs, std::vector<QUuid>{item});
+}
+
+TEST_F(ActionsTest, MarkAreasBeginsAndLeaves) {
+  const QUuid item = makeItem();
+  desk.state.select({item});
+  actions.trigger(ActionId::markAreas);
+  EXPECT_EQ(desk.marking.subject(), item);
+  actions.trigger(ActionId::markAreas);
+  EXPECT_FALSE(desk.marking.isMarking());
 }
 
 }  // namespace

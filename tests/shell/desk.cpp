@@ -74,6 +74,7 @@ Desk::Desk()
       displays(store, queue),
       composing(models(), clock),
       composer({store, queue, state, composing, [this](std::stop_token stop) { return awaitKey(stop); }}),
+      marking(store, composing, state),
       gallery(store, state, displays),
       jobs({store, queue, state, alerts, displays, [this](const QString& text) { copied = text; }}),
       inspector(store, state, displays) {

@@ -18,6 +18,7 @@
 #include "shell/inspector_presenter.h"
 #include "shell/job_displays.h"
 #include "shell/jobs_presenter.h"
+#include "shell/marking_presenter.h"
 #include "shell/workspace_state.h"
 #include "support/fake_clock.h"
 #include "support/run_task.h"
@@ -70,6 +71,7 @@ struct Desk {
   shell::JobDisplays displays;
   composer::ComposerState composing;
   shell::GenerationComposer composer;
+  shell::MarkingPresenter marking;
   shell::GalleryPresenter gallery;
   QString copied;
   shell::JobsPresenter jobs;

@@ -2,38 +2,12 @@
 // again, find everything; and a kill in the middle, after which Retry lands the result.
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QDirIterator>
-
-#include "tour/tourist.h"
+#include "tour/steps.h"
 
 namespace tour {
 namespace {
 
-const Wanted chooseFolder{u"Choose Another Folder…"_qs, u"push button"_qs};
-const Wanted prompt{u"Prompt"_qs, {}};
-const Wanted generate{u"Generate"_qs, u"push button"_qs};
-
-int filesIn(const QString& folder, const QStringList& patterns) {
-  int number = 0;
-  QDirIterator walk(folder, patterns, QDir::Files, QDirIterator::Subdirectories);
-  while (walk.hasNext()) {
-    walk.next();
-    if (!walk.filePath().contains(u"/thumbnails/"_qs)) ++number;
-  }
-  return number;
-}
-
-// Types the folder's path into the chooser and accepts it.
-void chooseWorkspace(Tourist& person, const QString& folder) {
-  QDir().mkpath(folder);
-  person.click(chooseFolder);
-  person.waitFor({u"Open Workspace"_qs, u"push button"_qs});
-  person.key(u"ctrl+a"_qs);
-  person.type(folder);
-  person.key(u"Return"_qs);
-  person.waitFor(prompt);
-}
+qsizetype filesIn(const QString& folder, const QStringList& patterns) { return mediaIn(folder, patterns).size(); }
 
 // The demo's own key is there already; a person who has one types another over it and saves.
 void enterKey(Tourist& person) {
@@ -54,12 +28,6 @@ void chooseLight(Tourist& person) {
   person.picture(u"settings-appearance"_qs);
   person.key(u"Escape"_qs);
   person.waitUntilGone({u"Light"_qs, {}});
-}
-
-void writePrompt(Tourist& person, const QString& text) {
-  person.key(u"ctrl+l"_qs);
-  person.key(u"ctrl+a"_qs);
-  person.type(text);
 }
 
 void chooseModel(Tourist& person, const QString& current, const QString& name) {

@@ -1,5 +1,7 @@
 #include "tour/tourist.h"
 
+#include "tour/steps.h"
+
 #include <gtest/gtest.h>
 #include <poll.h>
 
@@ -84,6 +86,14 @@ void Tourist::waitForCount(const Wanted& wanted, int number, int seconds) {
                                .toStdString());
 }
 
+void Tourist::waitForFiles(const QString& folder, const QStringList& patterns, qsizetype number, int seconds) {
+  if (within(seconds, [&] { return mediaIn(folder, patterns).size() >= number; })) return;
+  picture(u"failed"_qs);
+  throw std::runtime_error((u"fewer than "_qs + QString::number(number) + u" files; the window has:\n"_qs +
+                            describe(accessibility_.controls()))
+                               .toStdString());
+}
+
 void Tourist::waitUntilGone(const Wanted& wanted, int seconds) {
   if (!within(seconds, [&] { return accessibility_.count(wanted) == 0; }))
     throw std::runtime_error((u"“"_qs + wanted.name + u"” is still there"_qs).toStdString());
@@ -98,6 +108,15 @@ void Tourist::doubleClick(const Wanted& wanted) {
   const QPoint middle = waitFor(wanted).place.center();
   xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(middle.x()), QString::number(middle.y()), u"click"_qs,
            u"--repeat"_qs, u"2"_qs, u"--delay"_qs, u"60"_qs, u"1"_qs});
+}
+
+void Tourist::drag(QPoint from, QPoint to) {
+  const QPoint middle = (from + to) / 2;
+  const auto at = [](QPoint point) { return QStringList{QString::number(point.x()), QString::number(point.y())}; };
+  const QStringList move{u"mousemove"_qs, u"--sync"_qs};
+  xdotool(move + at(from));
+  xdotool(QStringList{u"mousedown"_qs, u"1"_qs} + move + at(middle) + move + at(to) +
+          QStringList{u"mouseup"_qs, u"1"_qs});
 }
 
 void Tourist::type(const QString& text) { xdotool({u"type"_qs, u"--delay"_qs, u"8"_qs, u"--"_qs, text}); }

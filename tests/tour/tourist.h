@@ -28,10 +28,14 @@ class Tourist {
   Control waitFor(const Wanted& wanted, int seconds = 20);
   // Waits until at least `number` controls match.
   void waitForCount(const Wanted& wanted, int number, int seconds);
+  // Waits until at least so many files match below a folder, thumbnails left out.
+  void waitForFiles(const QString& folder, const QStringList& patterns, qsizetype number, int seconds);
   void waitUntilGone(const Wanted& wanted, int seconds = 20);
   // Waits for the control, then moves the pointer to its middle and presses the left button.
   void click(const Wanted& wanted);
   void doubleClick(const Wanted& wanted);
+  // Presses the left button at one point of the screen and lets it go at another.
+  void drag(QPoint from, QPoint to);
   // Types into whatever has the focus.
   void type(const QString& text);
   // Presses one key or chord in xdotool's names, e.g. "ctrl+a", "Return".

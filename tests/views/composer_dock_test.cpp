@@ -11,6 +11,8 @@
 #include "shell/views/model_row.h"
 #include "shell/views/prompt_edit.h"
 #include "shell/views/segmented_control.h"
+#include "shell/views/thumbnail_store.h"
+#include "support/run_task.h"
 #include "views/dressed.h"
 #include "views/samples.h"
 
@@ -40,7 +42,8 @@ class ComposerDockTest : public Dressed {
 
   SampleComposer composer;
   QWidget window;
-  ComposerDock dock{composer, &window};
+  ThumbnailStore thumbnails;
+  ComposerDock dock{composer, thumbnails, &window};
   PromptEdit* prompt = nullptr;
 };
 
@@ -235,6 +238,48 @@ TEST_F(ComposerDockTest, NoControlStandsOnAnotherAtTheNarrowestContent) {
   for (size_t index = 0; index + 1 < row.size(); ++index)
     EXPECT_LE(row[index]->geometry().right(), row[index + 1]->geometry().left())
         << qPrintable(row[index]->accessibleName());
+}
+
+TEST_F(ComposerDockTest, AttachedPicturesAreChipsThatACrossTakesAway) {
+  const AttachedReference one{QUuid::createUuid(), u"@Tin"_s, u"Product"_s, {}, {}, 0, {}};
+  const int before = dock.heightForWidth(900);
+  composer.shown.expanded = true;
+  Q_EMIT composer.changed();
+  const int open = dock.heightForWidth(900);
+  composer.shown.references = {one};
+  Q_EMIT composer.changed();
+  EXPECT_GT(dock.heightForWidth(900), std::max(before, open));
+  composer.calls.clear();
+  press(named<IconButton>(dock, u"Remove @Tin"_s));
+  test::runPosted();
+  EXPECT_EQ(composer.calls, QStringList{u"detach "_s + one.id.toString()});
+}
+
+TEST_F(ComposerDockTest, MarksAreAChipThatOpensThemAndACrossThatRemovesThem) {
+  const AttachedReference marked{QUuid::createUuid(), u"@Reference1"_s, u"Edit source"_s, {}, {}, 2, u"2 marks"_s};
+  composer.shown.expanded = true;
+  composer.shown.references = {marked};
+  Q_EMIT composer.changed();
+  composer.calls.clear();
+  press(named<Button>(dock, u"2 marks"_s));
+  press(named<IconButton>(dock, u"Remove Marks"_s));
+  test::runPosted();
+  EXPECT_EQ(composer.calls, (QStringList{u"open marks "_s + marked.id.toString(), u"remove marks"_s}));
+}
+
+TEST_F(ComposerDockTest, ManyReferencesWrapAndACollapsedDockHidesThem) {
+  composer.shown.expanded = true;
+  for (int number = 1; number <= 8; ++number)
+    composer.shown.references.push_back(
+        {QUuid::createUuid(), u"@Reference%1"_s.arg(number), u"Generic"_s, {}, {}, 0, {}});
+  Q_EMIT composer.changed();
+  const QWidget* last = named<IconButton>(dock, u"Remove @Reference8"_s);
+  const QWidget* first = named<IconButton>(dock, u"Remove @Reference1"_s);
+  ASSERT_TRUE(first && last);
+  EXPECT_GT(last->mapTo(&dock, QPoint()).y(), first->mapTo(&dock, QPoint()).y());
+  EXPECT_LE(last->mapTo(&dock, QPoint(last->width(), 0)).x(), dock.width());
+  composer.setExpanded(false);
+  EXPECT_FALSE(first->isVisible());
 }
 
 }  // namespace

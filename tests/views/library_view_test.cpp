@@ -6,6 +6,7 @@
 #include "shell/views/inspector_parts.h"
 #include "shell/views/prompt_edit.h"
 #include "shell/views/welcome_view.h"
+#include "support/run_task.h"
 #include "views/dressed.h"
 #include "views/samples.h"
 
@@ -239,6 +240,42 @@ TEST_F(LibraryViewTest, WelcomeOffersBothFoldersAndTheFirstHasTheKeyboard) {
   QTest::mouseClick(named<Button>(welcome, u"Choose Another Folder…"_s), Qt::LeftButton);
   EXPECT_EQ(used.count(), 1);
   EXPECT_EQ(other.count(), 1);
+}
+
+TEST_F(LibraryViewTest, AJobThatWasMarkedShowsItsAreasOnThePicture) {
+  show(library, {1440, 866});
+  InspectorDisplay display = sampleJobInspector();
+  library.inspector().show(display);
+  EXPECT_FALSE(library.inspector().findChild<MarkedPicture*>());
+  display.marks = {u"Marked areas"_s, u"2 boxes"_s, wall.cellAt(0).filePath, {{0.1, 0.1, 0.3, 0.3}, {0.5, 0.5, 0.4, 0.4}}};
+  library.inspector().show(display);
+  test::runPosted();
+  auto* picture = library.inspector().findChild<MarkedPicture*>();
+  ASSERT_TRUE(picture && picture->isVisible());
+  EXPECT_EQ(picture->accessibleName(), u"Marked areas"_s);
+  EXPECT_EQ(picture->accessibleDescription(), u"2 boxes"_s);
+  const auto redPixels = [picture] {
+    const QImage seen = picture->grab().toImage();
+    int red = 0;
+    for (int y = 0; y < seen.height(); ++y)
+      for (int x = 0; x < seen.width(); ++x) red += seen.pixelColor(x, y).rgb() == colors().mark.rgb() ? 1 : 0;
+    return red;
+  };
+  test::runUntil([&] { return redPixels() > 0; });
+  EXPECT_GT(redPixels(), 2 * 20 * 18 / 2);
+}
+
+TEST_F(LibraryViewTest, WhatCanBeDoneWithAnItemAreTiles) {
+  show(library, {1440, 866});
+  InspectorDisplay display = sampleItemInspector(u":/sorvan/samples"_s);
+  display.buttons = {{ActionId::useAsReference, u"Use as Reference"_s, false},
+                     {ActionId::markAreas, u"Mark Areas"_s, false}};
+  library.inspector().show(display);
+  test::runPosted();
+  QSignalSpy asked(&library.inspector(), &InspectorView::actionRequested);
+  QTest::mouseClick(named<TileButton>(library.inspector(), u"Mark Areas"_s), Qt::LeftButton);
+  ASSERT_EQ(asked.count(), 1);
+  EXPECT_EQ(asked.front().front().value<ActionId>(), ActionId::markAreas);
 }
 
 }  // namespace

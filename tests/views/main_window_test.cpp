@@ -20,6 +20,7 @@
 #include "shell/views/health_dialog.h"
 #include "shell/views/labels.h"
 #include "shell/views/library_view.h"
+#include "shell/views/mark_layer.h"
 #include "shell/views/prompt_edit.h"
 #include "shell/views/settings_dialog.h"
 #include "shell/views/welcome_view.h"
@@ -49,6 +50,7 @@ class MainWindowTest : public Dressed {
     all.jobs = &desk.jobs;
     all.inspector = &desk.inspector;
     all.composer = &desk.composer;
+    all.marking = &desk.marking;
     all.settings = &settings;
     all.health = &health;
     all.alerts = &desk.alerts;
@@ -291,6 +293,47 @@ TEST_F(MainWindowTest, EveryVisibleControlOfTheAccessibleTreeThatTakesTheKeyboar
     for (int child = 0; child < one->childCount(); ++child) open.push_back(one->child(child));
   }
   EXPECT_GT(named, 15);
+}
+
+TEST_F(MainWindowTest, MMarksThePictureAndEnterTurnsToThePrompt) {
+  type(u"a boat"_s);
+  desk.settle();
+  QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
+  QTest::keyClick(&wall(), Qt::Key_M);
+  ASSERT_TRUE(desk.marking.isMarking());
+  EXPECT_EQ(window->library().page(), ContentPage::asset);
+  EXPECT_TRUE(window->library().markPanel()->isVisible());
+  EXPECT_FALSE(window->library().inspector().isVisible());
+  QWidget* layer = window->library().asset().marks();
+  EXPECT_EQ(QApplication::focusWidget(), layer);
+  desk.marking.add(QRectF(0.2, 0.2, 0.4, 0.4));
+  auto* note = named<TextField>(*window, u"Note of box 1"_s);
+  ASSERT_EQ(QApplication::focusWidget(), note);
+  // Letters that are keys over media are words here.
+  QTest::keyClicks(note, u"mf1"_s);
+  EXPECT_EQ(desk.marking.marks().boxes()[0].note, u"mf1"_s);
+  EXPECT_TRUE(desk.marking.isMarking());
+  QTest::keyClick(note, Qt::Key_Return);
+  EXPECT_EQ(QApplication::focusWidget(), layer);
+  QTest::keyClick(layer, Qt::Key_Return);
+  EXPECT_FALSE(desk.marking.isMarking());
+  EXPECT_EQ(QApplication::focusWidget(), prompt());
+  EXPECT_EQ(prompt()->toPlainText(), u"mf1"_s);
+  EXPECT_TRUE(window->library().inspector().isVisible());
+  EXPECT_TRUE(named<Button>(*window, u"1 mark"_s));
+}
+
+TEST_F(MainWindowTest, EscapeLeavesTheMarksAndThenTheItem) {
+  type(u"a boat"_s);
+  desk.settle();
+  desk.marking.begin(wall().rowId(0));
+  QWidget* layer = window->library().asset().marks();
+  QTest::keyClick(layer, Qt::Key_Escape);
+  EXPECT_FALSE(desk.marking.isMarking());
+  EXPECT_EQ(window->library().page(), ContentPage::asset);
+  EXPECT_EQ(QApplication::focusWidget(), &window->library().asset());
+  QTest::keyClick(&window->library().asset(), Qt::Key_Escape);
+  EXPECT_EQ(window->library().page(), ContentPage::gallery);
 }
 
 }  // namespace

@@ -72,6 +72,10 @@ class SampleComposer final : public ComposerPresenter {
   void submit() override { calls.append(QStringLiteral("submit")); }
   void clear() override;
   void reusePrompt(QUuid) override { calls.append(QStringLiteral("reuse")); }
+  void useAsReference(QUuid) override { calls.append(QStringLiteral("reference")); }
+  void detachReference(QUuid item) override { calls.append(QStringLiteral("detach ") + item.toString()); }
+  void removeMarks() override { calls.append(QStringLiteral("remove marks")); }
+  void openMarks(QUuid item) override { calls.append(QStringLiteral("open marks ") + item.toString()); }
 
   ComposerDisplay shown;
   std::vector<ModelSection> sections;

@@ -8,6 +8,8 @@
 #include "shell/views/focus_ring.h"
 #include "shell/views/icons.h"
 #include "shell/views/labels.h"
+#include "shell/views/mark_bar.h"
+#include "shell/views/mark_layer.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
 
@@ -21,24 +23,33 @@ constexpr double kMostZoom = 8;
 constexpr double kLeastZoom = 0.05;
 constexpr int kStripPicture = 46;
 constexpr int kStripGap = 6;
+constexpr int kBarMargin = 12;
 }  // namespace
 
 // PictureCanvas
 
 PictureCanvas::PictureCanvas(ThumbnailStore& thumbnails, QWidget* parent)
     : QWidget(parent), thumbnails_(thumbnails), centre_(0.5, 0.5) {
-  connect(&thumbnails_, &ThumbnailStore::loaded, this, qOverload<>(&QWidget::update));
+  connect(&thumbnails_, &ThumbnailStore::loaded, this, &PictureCanvas::viewMoved);
   setCursor(Qt::ArrowCursor);
 }
 
 void PictureCanvas::setPicture(const QString& path, const QString& standIn, const QString& accessibleName) {
+  if (path == path_ && standIn == standIn_ && accessibleName == this->accessibleName()) return;
   path_ = path;
   standIn_ = standIn;
   zoom_ = 0;
   centre_ = QPointF(0.5, 0.5);
   setAccessibleName(accessibleName);
-  update();
+  viewMoved();
 }
+
+void PictureCanvas::viewMoved() {
+  update();
+  Q_EMIT viewChanged();
+}
+
+void PictureCanvas::resizeEvent(QResizeEvent*) { viewMoved(); }
 
 QPixmap PictureCanvas::current() const {
   ThumbnailStore::Answer large;
@@ -58,19 +69,27 @@ void PictureCanvas::paintEvent(QPaintEvent*) {
   const QPixmap picture = current();
   if (picture.isNull()) return paintIcon(painter, u"image"_s, rect(), 32, {colors().textTertiary});
   const QSizeF size = picture.size();
-  const double scale = isFitted() ? fitScale(size) : zoom_;
-  const QSizeF shown = size * scale;
-  const QPointF centre = isFitted() ? QPointF(0.5, 0.5) : centre_;
-  const QRectF place(width() / 2.0 - centre.x() * shown.width(), height() / 2.0 - centre.y() * shown.height(),
-                     shown.width(), shown.height());
-  painter.setRenderHint(QPainter::SmoothPixmapTransform, scale < 3);
+  const QRectF place = placeOf(size);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform, place.width() < 3 * size.width());
   painter.drawPixmap(place, picture, QRectF(QPointF(), size));
+}
+
+QRectF PictureCanvas::placeOf(const QSizeF& picture) const {
+  const QSizeF shown = picture * (isFitted() ? fitScale(picture) : zoom_);
+  const QPointF centre = isFitted() ? QPointF(0.5, 0.5) : centre_;
+  return {width() / 2.0 - centre.x() * shown.width(), height() / 2.0 - centre.y() * shown.height(), shown.width(),
+          shown.height()};
+}
+
+QRectF PictureCanvas::picturePlace() const {
+  const QPixmap picture = current();
+  return picture.isNull() ? QRectF() : placeOf(picture.size());
 }
 
 void PictureCanvas::toggleFit() {
   zoom_ = isFitted() ? 1 / devicePixelRatioF() : 0;
   centre_ = QPointF(0.5, 0.5);
-  update();
+  viewMoved();
   Q_EMIT zoomChanged();
 }
 
@@ -85,7 +104,7 @@ void PictureCanvas::zoomAt(QPointF point, double factor) {
   const QPointF under = centre_ + QPointF(away.x() / (size.width() * before), away.y() / (size.height() * before));
   zoom_ = after;
   centre_ = under - QPointF(away.x() / (size.width() * after), away.y() / (size.height() * after));
-  update();
+  viewMoved();
   Q_EMIT zoomChanged();
 }
 
@@ -97,13 +116,16 @@ void PictureCanvas::wheelEvent(QWheelEvent* event) {
 void PictureCanvas::mousePressEvent(QMouseEvent* event) { dragFrom_ = event->position(); }
 
 void PictureCanvas::mouseMoveEvent(QMouseEvent* event) {
-  if (isFitted() || !(event->buttons() & Qt::LeftButton)) return;
-  const QSizeF shown = QSizeF(current().size()) * zoom_;
-  const QPointF moved = event->position() - dragFrom_;
+  if (!(event->buttons() & Qt::LeftButton)) return;
+  panBy(event->position() - dragFrom_);
   dragFrom_ = event->position();
-  if (shown.isEmpty()) return;
-  centre_ -= QPointF(moved.x() / shown.width(), moved.y() / shown.height());
-  update();
+}
+
+void PictureCanvas::panBy(QPointF pixels) {
+  const QSizeF shown = QSizeF(current().size()) * zoom_;
+  if (isFitted() || shown.isEmpty()) return;
+  centre_ -= QPointF(pixels.x() / shown.width(), pixels.y() / shown.height());
+  viewMoved();
 }
 
 void PictureCanvas::mouseDoubleClickEvent(QMouseEvent*) { toggleFit(); }
@@ -193,6 +215,28 @@ AssetView::AssetView(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
   column->addWidget(filmstrip_);
   connect(filmstrip_, &Filmstrip::chosen, this, &AssetView::itemChosen);
   connect(&source_, &WallSource::layoutChanged, this, &AssetView::refresh);
+}
+
+void AssetView::setMarking(MarkingPresenter& marking) {
+  marks_ = new MarkLayer(marking, *canvas_);
+  bar_ = new MarkBar(marking, canvas_);
+  connect(canvas_, &PictureCanvas::viewChanged, this, &AssetView::placeBar);
+  connect(&marking, &MarkingPresenter::markingChanged, this, [this, &marking] { refreshMarking(marking); });
+  refreshMarking(marking);
+}
+
+void AssetView::refreshMarking(const MarkingPresenter& marking) {
+  marks_->setVisible(marking.isMarking());
+  bar_->setVisible(marking.isMarking());
+  bar_->raise();
+  setFocusProxy(marking.isMarking() ? marks_ : nullptr);
+  placeBar();
+}
+
+void AssetView::placeBar() {
+  if (!bar_) return;
+  const int width = std::min(bar_->sizeHint().width(), canvas_->width() - 2 * kBarMargin);
+  bar_->setGeometry((canvas_->width() - width) / 2, kBarMargin, width, bar_->sizeHint().height());
 }
 
 void AssetView::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().surfaceSurround); }

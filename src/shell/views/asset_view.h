@@ -6,9 +6,15 @@
 #include "shell/views/thumbnail_store.h"
 #include "shell/views/wall_source.h"
 
+namespace sorvan::shell {
+class MarkingPresenter;
+}
+
 namespace sorvan::views {
 
 class ElidedLabel;
+class MarkBar;
+class MarkLayer;
 
 // A picture that fits its place or is looked at closely: the wheel with Ctrl zooms at the pointer, a drag moves it.
 class PictureCanvas final : public QWidget {
@@ -21,9 +27,15 @@ class PictureCanvas final : public QWidget {
   void setPicture(const QString& path, const QString& standIn, const QString& accessibleName);
   bool isFitted() const { return zoom_ <= 0; }
   void toggleFit();
+  // Where the picture lies in the canvas; empty while there is none.
+  QRectF picturePlace() const;
+  // Moves the picture by so many logical pixels; one that is fitted stays.
+  void panBy(QPointF pixels);
 
  Q_SIGNALS:
   void zoomChanged();
+  // The picture lies elsewhere or in another size now.
+  void viewChanged();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -31,10 +43,13 @@ class PictureCanvas final : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QPixmap current() const;
   double fitScale(const QSizeF& picture) const;
+  QRectF placeOf(const QSizeF& picture) const;
+  void viewMoved();
   void zoomAt(QPointF point, double factor);
 
   ThumbnailStore& thumbnails_;
@@ -80,6 +95,10 @@ class AssetView final : public QWidget {
   // Both outlive the view.
   AssetView(WallSource& source, ThumbnailStore& thumbnails, QWidget* parent = nullptr);
 
+  // Lets areas be marked on the picture. The presenter outlives the view; called once.
+  void setMarking(MarkingPresenter& marking);
+  MarkLayer* marks() const { return marks_; }
+
   void show(QUuid item);
   QUuid item() const { return item_; }
   // The next item in that direction, jobs left out; null at the end.
@@ -96,9 +115,13 @@ class AssetView final : public QWidget {
 
  private:
   void refresh();
+  void refreshMarking(const MarkingPresenter& marking);
+  void placeBar();
 
   WallSource& source_;
   PictureCanvas* canvas_;
+  MarkLayer* marks_ = nullptr;
+  MarkBar* bar_ = nullptr;
   Filmstrip* filmstrip_;
   ElidedLabel* facts_;
   ElidedLabel* place_;

@@ -11,6 +11,7 @@
 #include "shell/views/model_picker.h"
 #include "shell/views/painting.h"
 #include "shell/views/prompt_edit.h"
+#include "shell/views/reference_strip.h"
 #include "shell/views/segmented_control.h"
 #include "shell/views/texts.h"
 
@@ -38,9 +39,10 @@ QString firstVisualModel(ComposerPresenter& composer) {
 
 }  // namespace
 
-ComposerDock::ComposerDock(ComposerPresenter& composer, QWidget* parent) : QWidget(parent), composer_(composer) {
+ComposerDock::ComposerDock(ComposerPresenter& composer, ThumbnailStore& thumbnails, QWidget* parent)
+    : QWidget(parent), composer_(composer) {
   setAccessibleName(texts::composerZone());
-  build();
+  build(thumbnails);
   connectControls();
   messageLeaves_.setSingleShot(true);
   messageLeaves_.setInterval(metrics().motionMessageHold);
@@ -59,8 +61,9 @@ ComposerDock::ComposerDock(ComposerPresenter& composer, QWidget* parent) : QWidg
 }
 
 // Children are made in the order in which the keyboard visits them.
-void ComposerDock::build() {
+void ComposerDock::build(ThumbnailStore& thumbnails) {
   prompt_ = new PromptEdit(texts::prompt(), this);
+  references_ = new ReferenceStrip(composer_, thumbnails, this);
   model_ = new Chip(u"box"_s, this);
   ratio_ = new Chip(u"ratio"_s, this);
   length_ = new Chip(u"timer"_s, this);
@@ -151,6 +154,7 @@ void ComposerDock::refresh() {
   kind_->setCurrent(kind);
   kindIcons_->setCurrent(kind);
   refreshChips(display_);
+  references_->show(display_.references);
   refreshNotices(display_);
   Q_EMIT heightChanged();
   arrange();

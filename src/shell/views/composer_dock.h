@@ -17,7 +17,9 @@ class Label;
 class NoticeBar;
 class Popover;
 class PromptEdit;
+class ReferenceStrip;
 class SegmentedControl;
+class ThumbnailStore;
 
 // Floats over the content: its owner places it with `heightForWidth` whenever `heightChanged` asks. Collapsed it is one
 // line; with the keyboard in it, or a draft, it opens.
@@ -25,8 +27,8 @@ class ComposerDock final : public QWidget {
   Q_OBJECT
 
  public:
-  // The presenter outlives the dock.
-  explicit ComposerDock(ComposerPresenter& composer, QWidget* parent = nullptr);
+  // Both outlive the dock.
+  ComposerDock(ComposerPresenter& composer, ThumbnailStore& thumbnails, QWidget* parent = nullptr);
 
   // Of the panel with the room for its shadow around it.
   int heightForWidth(int width) const override;
@@ -46,7 +48,7 @@ class ComposerDock final : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void build();
+  void build(ThumbnailStore& thumbnails);
   void connectControls();
   void refresh();
   void refreshChips(const ComposerDisplay& display);
@@ -68,6 +70,7 @@ class ComposerDock final : public QWidget {
   ElidedLabel* destinationName_;
   IconButton* clear_;
   IconButton* collapse_;
+  ReferenceStrip* references_;
   PromptEdit* prompt_;
   Chip* model_;
   Chip* ratio_;

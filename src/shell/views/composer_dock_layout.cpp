@@ -7,6 +7,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/prompt_edit.h"
+#include "shell/views/reference_strip.h"
 #include "shell/views/segmented_control.h"
 #include "shell/views/texts.h"
 
@@ -45,6 +46,7 @@ void ComposerDock::arrange() {
   const bool open = display_.expanded;
   for (QWidget* widget : std::initializer_list<QWidget*>{kind_, destination_, clear_, collapse_})
     widget->setVisible(open);
+  references_->setVisible(open && !references_->isEmpty());
   kindIcons_->setVisible(!open);
   length_->setVisible(open && display_.lengthShown);
   count_->setVisible(open && display_.countShown);
@@ -108,6 +110,11 @@ int ComposerDock::arrangeExpanded(int width, bool place) const {
     centre(destination_, right - 2 * head - 16 - wished, y, head, wished);
   }
   y += head + kRowGap;
+  if (!references_->isEmpty()) {
+    const int height = references_->heightForWidth(right - left);
+    if (place) put(references_, left, y, right - left, height);
+    y += height + kRowGap;
+  }
   const int promptWidth = right - left - 8;
   const int promptHeight = prompt_->wishedHeight(promptWidth);
   if (place) put(prompt_, left + 4, y, promptWidth, promptHeight), prompt_->setPlaceholderText(display_.placeholder);

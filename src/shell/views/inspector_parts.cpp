@@ -7,6 +7,7 @@
 #include <QPainterPath>
 
 #include "shell/views/icons.h"
+#include "shell/views/marks_painting.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
 
@@ -86,6 +87,56 @@ void PreviewPicture::paintEvent(QPaintEvent*) {
   const QRect corner(width() - 30, 6, 24, 24);
   paintPanel(painter, corner, metrics().radiusSmall, c.pictureBadge);
   paintIcon(painter, u"maximize"_s, corner, 14, {c.pictureBadgeText});
+}
+
+// MarkedPicture
+
+MarkedPicture::MarkedPicture(ThumbnailStore& thumbnails, const InspectorMarks& marks, QWidget* parent)
+    : QWidget(parent), thumbnails_(thumbnails), marks_(marks) {
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  policy.setHeightForWidth(true);
+  setSizePolicy(policy);
+  setAccessibleName(marks.title);
+  setAccessibleDescription(marks.countText);
+  connect(&thumbnails_, &ThumbnailStore::loaded, this, [this] {
+    updateGeometry();
+    update();
+  });
+}
+
+void MarkedPicture::setMarks(const InspectorMarks& marks) {
+  if (marks_ == marks) return;
+  marks_ = marks;
+  updateGeometry();
+  update();
+}
+
+QPixmap MarkedPicture::picture() const {
+  return thumbnails_.picture(marks_.picturePath, {}, qRound(640 * devicePixelRatioF())).picture;
+}
+
+int MarkedPicture::heightForWidth(int width) const {
+  const QPixmap shown = picture();
+  const double ratio = shown.isNull() ? 1.5 : double(shown.width()) / shown.height();
+  return std::clamp(qRound(width / ratio), 60, 320);
+}
+
+void MarkedPicture::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  const QPixmap shown = picture();
+  if (shown.isNull()) return paintPanel(painter, rect(), metrics().radiusControl, colors().surfacePlaceholder);
+  const QSizeF size = QSizeF(shown.size()).scaled(QSizeF(this->size()), Qt::KeepAspectRatio);
+  const QRectF place((width() - size.width()) / 2, (height() - size.height()) / 2, size.width(), size.height());
+  paintCover(painter, place, metrics().radiusControl, shown);
+  painter.setClipRect(rect());
+  int number = 0;
+  for (const QRectF& area : marks_.areas) {
+    const QRectF box(place.x() + area.x() * place.width(), place.y() + area.y() * place.height(),
+                     area.width() * place.width(), area.height() * place.height());
+    paintMarkBox(painter, box);
+    paintMarkNumber(painter, box, ++number);
+  }
 }
 
 // StarRow

@@ -26,6 +26,27 @@ class PreviewPicture final : public QAbstractButton {
   QString path_;
 };
 
+// The picture of a job with the areas that were marked on it.
+class MarkedPicture final : public QWidget {
+  Q_OBJECT
+
+ public:
+  MarkedPicture(ThumbnailStore& thumbnails, const InspectorMarks& marks, QWidget* parent = nullptr);
+  void setMarks(const InspectorMarks& marks);
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override;
+  QSize sizeHint() const override { return {288, heightForWidth(288)}; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QPixmap picture() const;
+
+  ThumbnailStore& thumbnails_;
+  InspectorMarks marks_;
+};
+
 // Five stars: one stop of the tab key, arrows and digits change them, a press on the last one clears.
 class StarRow final : public QWidget {
   Q_OBJECT

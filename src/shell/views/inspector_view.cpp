@@ -1,5 +1,6 @@
 #include "shell/views/inspector_view.h"
 
+#include <QGridLayout>
 #include <QPainter>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -13,6 +14,8 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+constexpr int kTileColumns = 2;
 
 QVBoxLayout* block(QVBoxLayout& column, const QMargins& margins, int spacing) {
   auto* layout = new QVBoxLayout;
@@ -35,6 +38,10 @@ QString iconOfAction(ActionId action) {
       return u"copy"_s;
     case ActionId::reusePrompt:
       return u"corner-down-left"_s;
+    case ActionId::useAsReference:
+      return u"image-plus"_s;
+    case ActionId::markAreas:
+      return u"square-dashed-mouse-pointer"_s;
     case ActionId::showInFiles:
       return u"folder"_s;
     case ActionId::cancelJob:
@@ -89,6 +96,7 @@ QString InspectorView::shapeOf(const InspectorDisplay& display) const {
                     QString::number(display.hasRating),
                     display.previewPath.isEmpty() ? u"-"_s : u"p"_s};
   for (const InspectorButton& button : display.buttons) parts.append(button.title);
+  parts.append(QString::number(display.marks.areas.empty()));
   for (const InspectorSection& section : display.sections)
     parts.append(section.title + (section.text.isEmpty() ? u"-"_s : u"t"_s) + QString::number(section.rows.size()));
   return parts.join(u'|');
@@ -118,6 +126,7 @@ void InspectorView::rebuild() {
   facts_ = message_ = detail_ = nullptr;
   stars_ = nullptr;
   heart_ = nullptr;
+  marks_ = nullptr;
   sections_.clear();
   if (display_.subject == InspectorSubject::nothing)
     buildNothing(*column);
@@ -125,7 +134,11 @@ void InspectorView::rebuild() {
     buildJobHead(*column);
   else
     buildItemHead(*column);
-  buildButtons(*column);
+  if (display_.subject == InspectorSubject::item)
+    buildTiles(*column);
+  else
+    buildButtons(*column);
+  buildMarks(*column);
   buildSections(*column);
   column->addStretch(1);
 }
@@ -210,6 +223,38 @@ void InspectorView::buildButtons(QVBoxLayout& column) {
   }
 }
 
+// What can be done with an item, as tiles in two columns.
+void InspectorView::buildTiles(QVBoxLayout& column) {
+  if (display_.buttons.empty()) return;
+  auto* holder = new QWidget;
+  auto* grid = new QGridLayout(holder);
+  grid->setContentsMargins(16, 4, 16, 14);
+  grid->setSpacing(6);
+  int place = 0;
+  for (const InspectorButton& spec : display_.buttons) {
+    auto* tile = new TileButton(iconOfAction(spec.action), spec.title);
+    tile->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(tile, &TileButton::clicked, this, [this, action = spec.action] { Q_EMIT actionRequested(action); });
+    grid->addWidget(tile, place / kTileColumns, place % kTileColumns);
+    ++place;
+  }
+  column.addWidget(holder);
+}
+
+void InspectorView::buildMarks(QVBoxLayout& column) {
+  if (display_.marks.areas.empty()) return;
+  column.addWidget(new Hairline);
+  QVBoxLayout* words = block(column, {16, 12, 16, 14}, 8);
+  auto* head = new QHBoxLayout;
+  auto* title = new Label(display_.marks.title, Type::small, &Colors::textSecondary);
+  title->setWeight(Weight::semibold);
+  head->addWidget(title, 1);
+  head->addWidget(new Label(display_.marks.countText, Type::small, &Colors::textTertiary));
+  words->addLayout(head);
+  marks_ = new MarkedPicture(thumbnails_, display_.marks);
+  words->addWidget(marks_);
+}
+
 void InspectorView::buildSections(QVBoxLayout& column) {
   for (const InspectorSection& section : display_.sections) {
     column.addWidget(new Hairline);
@@ -226,6 +271,7 @@ void InspectorView::refreshWords() {
   if (message_ && message_->paragraph() != display_.message) message_->setParagraph(display_.message);
   if (detail_ && detail_->paragraph() != display_.detail) detail_->setParagraph(display_.detail);
   if (preview_) preview_->setPath(display_.previewPath);
+  if (marks_) marks_->setMarks(display_.marks);
   if (stars_) stars_->setStars(display_.rating);
   if (heart_) static_cast<HeartButton*>(heart_)->setChecked(display_.favorite);
   for (size_t index = 0; index < sections_.size(); ++index) sections_[index]->setWords(display_.sections[index]);

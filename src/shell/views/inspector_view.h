@@ -12,6 +12,7 @@ namespace sorvan::views {
 
 class ElidedLabel;
 class InspectorSectionView;
+class MarkedPicture;
 class Paragraph;
 class PreviewPicture;
 class StarRow;
@@ -42,6 +43,8 @@ class InspectorView final : public QWidget {
   void buildItemHead(QVBoxLayout& column);
   void buildJobHead(QVBoxLayout& column);
   void buildButtons(QVBoxLayout& column);
+  void buildTiles(QVBoxLayout& column);
+  void buildMarks(QVBoxLayout& column);
   void buildSections(QVBoxLayout& column);
   void refreshWords();
   QString shapeOf(const InspectorDisplay& display) const;
@@ -55,6 +58,7 @@ class InspectorView final : public QWidget {
   Paragraph* facts_ = nullptr;
   Paragraph* message_ = nullptr;
   Paragraph* detail_ = nullptr;
+  MarkedPicture* marks_ = nullptr;
   StarRow* stars_ = nullptr;
   QWidget* heart_ = nullptr;
   std::vector<InspectorSectionView*> sections_;

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QStackedWidget>
 
+#include "shell/views/mark_layer.h"
 #include "shell/views/texts.h"
 
 namespace sorvan::views {
@@ -36,10 +37,11 @@ LibraryView::LibraryView(Parts parts, QWidget* parent)
       history_(new HistoryView(parts.history, thumbnails_)),
       asset_(new AssetView(parts.wall, thumbnails_)),
       inspector_(new InspectorView(thumbnails_, this)),
-      dock_(new ComposerDock(parts.composer, this)),
+      dock_(new ComposerDock(parts.composer, thumbnails_, this)),
       toaster_(new Toaster(parts.alerts, this)) {
   stack_->setAccessibleName(texts::contentZone());
   for (QWidget* page : std::initializer_list<QWidget*>{wall_, history_, asset_}) stack_->addWidget(page);
+  if (parts.marking) setMarking(*parts.marking);
   connect(dock_, &ComposerDock::heightChanged, this, &LibraryView::placeDock);
   connect(&parts.composer, &ComposerPresenter::focusRequested, this, &LibraryView::summonDock);
   connect(dock_, &ComposerDock::left, this, [this] {
@@ -47,6 +49,27 @@ LibraryView::LibraryView(Parts parts, QWidget* parent)
     arrange();
     contentOf(page_)->setFocus(Qt::OtherFocusReason);
   });
+}
+
+void LibraryView::setMarking(MarkingPresenter& marking) {
+  asset_->setMarking(marking);
+  markPanel_ = new MarkPanel(marking, this);
+  MarkLayer* layer = asset_->marks();
+  connect(&marking, &MarkingPresenter::markingChanged, this, [this, &marking] { refreshMarking(marking); });
+  connect(&marking, &MarkingPresenter::noteRequested, markPanel_, &MarkPanel::focusNote);
+  connect(layer, &MarkLayer::noteRequested, markPanel_, &MarkPanel::focusNote);
+  connect(markPanel_, &MarkPanel::noteLeft, layer, [layer] { layer->setFocus(Qt::OtherFocusReason); });
+  refreshMarking(marking);
+}
+
+void LibraryView::refreshMarking(const MarkingPresenter& marking) {
+  const bool wasMarking = std::exchange(marking_, marking.isMarking());
+  const QWidget* focused = QApplication::focusWidget();
+  const bool inMarks = focused && (markPanel_->isAncestorOf(focused) || asset_->isAncestorOf(focused));
+  markPanel_->setVisible(marking_);
+  if (marking_) dockSummoned_ = false;
+  arrange();
+  if (marking_ || (wasMarking && inMarks)) asset_->setFocus(Qt::OtherFocusReason);
 }
 
 QWidget* LibraryView::contentOf(ContentPage page) {
@@ -104,10 +127,12 @@ void LibraryView::arrange() {
     banner_->setGeometry(left, top, width() - left, height);
     top += height;
   }
-  inspector_->setVisible(inspectorShown_);
+  inspector_->setVisible(inspectorShown_ && !marking_);
   const int pane = metrics().inspectorDefault;
   inspector_->setGeometry(width() - pane, top, pane, height() - top);
-  const int right = inspectorShown_ && !floats ? width() - pane : width();
+  if (markPanel_) markPanel_->setGeometry(inspector_->geometry());
+  // Marks are drawn on all of the picture, so their panel never covers it.
+  const int right = marking_ || (inspectorShown_ && !floats) ? width() - pane : width();
   stack_->setGeometry(left, top, right - left, height() - top);
   if (floats) inspector_->raise();
   placeDock();
@@ -117,7 +142,7 @@ void LibraryView::placeDock() {
   const bool docked = page_ == ContentPage::gallery || dockSummoned_;
   dock_->setVisible(docked);
   QRect content = stack_->geometry();
-  if (inspectorShown_ && content.right() > inspector_->x()) content.setRight(inspector_->x() - 1);
+  if ((inspectorShown_ || marking_) && content.right() > inspector_->x()) content.setRight(inspector_->x() - 1);
   const int outer = ComposerDock::margin;
   const int width = std::min(content.width(), metrics().composerMaxWidth + 2 * outer);
   const int height = dock_->heightForWidth(width);
@@ -128,7 +153,8 @@ void LibraryView::placeDock() {
 }
 
 std::vector<QWidget*> LibraryView::zones() {
-  return {sidebar_, toolbar_, banner_, stack_->currentWidget(), inspector_, dock_, toaster_};
+  QWidget* pane = marking_ ? static_cast<QWidget*>(markPanel_) : inspector_;
+  return {sidebar_, toolbar_, banner_, stack_->currentWidget(), pane, dock_, toaster_};
 }
 
 void LibraryView::cycleZones(int direction) {

@@ -11,6 +11,7 @@
 #include "shell/views/feedback.h"
 #include "shell/views/history_view.h"
 #include "shell/views/inspector_view.h"
+#include "shell/views/mark_panel.h"
 #include "shell/views/media_wall.h"
 #include "shell/views/sidebar_view.h"
 #include "shell/views/toolbar_view.h"
@@ -31,6 +32,7 @@ class LibraryView final : public QWidget {
     HistorySource& history;
     ComposerPresenter& composer;
     AlertsPresenter& alerts;
+    MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
   };
   explicit LibraryView(Parts parts, QWidget* parent = nullptr);
 
@@ -41,6 +43,7 @@ class LibraryView final : public QWidget {
   HistoryView& history() { return *history_; }
   AssetView& asset() { return *asset_; }
   InspectorView& inspector() { return *inspector_; }
+  MarkPanel* markPanel() const { return markPanel_; }
   ComposerDock& dock() { return *dock_; }
 
   ContentPage page() const { return page_; }
@@ -64,6 +67,8 @@ class LibraryView final : public QWidget {
   bool focusNextPrevChild(bool next) override;
 
  private:
+  void setMarking(MarkingPresenter& marking);
+  void refreshMarking(const MarkingPresenter& marking);
   void arrange();
   void placeDock();
   QWidget* contentOf(ContentPage page);
@@ -78,11 +83,13 @@ class LibraryView final : public QWidget {
   HistoryView* history_;
   AssetView* asset_;
   InspectorView* inspector_;
+  MarkPanel* markPanel_ = nullptr;
   ComposerDock* dock_;
   Toaster* toaster_;
   ContentPage page_ = ContentPage::gallery;
   bool sidebarShown_ = true;
   bool inspectorShown_ = true;
+  bool marking_ = false;  // the marks' panel stands where the inspector stands otherwise
   bool dockSummoned_ = false;  // asked for on a page that does not show it by itself
   bool wasRoomy_ = true;
 };

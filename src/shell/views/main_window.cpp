@@ -57,6 +57,7 @@ MainWindow::MainWindow(Presenters presenters, QWidget* parent)
   bindInspector();
   bindHistory();
   bindAsset();
+  bindMarking();
   bindActions();
   refreshLayout();
   refreshPage();
@@ -78,7 +79,7 @@ void MainWindow::build() {
   setMenuWidget(strip_);
   pages_ = new QStackedWidget;
   welcome_ = new WelcomeView(on_.welcome->display());
-  library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts});
+  library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts, on_.marking});
   pages_->addWidget(welcome_);
   pages_->addWidget(library_);
   pages_->addWidget(new QWidget);  // until the library that was open last is there
@@ -176,6 +177,11 @@ void MainWindow::bindAsset() {
   connect(&asset, &AssetView::itemChosen, this, &MainWindow::openAsset);
   connect(&asset, &AssetView::closeRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
   connect(&library_->toolbar(), &ToolbarView::stepped, this, &MainWindow::stepAsset);
+}
+
+void MainWindow::bindMarking() {
+  if (!on_.marking) return;
+  connect(on_.composer, &ComposerPresenter::marksRequested, on_.marking, &MarkingPresenter::begin);
 }
 
 void MainWindow::bindActions() {

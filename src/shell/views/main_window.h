@@ -50,6 +50,7 @@ class MainWindow final : public QMainWindow {
   void bindInspector();
   void bindHistory();
   void bindAsset();
+  void bindMarking();
   void bindActions();
   void refreshPage();
   void refreshToolbar();

@@ -2,6 +2,7 @@
 // wording can change in one place.
 #pragma once
 
+#include <QRectF>
 #include <QString>
 
 #include "shell/views/room.h"
@@ -48,6 +49,42 @@ inline QString previousItem() { return QStringLiteral("Previous"); }
 inline QString nextItem() { return QStringLiteral("Next"); }
 inline QString filmstrip() { return QStringLiteral("Filmstrip"); }
 inline QString openPreview() { return QStringLiteral("Open Large View"); }
+
+// Marks.
+inline QString markAreas() { return QStringLiteral("Mark areas"); }
+inline QString markHint() {
+  return QStringLiteral("Drag on the picture to mark an area. Click a box to move it; Delete removes it.");
+}
+inline QString clearMarks() { return QStringLiteral("Clear marks"); }
+inline QString leaveMarking() { return QStringLiteral("Leave without Using the Marks"); }
+inline QString markedAreas() { return QStringLiteral("Marked areas"); }
+inline QString boxNamed(int number, const QString& note) {
+  return note.isEmpty() ? QStringLiteral("Box %1").arg(number) : QStringLiteral("Box %1, %2").arg(number).arg(note);
+}
+inline QString boxPosition(const QRectF& area) {
+  const auto percent = [](double part) { return QString::number(qRound(part * 100)); };
+  return QStringLiteral("%1 percent from the left, %2 from the top, %3 wide, %4 high")
+      .arg(percent(area.x()), percent(area.y()), percent(area.width()), percent(area.height()));
+}
+inline QString boxNote(int number) { return QStringLiteral("Note of box %1").arg(number); }
+inline QString boxPlaceholder() { return QStringLiteral("Say what should change here"); }
+inline QString removeBox(int number) { return QStringLiteral("Remove box %1").arg(number); }
+inline QString addBox() { return QStringLiteral("Add Box"); }
+inline QString changeOnePart() { return QStringLiteral("Change one part only?"); }
+inline QString changeOnlyMarked() { return QStringLiteral("Change only the marked areas"); }
+inline QString outsideIsCopied() {
+  return QStringLiteral("Everything outside the boxes is copied from your original, pixel for pixel.");
+}
+inline QString outsideMayChange() {
+  return QStringLiteral("The model is asked to stay inside the boxes, but may alter other parts.");
+}
+inline QString pixelSize(int width, int height) { return QStringLiteral("%1 × %2").arg(width).arg(height); }
+
+// Attached references.
+inline QString references() { return QStringLiteral("References"); }
+inline QString detachReference(const QString& name) { return QStringLiteral("Remove %1").arg(name); }
+inline QString removeMarks() { return QStringLiteral("Remove Marks"); }
+inline QString openMarks() { return QStringLiteral("Show or change the marks"); }
 
 // Inspector.
 inline QString rating() { return QStringLiteral("Rating"); }

@@ -1,0 +1,77 @@
+// The composer's references, and the marks that it takes over from where they were drawn.
+#include "core/library_store.h"
+#include "generation/generation_request.h"
+#include "generation/mentions.h"
+#include "shell/generation_composer.h"
+#include "shell/texts.h"
+
+namespace sorvan::shell {
+
+std::vector<AttachedReference> GenerationComposer::attachedReferences() const {
+  const core::GenerationRequest& request = ports_.state.request();
+  std::vector<AttachedReference> shown;
+  for (const core::ReferenceBinding& binding : generation::orderedReferences(request)) {
+    AttachedReference reference;
+    reference.id = binding.assetID;
+    reference.name = u'@' + generation::handleOf(binding);
+    reference.role = binding.role.value_or(texts::genericRole);
+    if (const core::AssetRef asset = ports_.store.asset(binding.assetID)) {
+      reference.filePath = ports_.store.fileOf(*asset);
+      reference.thumbnailPath = ports_.store.thumbnailOf(*asset).value_or(QString());
+    }
+    if (request.markup && ports_.state.markupAssetId() == binding.assetID) {
+      reference.marks = static_cast<int>(request.markup->size());
+      reference.marksLabel = texts::marksCount(reference.marks);
+    }
+    shown.push_back(std::move(reference));
+  }
+  return shown;
+}
+
+// Throws SorvanError when as many are attached as a prompt may have.
+void GenerationComposer::attach(QUuid item, const std::optional<QString>& role) {
+  ports_.state.attachFirst(item, role);
+  if (!ports_.state.useModel(core::MediaType::image)) ports_.state.report(texts::noModelForThis, true);
+}
+
+void GenerationComposer::useAsReference(QUuid item) {
+  const core::AssetRef asset = ports_.store.asset(item);
+  if (!asset || asset->isTrashed() || asset->type() != core::MediaType::image) return;
+  try {
+    attach(item, std::nullopt);
+  } catch (const SorvanError& failure) {
+    ports_.state.report(failure.message(), true);
+  }
+  ports_.state.focus();
+}
+
+void GenerationComposer::detachReference(QUuid item) { ports_.state.detachReference(item); }
+
+void GenerationComposer::removeMarks() {
+  if (const auto item = ports_.state.markupAssetId()) ports_.state.setMarkup({}, *item);
+}
+
+void GenerationComposer::openMarks(QUuid item) { Q_EMIT marksRequested(item); }
+
+// What cannot be taken stays where it is, so that nothing that was drawn is lost.
+void GenerationComposer::takePendingMarks() {
+  const auto marks = ports_.store.pendingMarks();
+  if (!marks) return;
+  const core::AssetRef asset = ports_.store.asset(marks->assetID);
+  if (!asset || asset->isTrashed()) return ports_.state.report(texts::markedItemGone, true);
+  if (marks->boxes.empty()) {
+    if (ports_.state.markupAssetId() == marks->assetID) removeMarks();
+    return ports_.store.setPendingMarks(std::nullopt);
+  }
+  try {
+    attach(marks->assetID, generation::editSourceRole.toString());
+  } catch (const SorvanError& failure) {
+    return ports_.state.report(failure.message(), true);
+  }
+  ports_.state.setMarkup(marks->boxes, marks->assetID);
+  ports_.state.setConfinesToMarks(marks->confine);
+  ports_.store.setPendingMarks(std::nullopt);
+  ports_.state.focus();
+}
+
+}  // namespace sorvan::shell

@@ -1,0 +1,23 @@
+// What a person does on more than one tour.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "tour/tourist.h"
+
+namespace tour {
+
+inline const Wanted chooseFolder{u"Choose Another Folder…"_qs, u"push button"_qs};
+inline const Wanted prompt{u"Prompt"_qs, {}};
+inline const Wanted generate{u"Generate"_qs, u"push button"_qs};
+
+// Paths of the library's own media below a workspace, thumbnails left out, in the order of their names.
+QStringList mediaIn(const QString& folder, const QStringList& patterns);
+
+// Types the folder's path into the chooser and accepts it.
+void chooseWorkspace(Tourist& person, const QString& folder);
+
+void writePrompt(Tourist& person, const QString& text);
+
+}  // namespace tour
