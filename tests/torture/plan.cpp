@@ -51,13 +51,13 @@ const QStringList& faultsOfAnyCall() {
   return names;
 }
 
-QStringList faultsOf(const QString& call) {
-  QStringList names = faultsOfAnyCall();
-  if (call == u"submit"_s) names << u"no-handle"_s << u"elsewhere"_s;
-  if (call == u"status"_s) names << u"backwards"_s << u"unknown-state"_s << u"job-error"_s << u"elsewhere"_s;
-  if (call == u"result"_s) names << u"elsewhere"_s;
-  if (call == u"download"_s) names << u"wrong-media"_s;
-  return names;
+// What only this call's answer can hold, and a result that is gone.
+QStringList ownFaultsOf(const QString& call) {
+  if (call == u"submit"_s) return {u"no-handle"_s, u"elsewhere"_s};
+  if (call == u"status"_s) return {u"backwards"_s, u"unknown-state"_s, u"job-error"_s, u"elsewhere"_s};
+  if (call == u"result"_s) return {u"elsewhere"_s, u"gone"_s};
+  if (call == u"download"_s) return {u"wrong-media"_s};
+  return {};
 }
 
 Planned planned(const Scenario& scenario, FaultKind kind) {
@@ -145,9 +145,15 @@ std::vector<Planned> failWalk(const Scenario& scenario, const std::vector<Counte
   return walk;
 }
 
+std::vector<Planned> ownFaults(const Scenario& scenario, const QString& call) {
+  std::vector<Planned> trials;
+  for (const QString& name : ownFaultsOf(call)) trials.push_back(atService(scenario, FaultKind::service, call, name));
+  return trials;
+}
+
 std::vector<Planned> serviceFaults(const Scenario& scenario, const QString& call) {
   std::vector<Planned> trials;
-  for (const QString& name : faultsOf(call)) trials.push_back(atService(scenario, FaultKind::service, call, name));
+  for (const QString& name : faultsOfAnyCall()) trials.push_back(atService(scenario, FaultKind::service, call, name));
   // The sandbox never goes on: the program's own patience ends.
   trials.push_back(atService(scenario, FaultKind::service, call, u"hold"_s));
   for (const QString& at : {u"head"_s, u"before"_s, u"after"_s}) {

@@ -46,7 +46,9 @@ std::vector<Planned> killWalk(const Scenario& scenario, const std::vector<Counte
 // Every different step fails once, and for one in three it and all that follow, with one of the four errors.
 std::vector<Planned> failWalk(const Scenario& scenario, const std::vector<Counted>& steps, quint64 seed);
 
-// Faults of the sandbox at this call of the scenario, and kills while it holds the call.
+// Faults that only this call of the scenario can meet.
+std::vector<Planned> ownFaults(const Scenario& scenario, const QString& call);
+// Faults that any call can meet, an answer that never comes, and kills while the sandbox holds the call.
 std::vector<Planned> serviceFaults(const Scenario& scenario, const QString& call);
 
 }  // namespace sorvan::torture

@@ -53,6 +53,12 @@ void onWorkers(const std::function<void(unsigned)>& work) {
 
 void append(std::vector<Planned>& to, std::vector<Planned> more) { to.insert(to.end(), more.begin(), more.end()); }
 
+std::vector<Planned> allFaults(const Scenario& scenario, const QString& call) {
+  std::vector<Planned> all = ownFaults(scenario, call);
+  append(all, serviceFaults(scenario, call));
+  return all;
+}
+
 // Every so many of them, so that runs of different seeds together do all.
 std::vector<Planned> share(std::vector<Planned> all, quint64 of, quint64 seed) {
   std::vector<Planned> some;
@@ -143,8 +149,10 @@ std::vector<Planned> Run::faultsOfService(quint64 seed) const {
       {u"edit"_s, {u"upload-start"_s, u"upload"_s}},
       {u"cancel"_s, {u"cancel"_s}}};
   for (const auto& [name, kinds] : calls)
-    for (const QString& call : isChosen(name) ? kinds : QStringList())
+    for (const QString& call : isChosen(name) ? kinds : QStringList()) {
+      append(plan, ownFaults(scenario(name), call));
       append(plan, share(serviceFaults(scenario(name), call), call == u"submit"_s || call == u"download"_s ? 1 : 5, seed));
+    }
   return plan;
 }
 
@@ -156,7 +164,7 @@ std::vector<Planned> Run::quickPlan(quint64 seed) const {
     const Thoroughness thoroughness{.everyTurn = road, .everyWay = road, .cuts = road ? 6U : 12U};
     if (options_.full || isWalked(each, seed)) append(plan, killWalk(each, steps_.at(each.name), thoroughness, seed));
   }
-  for (const QString& name : {roadName, u"sidecars"_s})
+  for (const QString& name : {roadName, u"rate"_s, u"sidecars"_s})
     if (isChosen(name)) append(plan, failWalk(scenario(name), steps_.at(name), seed));
   append(plan, faultsOfService(seed));
   return plan;
@@ -171,10 +179,10 @@ std::vector<Planned> Run::fullPlan(quint64 seed) const {
   }
   for (const QString& name : {roadName, u"edit"_s, u"clip"_s})
     for (const QString& call : {u"submit"_s, u"status"_s, u"result"_s, u"pricing"_s, u"download"_s})
-      if (isChosen(name)) append(plan, serviceFaults(scenario(name), call));
+      if (isChosen(name)) append(plan, allFaults(scenario(name), call));
   for (const QString& call : {u"upload-start"_s, u"upload"_s})
-    if (isChosen(u"edit"_s)) append(plan, serviceFaults(scenario(u"edit"_s), call));
-  if (isChosen(u"cancel"_s)) append(plan, serviceFaults(scenario(u"cancel"_s), u"cancel"_s));
+    if (isChosen(u"edit"_s)) append(plan, allFaults(scenario(u"edit"_s), call));
+  if (isChosen(u"cancel"_s)) append(plan, allFaults(scenario(u"cancel"_s), u"cancel"_s));
   return plan;
 }
 
