@@ -21,23 +21,23 @@ using namespace Qt::StringLiterals;
 Step step(const QString& call, const QString& below, const QString& other = {}) {
   Step step;
   step.call = call;
-  step.path = below.isEmpty() ? QString() : u"/root"_s + below;
+  step.path = below.isEmpty() ? QString() : u"/library"_s + below;
   step.other = other;
   return step;
 }
 
 TEST(TheNameOfAStep, LeavesOutIdsAndTitles) {
   const QString id = u"/.sorvan/recovery/3E861D19-7803-495C-BDDE-AE04B861ABA5/0.part"_s;
-  EXPECT_EQ(placeOf(u"write"_s, u"/root"_s + id, u"/root"_s), u"write /.sorvan/recovery/*/0.part"_s);
-  EXPECT_EQ(globOf(u"open"_s, u"/root/Inbox/generated/a fine day.png"_s, u"/root"_s), u"open /Inbox/generated/*"_s);
-  EXPECT_EQ(globOf(u"fsync"_s, u"/root"_s, u"/root"_s), u"fsync /"_s);
-  EXPECT_EQ(globOf(u"send"_s, {}, u"/root"_s), u"send -"_s);
+  EXPECT_EQ(placeOf(u"write"_s, u"/library"_s + id, u"/library"_s), u"write /.sorvan/recovery/*/0.part"_s);
+  EXPECT_EQ(globOf(u"open"_s, u"/library/Inbox/generated/a fine day.png"_s, u"/library"_s), u"open /Inbox/generated/*"_s);
+  EXPECT_EQ(globOf(u"fsync"_s, u"/library"_s, u"/library"_s), u"fsync /"_s);
+  EXPECT_EQ(globOf(u"send"_s, {}, u"/library"_s), u"send -"_s);
 }
 
 TEST(ACount, NumbersTheStepsAtAPlaceAndCountsWhatTheSystemRefused) {
   const std::vector<Step> steps{step(u"mkdir"_s, u"/.sorvan"_s), step(u"refused"_s, u"/.sorvan"_s, u"mkdir"_s),
                                 step(u"write"_s, u"/x"_s), step(u"mkdir"_s, u"/.sorvan"_s)};
-  const std::vector<Counted> counted = countedSteps(steps, u"/root"_s);
+  const std::vector<Counted> counted = countedSteps(steps, u"/library"_s);
   ASSERT_EQ(counted.size(), 3U);
   EXPECT_EQ(counted[0].turn, 1);
   EXPECT_EQ(counted[1].turn, 1);
@@ -54,7 +54,7 @@ TEST(ACount, KeepsOnlyWhatBothRunsWentThrough) {
 
 TEST(AWalk, InEveryWayKillsBeforeInAndAfterWhatCanBeHalved) {
   const Scenario scenario;
-  const std::vector<Counted> steps = countedSteps({step(u"write"_s, u"/x"_s), step(u"fsync"_s, u"/x"_s)}, u"/root"_s);
+  const std::vector<Counted> steps = countedSteps({step(u"write"_s, u"/x"_s), step(u"fsync"_s, u"/x"_s)}, u"/library"_s);
   QStringList orders;
   for (const Planned& planned : killWalk(scenario, steps, {.everyTurn = true, .everyWay = true}, 1))
     orders << planned.fault.shim;
