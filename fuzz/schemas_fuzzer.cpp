@@ -22,8 +22,8 @@ using namespace sorvan::catalogue;
 
 /// The input as the reader of the rules finds it, looked at once more by hand.
 static SchemaInput inputOf(const SchemaDocument& document, const std::string& id) {
-  return SchemaInput(document, withProperties(document, document.at({"paths", "/" + id, "post", "requestBody", "content",
-                                                                     "application/json", "schema"})));
+  return SchemaInput(document, withProperties(document, document.at({"paths", "/" + id, "post", "requestBody",
+                                                                     "content", "application/json", "schema"})));
 }
 
 static QString usableSize(const FalModel& model) {
@@ -145,13 +145,47 @@ class Mutation {
   }
 
   const char* word() {
-    static constexpr std::array words{
-        "$ref",       "anyOf",      "oneOf",       "allOf",     "enum",          "const",         "type",
-        "default",    "minimum",    "maximum",     "multipleOf", "items",        "minItems",      "maxItems",
-        "properties", "required",   "prompt",      "seed",      "num_images",    "image_size",    "aspect_ratio",
-        "image_url",  "image_urls", "duration",    "quality",   "resolution",    "end_image_url", "output_format",
-        "video",      "images",     "audio",       "scale",     "_fal_ui_field", "x-fal",         "max_file_size",
-        "nullable",   "zoom",       "upscale_factor", "generate_audio", "exclusiveMinimum", "x-fal-order-properties"};
+    static constexpr std::array words{"$ref",
+                                      "anyOf",
+                                      "oneOf",
+                                      "allOf",
+                                      "enum",
+                                      "const",
+                                      "type",
+                                      "default",
+                                      "minimum",
+                                      "maximum",
+                                      "multipleOf",
+                                      "items",
+                                      "minItems",
+                                      "maxItems",
+                                      "properties",
+                                      "required",
+                                      "prompt",
+                                      "seed",
+                                      "num_images",
+                                      "image_size",
+                                      "aspect_ratio",
+                                      "image_url",
+                                      "image_urls",
+                                      "duration",
+                                      "quality",
+                                      "resolution",
+                                      "end_image_url",
+                                      "output_format",
+                                      "video",
+                                      "images",
+                                      "audio",
+                                      "scale",
+                                      "_fal_ui_field",
+                                      "x-fal",
+                                      "max_file_size",
+                                      "nullable",
+                                      "zoom",
+                                      "upscale_factor",
+                                      "generate_audio",
+                                      "exclusiveMinimum",
+                                      "x-fal-order-properties"};
     return words[pick(words.size())];
   }
 

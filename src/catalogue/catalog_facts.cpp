@@ -6,7 +6,7 @@
 namespace sorvan::catalogue {
 
 std::optional<ModelFact> CatalogFacts::find(const QString& id) const {
-  const auto model = catalog->model(id);
+  const auto model = catalog->find(id);
   if (!model) return std::nullopt;
   ModelFact fact;
   fact.name = model->name;

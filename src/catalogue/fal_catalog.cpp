@@ -106,12 +106,19 @@ std::shared_ptr<const FalCatalog::AddedModels> FalCatalog::current() const {
   return addedModels;
 }
 
-std::optional<FalModel> FalCatalog::model(const QString& id) const {
-  if (const FalModel* found = builtInModel(id)) return *found;
+std::shared_ptr<const FalModel> FalCatalog::find(const QString& id) const {
+  // Compiled-in models are there as long as the program.
+  if (const FalModel* found = builtInModel(id)) return {std::shared_ptr<const FalModel>(), found};
   const auto own = current();
   const auto place = own->places.constFind(id);
-  if (place == own->places.cend()) return std::nullopt;
-  return own->models[*place];
+  if (place == own->places.cend()) return nullptr;
+  return {own, &own->models[*place]};
+}
+
+std::optional<FalModel> FalCatalog::model(const QString& id) const {
+  const auto found = find(id);
+  if (!found) return std::nullopt;
+  return *found;
 }
 
 std::vector<FalModel> FalCatalog::added() const { return current()->models; }
@@ -154,7 +161,7 @@ std::optional<RemovedModel> FalCatalog::remove(const QString& id) {
 }
 
 void FalCatalog::restore(const RemovedModel& removed) {
-  if (model(removed.model.id)) return;
+  if (find(removed.model.id)) return;
   std::vector<FalModel> models = added();
   models.insert(models.begin() + static_cast<std::ptrdiff_t>(std::min(removed.place, models.size())), removed.model);
   change(std::move(models));
@@ -174,7 +181,7 @@ void FalCatalog::change(std::vector<FalModel> models) {
 }
 
 QString FalCatalog::displayName(const QString& id) const {
-  if (const auto found = model(id)) return found->name;
+  if (const auto found = find(id)) return found->name;
   if (const auto name = listedName(id)) return *name;
   const QString prefix = u"fal-ai/"_s;
   return id.startsWith(prefix) ? id.mid(prefix.size()) : id;

@@ -30,12 +30,15 @@ struct RemovedModel {
 /// the first write over it.
 ///
 /// Thread: lookups from any; changes on the thread of the settings. The lock is held only to copy or swap the pointer to
-/// a list that never changes, so a lookup waits for nothing and copies nothing but its answer.
+/// a list that never changes, so a lookup waits for nothing and copies nothing.
 class FalCatalog {
  public:
   explicit FalCatalog(std::shared_ptr<Settings> settings);
   ~FalCatalog();
 
+  /// The model of this id, or null. It stays as it is, whatever is changed in the catalogue afterwards.
+  std::shared_ptr<const FalModel> find(const QString& id) const;
+  /// A copy of it.
   std::optional<FalModel> model(const QString& id) const;
   std::vector<FalModel> added() const;
   /// The ids that need no adding: those of `all`.

@@ -121,7 +121,8 @@ QStringList FalModel::editableSizes() const {
   QStringList sizes;
   for (const ImageFormat& format : ImageFormat::all()) {
     bool usable = std::holds_alternative<SizeByDimensions>(sizing);
-    if (const auto* named = std::get_if<SizeByName>(&sizing)) usable = firstWithRatio(named->values, format.ratio).has_value();
+    if (const auto* named = std::get_if<SizeByName>(&sizing))
+      usable = firstWithRatio(named->values, format.ratio).has_value();
     if (const auto* aspect = std::get_if<SizeByAspect>(&sizing)) {
       usable = freeChoice(aspect->values) || aspect->values.contains(format.ratio);
     }

@@ -62,7 +62,7 @@ struct Setting {
   std::optional<QString> defaultValue;
   std::optional<ClosedRange<qint64>> accepts;  ///< a number between these is valid although it is not in `values`
   std::optional<QString> onlyWith;             ///< counts only when the option of this field holds non-blank text
-  std::optional<QStringList> numbers;  ///< those of `values` that the service wants as JSON numbers
+  std::optional<QStringList> numbers;          ///< those of `values` that the service wants as JSON numbers
 
   /// Whether `value` is a whole decimal number, with an optional sign, inside `accepts`.
   bool allows(const QString& value) const;
@@ -79,6 +79,14 @@ struct TextInput {
   bool required = false;
   int limit = 0;  ///< the most characters sent
   bool operator==(const TextInput&) const = default;
+};
+
+/// What each side of a picture may measure, in pixels.
+struct SideBounds {
+  int least = 1;
+  int most = 1;
+  int step = 1;  ///< each side is a multiple of it
+  bool operator==(const SideBounds&) const = default;
 };
 
 /// The most pictures of one request to a model that takes a list of them.
@@ -113,6 +121,7 @@ struct FalModel {
   std::optional<qint64> inputByteLimit;
   std::optional<int> minInputs;          ///< the fewest pictures that a list may have when it has any
   std::optional<int> maxInputs;          ///< the most pictures of a list, where the service names fewer than usual
+  std::optional<SideBounds> sides;       ///< where the service takes not every size of the composer's table
   std::optional<bool> seedRequired;      ///< each request needs a seed, so one that has none is given a fresh one
   std::optional<bool> endImageRequired;  ///< a request without an end frame is refused
 

@@ -21,11 +21,12 @@ BOOST_DESCRIBE_STRUCT(NoSizing, (), ())
 BOOST_DESCRIBE_STRUCT(SingleInput, (), (field, required))
 BOOST_DESCRIBE_STRUCT(ListInput, (), (field, required))
 BOOST_DESCRIBE_STRUCT(NoInput, (), ())
+BOOST_DESCRIBE_STRUCT(SideBounds, (), (least, most, step))
 BOOST_DESCRIBE_STRUCT(FalModel, (),
                       (id, name, category, summary, output, hasPrompt, promptRequired, settings, endImageField,
                        maxCount, sizing, hasSeed, pngOutput, imageInput, defaultsJSON, camera, dialogue, promptField,
-                       videoInput, promptLimit, billedPerMinute, billedEvery, audioInput, texts, inputByteLimit, minInputs,
-                       maxInputs, seedRequired, endImageRequired))
+                       videoInput, promptLimit, billedPerMinute, billedEvery, audioInput, texts, inputByteLimit,
+                       minInputs, maxInputs, sides, seedRequired, endImageRequired))
 
 /// What a stored list of models held.
 struct StoredModels {

@@ -201,7 +201,7 @@ std::optional<double> FalPricing::estimate(const GenerationRequest& request, con
 
 Task<std::optional<ListedPrice>> FalPricing::listedPrice(GenerationRequest request, QString key, std::stop_token stop) {
   const auto kept = state;
-  const auto model = kept->services.catalog->model(request.model);
+  const auto model = kept->services.catalog->find(request.model);
   if (!model) co_return std::nullopt;
   co_await State::refresh(kept, QStringList{model->id}, std::move(key), stop);
   std::optional<ModelPrice> known;

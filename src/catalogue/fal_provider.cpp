@@ -171,7 +171,7 @@ std::optional<qint64> seedOf(const QJsonObject& result) {
 }
 
 NamedParts partsOf(const FalServices& services, const GenerationRequest& request) {
-  const auto model = services.catalog->model(request.model);
+  const auto model = services.catalog->find(request.model);
   const bool splits = model && model->audioInput.value_or(false);
   return splits ? NamedParts::yes : NamedParts::no;
 }

@@ -34,7 +34,8 @@ Basis basisOf(const QString& unit) {
 /// Whether the model makes a picture of exactly the size that is asked for.
 bool makesExactSize(const FalModel& model, const QString& size) {
   const auto* named = std::get_if<SizeByName>(&model.sizing);
-  return std::holds_alternative<SizeByDimensions>(model.sizing) || (named && named->values.contains(size));
+  return (std::holds_alternative<SizeByDimensions>(model.sizing) && !model.sides) ||
+         (named && named->values.contains(size));
 }
 
 std::optional<double> megapixels(const QString& size) {

@@ -2,11 +2,13 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSize>
 
 #include "base/sorvan_error.h"
 #include "base/text.h"
 #include "catalogue/dialogue.h"
 #include "catalogue/named_ratios.h"
+#include "catalogue/schema_size.h"
 #include "catalogue/texts.h"
 #include "core/image_format.h"
 
@@ -122,14 +124,15 @@ void addCount(const FalModel& model, const BodyParts& parts, QJsonObject& body) 
   if (model.maxCount >= 2) body.insert(u"num_images"_s, parts.count);
 }
 
-QJsonObject dimensionsOf(const QString& size) {
+QJsonObject dimensionsOf(const FalModel& model, const QString& size) {
   const QStringList sides = size.split(u'x');
   bool wideReads = false;
   bool highReads = false;
   const int width = sides.value(0).toInt(&wideReads);
   const int height = sides.value(1).toInt(&highReads);
   if (sides.size() != 2 || !wideReads || !highReads) throw SorvanError(texts::unsupportedSize());
-  return {{u"width"_s, width}, {u"height"_s, height}};
+  const QSize sent = model.sides ? fittedSize(QSize(width, height), *model.sides) : QSize(width, height);
+  return {{u"width"_s, sent.width()}, {u"height"_s, sent.height()}};
 }
 
 QString ratioFor(const FalModel& model, const SizeByAspect& sizing, const BodyParts& parts) {
@@ -143,7 +146,8 @@ QString ratioFor(const FalModel& model, const SizeByAspect& sizing, const BodyPa
   throw SorvanError(texts::supportedRatios(model.name, sizing.values));
 }
 
-/// The size itself, else one of the same shape, else the model's own choice: a picture of another shape is paid for too.
+/// The size itself, else one of the same shape, else the model's own choice: a picture of another shape is paid for
+/// too.
 std::optional<QString> namedSizeFor(const QStringList& values, const QString& size) {
   if (values.contains(size)) return size;
   const auto* format = ImageFormat::find(size);
@@ -153,7 +157,7 @@ std::optional<QString> namedSizeFor(const QStringList& values, const QString& si
 
 void addSize(const FalModel& model, const BodyParts& parts, QJsonObject& body) {
   if (const auto* dimensions = std::get_if<SizeByDimensions>(&model.sizing)) {
-    body.insert(dimensions->field, dimensionsOf(parts.size));
+    body.insert(dimensions->field, dimensionsOf(model, parts.size));
   } else if (const auto* aspect = std::get_if<SizeByAspect>(&model.sizing)) {
     // Values of which the composer knows none are left to the service.
     if (canChooseRatio(aspect->values)) body.insert(aspect->field, ratioFor(model, *aspect, parts));
@@ -174,7 +178,8 @@ void addInputs(const FalModel& model, const QStringList& addresses, QJsonObject&
   } else if (const auto* list = std::get_if<ListInput>(&model.imageInput)) {
     if (addresses.isEmpty() && list->required) throw SorvanError(texts::needsAtLeastOneInput(model.name));
     const int fewest = model.minInputs.value_or(1);
-    if (!addresses.isEmpty() && addresses.size() < fewest) throw SorvanError(texts::needsMoreInputs(model.name, fewest));
+    if (!addresses.isEmpty() && addresses.size() < fewest)
+      throw SorvanError(texts::needsMoreInputs(model.name, fewest));
     if (!addresses.isEmpty()) body.insert(list->field, QJsonArray::fromStringList(addresses));
   } else if (!addresses.isEmpty()) {
     throw SorvanError(texts::noReferences(model.name));

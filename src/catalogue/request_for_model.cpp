@@ -71,7 +71,7 @@ std::optional<QString> featureOfTool(const QString& model, const GenerationReque
 QString featureOfKind(AudioKind kind) { return kind == AudioKind::effect ? u"sound-effect"_s : audioKindName(kind); }
 
 QString featureOfMedia(const FalCatalog& catalog, const GenerationRequest& request) {
-  const auto model = catalog.model(request.model);
+  const auto model = catalog.find(request.model);
   if (model && model->output == MediaType::video) {
     return hasReferences(request) ? u"image-to-video"_s : u"text-to-video"_s;
   }
@@ -88,7 +88,7 @@ GenerationRequest requestForModel(const FalCatalog& catalog, const GenerationReq
   copy.model = target.model.id;
   copy.quality = u"default"_s;
   copy.lengthByModel = std::nullopt;
-  const auto model = catalog.model(target.model.id);
+  const auto model = catalog.find(target.model.id);
   if (!model) return copy;
   TextByKey options = keptOptions(*model, request);
   if (const auto length = lengthFor(*model, request)) options.insert(u"duration"_s, *length);

@@ -1,5 +1,7 @@
 #include "catalogue/schema_document.h"
 
+#include <array>
+
 #include "catalogue/texts.h"
 
 namespace sorvan::catalogue {
@@ -99,6 +101,22 @@ std::size_t weightOf(const json::value& value, std::size_t limit) {
 
 }  // namespace
 
+/// Most trees take no more than this, so one allocation serves them.
+static std::size_t firstMemoryFor(qsizetype bytes) {
+  constexpr qsizetype perByte = 6;
+  return static_cast<std::size_t>(std::clamp<qsizetype>(bytes * perByte, 1 << 10, 1 << 20));
+}
+
+static json::value parsed(std::string_view text, boost::system::error_code& problem, const json::storage_ptr& storage) {
+  json::parse_options options;
+  options.max_depth = SchemaDocument::deepest;
+  std::array<unsigned char, 16384> scratch;
+  json::parser parser(json::storage_ptr(), options, scratch.data(), scratch.size());
+  parser.reset(storage);
+  parser.write(text, problem);
+  return problem ? json::value(storage) : parser.release();
+}
+
 struct SchemaDocument::Walk {
   std::vector<std::string> names;
   std::vector<const json::object*> chain;  ///< the schemas whose references are being followed
@@ -111,14 +129,13 @@ std::string_view Schema::text(std::string_view key) const {
   return found && found->is_string() ? std::string_view(found->get_string()) : std::string_view();
 }
 
-SchemaDocument::SchemaDocument(const QByteArray& bytes) {
-  json::parse_options options;
-  options.max_depth = deepest;
+SchemaDocument::SchemaDocument(const QByteArray& bytes)
+    : memory(firstMemoryFor(bytes.size())), tree(json::storage_ptr(&memory)) {
   boost::system::error_code problem;
   if (bytes.size() <= largest) {
     std::string_view text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
-    tree = json::parse(text, problem, json::storage_ptr(&memory), options);
+    tree = parsed(text, problem, json::storage_ptr(&memory));
   }
   top = problem ? nullptr : tree.if_object();
   if (!top) throw SorvanError(texts::invalidProviderResponse());

@@ -191,6 +191,17 @@ bool SchemaField::isImageSize() const {
   return false;
 }
 
+std::optional<SchemaField> SchemaField::side(std::string_view name) const {
+  for (const Schema& place : places) {
+    const json::value* properties = place.member("properties");
+    const json::object* sides = properties ? properties->if_object() : nullptr;
+    if (sides && sides->contains(name)) {
+      return SchemaField(*document, textOf(name), document->resolved(sides->if_contains(name)), false);
+    }
+  }
+  return std::nullopt;
+}
+
 std::vector<Schema> SchemaField::withItems() const {
   std::vector<Schema> all = places;
   for (const Schema& place : places) {
@@ -229,7 +240,8 @@ const json::array* SchemaField::list() const {
 
 std::optional<QStringList> SchemaField::texts() const {
   const json::array* values = list();
-  if (!values) return std::nullopt;
+  // Texts in a field that takes none are no choice.
+  if (!values || !accepts(ValueType::string)) return std::nullopt;
   QStringList found;
   for (const json::value& value : *values) {
     if (value.is_null()) continue;
@@ -248,7 +260,7 @@ std::vector<ListedValue> SchemaField::textsAndNumbers() const {
   QSet<QString> seen;
   for (const json::value& value : *values) {
     const auto text = valueText(value);
-    if (!text || seen.contains(*text)) continue;
+    if (!text || seen.contains(*text) || !accepts(value.is_string() ? ValueType::string : ValueType::number)) continue;
     seen.insert(*text);
     found.push_back({*text, value.is_number()});
   }
@@ -272,6 +284,14 @@ std::optional<double> SchemaField::lowest() const {
 std::optional<double> SchemaField::highest() const {
   for (const Schema& place : places) {
     if (const auto bound = upperOf(place)) return bound;
+  }
+  return std::nullopt;
+}
+
+std::optional<double> SchemaField::step() const {
+  for (const Schema& place : places) {
+    const auto said = numberIn(place.member("multipleOf"));
+    if (said && *said > 0) return said;
   }
   return std::nullopt;
 }

@@ -38,6 +38,8 @@ class SchemaField {
   bool declares(ValueType type) const { return typeAnswer(type).value_or(false); }
   /// Whether the field takes a width and a height.
   bool isImageSize() const;
+  /// The field of one side, "width" or "height", where the document describes it.
+  std::optional<SchemaField> side(std::string_view name) const;
   /// A list of texts, or a list of which the document does not say what it holds.
   bool isListOfTexts() const;
   /// Marked for another kind of media than pictures.
@@ -52,6 +54,8 @@ class SchemaField {
   /// Each bound by itself.
   std::optional<double> lowest() const;
   std::optional<double> highest() const;
+  /// What a number must be a multiple of, where the document says so.
+  std::optional<double> step() const;
   /// Whether a number is a multiple of what the document asks for.
   bool isMultiple(double number) const;
   /// Whether the value is of an accepted type, listed where the field lists values, and within its bounds.

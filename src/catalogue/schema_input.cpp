@@ -40,6 +40,7 @@ SchemaInput::SchemaInput(const SchemaDocument& document, const Schema& input) {
   if (!properties) return;
   requiredNames = namesIn(input, "required");
   const QSet<QString> needed(requiredNames.begin(), requiredNames.end());
+  fields.reserve(properties->size());
   for (const QString& name : inOrder(input, *properties)) {
     const json::value* property = properties->if_contains(name.toStdString());
     if (!property) continue;

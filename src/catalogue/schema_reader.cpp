@@ -11,6 +11,7 @@
 #include "catalogue/named_ratios.h"
 #include "catalogue/schema_input.h"
 #include "catalogue/schema_settings.h"
+#include "catalogue/schema_size.h"
 #include "catalogue/texts.h"
 #include "core/image_format.h"
 
@@ -179,6 +180,7 @@ void readPlainFields(FalModel& model, const SchemaInput& input) {
   if (prompt) model.promptLimit = prompt->count("maxLength");
   model.maxCount = maxCountOf(input);
   model.sizing = sizingOf(input);
+  if (std::holds_alternative<SizeByDimensions>(model.sizing)) model.sides = sideBoundsOf(*input.field(u"image_size"_s));
   const SchemaField* seed = input.field(u"seed"_s);
   model.hasSeed = seed && seed->accepts(ValueType::number);
   if (model.hasSeed && seed->isRequired()) model.seedRequired = true;

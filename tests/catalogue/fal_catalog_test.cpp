@@ -74,6 +74,19 @@ TEST(FalCatalog, KeepsAModelThatWasAddedAgainBeforeTheRestoring) {
   EXPECT_EQ(catalog.added()[0].name, u"Newer"_s);
 }
 
+TEST(FalCatalog, HandsOutModelsThatNoLaterChangeTouches) {
+  FalCatalog catalog(std::make_shared<Settings>());
+  catalog.add(added(u"acme/one"_s));
+  const auto found = catalog.find(u"acme/one"_s);
+  FalModel newer = added(u"acme/one"_s);
+  newer.name = u"Newer"_s;
+  catalog.add(newer);
+  catalog.remove(u"acme/one"_s);
+  EXPECT_EQ(*found, added(u"acme/one"_s));
+  EXPECT_FALSE(catalog.find(u"acme/one"_s));
+  EXPECT_EQ(catalog.find(u"fal-ai/nano-banana-2"_s).get(), &nanoBanana2());
+}
+
 TEST(FalCatalog, TakesNothingOutThatWasNotAdded) {
   const auto settings = std::make_shared<Settings>();
   FalCatalog catalog(settings);

@@ -4,6 +4,7 @@
 #include "catalogue/made_schema.h"
 #include "catalogue/request_body.h"
 #include "catalogue/schema_reader.h"
+#include "support/failure_of.h"
 #include "support/text_printers.h"
 
 namespace sorvan::catalogue {
@@ -32,8 +33,7 @@ TEST(SchemaValues, OfferNoRangeAroundOneListedValue) {
 }
 
 TEST(SchemaValues, OfferNoSwitchWhereOneStateIsTaken) {
-  const FalModel model =
-      with(R"({"generate_audio":{"type":"boolean","const":true}})", R"(["generate_audio"])").model();
+  const FalModel model = with(R"({"generate_audio":{"type":"boolean","const":true}})", R"(["generate_audio"])").model();
   EXPECT_FALSE(model.settings);
   EXPECT_EQ(model.defaultsJSON, u"{\"generate_audio\":true}"_s);
 }
@@ -71,6 +71,40 @@ TEST(SchemaValues, RefuseAListOfMorePicturesThanCanBeSent) {
   EXPECT_EQ(with(many).model().imageInput, ImageInput(NoInput{}));
 }
 
+QJsonObject sizeSent(const FalModel& model, const QString& size) {
+  BodyParts parts;
+  parts.size = size;
+  return requestBody(model, parts).value(u"image_size"_s).toObject();
+}
+
+QByteArray sidesOf(const QByteArray& bounds) {
+  return R"({"image_size":{"type":"object","properties":{"width":{"type":"integer",)" + bounds +
+         R"(},"height":{"type":"integer",)" + bounds + "}}}}";
+}
+
+TEST(SchemaValues, KeepTheShapeWhereTheServiceTakesLargerOrSmallerSizes) {
+  const FalModel larger = with(sidesOf(R"("minimum":1024,"maximum":4096)")).model();
+  EXPECT_EQ(sizeSent(larger, u"1024x1024"_s), (QJsonObject{{u"width"_s, 1024}, {u"height"_s, 1024}}));
+  EXPECT_EQ(sizeSent(larger, u"1536x864"_s), (QJsonObject{{u"width"_s, 1820}, {u"height"_s, 1024}}));
+  const FalModel smaller = with(sidesOf(R"("exclusiveMinimum":0,"maximum":1024,"multipleOf":64)")).model();
+  EXPECT_EQ(sizeSent(smaller, u"864x1536"_s), (QJsonObject{{u"width"_s, 576}, {u"height"_s, 1024}}));
+}
+
+TEST(SchemaValues, RefuseASizeOfWhichTheShapeCannotBeKept) {
+  const FalModel square = with(sidesOf(R"("minimum":1024,"maximum":1024)")).model();
+  EXPECT_EQ(test::failureOf([&] { sizeSent(square, u"1536x864"_s); }), u"Unsupported image size."_s);
+  EXPECT_FALSE(sizeSent(square, u"1024x1024"_s).isEmpty());
+}
+
+TEST(SchemaValues, KeepNoBoundsThatEverySizeFits) {
+  EXPECT_FALSE(with(sidesOf(R"("exclusiveMinimum":0,"maximum":14142)")).model().sides);
+}
+
+TEST(SchemaValues, TakeNoListedTextsForAFieldThatTakesNone) {
+  EXPECT_EQ(with(R"({"aspect_ratio":{"type":"null","enum":["16:9","1:1"]}})").model().sizing, Sizing(NoSizing{}));
+  EXPECT_FALSE(with(R"({"duration":{"type":"integer","enum":["5","10"]}})").model().settings);
+}
+
 TEST(SchemaValues, LimitThePromptWhereTheServiceDoes) {
   EXPECT_EQ(with(R"({"prompt":{"type":"string","maxLength":2500}})").model().promptLimit, 2500);
   EXPECT_EQ(with(R"({"prompt":{"anyOf":[{"type":"string","maxLength":80},{"type":"null"}]}})").model().promptLimit, 80);
@@ -100,8 +134,8 @@ TEST(SchemaValues, FollowReferencesWhoseNamesAreWrittenForAddresses) {
 }
 
 TEST(SchemaValues, AreReadBehindAByteOrderMark) {
-  EXPECT_TRUE(modelFromSchema(test::paintListing(), "\xef\xbb\xbf" + with(R"({"prompt":{"type":"string"}})").text())
-                  .hasPrompt);
+  EXPECT_TRUE(
+      modelFromSchema(test::paintListing(), "\xef\xbb\xbf" + with(R"({"prompt":{"type":"string"}})").text()).hasPrompt);
 }
 
 }  // namespace

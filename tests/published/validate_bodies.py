@@ -33,19 +33,28 @@ def input_of(document):
     raise SystemExit("no POST in the document")
 
 
+def names_in(schema, resolver):
+    """The fields that a schema knows, wherever it takes them from."""
+    if "$ref" in schema:
+        yield from names_in(resolver.resolve(schema["$ref"])[1], resolver)
+    yield from schema.get("properties", {})
+    for word in ("allOf", "anyOf", "oneOf"):
+        for part in schema.get(word, []):
+            yield from names_in(part, resolver)
+
+
 def breaches(path, bodies):
     with open(path, encoding="utf-8") as file:
         document = plain(json.load(file))
     resolver = RefResolver("", document)
     schema = input_of(document)
-    if "$ref" in schema:
-        schema = resolver.resolve(schema["$ref"])[1]
+    known = set(names_in(schema, resolver))
     validator = Draft202012Validator(schema, resolver=resolver)
     for body in bodies:
         for error in validator.iter_errors(body):
             yield f"{path}: {'/'.join(map(str, error.path))}: {error.message} in {json.dumps(body)}"
         for field in body:
-            if field not in schema["properties"]:
+            if field not in known:
                 yield f"{path}: {field} is unknown"
 
 
