@@ -45,7 +45,10 @@ void MarkingPresenter::begin(QUuid item) {
   if (!canMark(item) || subject_ == item) return;
   leave();
   window_.select({item});
-  window_.setMode({ModeKind::asset, item, 0});
+  const WorkspaceMode large{ModeKind::asset, item, 0};
+  window_.setMode(large);
+  // A window that does not hold the item has turned to something else.
+  if (!(window_.mode() == large)) return;
   drafts_.try_emplace(item, startingDraft(item));
   subject_ = item;
   Q_EMIT markingChanged();

@@ -299,5 +299,11 @@ TEST_F(MarkingTest, WithoutAModelThatTakesPicturesItIsSaid) {
                            "picker."));
 }
 
+TEST_F(MarkingTest, APictureThatTheWindowCannotShowIsNotMarked) {
+  QObject::connect(&desk.state, &WorkspaceState::modeChanged, &desk.state, [this] { desk.state.setMode({}); });
+  desk.marking.begin(item);
+  EXPECT_FALSE(desk.marking.isMarking());
+}
+
 }  // namespace
 }  // namespace sorvan::shell

@@ -39,6 +39,25 @@ void chooseModel(Tourist& person, const QString& current, const QString& name) {
   person.waitUntilGone({u"Search models"_qs, {}});
 }
 
+// Draws a box on the selected picture and leaves, after which the box is still there.
+void lookAtMarks(Tourist& person) {
+  const Wanted marks{u"Marked areas"_qs, u"list"_qs};
+  person.key(u"m"_qs);
+  const QPoint middle = person.waitFor(marks).place.center();
+  person.drag(middle - QPoint(80, 40), middle + QPoint(60, 50));
+  person.waitFor({u"Note of box 1"_qs, {}});
+  person.type(u"a small boat"_qs);
+  person.waitFor({u"Box 1, a small boat"_qs, u"list item"_qs});
+  person.picture(u"marking"_qs);
+  person.key(u"Escape"_qs);
+  person.key(u"Escape"_qs);
+  person.waitUntilGone(marks);
+  person.key(u"m"_qs);
+  person.waitFor({u"Box 1, a small boat"_qs, u"list item"_qs});
+  person.key(u"Escape"_qs);
+  person.waitUntilGone(marks);
+}
+
 const Wanted pictureItem{u"A-lighthouse-on-a-cliff-in"_qs, u"list item"_qs, true};
 const Wanted clipItem{u"Waves-roll-under-an-old-pier"_qs, u"list item"_qs, true};
 const Wanted soundItem{u"Rain-on-a-tin-roof-at"_qs, u"list item"_qs, true};
@@ -103,6 +122,7 @@ TEST(Tour, GoesTheMainRoadInTheLightAt1024By680) {
   person.waitForCount(pictureItem, 1, 30);
   person.click(pictureItem);
   EXPECT_GT(person.picture(u"gallery"_qs), 100);
+  lookAtMarks(person);
   person.close();
   person.open(prompt);
   person.waitForCount(pictureItem, 1, 20);

@@ -336,5 +336,22 @@ TEST_F(MainWindowTest, EscapeLeavesTheMarksAndThenTheItem) {
   EXPECT_EQ(window->library().page(), ContentPage::gallery);
 }
 
+TEST_F(MainWindowTest, TheMarksOfTheComposerOpenAlsoFromAPlaceWithoutTheirPicture) {
+  type(u"a boat"_s);
+  desk.settle();
+  const QUuid item = wall().rowId(0);
+  desk.marking.begin(item);
+  desk.marking.add(QRectF(0.2, 0.2, 0.4, 0.4));
+  desk.marking.done();
+  desk.state.setLocation(favoritesLocation);
+  ASSERT_EQ(wall().rowCount(), 0);
+  desk.composer.setExpanded(true);
+  QTest::mouseClick(named<Button>(*window, u"1 mark"_s), Qt::LeftButton);
+  test::runPosted();
+  EXPECT_EQ(desk.marking.subject(), item);
+  EXPECT_EQ(window->library().page(), ContentPage::asset);
+  EXPECT_EQ(desk.marking.marks().count(), 1);
+}
+
 }  // namespace
 }  // namespace sorvan::views

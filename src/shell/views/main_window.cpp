@@ -181,7 +181,11 @@ void MainWindow::bindAsset() {
 
 void MainWindow::bindMarking() {
   if (!on_.marking) return;
-  connect(on_.composer, &ComposerPresenter::marksRequested, on_.marking, &MarkingPresenter::begin);
+  connect(on_.composer, &ComposerPresenter::marksRequested, this, [this](QUuid item) {
+    // The large view shows what the gallery holds.
+    if (wallSource_->indexOf(item) < 0) on_.state->setLocation(allMediaLocation);
+    on_.marking->begin(item);
+  });
 }
 
 void MainWindow::bindActions() {
