@@ -29,6 +29,11 @@ void removeFrom(const QString& folder) {
   for (const fs::path& path : found) removeIfLeftOver(path);
 }
 
+/// A row or a link may name a folder of somebody else.
+bool liesInside(const WorkspaceFiles& files, const QString& folder) {
+  return QFileInfo(folder).canonicalFilePath().startsWith(files.root() + u'/');
+}
+
 }  // namespace
 
 bool wasCutOff(const WorkspaceFiles& files) { return QFileInfo::exists(files.database() + QStringLiteral("-wal")); }
@@ -40,8 +45,10 @@ void removeLeftovers(const LibraryStore& store) {
   for (const ProjectRef& project : store.projects()) folders.push_back(WorkspaceFiles::mediaFolder(project.get()));
   for (const QString& folder : folders)
     for (const QString& kind : {QStringLiteral("generated"), QStringLiteral("imported"), QStringLiteral("references"),
-                                QStringLiteral("thumbnails")})
-      removeFrom<fs::directory_iterator>(files.absolute(folder) + u'/' + kind);
+                                QStringLiteral("thumbnails")}) {
+      const QString place = files.absolute(folder) + u'/' + kind;
+      if (liesInside(files, place)) removeFrom<fs::directory_iterator>(place);
+    }
 }
 
 }  // namespace sorvan::core
