@@ -11,7 +11,6 @@
 #include "app/sandbox_models.h"
 #include "catalogue/catalog_facts.h"
 #include "catalogue/catalogue_client.h"
-#include "catalogue/fal_pricing.h"
 #include "catalogue/openai_pricing.h"
 #include "catalogue/request_for_model.h"
 #include "core/workspace_opening.h"
@@ -75,10 +74,10 @@ GenerationPorts CompositionRoot::generationPorts() {
   return ports;
 }
 
-std::vector<SelectableModel> CompositionRoot::selectableModels() const {
-  std::vector<SelectableModel> models = pictureModels(*catalog_);
-  for (SelectableModel& sound : soundModels()) models.push_back(std::move(sound));
-  return models;
+Task<std::optional<QString>> CompositionRoot::falKey(std::stop_token stop) const {
+  const auto keys = keys_;
+  co_await keys->ready(ProviderID::fal, stop);
+  co_return keys->key(ProviderID::fal);
 }
 
 ActionsPresenter::Ports CompositionRoot::actionPorts() {
@@ -113,17 +112,19 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       keys_(std::make_shared<KeyCache>(std::make_shared<KeychainStore>(keyBackend(profile)))),
       providerSettings_(keys_),
       catalog_(makeCatalog(settings_, profile)),
-      provider_(std::make_shared<FalProvider>(FalServices{
-          transport_, catalog_, clock_,
-          std::make_shared<FalPricing>(FalPricing::Services{transport_, catalog_, clock_, settings_})})),
+      pricing_(std::make_shared<FalPricing>(FalPricing::Services{transport_, catalog_, clock_, settings_})),
+      provider_(std::make_shared<FalProvider>(FalServices{transport_, catalog_, clock_, pricing_})),
       store_(storeServices(profile)),
       queue_(store_, generationPorts()),
       maintenance_(store_),
       messages_(store_, alerts_),
       displays_(store_, queue_),
-      composing_(selectableModels(), clock_),
+      composing_(selectableModels(*catalog_), clock_),
+      prices_(pricing_, [this](std::stop_token stop) { return falKey(stop); }),
+      browser_({CatalogClient(transport_), catalog_, clock_, composing_, alerts_, prices_}),
       composer_({store_, queue_, state_, composing_,
-                 [keys = keys_](std::stop_token stop) { return keys->ready(ProviderID::fal, stop); }}),
+                 [keys = keys_](std::stop_token stop) { return keys->ready(ProviderID::fal, stop); }, prices_,
+                 &browser_}),
       marking_(store_, composing_, state_),
       windowPresenter_(store_, state_, alerts_, profile.title),
       welcome_(store_, profile.defaultWorkspace),
@@ -142,6 +143,10 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
   connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
           [this] { views::Theme::instance().setAppearance(settingsPresenter_.appearance()); });
+  // A key that was just saved can ask what the chosen models cost.
+  connect(&providerSettings_, &account::ProviderSettings::changed, &composer_, [this] {
+    if (providerSettings_.saved()) composer_.refreshPrices();
+  });
   connect(&settingsPresenter_, &SettingsPresenter::failed, &alerts_, &AlertsPresenter::showError);
 }
 
@@ -161,7 +166,7 @@ void CompositionRoot::start(const std::optional<QString>& problem) {
   connect(window_.get(), &views::MainWindow::firstPainted, this, open, Qt::SingleShotConnection);
   QTimer::singleShot(longestWaitForWindow, this, open);
   // 4. Models that an older version read are read again.
-  tasks_.spawn(rereadIfStale(CatalogClient(transport_), catalog_, settings_, tasks_.token()));
+  browser_.rereadModels(settings_);
 }
 
 void CompositionRoot::openLibrary(const std::optional<QString>& problem) {

@@ -12,6 +12,7 @@
 #include "base/settings.h"
 #include "base/task_scope.h"
 #include "catalogue/fal_catalog.h"
+#include "catalogue/fal_pricing.h"
 #include "catalogue/fal_provider.h"
 #include "composer/composer_state.h"
 #include "core/library_store.h"
@@ -19,6 +20,7 @@
 #include "generation/job_queue.h"
 #include "shell/actions_presenter.h"
 #include "shell/alerts_presenter.h"
+#include "shell/catalogue_browser.h"
 #include "shell/gallery_presenter.h"
 #include "shell/generation_composer.h"
 #include "shell/health_presenter.h"
@@ -26,6 +28,7 @@
 #include "shell/job_displays.h"
 #include "shell/jobs_presenter.h"
 #include "shell/marking_presenter.h"
+#include "shell/model_prices.h"
 #include "shell/profile.h"
 #include "shell/settings_presenter.h"
 #include "shell/sidebar_presenter.h"
@@ -62,10 +65,10 @@ class CompositionRoot : public QObject {
   static std::shared_ptr<KeyBackend> keyBackend(const Profile& profile);
   core::LibraryStore::Services storeServices(const Profile& profile);
   generation::GenerationPorts generationPorts();
-  std::vector<composer::SelectableModel> selectableModels() const;
   shell::ActionsPresenter::Ports actionPorts();
   shell::Presenters presenters();
   void openLibrary(const std::optional<QString>& problem);
+  Task<std::optional<QString>> falKey(std::stop_token stop) const;
   Task<> finish();
 
   std::shared_ptr<Settings> settings_;
@@ -74,6 +77,7 @@ class CompositionRoot : public QObject {
   std::shared_ptr<account::KeyCache> keys_;
   account::ProviderSettings providerSettings_;
   std::shared_ptr<catalogue::FalCatalog> catalog_;
+  std::shared_ptr<catalogue::FalPricing> pricing_;
   std::shared_ptr<catalogue::FalProvider> provider_;
   core::LibraryStore store_;
   generation::JobQueue queue_;
@@ -84,6 +88,8 @@ class CompositionRoot : public QObject {
   shell::StoreMessages messages_;
   shell::JobDisplays displays_;
   composer::ComposerState composing_;
+  shell::ModelPrices prices_;
+  shell::CatalogueBrowser browser_;
   shell::GenerationComposer composer_;
   shell::MarkingPresenter marking_;
   shell::WindowPresenter windowPresenter_;

@@ -13,7 +13,9 @@ SelectableModel selectable(ComparisonModel comparison, const FalModel& record) {
 
 }  // namespace
 
-QString modelKey(const ComparisonModel& model) { return rawValue(model.provider) + QLatin1Char(':') + model.model.id; }
+QString modelKey(const ComparisonModel& model) { return modelKey(model.provider, model.model.id); }
+
+QString modelKey(ProviderID provider, const QString& model) { return rawValue(provider) + QLatin1Char(':') + model; }
 
 std::vector<SelectableModel> pictureModels(const FalCatalog& catalog) {
   std::vector<SelectableModel> models;
@@ -28,6 +30,12 @@ std::vector<SelectableModel> soundModels() {
   for (const AudioKind kind : {AudioKind::voice, AudioKind::music, AudioKind::effect})
     for (const FalModel& record : audioModels(kind))
       models.push_back(selectable({ProviderID::fal, record.option()}, record));
+  return models;
+}
+
+std::vector<SelectableModel> selectableModels(const FalCatalog& catalog) {
+  std::vector<SelectableModel> models = pictureModels(catalog);
+  for (SelectableModel& sound : soundModels()) models.push_back(std::move(sound));
   return models;
 }
 

@@ -19,6 +19,7 @@ struct SelectableModel {
 
 /// "{provider's display name}:{model id}".
 QString modelKey(const ComparisonModel& model);
+QString modelKey(ProviderID provider, const QString& model);
 
 /// The picture and video models that can be chosen and compared, in catalogue order: no tools that work on a clip or a
 /// sound.
@@ -26,5 +27,8 @@ std::vector<SelectableModel> pictureModels(const FalCatalog& catalog);
 
 /// The voice, music and sound effect models, in this order.
 std::vector<SelectableModel> soundModels();
+
+/// Everything that can be chosen, pictures and clips before sounds.
+std::vector<SelectableModel> selectableModels(const FalCatalog& catalog);
 
 }  // namespace sorvan::composer

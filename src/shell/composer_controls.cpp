@@ -1,7 +1,6 @@
 #include "shell/composer_controls.h"
 
 #include "catalogue/audio_models.h"
-#include "catalogue/listings.h"
 #include "catalogue/video_length.h"
 #include "core/image_format.h"
 #include "shell/texts.h"
@@ -19,36 +18,6 @@ const QString millisecondsField = QStringLiteral("music_length_ms");
 using Models = std::vector<SelectableModel>;
 
 bool isSound(const Models& chosen) { return !chosen.empty() && makesSound(chosen.front()); }
-
-QString soundKindText(const FalModel& model) {
-  switch (audioKindOf(model.id).value_or(AudioKind::effect)) {
-    case AudioKind::voice:
-      return texts::kindVoice;
-    case AudioKind::music:
-      return texts::kindMusic;
-    case AudioKind::effect:
-      break;
-  }
-  return texts::kindEffect;
-}
-
-QString listedBadge(const QString& model) {
-  for (const auto& [category, listings] : recommendedModels())
-    for (const FalListing& listing : listings)
-      if (listing.id == model) return listing.badge;
-  return {};
-}
-
-ModelChoice choiceOf(const SelectableModel& model, const ComposerState& state) {
-  ModelChoice choice;
-  choice.key = model.key;
-  choice.name = model.record.name;
-  choice.kindText = makesSound(model) ? soundKindText(model.record) : kindText(model.record.output);
-  choice.summary = model.record.summary;
-  choice.badge = listedBadge(model.record.id);
-  choice.chosen = state.selectedModels().contains(model.key);
-  return choice;
-}
 
 QString placeholderOf(const Models& chosen) {
   if (!isSound(chosen)) return texts::imagePlaceholder;
@@ -161,6 +130,8 @@ void fillReferenceNotice(ComposerDisplay& display, const ComposerState& state, c
 
 }  // namespace
 
+bool composesSound(const ComposerState& state) { return isSound(state.chosenModels()); }
+
 bool makesSound(const SelectableModel& model) { return model.record.output == core::MediaType::audio; }
 
 const Setting* lengthSetting(const FalModel& model) {
@@ -178,27 +149,12 @@ QString lengthLabel(const QString& field, const QString& value) {
   return video_length::label(value);
 }
 
-std::vector<ModelSection> makeModelSections(const ComposerState& state) {
-  ModelSection images{texts::imagesSection, true, {}};
-  ModelSection videos{texts::videosSection, true, {}};
-  ModelSection sounds{texts::audioSection, false, {}};
-  for (const SelectableModel& model : state.allModels()) {
-    ModelSection& section = makesSound(model)                               ? sounds
-                            : model.record.output == core::MediaType::video ? videos
-                                                                            : images;
-    section.models.push_back(choiceOf(model, state));
-  }
-  std::vector<ModelSection> sections;
-  for (ModelSection* section : {&images, &videos, &sounds})
-    if (!section->models.empty()) sections.push_back(std::move(*section));
-  return sections;
-}
-
 ComposerDisplay makeComposerControls(const ComposerState& state) {
   const Models chosen = state.chosenModels();
   ComposerDisplay display;
   display.placeholder = placeholderOf(chosen);
   display.modelLabel = modelLabelOf(chosen);
+  display.audio = isSound(chosen);
   fillRatio(display, state, chosen);
   fillCount(display, state, chosen);
   if (isSound(chosen)) {

@@ -10,21 +10,41 @@
 
 namespace sorvan::shell {
 
+class ModelBrowserPresenter;
+
+// Something that a model takes or makes beyond words and a picture: an icon and what it stands for.
+struct ModelAbility {
+  QString iconName;
+  QString number;  // beside the icon, or empty
+  QString text;    // “Takes up to 8 reference images”
+  bool operator==(const ModelAbility&) const = default;
+};
+
 // What a model of the picker looks like. `key` chooses it.
 struct ModelChoice {
   QString key;
+  QString id;
   QString name;
   QString kindText;  // “Image”, “Video”, “Voice”, “Music”, “Sound effect”
   QString summary;
   QString badge;  // “Top rated”, “New”, or empty
   bool chosen = false;
+  std::vector<ModelAbility> abilities = {};
+  QString price = {};      // “$0.04 / image”, “Price unavailable”, or empty while it is not known
+  QString priceDate = {};  // “as of 21 Nov 2026”, or empty
+  QString unsuitable = {};  // why it cannot take what is attached: drawn dimmed with this in the summary's place
+  bool removable = false;
 };
 
-// A heading of the picker with its models. Those of one section may be combined, audio models stand alone.
+// A tab of the picker with its models. Those that allow several combine with one another, the rest stand alone.
 struct ModelSection {
   QString title;
   bool severalAllowed = false;
   std::vector<ModelChoice> models;
+  // What stands in the place of models, when there are none.
+  QString emptyTitle = {};
+  QString emptyText = {};
+  int browserCategory = -1;  // of the browser, where more of them are found; -1: nowhere
 };
 
 struct RatioChoice {
@@ -81,6 +101,9 @@ struct ComposerDisplay {
   QString seedTooltip;
   QString seedDetail;
   QString destination;  // the project, or “Inbox”
+  bool audio = false;   // the composer of sounds
+  QString estimate;     // “≈ $0.060” beside the button that spends it, or empty: no figure rather than a false one
+  QString estimateTooltip;
   QString submitTitle;  // “Generate”, “Generate & Compare”
   QString submitTooltip;
   bool submitEmphasised = false;  // false with an empty prompt: drawn as secondary, pressing does nothing
@@ -105,13 +128,18 @@ class ComposerPresenter : public QObject {
   explicit ComposerPresenter(QObject* parent = nullptr) : QObject(parent) {}
 
   virtual ComposerDisplay display() const = 0;
+  // The tabs of what is being composed: pictures and clips, or sounds.
   virtual std::vector<ModelSection> modelSections() const = 0;
+  // Where more models are found; null where they cannot be added.
+  virtual ModelBrowserPresenter* browser() { return nullptr; }
   virtual MessageLine message() const = 0;
   virtual QString draft() const = 0;
 
   virtual void editDraft(const QString& text) = 0;
   virtual void chooseOnlyModel(const QString& key) = 0;
   virtual void setModelChosen(const QString& key, bool chosen) = 0;
+  // The picker opens: prices are brought up to date.
+  virtual void showModels() {}
   virtual void chooseSize(const QString& size) = 0;
   virtual void chooseCount(int count) = 0;
   virtual void chooseLength(const QString& value) = 0;
@@ -121,6 +149,8 @@ class ComposerPresenter : public QObject {
   virtual void focus() = 0;
   // Chooses the first sound model and asks for the focus.
   virtual void startAudio() = 0;
+  // Back to the pictures and clips: the models that were chosen for them last.
+  virtual void startImages() = 0;
   virtual void submit() = 0;
   virtual void clear() = 0;
   // Takes the prompt of this item or job over.

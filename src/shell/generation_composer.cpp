@@ -8,7 +8,9 @@
 #include "generation/job_queue.h"
 #include "shell/composer_controls.h"
 #include "shell/locations.h"
+#include "shell/model_prices.h"
 #include "shell/texts.h"
+#include "shell/wording.h"
 #include "shell/workspace_state.h"
 
 #include <QPointer>
@@ -62,7 +64,9 @@ GenerationComposer::GenerationComposer(Ports ports, QObject* parent)
   ComposerState& state = ports_.state;
   connect(&state, &ComposerState::changed, this, &GenerationComposer::changed);
   connect(&state, &ComposerState::changed, this, &GenerationComposer::scheduleKeeping);
+  connect(&state, &ComposerState::changed, this, &GenerationComposer::noteChoice);
   connect(&state, &ComposerState::draftEdited, this, &GenerationComposer::scheduleKeeping);
+  connect(&ports_.prices, &ModelPrices::changed, this, &GenerationComposer::changed);
   connect(&state, &ComposerState::draftReplaced, this, &GenerationComposer::draftReplaced);
   connect(&state, &ComposerState::messageChanged, this, &GenerationComposer::messageChanged);
   connect(&state, &ComposerState::focusRequested, this, &GenerationComposer::focusRequested);
@@ -77,6 +81,7 @@ GenerationComposer::GenerationComposer(Ports ports, QObject* parent)
   connect(&ports_.window, &WorkspaceState::locationChanged, this, &GenerationComposer::adoptLocation);
   connect(&ports_.store, &core::LibraryStore::pendingMarksChanged, this, &GenerationComposer::takePendingMarks);
   restoreKept();
+  noteChoice();
 }
 
 GenerationComposer::~GenerationComposer() = default;
@@ -85,6 +90,8 @@ ComposerDisplay GenerationComposer::display() const {
   ComposerDisplay display = makeComposerControls(ports_.state);
   const bool hasPrompt = !isBlank(ports_.state.draft());
   display.destination = destinationName(ports_.store, ports_.state.projectId());
+  if (hasPrompt) display.estimate = estimate();
+  if (!display.estimate.isEmpty()) display.estimateTooltip = texts::estimateTooltip;
   display.submitEmphasised = hasPrompt;
   display.submitBusy = submitting_;
   display.submitTooltip = submitting_ ? texts::waitingForKey : hasPrompt ? QString() : texts::emptyPromptTooltip;
@@ -93,7 +100,47 @@ ComposerDisplay GenerationComposer::display() const {
   return display;
 }
 
-std::vector<ModelSection> GenerationComposer::modelSections() const { return makeModelSections(ports_.state); }
+// The total of all chosen models, or nothing when one of them cannot be told: no figure rather than a false one.
+QString GenerationComposer::estimate() const {
+  const core::Billing billing = ports_.queue.ports().billing();
+  const auto chosen = ports_.state.chosenModels();
+  if (!billing.ownKeyAllowed || billing.payWith != core::PayWith::ownKey || chosen.empty()) return {};
+  double total = 0;
+  for (const SelectableModel& model : chosen) {
+    const GenerationRequest request = ports_.queue.ports().forModel(ports_.state.request(), model.comparison);
+    const auto cost = ports_.prices.estimate(request, model.record);
+    if (!cost) return {};
+    total += *cost;
+  }
+  return texts::roughly(dollarsText(total));
+}
+
+std::vector<ModelSection> GenerationComposer::modelSections() const {
+  return makeModelSections(ports_.state, [this](const QString& id) { return ports_.prices.text(id); });
+}
+
+void GenerationComposer::showModels() {
+  QStringList ids;
+  for (const SelectableModel& model : ports_.state.allModels())
+    if (makesSound(model) == composesSound(ports_.state)) ids << model.record.id;
+  ports_.prices.refresh(ids);
+}
+
+void GenerationComposer::refreshPrices() {
+  QStringList ids;
+  for (const SelectableModel& model : ports_.state.chosenModels()) ids << model.record.id;
+  ports_.prices.refresh(ids);
+}
+
+// A model that is chosen is about to cost something.
+void GenerationComposer::noteChoice() {
+  const QSet<QString>& chosen = ports_.state.selectedModels();
+  if (chosen == pricedChoice_) return;
+  pricedChoice_ = chosen;
+  if (!composesSound(ports_.state) && !chosen.isEmpty()) visualChoice_ = chosen;
+  refreshPrices();
+}
+
 MessageLine GenerationComposer::message() const { return {ports_.state.message(), ports_.state.messageIsError()}; }
 QString GenerationComposer::draft() const { return ports_.state.draft(); }
 
@@ -141,6 +188,18 @@ void GenerationComposer::startAudio() {
     if (sound != all.end()) ports_.state.chooseOnly(sound->key);
   }
   ports_.state.focus();
+}
+
+void GenerationComposer::startImages() {
+  if (!composesSound(ports_.state)) return;
+  const QSet<QString> before = visualChoice_.isEmpty() ? QSet<QString>{ComposerState::defaultModel} : visualChoice_;
+  bool any = false;
+  for (const SelectableModel& model : ports_.state.allModels()) {
+    if (!before.contains(model.key)) continue;
+    any ? ports_.state.selectModel(model.key, true) : ports_.state.chooseOnly(model.key);
+    any = true;
+  }
+  if (!any) ports_.state.chooseOnly(ComposerState::defaultModel);
 }
 
 void GenerationComposer::reusePrompt(QUuid itemOrJob) {

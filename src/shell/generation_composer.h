@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QSet>
 
 #include "base/task_scope.h"
 #include "composer/composer_state.h"
@@ -21,6 +22,8 @@ class JobQueue;
 
 namespace sorvan::shell {
 
+class ModelBrowserPresenter;
+class ModelPrices;
 class WorkspaceState;
 
 // The composer of pictures, clips and sounds: what its controls show, and the one road from Generate to the queue.
@@ -38,18 +41,23 @@ class GenerationComposer final : public ComposerPresenter {
     // Resumes once the key store has answered; asks it again when its last answer was a failure. Never throws but
     // `Cancelled`: the failure itself shows when the key is read.
     std::function<Task<>(std::stop_token)> awaitKey;
+    ModelPrices& prices;
+    // Null where models cannot be added.
+    ModelBrowserPresenter* browser = nullptr;
   };
   explicit GenerationComposer(Ports ports, QObject* parent = nullptr);
   ~GenerationComposer() override;
 
   ComposerDisplay display() const override;
   std::vector<ModelSection> modelSections() const override;
+  ModelBrowserPresenter* browser() override { return ports_.browser; }
   MessageLine message() const override;
   QString draft() const override;
 
   void editDraft(const QString& text) override;
   void chooseOnlyModel(const QString& key) override;
   void setModelChosen(const QString& key, bool chosen) override;
+  void showModels() override;
   void chooseSize(const QString& size) override;
   void chooseCount(int count) override;
   void chooseLength(const QString& value) override;
@@ -58,6 +66,7 @@ class GenerationComposer final : public ComposerPresenter {
   void setExpanded(bool expanded) override;
   void focus() override;
   void startAudio() override;
+  void startImages() override;
   void submit() override;
   void clear() override;
   void reusePrompt(QUuid itemOrJob) override;
@@ -68,6 +77,8 @@ class GenerationComposer final : public ComposerPresenter {
 
   // Writes the unfinished prompt into the workspace now, when it differs from what is kept there.
   void keepNow();
+  // Asks for the prices of the chosen models that are not known for today.
+  void refreshPrices();
 
  private:
   // One press of Generate, as it stood when it was pressed.
@@ -86,12 +97,16 @@ class GenerationComposer final : public ComposerPresenter {
   std::vector<AttachedReference> attachedReferences() const;
   void attach(QUuid item, const std::optional<QString>& role);
   void takePendingMarks();
+  void noteChoice();
+  QString estimate() const;
   void restoreKept();
   void scheduleKeeping();
   Task<> keepLater(std::stop_token stop);
   void adoptLocation();
 
   Ports ports_;
+  QSet<QString> pricedChoice_;   // the choice whose prices were asked for last
+  QSet<QString> visualChoice_;   // the pictures' and clips' models that were chosen last
   bool submitting_ = false;
   bool keepingScheduled_ = false;
   TaskScope tasks_;

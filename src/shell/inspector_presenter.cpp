@@ -162,7 +162,8 @@ InspectorSection InspectorPresenter::madeWith(const core::Generation& generation
   if (generation.seed) addRow(section, texts::seedLabel, QString::number(*generation.seed), true);
   const auto cost = generation.costRecord();
   const QString amount = costText(generation.estimatedCost, cost ? cost->credits : std::nullopt);
-  addRow(section, texts::costLabel, amount.isEmpty() ? texts::notRecorded : amount);
+  section.rows.push_back(
+      {texts::costLabel, amount.isEmpty() ? texts::notRecorded : amount, false, cost ? cost->note : QString()});
   addRow(section, texts::paidWithLabel, generation.provider);
   if (generation.generationDuration) addRow(section, texts::tookLabel, clockText(*generation.generationDuration));
   return section;

@@ -27,6 +27,7 @@ struct InspectorRow {
   QString label;
   QString value;
   bool monospaced = false;  // digits that must align, ids and paths
+  QString note = {};        // one sentence about the value, or empty
 };
 
 struct InspectorSection {

@@ -285,12 +285,68 @@ inline const QString theEffect = QStringLiteral("the sound effect");
 inline const QString kindVoice = QStringLiteral("Voice");
 inline const QString kindMusic = QStringLiteral("Music");
 inline const QString kindEffect = QStringLiteral("Sound effect");
-inline const QString imagesSection = QStringLiteral("Images");
-inline const QString videosSection = QStringLiteral("Video");
-inline const QString audioSection = QStringLiteral("Audio");
 inline const QString kindImage = QStringLiteral("Image");
 inline const QString kindVideo = QStringLiteral("Video");
 inline const QString kindAudio = QStringLiteral("Audio");
+
+// Models and their prices
+inline const QString imageTab = QStringLiteral("Image");
+inline const QString editTab = QStringLiteral("Edit");
+inline const QString videoTab = QStringLiteral("Video");
+inline const QString animateTab = QStringLiteral("Animate");
+inline const QString voiceTab = QStringLiteral("Voice");
+inline const QString musicTab = QStringLiteral("Music");
+inline const QString effectTab = QStringLiteral("Sound Effects");
+inline const QString noEditors = QStringLiteral("No model for editing yet");
+inline const QString noEditorsText = QStringLiteral("Add one that changes an image by instruction.");
+inline const QString noImageModels = QStringLiteral("No image model yet");
+inline const QString noVideoModels = QStringLiteral("No video model yet");
+inline const QString noVideoModelsText = QStringLiteral("Add one that makes a clip from words.");
+inline const QString noAnimators = QStringLiteral("No model for animating yet");
+inline const QString noAnimatorsText = QStringLiteral("Add one that makes a clip from an image.");
+inline const QString takesTextOnly = QStringLiteral("Takes text only");
+inline const QString needsImage = QStringLiteral("Needs a reference image");
+inline const QString takesEndFrame = QStringLiteral("Takes an end frame");
+inline const QString makesSound = QStringLiteral("Makes sound with the clip");
+inline QString takesReferences(int most) {
+  if (most == 1) return QStringLiteral("Takes 1 reference image");
+  return most > 1 ? QStringLiteral("Takes up to %1 reference images").arg(most)
+                  : QStringLiteral("Takes reference images");
+}
+inline const QString priceUnavailable = QStringLiteral("Price unavailable");
+inline QString pricePerUnit(const QString& amount, const QString& unit) {
+  return QStringLiteral("%1 / %2").arg(amount, unit);
+}
+inline QString priceAsOf(const QString& date) { return QStringLiteral("as of %1").arg(date); }
+inline QString roughly(const QString& amount) { return QStringLiteral("≈ %1").arg(amount); }
+inline const QString estimateTooltip = QStringLiteral(
+    "Paid by your own fal.ai key. Estimated from fal.ai's list prices; your actual charge may differ.");
+
+// Browsing models
+inline const QString textToImage = QStringLiteral("Text to image");
+inline const QString imageToImage = QStringLiteral("Image to image");
+inline const QString textToVideo = QStringLiteral("Text to video");
+inline const QString imageToVideo = QStringLiteral("Image to video");
+inline const QString recommended = QStringLiteral("Recommended");
+inline const QString searching = QStringLiteral("Searching…");
+inline QString modelsFound(std::size_t count, bool more) {
+  const QString models = count == 1 ? QStringLiteral("1 model") : QStringLiteral("%1 models").arg(count);
+  return more ? QStringLiteral("%1 and more").arg(models) : models;
+}
+inline const QString showWholeCatalogue = QStringLiteral("Show the Whole Catalog");
+inline const QString catalogueFailed = QStringLiteral("The catalog could not be read");
+inline const QString noModelFound = QStringLiteral("No model found");
+inline QString noModelFoundFor(const QString& words) {
+  return QStringLiteral("Nothing in this category matches “%1”. Try another category.").arg(words);
+}
+inline const QString builtIn = QStringLiteral("Built in");
+inline const QString added = QStringLiteral("Added");
+inline const QString readingSettings = QStringLiteral("Reading this model's settings…");
+inline const QString researchOnly = QStringLiteral("Research use only");
+inline QString modelRemoved(const QString& name) { return QStringLiteral("%1 was removed.").arg(name); }
+inline const QString undo = QStringLiteral("Undo");
+inline const QString catalogueNote =
+    QStringLiteral("The list and each model's settings come from the model provider's public catalog.");
 
 // Settings
 inline const QString keyPage = QStringLiteral("fal.ai Key");

@@ -12,8 +12,6 @@ namespace sorvan::shell {
 
 namespace {
 
-QString dollars(double usd) { return QStringLiteral("$") + QString::number(usd, 'f', usd < 0.1 ? 3 : 2); }
-
 QString creditsText(double credits) {
   const bool whole = credits == std::floor(credits);
   const QString number = whole ? countText(static_cast<qsizetype>(credits)) : QString::number(credits, 'f', 2);
@@ -54,9 +52,11 @@ QString fileSizeText(qint64 bytes) {
   return QLocale().formattedDataSize(bytes, bytes < 1'000'000 ? 0 : 1, QLocale::DataSizeSIFormat);
 }
 
+QString dollarsText(double usd) { return QStringLiteral("$") + QString::number(usd, 'f', usd < 0.1 ? 3 : 2); }
+
 QString costText(std::optional<double> usd, std::optional<double> credits) {
-  if (credits) return QStringLiteral("%1 (%2)").arg(creditsText(*credits), dollars(*credits / 100));
-  if (usd) return QStringLiteral("≈ ") + dollars(*usd);
+  if (credits) return QStringLiteral("%1 (%2)").arg(creditsText(*credits), dollarsText(*credits / 100));
+  if (usd) return QStringLiteral("≈ ") + dollarsText(*usd);
   return {};
 }
 

@@ -20,6 +20,8 @@ QString dayText(Instant moment, Instant now);
 QString dayAndTimeText(Instant moment, Instant now);
 // “2.4 MB”
 QString fileSizeText(qint64 bytes);
+// “$0.060” below ten cents, “$0.12” from there on.
+QString dollarsText(double usd);
 // “12 credits ($0.12)”, “≈ $0.060”, or empty when neither amount is known.
 QString costText(std::optional<double> usd, std::optional<double> credits);
 // “Draft”, “Shortlist”, “Approved”, “Final”, “Rejected”.

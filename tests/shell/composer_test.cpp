@@ -198,15 +198,6 @@ TEST_F(ComposerTest, TheMessageOfASuccessLeavesAfterFiveSeconds) {
   releaseJobs();
 }
 
-TEST_F(ComposerTest, AudioModelsStandUnderAHeadingOfTheirOwn) {
-  const auto sections = desk.composer.modelSections();
-  ASSERT_EQ(sections.size(), 2u);
-  EXPECT_EQ(sections.front().title, QStringLiteral("Images"));
-  EXPECT_EQ(sections.back().title, QStringLiteral("Audio"));
-  EXPECT_FALSE(sections.back().severalAllowed);
-  EXPECT_EQ(sections.back().models.front().kindText, QStringLiteral("Voice"));
-}
-
 TEST_F(ComposerTest, NewAudioChoosesTheFirstSoundModelOnce) {
   desk.composer.startAudio();
   EXPECT_EQ(desk.composing.selectedModels(), QSet<QString>{QStringLiteral("fal.ai:elevenlabs/tts/eleven-v4-turbo")});

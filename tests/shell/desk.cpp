@@ -34,6 +34,7 @@ base::Task<std::vector<generation::GeneratedOutput>> ScriptedProvider::generateI
   generation::GeneratedOutput output;
   output.data = smallPicture(static_cast<int>(requests.size()));
   output.ext = QStringLiteral("png");
+  output.cost = cost;
   std::vector<generation::GeneratedOutput> outputs;
   outputs.push_back(std::move(output));
   co_return outputs;
@@ -57,23 +58,26 @@ generation::GenerationPorts Desk::ports() {
   return ports;
 }
 
-std::vector<composer::SelectableModel> Desk::models() {
-  auto models = composer::pictureModels(*catalog);
-  for (auto& sound : composer::soundModels()) models.push_back(std::move(sound));
-  return models;
-}
-
 base::Task<> Desk::awaitKey(std::stop_token stop) {
   if (keyGate) co_await *keyGate;
   base::throwIfStopped(stop);
+}
+
+base::Task<std::optional<QString>> Desk::readKey(std::stop_token stop) {
+  base::throwIfStopped(stop);
+  // A copy: what a coroutine returns is moved from, a member too.
+  co_return std::optional<QString>(key);
 }
 
 Desk::Desk()
     : store(services()),
       queue(store, ports()),
       displays(store, queue),
-      composing(models(), clock),
-      composer({store, queue, state, composing, [this](std::stop_token stop) { return awaitKey(stop); }}),
+      composing(composer::selectableModels(*catalog), clock),
+      prices(pricing, [this](std::stop_token stop) { return readKey(stop); }),
+      browser({catalogue::CatalogClient(web), catalog, clock, composing, alerts, prices}),
+      composer({store, queue, state, composing, [this](std::stop_token stop) { return awaitKey(stop); }, prices,
+                &browser}),
       marking(store, composing, state),
       gallery(store, state, displays),
       jobs({store, queue, state, alerts, displays, [this](const QString& text) { copied = text; }}),

@@ -13,15 +13,18 @@
 #include "core/library_store.h"
 #include "generation/job_queue.h"
 #include "shell/alerts_presenter.h"
+#include "shell/catalogue_browser.h"
 #include "shell/gallery_presenter.h"
 #include "shell/generation_composer.h"
 #include "shell/inspector_presenter.h"
 #include "shell/job_displays.h"
 #include "shell/jobs_presenter.h"
 #include "shell/marking_presenter.h"
+#include "shell/model_prices.h"
 #include "shell/workspace_state.h"
 #include "support/fake_clock.h"
 #include "support/run_task.h"
+#include "support/scripted_transport.h"
 #include "support/temporary_folder.h"
 
 namespace sorvan::test {
@@ -37,6 +40,8 @@ class ScriptedProvider final : public generation::GenerationProvider {
 
   // While set, runs wait until it is finished.
   std::optional<base::Completion> gate;
+  // What each output is said to have cost.
+  std::optional<core::GenerationCost> cost;
   // While set, runs end with this.
   std::exception_ptr failure;
   // Whether a failing run fails after its paid POST left: the submission marker stays.
@@ -70,6 +75,11 @@ struct Desk {
   shell::AlertsPresenter alerts;
   shell::JobDisplays displays;
   composer::ComposerState composing;
+  std::shared_ptr<ScriptedTransport> web = std::make_shared<ScriptedTransport>();
+  std::shared_ptr<catalogue::FalPricing> pricing = std::make_shared<catalogue::FalPricing>(
+      catalogue::FalPricing::Services{web, catalog, clock, settings});
+  shell::ModelPrices prices;
+  shell::CatalogueBrowser browser;
   shell::GenerationComposer composer;
   shell::MarkingPresenter marking;
   shell::GalleryPresenter gallery;
@@ -81,7 +91,7 @@ struct Desk {
   core::LibraryStore::Services services();
   generation::GenerationPorts ports();
   base::Task<> awaitKey(std::stop_token stop);
-  std::vector<composer::SelectableModel> models();
+  base::Task<std::optional<QString>> readKey(std::stop_token stop);
 };
 
 }  // namespace sorvan::test

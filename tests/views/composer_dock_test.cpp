@@ -134,6 +134,7 @@ TEST_F(ComposerDockTest, TheCheckboxOfAModelAddsIt) {
 }
 
 TEST_F(ComposerDockTest, ASoundModelStandsAlone) {
+  composer.startAudio();
   openPicker();
   QTest::mouseClick(row(u"Speech 3 HD"_s), Qt::LeftButton, {}, QPoint(18, 24));
   EXPECT_TRUE(composer.calls.contains(u"only voice"_s));
@@ -207,7 +208,26 @@ TEST_F(ComposerDockTest, AudioIsChosenBySegmentAndShownByIt) {
   EXPECT_TRUE(composer.calls.contains(u"audio"_s));
   EXPECT_EQ(kind->current(), 1);
   press(named<QAbstractButton>(*kind, u"Images and video"_s));
-  EXPECT_TRUE(composer.calls.contains(u"only nano"_s));
+  EXPECT_TRUE(composer.calls.contains(u"images"_s));
+  EXPECT_EQ(kind->current(), 0);
+}
+
+TEST_F(ComposerDockTest, TheFigureStandsBesideTheButtonThatSpendsIt) {
+  dock.focusPrompt();
+  auto* generate = named<Button>(dock, u"Generate"_s);
+  EXPECT_EQ(named<ElidedLabel>(dock, u"≈ $0.078"_s), nullptr);
+  composer.shown.estimate = u"≈ $0.078"_s;
+  composer.shown.estimateTooltip = u"Paid by your own fal.ai key."_s;
+  Q_EMIT composer.changed();
+  auto* figure = named<ElidedLabel>(dock, u"≈ $0.078"_s);
+  ASSERT_NE(figure, nullptr);
+  EXPECT_TRUE(figure->isVisible());
+  EXPECT_LE(figure->geometry().right(), generate->geometry().left());
+  EXPECT_GE(figure->geometry().right(), generate->geometry().left() - 16);
+  EXPECT_TRUE(generate->accessibleDescription().startsWith(u"≈ $0.078"_s));
+  composer.shown.estimate.clear();
+  Q_EMIT composer.changed();
+  EXPECT_FALSE(figure->isVisible());
 }
 
 TEST_F(ComposerDockTest, NoticesStandAboveTheControlsAndErrorsStay) {
@@ -228,12 +248,14 @@ TEST_F(ComposerDockTest, NoticesStandAboveTheControlsAndErrorsStay) {
 TEST_F(ComposerDockTest, NoControlStandsOnAnotherAtTheNarrowestContent) {
   composer.shown.lengthShown = true;
   composer.shown.countSuffix = u"per model"_s;
+  composer.shown.estimate = u"≈ $12.34"_s;
   dock.focusPrompt();
   Q_EMIT composer.changed();
   dock.resize(592, dock.heightForWidth(592));
   QCoreApplication::processEvents();
   std::vector<QWidget*> row;
   for (const char* name : {"Model", "Ratio", "Length", "Count", "Seed"}) row.push_back(chip(QLatin1StringView(name)));
+  row.push_back(named<ElidedLabel>(dock, u"≈ $12.34"_s));
   row.push_back(named<Button>(dock, u"Generate"_s));
   for (size_t index = 0; index + 1 < row.size(); ++index)
     EXPECT_LE(row[index]->geometry().right(), row[index + 1]->geometry().left())

@@ -36,6 +36,62 @@ int SampleHistory::indexOf(QUuid id) const {
 
 // SampleComposer
 
+namespace {
+
+ModelChoice sampleModel(const QString& key, const QString& name, const QString& kind, const QString& summary,
+                        const QString& badge = {}, const QString& price = {}) {
+  ModelChoice model;
+  model.key = key;
+  model.id = key;
+  model.name = name;
+  model.kindText = kind;
+  model.summary = summary;
+  model.badge = badge;
+  model.price = price;
+  model.priceDate = price.isEmpty() ? QString() : u"as of 21 Nov 2026"_s;
+  return model;
+}
+
+std::vector<ModelSection> sampleTabs() {
+  ModelChoice nano = sampleModel(u"nano"_s, u"Nano Banana 2"_s, u"Image"_s, u"Google · fast and versatile"_s,
+                                 u"Top rated"_s, u"$0.039 / image"_s);
+  nano.chosen = true;
+  ModelChoice edit = sampleModel(u"edit"_s, u"Nano Banana 2 Edit"_s, u"Image"_s,
+                                 u"Google · fast edits with several references"_s, {}, u"$0.039 / image"_s);
+  edit.abilities = {{u"image-plus"_s, u"8"_s, u"Takes up to 8 reference images"_s}};
+  edit.removable = true;
+  ModelChoice kling = sampleModel(u"kling"_s, u"Kling Video V3 Pro"_s, u"Video"_s,
+                                  u"Kling · people and precise motion"_s, {}, u"$0.14 / second"_s);
+  kling.abilities = {{u"volume-2"_s, {}, u"Makes sound with the clip"_s}};
+  kling.removable = true;
+  return {{u"Image"_s,
+           true,
+           {nano,
+            sampleModel(u"flux"_s, u"FLUX 3"_s, u"Image"_s, u"Black Forest Labs · newest FLUX"_s, u"New"_s,
+                        u"$0.025 / megapixel"_s),
+            sampleModel(u"seedream"_s, u"Seedream V5 Pro"_s, u"Image"_s, u"ByteDance · detail and text"_s)},
+           {},
+           {},
+           0},
+          {u"Edit"_s, true, {edit}, {}, {}, 1},
+          {u"Video"_s,
+           true,
+           {sampleModel(u"wan"_s, u"Wan 3.0"_s, u"Video"_s, u"Alibaba · top rated text-to-video"_s, u"Top rated"_s,
+                        u"$0.09 / second"_s),
+            kling},
+           {},
+           {},
+           2},
+          {u"Animate"_s,
+           true,
+           {},
+           u"No model for animating yet"_s,
+           u"Add one that makes a clip from an image."_s,
+           3}};
+}
+
+}  // namespace
+
 SampleComposer::SampleComposer() {
   shown.placeholder = u"Describe an image or a clip. Type @ to use a reference."_s;
   shown.modelLabel = u"Nano Banana 2"_s;
@@ -57,18 +113,9 @@ SampleComposer::SampleComposer() {
                   {u"169"_s, u"16:9"_s, u"Wide"_s, 16, 9, true, true},
                   {u"916"_s, u"9:16"_s, u"Tall"_s, 9, 16, false, false},
                   {u"45"_s, u"4:5"_s, u"Social Portrait"_s, 4, 5, true, false}};
-  sections = {
-      {u"Image"_s,
-       true,
-       {{u"nano"_s, u"Nano Banana 2"_s, u"Image"_s, u"Google · fast and versatile"_s, u"Top rated"_s, true},
-        {u"flux"_s, u"FLUX 3"_s, u"Image"_s, u"Black Forest Labs · newest FLUX"_s, u"New"_s, false},
-        {u"seedream"_s, u"Seedream V5 Pro"_s, u"Image"_s, u"ByteDance · detail and text"_s, {}, false}}},
-      {u"Video"_s,
-       true,
-       {{u"wan"_s, u"Wan 3.0"_s, u"Video"_s, u"Alibaba · top rated text-to-video"_s, u"Top rated"_s, false},
-        {u"kling"_s, u"Kling Video V3 Pro"_s, u"Video"_s, u"Kling · people and precise motion"_s, {}, false}}},
-      {u"Voice"_s, false, {{u"voice"_s, u"Speech 3 HD"_s, u"Voice"_s, u"MiniMax · natural speech"_s, {}, false}}},
-      {u"Music"_s, false, {{u"music"_s, u"Lyria 3"_s, u"Music"_s, u"Google · instrumental music"_s, {}, false}}}};
+  sections = sampleTabs();
+  sounds = {{u"Voice"_s, false, {sampleModel(u"voice"_s, u"Speech 3 HD"_s, u"Voice"_s, u"MiniMax · natural speech"_s)}},
+            {u"Music"_s, false, {sampleModel(u"music"_s, u"Lyria 3"_s, u"Music"_s, u"Google · instrumental music"_s)}}};
 }
 
 void SampleComposer::editDraft(const QString& draft) {
@@ -80,9 +127,9 @@ void SampleComposer::editDraft(const QString& draft) {
 
 void SampleComposer::chooseOnlyModel(const QString& key) {
   calls.append(u"only "_s + key);
-  for (ModelSection& section : sections) {
-    for (ModelChoice& model : section.models) model.chosen = model.key == key;
-  }
+  for (std::vector<ModelSection>* tabs : {&sections, &sounds})
+    for (ModelSection& section : *tabs)
+      for (ModelChoice& model : section.models) model.chosen = model.key == key;
   Q_EMIT changed();
 }
 
@@ -127,13 +174,81 @@ void SampleComposer::setExpanded(bool expanded) {
 
 void SampleComposer::startAudio() {
   calls.append(u"audio"_s);
+  shown.audio = true;
   chooseOnlyModel(u"voice"_s);
+}
+
+void SampleComposer::startImages() {
+  calls.append(u"images"_s);
+  shown.audio = false;
+  chooseOnlyModel(u"nano"_s);
 }
 
 void SampleComposer::clear() {
   calls.append(u"clear"_s);
   text.clear();
   Q_EMIT draftReplaced(text);
+}
+
+// SampleBrowser
+
+BrowserRow sampleBrowserRow(const QString& id, const QString& name, const QString& summary) {
+  BrowserRow row;
+  row.id = id;
+  row.key = id;
+  row.name = name;
+  row.summary = summary;
+  row.price = u"$0.04 / image"_s;
+  row.priceDate = u"as of 21 Nov 2026"_s;
+  return row;
+}
+
+SampleBrowser::SampleBrowser() {
+  shown.categories = {u"Text to image"_s, u"Image to image"_s, u"Text to video"_s, u"Image to video"_s};
+  shown.category = 1;
+  shown.heading = u"Recommended"_s;
+  shown.allTitle = u"Show the Whole Catalog"_s;
+  shown.note = u"The list and each model's settings come from the model provider's public catalog."_s;
+  shown.rows = {sampleBrowserRow(u"sunburst"_s, u"GPT Image 2.5 Sunburst Edit"_s,
+                                 u"OpenAI · top rated, tightly scoped edits"_s),
+                sampleBrowserRow(u"edit"_s, u"Nano Banana 2 Edit"_s, u"Google · fast edits with several references"_s),
+                sampleBrowserRow(u"grok"_s, u"Grok Imagine Image 2.0 Edit"_s, u"xAI · bold edits, made quickly"_s),
+                sampleBrowserRow(u"seedvr"_s, u"Upscale (SeedVR2)"_s, u"Enlarges one image · no prompt needed"_s),
+                sampleBrowserRow(u"mask"_s, u"Inpaint"_s, u"Paints over a masked part"_s)};
+  shown.rows[0].badge = u"Top rated"_s;
+  shown.rows[3].badge = u"Tool"_s;
+  shown.rows[4].licence = u"Research use only"_s;
+  shown.rows[4].price = u"Price unavailable"_s;
+  shown.rows[4].priceDate.clear();
+}
+
+void SampleBrowser::chooseCategory(int category) {
+  calls.append(u"category %1"_s.arg(category));
+  shown.category = category;
+  Q_EMIT changed();
+}
+
+void SampleBrowser::editWords(const QString& words) {
+  if (words == shown.words) return;
+  calls.append(u"words "_s + words);
+  shown.words = words;
+  Q_EMIT changed();
+}
+
+void SampleBrowser::loadMore() {
+  calls.append(u"more"_s);
+  shown.loadingMore = true;
+  Q_EMIT changed();
+}
+
+void SampleBrowser::setRow(const QString& id, BrowserRowState state, const QString& stateText, const QString& problem) {
+  for (BrowserRow& row : shown.rows) {
+    if (row.id != id) continue;
+    row.state = state;
+    row.stateText = stateText;
+    row.problem = problem;
+  }
+  Q_EMIT changed();
 }
 
 // Cells

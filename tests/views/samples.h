@@ -5,6 +5,7 @@
 
 #include "shell/composer_presenter.h"
 #include "shell/inspector_presenter.h"
+#include "shell/model_browser.h"
 #include "shell/sidebar_presenter.h"
 #include "shell/views/history_view.h"
 #include "shell/views/wall_source.h"
@@ -55,7 +56,8 @@ class SampleComposer final : public ComposerPresenter {
   SampleComposer();
 
   ComposerDisplay display() const override { return shown; }
-  std::vector<ModelSection> modelSections() const override { return sections; }
+  std::vector<ModelSection> modelSections() const override { return shown.audio ? sounds : sections; }
+  ModelBrowserPresenter* browser() override { return models; }
   MessageLine message() const override { return line; }
   QString draft() const override { return text; }
   void editDraft(const QString& draft) override;
@@ -69,6 +71,8 @@ class SampleComposer final : public ComposerPresenter {
   void setExpanded(bool expanded) override;
   void focus() override { Q_EMIT focusRequested(); }
   void startAudio() override;
+  void startImages() override;
+  void showModels() override { calls.append(QStringLiteral("prices")); }
   void submit() override { calls.append(QStringLiteral("submit")); }
   void clear() override;
   void reusePrompt(QUuid) override { calls.append(QStringLiteral("reuse")); }
@@ -79,10 +83,35 @@ class SampleComposer final : public ComposerPresenter {
 
   ComposerDisplay shown;
   std::vector<ModelSection> sections;
+  std::vector<ModelSection> sounds;
+  ModelBrowserPresenter* models = nullptr;
   MessageLine line;
   QString text;
   QStringList calls;
 };
+
+// Shows what it was given and notes each call.
+class SampleBrowser final : public ModelBrowserPresenter {
+ public:
+  SampleBrowser();
+
+  BrowserDisplay display() const override { return shown; }
+  void appear() override { calls.append(QStringLiteral("appear")); }
+  void chooseCategory(int category) override;
+  void editWords(const QString& words) override;
+  void showAll() override { calls.append(QStringLiteral("all")); }
+  void loadMore() override;
+  void searchAgain() override { calls.append(QStringLiteral("again")); }
+  void add(const QString& id) override { calls.append(QStringLiteral("add ") + id); }
+  void cancelAdding(const QString& id) override { calls.append(QStringLiteral("cancel ") + id); }
+  void remove(const QString& id) override { calls.append(QStringLiteral("remove ") + id); }
+  // Another state of the row with that id.
+  void setRow(const QString& id, BrowserRowState state, const QString& stateText, const QString& problem = {});
+
+  BrowserDisplay shown;
+  QStringList calls;
+};
+BrowserRow sampleBrowserRow(const QString& id, const QString& name, const QString& summary);
 
 GalleryCell pictureCell(const QString& name, double aspectRatio);
 JobDisplay sampleJob(JobState state, const QString& model, const QString& prompt);

@@ -118,6 +118,7 @@ void save(QWidget& widget, const QString& folder, const QString& name) {
 struct SampleWindow {
   SampleWall wall;
   SampleHistory history;
+  SampleBrowser browser;
   SampleComposer composer;
   AlertsPresenter alerts;
   QWidget window;
@@ -127,6 +128,8 @@ struct SampleWindow {
   explicit SampleWindow(QSize size) {
     wall.set(sampleCells(u":/sorvan/samples"_s));
     fillHistory(history);
+    composer.models = &browser;
+    composer.shown.estimate = u"≈ $0.078"_s;
     library = new LibraryView({wall, history, composer, alerts}, &window);
     for (const char* menu : {"&File", "&Edit", "&View", "&Item", "&Generate", "&Help"})
       strip->bar().addMenu(QLatin1StringView(menu));
@@ -149,6 +152,25 @@ struct SampleWindow {
   }
 };
 
+// The picker's last tab: recommendations with one model being added, one there and one refused; then no answer.
+void saveBrowser(SampleWindow& main, const QString& folder, const QString& tag) {
+  for (QAbstractButton* button : main.window.findChildren<QAbstractButton*>())
+    if (button->accessibleName() == u"Browse"_s && button->isVisible()) button->click();
+  main.browser.setRow(u"edit"_s, BrowserRowState::added, u"Added"_s);
+  main.browser.setRow(u"grok"_s, BrowserRowState::adding, u"Reading this model's settings…"_s);
+  main.browser.setRow(u"mask"_s, BrowserRowState::offered, {},
+                      u"Inpaint needs inputs Sorvan cannot supply yet: mask_url."_s);
+  save(main.window, folder, u"browser-"_s + tag);
+  main.browser.shown.rows.clear();
+  main.browser.shown.heading.clear();
+  main.browser.shown.allTitle.clear();
+  main.browser.shown.state = BrowserState::failed;
+  main.browser.shown.title = u"The catalog could not be read"_s;
+  main.browser.shown.text = u"Host api.fal.ai not found"_s;
+  Q_EMIT main.browser.changed();
+  save(main.window, folder, u"browser-failed-"_s + tag);
+}
+
 void saveWindows(const QString& folder, QSize size) {
   const QString tag = QString::number(size.width());
   {
@@ -168,6 +190,7 @@ void saveWindows(const QString& folder, QSize size) {
     Q_EMIT main.composer.changed();
     main.library->dock().openModelPicker();
     save(main.window, folder, u"picker-"_s + tag);
+    saveBrowser(main, folder, tag);
     for (const char* chip : {"Ratio", "Count", "Length", "Seed"}) {
       for (Popover* open : main.window.findChildren<Popover*>()) open->dismiss();
       for (Chip* candidate : main.window.findChildren<Chip*>()) {

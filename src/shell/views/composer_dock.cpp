@@ -18,27 +18,6 @@
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-bool isAudio(ComposerPresenter& composer) {
-  for (const ModelSection& section : composer.modelSections()) {
-    if (section.severalAllowed) continue;
-    for (const ModelChoice& model : section.models) {
-      if (model.chosen) return true;
-    }
-  }
-  return false;
-}
-
-QString firstVisualModel(ComposerPresenter& composer) {
-  for (const ModelSection& section : composer.modelSections()) {
-    if (section.severalAllowed && !section.models.empty()) return section.models.front().key;
-  }
-  return {};
-}
-
-}  // namespace
-
 ComposerDock::ComposerDock(ComposerPresenter& composer, ThumbnailStore& thumbnails, QWidget* parent)
     : QWidget(parent), composer_(composer) {
   setAccessibleName(texts::composerZone());
@@ -70,6 +49,8 @@ void ComposerDock::build(ThumbnailStore& thumbnails) {
   count_ = new Chip(u"layers"_s, this);
   seed_ = new Chip(u"dices"_s, this);
   seed_->setChevron(false);
+  estimate_ = new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight, this);
+  estimate_->setWeight(Weight::medium);
   submit_ = new Button({}, ButtonVariant::primary, this);
   submit_->setTrailingIconName(u"corner-down-left"_s);
   kind_ = new SegmentedControl(texts::kind(),
@@ -139,18 +120,17 @@ void ComposerDock::chooseKind(int index) {
   if (index == 1)
     composer_.startAudio();
   else
-    composer_.chooseOnlyModel(firstVisualModel(composer_));
+    composer_.startImages();
 }
 
 void ComposerDock::refresh() {
   display_ = composer_.display();
   destinationName_->setText(display_.destination);
   submit_->setText(display_.submitTitle);
-  submit_->setToolTip(display_.submitTooltip);
-  submit_->setAccessibleDescription(display_.submitTooltip);
+  refreshEstimate(display_);
   submit_->setVariant(display_.submitEmphasised ? ButtonVariant::primary : ButtonVariant::secondary);
   submit_->setEnabled(!display_.submitBusy);
-  const int kind = isAudio(composer_) ? 1 : 0;
+  const int kind = display_.audio ? 1 : 0;
   kind_->setCurrent(kind);
   kindIcons_->setCurrent(kind);
   refreshChips(display_);
@@ -159,6 +139,20 @@ void ComposerDock::refresh() {
   Q_EMIT heightChanged();
   arrange();
   update();
+}
+
+// The figure stands beside the button that spends it, and a screen reader hears it there.
+void ComposerDock::refreshEstimate(const ComposerDisplay& display) {
+  estimate_->setText(display.estimate);
+  estimate_->setToolTip(display.estimateTooltip);
+  estimate_->setAccessibleName(display.estimate);
+  estimate_->setAccessibleDescription(display.estimateTooltip);
+  QStringList about;
+  for (const QString& part : {display.estimate, display.estimateTooltip, display.submitTooltip}) {
+    if (!part.isEmpty()) about << part;
+  }
+  submit_->setToolTip(display.submitTooltip.isEmpty() ? display.estimateTooltip : display.submitTooltip);
+  submit_->setAccessibleDescription(about.join(u". "_s));
 }
 
 void ComposerDock::refreshChips(const ComposerDisplay& display) {

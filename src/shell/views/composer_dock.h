@@ -51,6 +51,7 @@ class ComposerDock final : public QWidget {
   void build(ThumbnailStore& thumbnails);
   void connectControls();
   void refresh();
+  void refreshEstimate(const ComposerDisplay& display);
   void refreshChips(const ComposerDisplay& display);
   void refreshNotices(const ComposerDisplay& display);
   void refreshMessage();
@@ -59,6 +60,7 @@ class ComposerDock final : public QWidget {
   int arrangeCollapsed(int width, bool place) const;
   int arrangeExpanded(int width, bool place) const;
   int placeControls(int left, int right, int top, bool place) const;
+  int placeEstimate(int right, int top, int height) const;
   void fitChips(int room) const;
   void open(Popover* popover);
 
@@ -77,6 +79,7 @@ class ComposerDock final : public QWidget {
   Chip* length_;
   Chip* count_;
   Chip* seed_;
+  ElidedLabel* estimate_;
   Button* submit_;
   QWidget* messageIcon_;
   ElidedLabel* message_;

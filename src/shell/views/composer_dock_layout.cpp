@@ -22,6 +22,7 @@ constexpr int kRowGap = 10;
 constexpr int kChipGap = 6;
 constexpr int kNoticeGap = 5;
 constexpr int kSubmitHeight = 34;
+constexpr int kReadableModel = 136;  // a chip that still tells models apart
 constexpr int kMessageHeight = 22;
 
 void put(QWidget* widget, int x, int y, int width, int height) { widget->setGeometry(x, y, width, height); }
@@ -52,6 +53,7 @@ void ComposerDock::arrange() {
   count_->setVisible(open && display_.countShown);
   seed_->setVisible(open && display_.seedShown);
   ratio_->setVisible(display_.ratioShown);
+  estimate_->setVisible(!display_.estimate.isEmpty());
   const bool message = !message_->text().isEmpty();
   message_->setVisible(message);
   messageIcon_->setVisible(message);
@@ -75,6 +77,7 @@ int ComposerDock::arrangeCollapsed(int width, bool place) const {
   const int submitWidth = submit_->sizeHint().width();
   centre(submit_, right - submitWidth, margin + 1, row, submitWidth);
   right -= submitWidth + kRowGap;
+  right = placeEstimate(right, margin + 1, row);
   const int promptLeft = left + kindIcons_->sizeHint().width() + kRowGap;
   fitChips((right - promptLeft) / 2);
   for (Chip* chip : {ratio_, model_}) {
@@ -140,8 +143,8 @@ int ComposerDock::placeControls(int left, int right, int top, bool place) const 
   if (!place) return top + kSubmitHeight;
   const int submitWidth = submit_->sizeHint().width();
   put(submit_, right - submitWidth, top, submitWidth, kSubmitHeight);
-  const int room = right - submitWidth - kRowGap - left;
-  fitChips(room);
+  const int end = placeEstimate(right - submitWidth - kRowGap, top, kSubmitHeight);
+  fitChips(end - left);
   int x = left;
   for (Chip* chip : {model_, ratio_, length_, count_, seed_}) {
     if (!chip->isVisibleTo(this)) continue;
@@ -151,9 +154,18 @@ int ComposerDock::placeControls(int left, int right, int top, bool place) const 
   return top + kSubmitHeight;
 }
 
-// Chips never wrap: when the row is short, the seed loses its word, the count its suffix, then the model's name is cut.
+// Answers where what stands before the estimate must end.
+int ComposerDock::placeEstimate(int right, int top, int height) const {
+  if (display_.estimate.isEmpty()) return right;
+  const int width = estimate_->sizeHint().width();
+  centre(estimate_, right - width, top, height, width);
+  return right - width - kRowGap;
+}
+
+// Chips never wrap: when the row is short, the seed loses its word, the count its suffix, then the model's name is cut;
+// where the figure of the cost takes the last room, count, length and ratio become icons before too little of it is left.
 void ComposerDock::fitChips(int room) const {
-  seed_->setWordsShown(true);
+  for (Chip* chip : {seed_, count_, length_, ratio_}) chip->setWordsShown(true);
   const auto overflow = [this, room] {
     int used = -kChipGap;
     for (Chip* chip : {model_, ratio_, length_, count_, seed_})
@@ -163,6 +175,12 @@ void ComposerDock::fitChips(int room) const {
   for (Chip* chip : {model_, ratio_, length_, count_, seed_}) chip->resize(chip->sizeHint());
   if (overflow() > 0) seed_->setWordsShown(!display_.seedText.isEmpty()), seed_->resize(seed_->sizeHint());
   if (overflow() > 0) count_->resize(count_->widthWithoutValue(), count_->height());
+  const int spare = std::max(0, model_->width() - kReadableModel);
+  for (Chip* chip : {count_, length_, ratio_}) {
+    if (overflow() <= spare) break;
+    chip->setWordsShown(false);
+    chip->resize(chip->sizeHint());
+  }
   const int wished = model_->width() - std::max(0, overflow());
   model_->resize(std::max(model_->minimumSizeHint().width(), wished), model_->height());
 }

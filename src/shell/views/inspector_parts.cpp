@@ -275,6 +275,11 @@ QWidget* InspectorSectionView::buildRows(const InspectorSection& section) {
         row.monospaced ? new ElidedLabel(Type::mono, &Colors::textPrimary, Qt::ElideMiddle) : nullptr;
     if (value) value->setSelectable(true), value->setMinimumWidth(40), grid->addWidget(value, number, 1);
     if (shortened) shortened->setText(row.value), grid->addWidget(shortened, number, 1, Qt::AlignTop);
+    for (QWidget* told : {static_cast<QWidget*>(value), static_cast<QWidget*>(shortened), static_cast<QWidget*>(label)}) {
+      if (!told || row.note.isEmpty()) continue;
+      told->setToolTip(row.note);
+      told->setAccessibleDescription(row.note);
+    }
     values_.push_back(value);
     monospaced_.push_back(shortened);
     ++number;

@@ -2,54 +2,82 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "shell/model_browser.h"
+#include "shell/views/browser_page.h"
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
 #include "shell/views/labels.h"
-#include "shell/views/model_row.h"
+#include "shell/views/model_list_page.h"
+#include "shell/views/row_list.h"
+#include "shell/views/segmented_control.h"
 #include "shell/views/texts.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
 constexpr int kWidth = 460;
-constexpr int kTallestList = 368;
+constexpr int kTallestList = 396;
 constexpr int kShortestList = 150;
-constexpr int kHeadAndFoot = 104;
+constexpr int kHeadAndFoot = 138;
+
+int tabOfChoice(const std::vector<ModelSection>& sections) {
+  for (std::size_t tab = 0; tab < sections.size(); ++tab)
+    for (const ModelChoice& model : sections[tab].models)
+      if (model.chosen) return static_cast<int>(tab);
+  return 0;
+}
+
 }  // namespace
 
 ModelPicker::ModelPicker(ComposerPresenter& composer, int height, QWidget* parent)
     : Popover(texts::model(), parent),
       composer_(composer),
+      sections_(composer.modelSections()),
       search_(new TextField(texts::searchModels(), texts::searchModels())),
-      list_(new QWidget),
-      nothing_(new Label(texts::noModelMatches(), Type::small, &Colors::textTertiary)),
+      models_(new ModelListPage),
       chosen_(new Label({}, Type::small, &Colors::textTertiary)) {
+  const bool canBrowse = composer_.browser() && !sections_.empty() && sections_.front().browserCategory >= 0;
+  if (canBrowse) browser_ = new BrowserPage(*composer_.browser());
+  build(height);
+  connectParts();
+  refresh();
+  showTab(tabOfChoice(sections_));
+  composer_.showModels();
+  search_->setFocus();
+}
+
+void ModelPicker::buildTabs() {
+  std::vector<Segment> segments;
+  for (const ModelSection& section : sections_) segments.push_back({section.title, {}, {}});
+  if (browser_) segments.push_back({texts::browse(), {}, {}});
+  tabs_ = new SegmentedControl(texts::modelTabs(), segments, ControlSize::compact);
+  tabs_->setStretched(true);
+}
+
+void ModelPicker::build(int height) {
   panel()->setFixedWidth(kWidth);
   auto* column = new QVBoxLayout(panel());
   column->setContentsMargins(1, 10, 1, 1);
   column->setSpacing(0);
   search_->setIconName(u"search"_s);
-  auto* head = new QHBoxLayout;
+  buildTabs();
+  auto* head = new QVBoxLayout;
   head->setContentsMargins(10, 0, 10, 8);
+  head->setSpacing(8);
   head->addWidget(search_);
+  head->addWidget(tabs_);
   column->addLayout(head);
-  auto* scroll = new QScrollArea;
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  scroll->viewport()->setAutoFillBackground(false);
-  list_->setAutoFillBackground(false);
-  list_->setAccessibleName(texts::model());
-  fill();
-  scroll->setWidget(list_);
-  list_->setAutoFillBackground(false);
-  scroll->setFixedHeight(std::clamp(height - kHeadAndFoot, kShortestList, kTallestList));
-  column->addWidget(scroll);
+  const int room = std::clamp(height - kHeadAndFoot, kShortestList, kTallestList);
+  models_->setFixedHeight(room);
+  column->addWidget(models_);
+  if (browser_) {
+    browser_->setFixedHeight(room);
+    column->addWidget(browser_);
+  }
   column->addWidget(new Hairline(&Colors::lineDefault));
   auto* foot = new QHBoxLayout;
   foot->setContentsMargins(12, 8, 12, 8);
@@ -59,82 +87,69 @@ ModelPicker::ModelPicker(ComposerPresenter& composer, int height, QWidget* paren
   foot->addWidget(done);
   column->addLayout(foot);
   connect(done, &Button::clicked, this, &Popover::dismiss);
-  connect(search_, &QLineEdit::textChanged, this, &ModelPicker::filter);
+}
+
+void ModelPicker::connectParts() {
+  const auto only = [this](const QString& key) { composer_.chooseOnlyModel(key); };
+  const auto toggle = [this](const QString& key, bool on) { composer_.setModelChosen(key, on); };
+  connect(tabs_, &SegmentedControl::chosen, this, &ModelPicker::showTab);
+  connect(search_, &QLineEdit::textChanged, this, &ModelPicker::search);
+  connect(models_, &ModelListPage::onlyRequested, this, only);
+  connect(models_, &ModelListPage::toggleRequested, this, toggle);
+  connect(models_, &ModelListPage::browseRequested, this, &ModelPicker::browse);
+  connect(&models_->list(), &RowList::leftUpwards, this, [this] { search_->setFocus(Qt::TabFocusReason); });
   connect(&composer_, &ComposerPresenter::changed, this, &ModelPicker::refresh);
-  search_->setFocus();
-  refresh();
-}
-
-void ModelPicker::fill() {
-  auto* rows = new QVBoxLayout(list_);
-  rows->setContentsMargins(4, 0, 4, 4);
-  rows->setSpacing(0);
-  for (const ModelSection& section : composer_.modelSections()) {
-    auto* heading = new Label(section.title, Type::caption, &Colors::textTertiary);
-    heading->setWeight(Weight::semibold);
-    heading->setContentsMargins(12, 10, 0, 4);
-    rows->addWidget(heading);
-    const size_t first = rows_.size();
-    for (const ModelChoice& model : section.models) {
-      auto* row = new ModelRow(model, section.severalAllowed);
-      connect(row, &ModelRow::onlyRequested, this, [this](const QString& key) { composer_.chooseOnlyModel(key); });
-      connect(row, &ModelRow::toggleRequested, this,
-              [this](const QString& key, bool on) { composer_.setModelChosen(key, on); });
-      rows->addWidget(row);
-      rows_.push_back(row);
-    }
-    headings_.push_back({heading, {first, rows_.size()}});
-  }
-  nothing_->setAlignment(Qt::AlignCenter);
-  nothing_->setMinimumHeight(64);
-  nothing_->hide();
-  rows->addWidget(nothing_);
-  rows->addStretch(1);
-}
-
-void ModelPicker::filter(const QString& text) {
-  bool any = false;
-  for (const auto& [heading, span] : headings_) {
-    bool some = false;
-    for (size_t index = span.first; index < span.second; ++index) {
-      const bool shown = rows_[index]->matches(text);
-      rows_[index]->setVisible(shown);
-      some = some || shown;
-    }
-    heading->setVisible(some);
-    any = any || some;
-  }
-  nothing_->setVisible(!any);
+  if (!browser_) return;
+  connect(models_, &ModelListPage::removeRequested, composer_.browser(), &ModelBrowserPresenter::remove);
+  connect(browser_, &BrowserPage::onlyRequested, this, only);
+  connect(browser_, &BrowserPage::toggleRequested, this, toggle);
+  connect(&browser_->list(), &RowList::leftUpwards, this, [this] { search_->setFocus(Qt::TabFocusReason); });
 }
 
 void ModelPicker::refresh() {
+  sections_ = composer_.modelSections();
+  models_->setSections(sections_);
   QSet<QString> chosen;
-  for (const ModelSection& section : composer_.modelSections()) {
-    for (const ModelChoice& model : section.models) {
+  for (const ModelSection& section : sections_)
+    for (const ModelChoice& model : section.models)
       if (model.chosen) chosen.insert(model.key);
-    }
-  }
-  for (ModelRow* row : rows_) row->setChosen(chosen.contains(row->key()));
+  if (browser_) browser_->setChosen(chosen);
   chosen_->setText(texts::modelsChosen(static_cast<int>(chosen.size())));
 }
 
-void ModelPicker::moveFocus(int step) {
-  std::vector<QWidget*> stops{search_};
-  for (ModelRow* row : rows_) {
-    if (row->isVisible()) stops.push_back(row);
-  }
-  const auto at = std::find(stops.begin(), stops.end(), QApplication::focusWidget());
-  const auto here = at == stops.end() ? 0 : at - stops.begin();
-  const auto next = std::clamp<std::ptrdiff_t>(here + step, 0, static_cast<std::ptrdiff_t>(stops.size()) - 1);
-  QWidget* stop = stops[static_cast<size_t>(next)];
-  stop->setFocus(Qt::TabFocusReason);
-  if (auto* scroll = qobject_cast<QScrollArea*>(list_->parentWidget()->parentWidget()); scroll && next > 0)
-    scroll->ensureWidgetVisible(stop, 0, 24);
+bool ModelPicker::isBrowsing() const { return browser_ && tabs_->current() == static_cast<int>(sections_.size()); }
+
+RowList& ModelPicker::list() { return isBrowsing() ? browser_->list() : models_->list(); }
+
+void ModelPicker::showTab(int tab) {
+  tabs_->setCurrent(tab);
+  const bool browsing = isBrowsing();
+  models_->setVisible(!browsing);
+  if (browser_) browser_->setVisible(browsing);
+  search_->setPlaceholderText(browsing ? texts::searchCatalogue() : texts::searchModels());
+  if (browsing) composer_.browser()->appear();
+  if (!browsing) models_->setTab(tab);
+  search(search_->text());
+}
+
+void ModelPicker::search(const QString& text) {
+  if (isBrowsing())
+    composer_.browser()->editWords(text);
+  else
+    models_->setWords(text);
+}
+
+// More of the kind that is shown now.
+void ModelPicker::browse() {
+  const auto tab = static_cast<std::size_t>(tabs_->current());
+  if (tab < sections_.size()) composer_.browser()->chooseCategory(sections_[tab].browserCategory);
+  showTab(static_cast<int>(sections_.size()));
+  search_->setFocus(Qt::OtherFocusReason);
 }
 
 void ModelPicker::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Down) return moveFocus(+1);
-  if (event->key() == Qt::Key_Up) return moveFocus(-1);
+  if (event->key() == Qt::Key_Down && list().moveBy(+1)) return;
+  if (event->key() == Qt::Key_Up && list().moveBy(-1)) return;
   Popover::keyPressEvent(event);
 }
 

@@ -4,15 +4,17 @@
 #include "shell/composer_presenter.h"
 #include "shell/views/popover.h"
 
-class QVBoxLayout;
-
 namespace sorvan::views {
 
+class BrowserPage;
 class Label;
-class ModelRow;
+class ModelListPage;
+class RowList;
+class SegmentedControl;
 class TextField;
 
-// A click on a row chooses that model alone; its checkbox, Space or Ctrl+click adds or removes it. Typing filters.
+// A click on a row chooses that model alone; its checkbox, Space or Ctrl+click adds or removes it. Typing filters; the
+// last tab searches the service's whole catalogue and adds models from it.
 class ModelPicker final : public Popover {
   Q_OBJECT
 
@@ -24,18 +26,23 @@ class ModelPicker final : public Popover {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void fill();
-  void filter(const QString& text);
+  void build(int height);
+  void buildTabs();
+  void connectParts();
   void refresh();
-  void moveFocus(int step);
+  void showTab(int tab);
+  void search(const QString& text);
+  void browse();
+  bool isBrowsing() const;
+  RowList& list();
 
   ComposerPresenter& composer_;
+  std::vector<ModelSection> sections_;
   TextField* search_;
-  QWidget* list_;
-  Label* nothing_;
+  SegmentedControl* tabs_ = nullptr;
+  ModelListPage* models_;
+  BrowserPage* browser_ = nullptr;  // null where models cannot be added
   Label* chosen_;
-  std::vector<ModelRow*> rows_;
-  std::vector<std::pair<QWidget*, std::pair<size_t, size_t>>> headings_;  // each with its rows [first, end)
 };
 
 }  // namespace sorvan::views

@@ -104,6 +104,7 @@ inline QString model() { return QStringLiteral("Model"); }
 inline QString ratio() { return QStringLiteral("Ratio"); }
 inline QString count() { return QStringLiteral("Count"); }
 inline QString length() { return QStringLiteral("Length"); }
+inline QString estimate() { return QStringLiteral("Estimate"); }
 inline QString seed() { return QStringLiteral("Seed"); }
 inline QString rollSeed() { return QStringLiteral("Random Seed"); }
 inline QString clearComposer() { return QStringLiteral("Clear the Composer"); }
@@ -112,8 +113,26 @@ inline QString saveTo() { return QStringLiteral("Save to"); }
 inline QString searchModels() { return QStringLiteral("Search models"); }
 inline QString noModelMatches() { return QStringLiteral("No model matches."); }
 inline QString modelsChosen(int count) {
-  return count == 1 ? QStringLiteral("1 chosen") : QStringLiteral("%1 chosen").arg(count);
+  if (count > 1) return QStringLiteral("%1 chosen · one contact sheet holds up to 8 outputs").arg(count);
+  return QStringLiteral("%1 chosen").arg(count);
 }
+inline QString modelTabs() { return QStringLiteral("Models"); }
+inline QString browse() { return QStringLiteral("Browse"); }
+inline QString browseModels() { return QStringLiteral("Browse Models"); }
+inline QString removeModel() { return QStringLiteral("Remove Model"); }
+inline QString listPrice(const QString& date) { return QStringLiteral("List price %1").arg(date); }
+
+// The browser of models.
+inline QString searchCatalogue() { return QStringLiteral("Search the catalog"); }
+inline QString catalogueList() { return QStringLiteral("Catalog"); }
+inline QString category() { return QStringLiteral("Category"); }
+inline QString addModel() { return QStringLiteral("Add"); }
+inline QString addNamed(const QString& model) { return QStringLiteral("Add %1").arg(model); }
+inline QString cancelAdding(const QString& model) { return QStringLiteral("Stop Adding %1").arg(model); }
+inline QString removeNamed(const QString& model) { return QStringLiteral("Remove %1").arg(model); }
+inline QString deleteKey() { return QStringLiteral("Del"); }
+inline QString tryAgain() { return QStringLiteral("Try Again"); }
+inline QString loadingMore() { return QStringLiteral("Loading more…"); }
 
 // History.
 inline QString historyTitle() { return QStringLiteral("History"); }
