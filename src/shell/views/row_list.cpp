@@ -53,6 +53,8 @@ void RowList::addRow(QWidget* row) {
   rows_.push_back(row);
   setTabStop(row, false);
   column_->insertWidget(column_->count() - 1, row);
+  // At once: a list that shows its rows a turn later would seem to end before them.
+  row->show();
   // Where the tab key expects it, although it came after everything that stands below the list.
   for (QWidget* stop : stopsOf(row)) {
     stop->installEventFilter(this);
