@@ -22,6 +22,7 @@ constexpr std::array namedCalls{NamedCall{CallKind::Submit, u"submit"},
                                 NamedCall{CallKind::Download, u"download"},
                                 NamedCall{CallKind::Models, u"models"},
                                 NamedCall{CallKind::Pricing, u"pricing"},
+                                NamedCall{CallKind::Document, u"document"},
                                 NamedCall{CallKind::Other, u"other"}};
 
 Call identifyQueueCall(const HttpRequest& request) {
@@ -51,6 +52,8 @@ Call identifyPlatformCall(const HttpRequest& request) {
 Call identify(const HttpRequest& request) {
   if (request.host == hosts::queue) return identifyQueueCall(request);
   if (request.host == hosts::platform) return identifyPlatformCall(request);
+  if (request.host == hosts::documents && request.path == QStringLiteral("/api/openapi/queue/openapi.json"))
+    return {CallKind::Document, {}, {}};
   if (request.host == hosts::storage && request.path == QStringLiteral("/storage/upload/initiate"))
     return {CallKind::UploadStart, {}, {}};
   if (hosts::servesMedia(request.host) && request.method == "PUT") return {CallKind::Upload, {}, {}};
@@ -86,6 +89,8 @@ QStringList hostsOf(CallKind kind) {
     case CallKind::Models:
     case CallKind::Pricing:
       return {hosts::platform};
+    case CallKind::Document:
+      return {hosts::documents};
     case CallKind::Other:
       return {};
   }

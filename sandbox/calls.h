@@ -16,6 +16,7 @@ enum class CallKind {
   Download,     // a media file
   Models,       // the platform's list
   Pricing,
+  Document,  // the published document of one model
   Other,
 };
 
@@ -28,7 +29,7 @@ struct Call {
 Call identify(const HttpRequest& request);
 
 // The names that scripts and counts use: "submit", "status", "result", "cancel", "upload-start", "upload", "download",
-// "models", "pricing", "other".
+// "models", "pricing", "document", "other".
 QString nameOf(CallKind kind);
 std::optional<CallKind> callNamed(const QString& name);
 // The hosts that such a call goes to; empty for "other".

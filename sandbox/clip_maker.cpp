@@ -43,7 +43,13 @@ std::optional<QImage> endPicture(const WorkOrder& order, const MediaShelf& shelf
   if (addresses.isEmpty()) return std::nullopt;
   WorkOrder asInput = order;
   asInput.input = {{QStringLiteral("image_url"), addresses.first().toString()}};
-  return inputPictureIfAny(asInput, shelf);
+  return inputPicture(asInput, shelf);
+}
+
+// In a large clip each picture stands for a few: it is made in about the time of a small one.
+int picturesHeld(QSize size) {
+  const double times = double(size.width()) * size.height() / (640.0 * 360.0);
+  return qMax(1, int(std::lround(std::sqrt(times))));
 }
 
 // A slow move over a picture, from a wider to a closer view.
@@ -63,18 +69,18 @@ class Footage {
       : words_(wordsOf(order.input)),
         seed_(order.seed),
         size_(size),
-        start_(inputPictureIfAny(order, shelf)),
+        pictures_(inputPictures(order, shelf)),
         end_(endPicture(order, shelf)) {}
-  const std::optional<QImage>& start() const { return start_; }
+  const QList<QImage>& pictures() const { return pictures_; }
   void setSize(QSize size) { size_ = size; }
 
   QImage at(double seconds, double progress) const {
-    if (!start_) return paintScene({words_, seed_, seconds}, size_);
+    if (pictures_.isEmpty()) return paintScene({words_, seed_, seconds}, size_);
     QImage picture(size_, QImage::Format_RGB32);
     picture.fill(Qt::black);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    paintMove(painter, *start_, size_, progress, 1);
+    paintPictures(painter, progress);
     if (end_) paintMove(painter, *end_, size_, 1 - progress, qBound(0.0, (progress - 0.35) / 0.5, 1.0));
     painter.setOpacity(1);
     paintDust(painter, seconds);
@@ -82,6 +88,17 @@ class Footage {
   }
 
  private:
+  // One picture after the other, each for the same time, from the first on.
+  void paintPictures(QPainter& painter, double progress) const {
+    constexpr double fading = 0.15;
+    const double turn = progress * double(pictures_.size());
+    const qsizetype shown = qMin(qsizetype(turn), pictures_.size() - 1);
+    const double within = turn - double(shown);
+    paintMove(painter, pictures_[shown], size_, progress, 1);
+    if (shown + 1 < pictures_.size() && within > 1 - fading)
+      paintMove(painter, pictures_[shown + 1], size_, progress, (within - 1 + fading) / fading);
+  }
+
   // Specks that drift over the picture, so that every frame moves.
   void paintDust(QPainter& painter, double seconds) const {
     Randomness chance(mixed(hashOf(words_), quint64(seed_)));
@@ -99,11 +116,13 @@ class Footage {
   QString words_;
   qint64 seed_;
   QSize size_;
-  std::optional<QImage> start_, end_;
+  QList<QImage> pictures_;
+  std::optional<QImage> end_;
 };
 
 std::optional<Sound> soundOf(const WorkOrder& order, double seconds) {
-  if (!order.input.value(QStringLiteral("generate_audio")).toBool(true)) return std::nullopt;
+  for (const char16_t* field : {u"generate_audio", u"audio"})
+    if (!order.input.value(QString::fromUtf16(field)).toBool(true)) return std::nullopt;
   return playMusic({wordsOf(order.input), order.seed, seconds, {}});
 }
 
@@ -143,9 +162,9 @@ Made rewritten(const QByteArray& clip, double factor, const std::function<QImage
 Made makeClip(const WorkOrder& order, const MediaShelf& shelf) {
   // 1. What is shown, and in which shape.
   Footage footage(order, shelf, {});
-  if (!footage.start() && wordsOf(order.input).isEmpty())
+  if (footage.pictures().isEmpty() && wordsOf(order.input).isEmpty())
     throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
-  const QSize shape = footage.start() ? footage.start()->size() : QSize(16, 9);
+  const QSize shape = footage.pictures().isEmpty() ? QSize(16, 9) : footage.pictures().first().size();
   const QSize size = limited(clipSizeOf(order.input, shape), order.longestSide);
   footage.setSize(size.width() > widestPainting
                       ? QSize(widestPainting, qMax(1, widestPainting * size.height() / size.width()))
@@ -154,8 +173,14 @@ Made makeClip(const WorkOrder& order, const MediaShelf& shelf) {
   // 2. Picture after picture, with the sound beside them.
   const auto pictures = std::int64_t(std::llround(secondsOf(order.input, order.product) * picturesASecond));
   ClipWriter writer(size, picturesASecond, soundOf(order, double(pictures) / picturesASecond));
-  for (std::int64_t i = 0; i < pictures; ++i)
-    writer.add(footage.at(double(i) / picturesASecond, double(i) / double(qMax<std::int64_t>(1, pictures - 1))));
+  const int held = picturesHeld(size);
+  for (std::int64_t i = 0; i < pictures; ++i) {
+    const double progress = double(i) / double(qMax<std::int64_t>(1, pictures - 1));
+    if (i % held == 0 || i + 1 == pictures)
+      writer.add(footage.at(double(i) / picturesASecond, progress));
+    else
+      writer.addAgain();
+  }
   return {{clipFile(writer.finish(), size, pictures, picturesASecond)}, {{QStringLiteral("seed"), order.seed}}};
 }
 

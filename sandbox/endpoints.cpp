@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include "catalogue.h"
+
 namespace sandbox {
 
 namespace {
@@ -67,16 +69,59 @@ constexpr Rule rules[] = {
     {u"qwen-image", Product::Picture},
 };
 
-}  // namespace
+struct CategoryProduct {
+  const char* category;
+  Product product;
+};
 
-std::optional<Product> productOf(const QString& endpoint) {
-  if (endpoint.count(QLatin1Char('/')) < 1) return std::nullopt;
+// What a model of the catalogue makes when its id says nothing narrower.
+constexpr CategoryProduct categories[] = {{"text-to-image", Product::Picture},
+                                          {"image-to-image", Product::PictureEdit},
+                                          {"text-to-video", Product::Clip},
+                                          {"image-to-video", Product::Clip},
+                                          {"video-to-video", Product::ClipEdit},
+                                          {"audio-to-video", Product::Clip},
+                                          {"text-to-audio", Product::Effect},
+                                          {"text-to-speech", Product::Speech},
+                                          {"audio-to-audio", Product::CleanSound},
+                                          {"video-to-audio", Product::SoundForClip},
+                                          {"text-to-3d", Product::Solid},
+                                          {"image-to-3d", Product::Solid},
+                                          {"training", Product::Words},
+                                          {"llm", Product::Words},
+                                          {"vision", Product::Words},
+                                          {"speech-to-text", Product::Words}};
+
+std::optional<Product> productByRule(const QString& endpoint) {
   for (const Rule& rule : rules)
     if (endpoint.contains(QString::fromUtf16(rule.part))) return rule.product;
   return std::nullopt;
 }
 
-Price priceOf(Product product) {
+std::optional<Product> productOfCategory(const std::string& category) {
+  for (const CategoryProduct& each : categories)
+    if (category == each.category) return each.product;
+  return std::nullopt;
+}
+
+// Categories of which every model makes the same.
+bool saysEnough(const std::string& category) {
+  return category == "text-to-image" || category == "text-to-video" || category == "image-to-video" ||
+         category == "text-to-speech" || category.ends_with("3d") || category == "training" || category == "llm" ||
+         category == "vision" || category == "speech-to-text";
+}
+
+}  // namespace
+
+std::optional<Product> productOf(const QString& endpoint) {
+  if (endpoint.count(QLatin1Char('/')) < 1) return std::nullopt;
+  const Entry* entry = entryOf(endpoint);
+  if (entry && saysEnough(entry->category)) return productOfCategory(entry->category);
+  const auto byRule = productByRule(endpoint);
+  return byRule || !entry ? byRule : productOfCategory(entry->category);
+}
+
+Price usualPriceOf(Product product) {
   switch (product) {
     case Product::Picture:
     case Product::PictureEdit:
@@ -88,48 +133,26 @@ Price priceOf(Product product) {
     case Product::ClipEdit:
     case Product::ClipUpscale:
       return {0.1, QStringLiteral("seconds")};
-    case Product::Speech:
-    case Product::Music:
-    case Product::Effect:
-    case Product::Stems:
-    case Product::PulledSound:
-    case Product::CleanSound:
-    case Product::LongerSound:
-    case Product::SoundForClip:
+    case Product::Solid:
+    case Product::Words:
+      return {0.02, QStringLiteral("generations")};
+    default:
       return {0.002, QStringLiteral("seconds")};
   }
-  return {0, {}};
+}
+
+std::optional<Price> priceOf(const QString& endpoint) {
+  const Entry* entry = entryOf(endpoint);
+  if (entry && entry->price) return entry->price;
+  const auto product = productOf(endpoint);
+  if (!product) return std::nullopt;
+  return usualPriceOf(*product);
 }
 
 QString applicationOf(const QString& endpoint) {
   const QStringList parts = endpoint.split(QLatin1Char('/'));
   const bool longer = parts.first() == QStringLiteral("workflows") || parts.first() == QStringLiteral("comfy");
   return parts.mid(0, longer ? 3 : 2).join(QLatin1Char('/'));
-}
-
-const std::vector<ListedEndpoint>& listedEndpoints() {
-  const auto row = [](const char16_t* id, const char16_t* name, const char16_t* category) {
-    return ListedEndpoint{QString::fromUtf16(id), QString::fromUtf16(name), QString::fromUtf16(category)};
-  };
-  static const std::vector<ListedEndpoint> all{
-      row(u"fal-ai/flux/schnell", u"FLUX.1 [schnell]", u"text-to-image"),
-      row(u"fal-ai/nano-banana-2", u"Nano Banana 2", u"text-to-image"),
-      row(u"fal-ai/bytedance/seedream/v4.5/text-to-image", u"Seedream 4.5", u"text-to-image"),
-      row(u"fal-ai/nano-banana-2/edit", u"Nano Banana 2", u"image-to-image"),
-      row(u"fal-ai/seedvr/upscale/image", u"SeedVR2", u"image-to-image"),
-      row(u"fal-ai/birefnet/v2", u"Birefnet Background Removal", u"image-to-image"),
-      row(u"fal-ai/bria/background/remove", u"Bria RMBG 2.0", u"image-to-image"),
-      row(u"fal-ai/veo3.1", u"Veo 3.1", u"text-to-video"),
-      row(u"xai/grok-imagine-video/text-to-video", u"Grok Imagine Video", u"text-to-video"),
-      row(u"fal-ai/kling-video/v3/pro/image-to-video", u"Kling Video v3 Pro", u"image-to-video"),
-      row(u"fal-ai/minimax/hailuo-02/standard/image-to-video", u"MiniMax Hailuo 02", u"image-to-video"),
-      row(u"bytedance/seedance-2.0/reference-to-video", u"Seedance 2.0", u"image-to-video"),
-      row(u"fal-ai/topaz/upscale/video", u"Topaz Video Upscale", u"video-to-video"),
-      row(u"fal-ai/elevenlabs/sound-effects/v2", u"ElevenLabs Sound Effects V2", u"text-to-audio"),
-      row(u"fal-ai/stable-audio-25/text-to-audio", u"Stable Audio 2.5", u"text-to-audio"),
-      row(u"fal-ai/minimax/speech-2.8-hd", u"MiniMax Speech 2.8 HD", u"text-to-speech"),
-      row(u"fal-ai/demucs", u"Demucs", u"audio-to-audio")};
-  return all;
 }
 
 }  // namespace sandbox

@@ -2,7 +2,8 @@
 #pragma once
 #include <QString>
 #include <optional>
-#include <vector>
+
+#include "entry.h"
 
 namespace sandbox {
 
@@ -22,26 +23,17 @@ enum class Product {
   CleanSound,
   LongerSound,
   SoundForClip,
+  Solid,  // a body in space
+  Words,
 };
 
 // What the endpoint makes, judged by its id, or nothing when the service has no such endpoint.
 std::optional<Product> productOf(const QString& endpoint);
 
-struct Price {
-  double dollars;
-  QString unit;  // "images", "megapixels", "seconds"
-};
-Price priceOf(Product product);
+// What one unit of the endpoint costs, as the list says it, or nothing when the service has no such endpoint.
+std::optional<Price> priceOf(const QString& endpoint);
 
 // "owner/app" of an id, and "owner/app/rest" of ids that begin with workflows/ or comfy/.
 QString applicationOf(const QString& endpoint);
-
-struct ListedEndpoint {
-  QString id;
-  QString name;
-  QString category;
-};
-// Those that the platform lists; many more are known to productOf.
-const std::vector<ListedEndpoint>& listedEndpoints();
 
 }  // namespace sandbox

@@ -48,6 +48,11 @@ std::vector<NamedFault> contentFaults() {
       {"unknown-state", FaultKind::UnknownState, true, 0, "", "", "a status that no document names"},
       {"job-error", FaultKind::JobError, true, 0, "", "", "a status COMPLETED with error and error_type"},
       {"wrong-media", FaultKind::WrongMedia, true, 0, "", "", "a download holds text under the type of the media"},
+      {"half-page", FaultKind::HalfPage, true, 0, "", "", "half of the body as if it were all of it"},
+      {"other-media", FaultKind::OtherMedia, true, 0, "", "",
+       "a download is a clip instead of a picture, or a picture instead of anything else"},
+      {"damaged-media", FaultKind::DamagedMedia, true, 0, "", "", "a download is spoilt from its middle on"},
+      {"vector-media", FaultKind::VectorMedia, true, 0, "", "", "a download is an SVG drawing"},
   };
 }
 
@@ -73,6 +78,8 @@ std::vector<NamedFault> answeredFaults() {
       {"rate-limited", kind, false, 429, json,
        R"({"detail":"Reached concurrent requests limit of 2","type":"concurrent_requests_limit","data":{"limit":2}})",
        "429"},
+      {"partner-error", kind, true, 200, json, R"({"error":{"message":"The partner is busy.","code":429}})",
+       "carried out, then 200 with an error object instead of a result"},
       {"answer", kind, false, 200, json, "{}", "any answer: \"status\", \"body\", \"contentType\", \"location\""},
   };
 }

@@ -32,6 +32,10 @@ enum class FaultKind {
   UnknownState,        // a status that no document names
   JobError,            // a status COMPLETED with error and error_type
   WrongMedia,          // a download that is not the media it claims
+  HalfPage,            // the first half of the body, under the length of that half
+  OtherMedia,          // a whole file of another kind than was promised
+  DamagedMedia,        // the media with their second half spoilt
+  VectorMedia,         // a drawing that is no picture of pixels
 };
 
 // Where a held call waits.

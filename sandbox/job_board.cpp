@@ -8,8 +8,11 @@
 #include <QUuid>
 #include <stdexcept>
 
+#include "catalogue.h"
 #include "hosts.h"
 #include "randomness.h"
+#include "result_shape.h"
+#include "validation.h"
 #include "wish.h"
 
 namespace sandbox {
@@ -51,20 +54,36 @@ QJsonObject bodyOf(const Job& job, const Made& made, const MediaShelf& shelf) {
   return body;
 }
 
+// The input as the endpoint takes it. Throws ModelRefusal when its document forbids it.
+QJsonObject inputOf(const Job& job, const json::object* document) {
+  if (document)
+    if (const QJsonArray problems = problemsOf(*document, job.body); !problems.isEmpty())
+      throw ModelRefusal{422, problems};
+  const QJsonDocument input = QJsonDocument::fromJson(job.body);
+  if (!input.isObject()) throw refusal(QStringLiteral("json_invalid"), {}, QStringLiteral("JSON decode error"));
+  return document ? withDefaults(*document, input.object()) : input.object();
+}
+
+QJsonObject resultOf(Job& job, const MediaShelf& shelf, int longestSide) {
+  const json::object* document = publishedDocument(job.endpoint);
+  const QJsonObject input = inputOf(job, document);
+  const Product product = productOf(job.endpoint).value_or(Product::Picture);
+  const QJsonObject result = bodyOf(job, make({job.endpoint, product, input, job.seed, longestSide}, shelf), shelf);
+  job.billableUnits = unitsOf(input, product, priceOf(job.endpoint).value_or(Price()).unit);
+  return document ? asPublished(*document, result) : result;
+}
+
 // Does the whole work of a job. Runs on the pool.
 Job worked(Job job, const MediaShelf& shelf, int longestSide) {
   QElapsedTimer timer;
   timer.start();
-  const QJsonDocument input = QJsonDocument::fromJson(job.body);
-  const Product product = productOf(job.endpoint).value_or(Product::Picture);
   QJsonObject body;
   job.resultStatus = 200;
   try {
-    if (!input.isObject()) throw refusal(QStringLiteral("json_invalid"), {}, QStringLiteral("JSON decode error"));
-    body = bodyOf(job, make({job.endpoint, product, input.object(), job.seed, longestSide}, shelf), shelf);
-    job.billableUnits = unitsOf(input.object(), product);
+    body = resultOf(job, shelf, longestSide);
   } catch (const ModelRefusal& refused) {
     job.resultStatus = refused.status;
+    job.billableUnits = 0;
     body = {{QStringLiteral("detail"), refused.details}};
   } catch (const std::exception& failure) {
     job.resultStatus = 500;

@@ -11,6 +11,7 @@ extern "C" {
 #include <libavutil/log.h>
 }
 
+#include "catalogue.h"
 #include "service.h"
 
 namespace {
@@ -42,6 +43,10 @@ int main(int argc, char** argv) {
   const sandbox::Options options = sandbox::readOptions(application.arguments());
   quitOnSignals(application);
   try {
+    if (!options.schemasFolder.isEmpty()) {
+      sandbox::writeDocuments(options.schemasFolder);
+      return 0;
+    }
     const sandbox::Service service(options);
     service.writeConfiguration(options.configurationFile);
     std::puts("ready");

@@ -1,6 +1,7 @@
 #include "maker.h"
 
 #include "clip_maker.h"
+#include "other_maker.h"
 #include "picture_maker.h"
 #include "sound_maker.h"
 
@@ -46,6 +47,10 @@ Made make(const WorkOrder& order, const MediaShelf& shelf) {
       return lengthenSound(order, shelf);
     case Product::SoundForClip:
       return makeSoundForClip(order, shelf);
+    case Product::Solid:
+      return makeSolid(order);
+    case Product::Words:
+      return sayWords(order);
   }
   return {};
 }

@@ -15,7 +15,7 @@ struct WorkOrder {
   QString endpoint;
   Product product;
   QJsonObject input;
-  qint64 seed = 0;  // of the input, or picked for the job
+  qint64 seed = 0;      // of the input, or picked for the job
   int longestSide = 0;  // in pixels; 0 for as large as the input asks
 };
 

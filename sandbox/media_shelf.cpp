@@ -48,9 +48,10 @@ std::optional<QByteArray> MediaShelf::read(const QUrl& url) const {
 
 QByteArray contentTypeOf(const QString& extension) {
   static const std::vector<std::pair<const char16_t*, const char*>> known{
-      {u"png", "image/png"}, {u"jpg", "image/jpeg"},      {u"jpeg", "image/jpeg"}, {u"webp", "image/webp"},
-      {u"mp4", "video/mp4"}, {u"mov", "video/quicktime"}, {u"webm", "video/webm"}, {u"mp3", "audio/mpeg"},
-      {u"wav", "audio/wav"}, {u"m4a", "audio/mp4"},       {u"flac", "audio/flac"}};
+      {u"png", "image/png"},    {u"jpg", "image/jpeg"},      {u"jpeg", "image/jpeg"}, {u"webp", "image/webp"},
+      {u"mp4", "video/mp4"},    {u"mov", "video/quicktime"}, {u"webm", "video/webm"}, {u"mp3", "audio/mpeg"},
+      {u"wav", "audio/wav"},    {u"m4a", "audio/mp4"},       {u"flac", "audio/flac"}, {u"glb", "model/gltf-binary"},
+      {u"svg", "image/svg+xml"}};
   for (const auto& [suffix, type] : known)
     if (extension.compare(QString::fromUtf16(suffix), Qt::CaseInsensitive) == 0) return type;
   return "application/octet-stream";

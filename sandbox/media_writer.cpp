@@ -94,7 +94,7 @@ void ClipWriter::openPictures(QSize size, int picturesASecond) {
   codec->color_trc = AVCOL_TRC_BT709;
   codec->color_range = AVCOL_RANGE_MPEG;
   AVDictionary* options = nullptr;
-  av_dict_set(&options, "preset", "superfast", 0);
+  av_dict_set(&options, "preset", "ultrafast", 0);
   av_dict_set(&options, "crf", "21", 0);
   pictures_ = std::make_unique<Track>(format_, std::move(codec), options);
 }
@@ -115,12 +115,21 @@ void ClipWriter::add(const QImage& picture) {
                              0, 0, 1 << 16, 1 << 16);
     scaledFrom_ = pixels.size();
   }
-  const Frame frame = emptyPicture(codec);
+  last_ = emptyPicture(codec);
   const std::uint8_t* source[] = {pixels.constBits()};
   const int stride[] = {int(pixels.bytesPerLine())};
-  sws_scale(scaler_.get(), source, stride, 0, pixels.height(), frame->data, frame->linesize);
-  frame->pts = pictureCount_++;
-  pictures_->encode(frame.get());
+  sws_scale(scaler_.get(), source, stride, 0, pixels.height(), last_->data, last_->linesize);
+  encodeLast();
+}
+
+void ClipWriter::addAgain() {
+  if (!last_) throw std::runtime_error("A clip has no picture to repeat.");
+  encodeLast();
+}
+
+void ClipWriter::encodeLast() {
+  last_->pts = pictureCount_++;
+  pictures_->encode(last_.get());
   writeSoundUntil(double(pictureCount_) / picturesASecond_);
 }
 

@@ -20,12 +20,15 @@ class ClipWriter {
   ClipWriter(QSize size, int picturesASecond, std::optional<Sound> sound);
   ~ClipWriter();
   void add(const QImage& picture);
+  // The last picture once more, which costs little.
+  void addAgain();
   // Ends the file and returns it; nothing may be added afterwards.
   QByteArray finish();
 
  private:
   void openPictures(QSize size, int picturesASecond);
   void openSound();
+  void encodeLast();
   void writeSoundUntil(double seconds);
 
   MemoryFile file_;
@@ -34,6 +37,7 @@ class ClipWriter {
   std::unique_ptr<Track> soundTrack_;
   std::optional<Sound> sound_;
   qsizetype soundAt_ = 0;
+  Frame last_;
   std::int64_t pictureCount_ = 0;
   int picturesASecond_;
   Scaler scaler_;

@@ -24,7 +24,7 @@ QString description() {
              "jobs/, media/, authority.pem and key.txt. All but the authority are taken up again by a later start.\n\n"
              "The control address (plain HTTP):\n%1\n"
              "Faults, for the calls submit, status, result, cancel, upload-start, upload, download, models, "
-             "pricing:\n%2\n"
+             "pricing, document:\n%2\n"
              "One that is \"carried out\" charges as usual; \"charged\": true or false says otherwise.")
       .arg(controlHelp(), faultNames());
 }
@@ -55,9 +55,14 @@ Options readOptions(const QStringList& arguments) {
   option(QStringLiteral("longest-side"),
          QStringLiteral("Makes pictures and clips no larger than this many pixels, for tests that order thousands."),
          QStringLiteral("PIXELS"));
+  option(QStringLiteral("write-schemas"),
+         QStringLiteral("Writes the published document of every model into this folder, and ends."),
+         QStringLiteral("FOLDER"));
   parser.process(arguments);
 
   Options options;
+  options.schemasFolder = parser.value(QStringLiteral("write-schemas"));
+  if (!options.schemasFolder.isEmpty()) return options;
   options.configurationFile = parser.value(QStringLiteral("write"));
   options.stateFolder = parser.value(QStringLiteral("state"));
   options.faultsFile = parser.value(QStringLiteral("faults"));

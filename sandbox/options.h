@@ -7,6 +7,7 @@ namespace sandbox {
 
 struct Options {
   QString configurationFile;  // --write
+  QString schemasFolder;      // --write-schemas: only that is done
   QString stateFolder;        // --state; empty for a temporary one
   QString faultsFile;         // --faults; may be empty
   QString key;                // --key; empty to make one

@@ -4,6 +4,8 @@
 #include <QImageReader>
 #include <QImageWriter>
 #include <QPainter>
+#include <array>
+#include <cmath>
 #include <stdexcept>
 
 #include "randomness.h"
@@ -15,10 +17,13 @@ namespace sandbox {
 namespace {
 
 constexpr int maximumSide = 8192;
+constexpr int quickCompression = 15;  // of 100
 
 QByteArray encoded(const QImage& image, const QByteArray& format) {
   QBuffer buffer;
   QImageWriter writer(&buffer, format);
+  // Packed lightly: a picture is made for one look, and quickly.
+  if (format == "png") writer.setCompression(quickCompression);
   if (format != "png") writer.setQuality(90);
   if (!writer.write(image))
     throw std::runtime_error("A picture cannot be encoded: " + writer.errorString().toStdString());
@@ -49,17 +54,70 @@ QByteArray usualFormat(const WorkOrder& order) {
   return order.endpoint.contains(QStringLiteral("/flux")) ? "jpeg" : "png";
 }
 
-QImage recoloured(const QImage& image, double share, const QColor& dark, const QColor& light) {
+// Each grey in its colour between `dark` and `light`.
+std::array<QRgb, 256> tones(const QColor& dark, const QColor& light) {
+  std::array<QRgb, 256> all{};
+  for (std::size_t grey = 0; grey < all.size(); ++grey) all[grey] = blend(dark, light, double(grey) / 255.0).rgb();
+  return all;
+}
+
+// A share of 153 in 256 is of the tone, the rest of the picture's own colour.
+int mixedIn(int own, int tone) { return (own * 103 + tone * 153) >> 8; }
+
+QImage recoloured(const QImage& image, const QColor& dark, const QColor& light) {
   QImage changed = image.convertToFormat(QImage::Format_ARGB32);
+  const auto toned = tones(dark, light);
   for (int y = 0; y < changed.height(); ++y) {
     auto* line = reinterpret_cast<QRgb*>(changed.scanLine(y));
     for (int x = 0; x < changed.width(); ++x) {
-      const QColor toned = blend(dark, light, qGray(line[x]) / 255.0);
-      const QColor mixedIn = blend(QColor(line[x]), toned, share);
-      line[x] = qRgba(mixedIn.red(), mixedIn.green(), mixedIn.blue(), qAlpha(line[x]));
+      const QRgb own = line[x];
+      const QRgb tone = toned[std::size_t(qGray(own))];
+      line[x] = qRgba(mixedIn(qRed(own), qRed(tone)), mixedIn(qGreen(own), qGreen(tone)),
+                      mixedIn(qBlue(own), qBlue(tone)), qAlpha(own));
     }
   }
   return changed;
+}
+
+// The middle of the picture, so that all of the size is covered.
+QImage covering(const QImage& image, QSize size) {
+  if (image.size() == size) return image;
+  const QImage scaled = image.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+  return scaled.copy(QRect({(scaled.width() - size.width()) / 2, (scaled.height() - size.height()) / 2}, size));
+}
+
+// The further pictures stand along the lower edge, so that each reference can be seen in the result.
+void paintReferences(QImage& image, const QList<QImage>& further) {
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  const int side = qMin(image.height() / 4, image.width() / qMax(1, int(further.size()) + 1));
+  int left = side / 8;
+  for (const QImage& each : further) {
+    const QRect place(left, image.height() - side - side / 8, side, side);
+    painter.fillRect(place.adjusted(-2, -2, 2, 2), Qt::white);
+    painter.drawImage(place, covering(each, {side, side}));
+    left += side + side / 8;
+  }
+}
+
+// The picture as seen from elsewhere: turned by the angles, and nearer.
+QImage seenFrom(const QImage& image, const QJsonObject& input) {
+  const QString turn = QStringLiteral("horizontal_angle");
+  if (!input.contains(turn)) return image;
+  QTransform view;
+  view.translate(image.width() / 2.0, image.height() / 2.0);
+  view.rotate(qBound(-60.0, std::remainder(input.value(turn).toDouble(), 360), 60.0), Qt::YAxis);
+  view.rotate(qBound(-60.0, input.value(QStringLiteral("vertical_angle")).toDouble(), 60.0), Qt::XAxis);
+  const double nearness = 1 + qBound(0.0, input.value(QStringLiteral("zoom")).toDouble(), 10.0) / 20;
+  view.scale(nearness, nearness);
+  view.translate(-image.width() / 2.0, -image.height() / 2.0);
+  QImage seen(image.size(), QImage::Format_RGB32);
+  seen.fill(QColor(24, 26, 30));
+  QPainter painter(&seen);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.setTransform(view);
+  painter.drawImage(0, 0, image);
+  return seen;
 }
 
 void paintConfetti(QImage& image, const Palette& palette, quint64 seed) {
@@ -78,23 +136,8 @@ void paintConfetti(QImage& image, const Palette& palette, quint64 seed) {
   }
 }
 
-double factorOf(const QJsonObject& input) {
-  for (const char16_t* field : {u"upscale_factor", u"scale", u"factor"}) {
-    const QJsonValue value = input.value(QString::fromUtf16(field));
-    const double factor = value.isString() ? value.toString().toDouble() : value.toDouble();
-    if (factor >= 1) return qMin(factor, 8.0);
-  }
-  return 2;
-}
-
-}  // namespace
-
-std::optional<QImage> inputPictureIfAny(const WorkOrder& order, const MediaShelf& shelf) {
-  const QList<QUrl> addresses = addressesOf(
-      order.input, {QStringLiteral("image_urls"), QStringLiteral("image_url"), QStringLiteral("start_image_url"),
-                    QStringLiteral("first_frame_url"), QStringLiteral("reference_image_urls")});
-  if (addresses.isEmpty()) return std::nullopt;
-  const auto bytes = shelf.read(addresses.first());
+QImage pictureAt(const QUrl& address, const MediaShelf& shelf) {
+  const auto bytes = shelf.read(address);
   if (!bytes)
     throw refusal(QStringLiteral("file_download_error"), QStringLiteral("image_url"),
                   QStringLiteral("Failed to download the file. Please check if the URL is accessible and try again."));
@@ -110,10 +153,18 @@ std::optional<QImage> inputPictureIfAny(const WorkOrder& order, const MediaShelf
   return image;
 }
 
+}  // namespace
+
+QList<QImage> inputPictures(const WorkOrder& order, const MediaShelf& shelf) {
+  QList<QImage> all;
+  for (const QUrl& address : pictureAddressesOf(order.input)) all.append(pictureAt(address, shelf));
+  return all;
+}
+
 QImage inputPicture(const WorkOrder& order, const MediaShelf& shelf) {
-  const auto image = inputPictureIfAny(order, shelf);
-  if (!image) throw refusal(QStringLiteral("missing"), QStringLiteral("image_url"), QStringLiteral("Field required"));
-  return *image;
+  const QList<QUrl> addresses = pictureAddressesOf(order.input);
+  if (!addresses.isEmpty()) return pictureAt(addresses.first(), shelf);
+  throw refusal(QStringLiteral("missing"), QStringLiteral("image_url"), QStringLiteral("Field required"));
 }
 
 Made makePictures(const WorkOrder& order) {
@@ -136,23 +187,35 @@ Made makePictures(const WorkOrder& order) {
 }
 
 Made editPicture(const WorkOrder& order, const MediaShelf& shelf) {
-  const QImage input = inputPicture(order, shelf);
+  // 1. What is given, in the size that is asked for.
+  QList<QImage> inputs = inputPictures(order, shelf);
+  if (inputs.isEmpty())
+    throw refusal(QStringLiteral("missing"), QStringLiteral("image_url"), QStringLiteral("Field required"));
+  const QImage first = inputs.takeFirst();
+  const auto asked = askedPictureSize(order.input, first.size());
+  const QSize size = asked ? limited(*asked, order.longestSide) : first.size();
+  const QImage base = seenFrom(covering(first, size), order.input);
+
+  // 2. Once for each picture that is wanted.
   const QString words = wordsOf(order.input);
   Made made;
   for (int i = 0; i < countOf(order.input); ++i) {
     const quint64 seed = mixed(hashOf(words), quint64(order.seed + i));
     const Palette palette = paletteFor(words, seed);
-    QImage changed = recoloured(input, 0.6, palette.near, palette.skyLow);
+    QImage changed = recoloured(base, palette.near, palette.skyLow);
+    paintReferences(changed, inputs);
     paintConfetti(changed, palette, seed);
     made.files.append(listed(pictureFile(changed, pictureFormatOf(order.input, usualFormat(order)))));
   }
-  made.beside = {{QStringLiteral("seed"), order.seed}, {QStringLiteral("description"), QString()}};
+  made.beside = {{QStringLiteral("seed"), order.seed},
+                 {QStringLiteral("prompt"), words},
+                 {QStringLiteral("description"), QString()}};
   return made;
 }
 
 Made upscalePicture(const WorkOrder& order, const MediaShelf& shelf) {
   const QImage input = inputPicture(order, shelf);
-  const QSizeF wanted = QSizeF(input.size()) * factorOf(order.input);
+  const QSizeF wanted = QSizeF(input.size()) * upscaleOf(order.input, input.size());
   const QSize size = wanted.toSize().boundedTo({maximumSide, maximumSide});
   const QImage larger = input.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   return {{single(pictureFile(larger, pictureFormatOf(order.input, "png")))}, {{QStringLiteral("seed"), order.seed}}};

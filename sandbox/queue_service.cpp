@@ -3,7 +3,10 @@
 #include <QDateTime>
 #include <QJsonDocument>
 
+#include "catalogue.h"
 #include "hosts.h"
+#include "result_shape.h"
+#include "validation.h"
 #include "wish.h"
 
 namespace sandbox {
@@ -39,6 +42,19 @@ QJsonValue logsOf(const Job& job, const HttpRequest& request) {
   return lines;
 }
 
+bool isRefused(const Job& job) {
+  const json::object* document = publishedDocument(job.endpoint);
+  return document && !problemsOf(*document, job.body).isEmpty();
+}
+
+double chargeOf(const Job& job, Product product) {
+  const json::object* document = publishedDocument(job.endpoint);
+  const QJsonObject plain = QJsonDocument::fromJson(job.body).object();
+  const QJsonObject input = document ? withDefaults(*document, plain) : plain;
+  const Price price = priceOf(job.endpoint).value_or(Price());
+  return price.amount * unitsOf(input, product, price.unit);
+}
+
 HttpAnswer unknownRequest() { return jsonAnswer(404, {{QStringLiteral("status"), QStringLiteral("NOT_FOUND")}}); }
 
 }  // namespace
@@ -59,11 +75,10 @@ HttpAnswer QueueService::submit(const Call& call, const HttpRequest& request) {
   if (!product)
     return detailAnswer(404, QStringLiteral("Application '%1' not found").arg(applicationOf(call.endpoint)));
 
-  // 2. The job, then the charge, each on the disk.
+  // 2. The job, then the charge, each on the disk. Nothing is charged for an input that its document forbids.
   const Job& job = jobs_.add(call.endpoint, request.body);
-  const QJsonObject input = QJsonDocument::fromJson(request.body).object();
   ledger_.add({job.id, QString::fromUtf8(request.header("Idempotency-Key")), job.endpoint,
-               priceOf(*product).dollars * unitsOf(input, *product), request.body});
+               isRefused(job) ? 0 : chargeOf(job, *product), request.body});
 
   // 3. The handle.
   QJsonObject handle = handleOf(job);

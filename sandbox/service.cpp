@@ -100,6 +100,8 @@ HttpAnswer Service::answer(const Call& call, const HttpRequest& request) {
       return platform_.models(request);
     case CallKind::Pricing:
       return platform_.pricing(request);
+    case CallKind::Document:
+      return platform_.document(request);
     case CallKind::Other:
       break;
   }

@@ -93,16 +93,34 @@ double lengthAt(const QJsonObject& input, const char16_t* field) {
 
 }  // namespace
 
+namespace {
+
+// As many sounds as the input asks for, each with a seed of its own.
+Made severally(const WorkOrder& order, const std::function<Sound(qint64 seed)>& play) {
+  const int count = soundCountOf(order.input);
+  Made made;
+  for (int i = 0; i < count; ++i) {
+    const Sound sound = play(order.seed + i);
+    made.files.append(soundFile(sound, soundFormatOf(order.input), audio));
+    made.files.last().inArray = count > 1;
+    made.beside = {{QStringLiteral("seed"), order.seed},
+                   {QStringLiteral("duration_ms"), std::round(sound.seconds() * 1000)}};
+  }
+  return made;
+}
+
+}  // namespace
+
 Made makeSound(const WorkOrder& order) {
-  const SoundWish wish{wordsOf(order.input), order.seed, secondsOf(order.input, order.product), voiceOf(order.input)};
-  if (wish.words.isEmpty())
+  const SoundWish plain{wordsOf(order.input), order.seed, secondsOf(order.input, order.product), voiceOf(order.input)};
+  if (plain.words.isEmpty())
     throw refusal(QStringLiteral("missing"), QStringLiteral("prompt"), QStringLiteral("Field required"));
-  const Sound sound = order.product == Product::Speech  ? speak(wish)
-                      : order.product == Product::Music ? playMusic(wish)
-                                                        : playEffect(wish);
-  const bool ownKey = order.endpoint.startsWith(QStringLiteral("cassetteai/"));
-  return {{soundFile(sound, soundFormatOf(order.input), ownKey ? QStringLiteral("audio_file") : audio)},
-          {{QStringLiteral("seed"), order.seed}}};
+  return severally(order, [&](qint64 seed) {
+    SoundWish wish = plain;
+    wish.seed = seed;
+    if (order.product == Product::Speech) return speak(wish);
+    return order.product == Product::Music ? playMusic(wish) : playEffect(wish);
+  });
 }
 
 Made splitIntoStems(const WorkOrder& order, const MediaShelf& shelf) {
@@ -152,10 +170,11 @@ Made makeSoundForClip(const WorkOrder& order, const MediaShelf& shelf) {
   } catch (const std::runtime_error&) {
     throw refusal(QStringLiteral("unsupported_video_format"), field, QStringLiteral("Unsupported video format."));
   }
-  const SoundWish wish{wordsOf(order.input), order.seed, qBound(0.5, seconds, 190.0), {}};
   const bool music = order.endpoint.contains(QStringLiteral("music"));
-  return {{soundFile(music ? playMusic(wish) : playEffect(wish), soundFormatOf(order.input), audio)},
-          {{QStringLiteral("seed"), order.seed}}};
+  return severally(order, [&](qint64 seed) {
+    const SoundWish wish{wordsOf(order.input), seed, qBound(0.5, seconds, 190.0), {}};
+    return music ? playMusic(wish) : playEffect(wish);
+  });
 }
 
 }  // namespace sandbox

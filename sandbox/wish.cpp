@@ -96,9 +96,13 @@ QByteArray pictureFormatOf(const QJsonObject& input, const QByteArray& usual) {
 }
 
 QByteArray soundFormatOf(const QJsonObject& input) {
-  const QJsonValue format = input.value(QStringLiteral("output_format"));
-  const QString name = format.isObject() ? textAt(format.toObject(), QStringLiteral("codec")) : format.toString();
-  return name.startsWith(QStringLiteral("wav")) || name.startsWith(QStringLiteral("pcm")) ? "wav" : "mp3";
+  for (const char16_t* field : {u"output_format", u"audio_format", u"upload_audio_format", u"format"}) {
+    const QJsonValue format = input.value(QString::fromUtf16(field));
+    const QString name = format.isObject() ? textAt(format.toObject(), QStringLiteral("codec")) : format.toString();
+    if (name.startsWith(QStringLiteral("wav")) || name.startsWith(QStringLiteral("pcm"))) return "wav";
+    if (!name.isEmpty()) return "mp3";
+  }
+  return "mp3";
 }
 
 QSize pictureSizeOf(const QJsonObject& input, QSize shape) {
@@ -156,17 +160,98 @@ QList<QUrl> addressesOf(const QJsonObject& input, const QStringList& fields) {
   return addresses;
 }
 
-double unitsOf(const QJsonObject& input, Product product) {
-  switch (product) {
-    case Product::Picture:
-    case Product::PictureEdit:
-      return countOf(input);
-    case Product::Upscale:
-    case Product::CutOut:
-      return 1;
-    default:
-      return secondsOf(input, product);
-  }
+namespace {
+
+bool isStartingPicture(const QString& field) {
+  const bool isPicture = field.endsWith(QStringLiteral("image_url")) || field.endsWith(QStringLiteral("image_urls")) ||
+                         field == QStringLiteral("first_frame_url");
+  static const QStringList others{QStringLiteral("end_"), QStringLiteral("tail_"), QStringLiteral("last_"),
+                                  QStringLiteral("mask_")};
+  return isPicture &&
+         std::none_of(others.begin(), others.end(), [&](const QString& start) { return field.startsWith(start); });
+}
+
+// "1080p" of a tool that enlarges to a height.
+std::optional<double> targetLines(const QJsonObject& input) {
+  if (textAt(input, QStringLiteral("upscale_mode")) != QStringLiteral("target")) return std::nullopt;
+  const QString target = textAt(input, QStringLiteral("target_resolution"));
+  bool reads = false;
+  const double lines = target.chopped(target.isEmpty() ? 0 : 1).toDouble(&reads);
+  return reads ? std::optional(lines) : std::nullopt;
+}
+
+}  // namespace
+
+QList<QUrl> pictureAddressesOf(const QJsonObject& input) {
+  const QList<QUrl> usual =
+      addressesOf(input, {QStringLiteral("image_urls"), QStringLiteral("image_url"), QStringLiteral("start_image_url"),
+                          QStringLiteral("first_frame_url"), QStringLiteral("reference_image_urls")});
+  if (!usual.isEmpty()) return usual;
+  QStringList fields = input.keys();
+  fields.removeIf([](const QString& field) { return !isStartingPicture(field); });
+  return addressesOf(input, fields);
+}
+
+std::optional<QSize> askedPictureSize(const QJsonObject& input, QSize shape) {
+  const QJsonValue size = input.value(QStringLiteral("image_size"));
+  const bool isNamed = sizeNamed(size.toString()) || sizeNamed(textAt(input, QStringLiteral("size")));
+  const bool isSharp = textAt(input, QStringLiteral("resolution")).endsWith(QLatin1Char('K'), Qt::CaseInsensitive);
+  if (!size.isObject() && !isNamed && !isSharp && !ratioOf(input)) return std::nullopt;
+  return pictureSizeOf(input, shape);
+}
+
+int soundCountOf(const QJsonObject& input) { return qBound(1, input.value(QStringLiteral("num_samples")).toInt(1), 4); }
+
+double upscaleOf(const QJsonObject& input, QSize size) {
+  if (const auto lines = targetLines(input)) return qBound(1.0, *lines / qMin(size.width(), size.height()), 8.0);
+  for (const char16_t* field : {u"upscale_factor", u"scale", u"factor"})
+    if (const auto factor = numberAt(input, QString::fromUtf16(field))) return qBound(1.0, *factor, 8.0);
+  return 2;
+}
+
+namespace {
+
+bool makesPictures(Product product) {
+  return product == Product::Picture || product == Product::PictureEdit || product == Product::Upscale ||
+         product == Product::CutOut;
+}
+
+int outputsOf(const QJsonObject& input, Product product) {
+  const bool isMany = product == Product::Picture || product == Product::PictureEdit;
+  return isMany ? countOf(input) : 1;
+}
+
+// 5 of "5 seconds", 1000 of "1000 tokens", 1 million of "1m tokens"; 1 where no number stands first.
+double sizeOfUnit(const QString& unit) {
+  const QString number = unit.section(QLatin1Char(' '), 0, 0);
+  if (number == QStringLiteral("1m")) return 1'000'000;
+  bool reads = false;
+  const double size = number.toDouble(&reads);
+  return reads && size > 0 ? size : 1;
+}
+
+double megapixelsOf(const QJsonObject& input) {
+  const QSize size = pictureSizeOf(input, {1, 1});
+  return qMax(1.0, std::ceil(double(size.width()) * size.height() / 1'000'000));
+}
+
+}  // namespace
+
+double unitsOf(const QJsonObject& input, Product product, const QString& unit) {
+  const QString name = unit.trimmed().toLower();
+  const double size = sizeOfUnit(name);
+  const double outputs = outputsOf(input, product);
+  if (name.contains(QStringLiteral("megapixel"))) return megapixelsOf(input) * outputs;
+  if (name.contains(QStringLiteral("minute"))) return std::ceil(secondsOf(input, product) / 60);
+  if (name.contains(QStringLiteral("second")))
+    return makesPictures(product) ? 1
+           : size > 1             ? std::ceil(secondsOf(input, product) / size)
+                                  : secondsOf(input, product);
+  if (name.contains(QStringLiteral("character"))) return double(wordsOf(input).size()) / size;
+  if (name.contains(QStringLiteral("token"))) return (200 + double(wordsOf(input).size())) / size;
+  // A unit of a dollar: only this number tells what the job has cost.
+  if (name == QStringLiteral("units")) return 0.04 * outputs;
+  return outputs;
 }
 
 }  // namespace sandbox

@@ -29,7 +29,16 @@ QSize limited(QSize size, int longestSide);
 double secondsOf(const QJsonObject& input, Product product);
 // The addresses under the first of these fields that holds any: a text or an array of texts.
 QList<QUrl> addressesOf(const QJsonObject& input, const QStringList& fields);
-// Units that the job is charged for, in the unit of its price.
-double unitsOf(const QJsonObject& input, Product product);
+// The pictures that the input gives to start from, in their order: of the first of the usual fields that holds any,
+// else of any field that is named like them. End frames and masks are not among them.
+QList<QUrl> pictureAddressesOf(const QJsonObject& input);
+// The size that the input asks for, where it does; without, a picture that is worked on keeps its own.
+std::optional<QSize> askedPictureSize(const QJsonObject& input, QSize shape);
+// How many files of the same sound.
+int soundCountOf(const QJsonObject& input);
+// How much larger; `size` is what is enlarged.
+double upscaleOf(const QJsonObject& input, QSize size);
+// How many units of this name the job is charged for.
+double unitsOf(const QJsonObject& input, Product product, const QString& unit);
 
 }  // namespace sandbox

@@ -109,12 +109,15 @@ TEST(SandboxPictures, JpegAndWebPAreWhatTheyClaim) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
   for (const char* format : {"jpeg", "webp"}) {
-    const QJsonObject input = smallPng({{QStringLiteral("output_format"), QString::fromLatin1(format)}});
-    const QJsonObject file =
-        imagesOf(client.run(painter, inputWith(QStringLiteral("dunes"), 3, input))).first().toObject();
+    const QJsonObject input{{QStringLiteral("output_format"), QString::fromLatin1(format)},
+                            {QStringLiteral("aspect_ratio"), QStringLiteral("1:1")},
+                            {QStringLiteral("resolution"), QStringLiteral("0.5K")}};
+    const WireAnswer result =
+        client.run(QStringLiteral("fal-ai/nano-banana-2"), inputWith(QStringLiteral("dunes"), 3, input));
+    const QJsonObject file = imagesOf(result).first().toObject();
     EXPECT_EQ(file.value(QStringLiteral("content_type")).toString(),
               QStringLiteral("image/%1").arg(QLatin1StringView(format)));
-    EXPECT_EQ(decoded(client.download(file), format).size(), QSize(320, 200)) << format;
+    EXPECT_EQ(decoded(client.download(file), format).size(), QSize(512, 512)) << format;
   }
 }
 
@@ -131,9 +134,9 @@ TEST(SandboxPictures, SizesFollowPresetRatioAndResolution) {
       sizeOf(QStringLiteral("fal-ai/nano-banana-2"), {{QStringLiteral("aspect_ratio"), QStringLiteral("9:16")},
                                                       {QStringLiteral("resolution"), QStringLiteral("0.5K")}});
   EXPECT_NEAR(double(tall.width()) / tall.height(), 9.0 / 16, 0.01);
-  EXPECT_EQ(sizeOf(QStringLiteral("openai/gpt-image-2.5/flare/text-to-image"),
-                   {{QStringLiteral("image_size"), QStringLiteral("1536x864")}}),
-            QSize(1536, 864));
+  EXPECT_EQ(
+      sizeOf(QStringLiteral("fal-ai/gpt-image-1.5"), {{QStringLiteral("image_size"), QStringLiteral("1536x1024")}}),
+      QSize(1536, 1024));
 }
 
 TEST(SandboxPictures, AnEditVisiblyChangesItsUploadedInput) {
@@ -149,12 +152,86 @@ TEST(SandboxPictures, AnEditVisiblyChangesItsUploadedInput) {
   EXPECT_GT(differenceOf(before, after), 0.2);
 }
 
+QImage edited(const Client& client, const QJsonArray& addresses, const QJsonObject& more) {
+  QJsonObject input = inputWith(QStringLiteral("make it autumn"), 4, more);
+  input.insert(QStringLiteral("image_urls"), addresses);
+  const WireAnswer result = client.run(QStringLiteral("fal-ai/nano-banana-2/edit"), input);
+  EXPECT_EQ(result.status, 200) << result.body.toStdString();
+  return decoded(client.download(imagesOf(result).first()), "PNG");
+}
+
+TEST(SandboxPictures, AnEditHasTheRatioAndTheResolutionThatAreAskedFor) {
+  const SandboxProcess sandbox;
+  const Client client(sandbox);
+  const QJsonArray addresses{client.upload(samplePng(), "image/png", QStringLiteral("reference.png"))};
+  const QString half = QStringLiteral("0.5K");
+  const QImage square =
+      edited(client, addresses,
+             {{QStringLiteral("aspect_ratio"), QStringLiteral("1:1")}, {QStringLiteral("resolution"), half}});
+  EXPECT_EQ(square.size(), QSize(512, 512));
+  const QImage likeItsInput = edited(client, addresses, {{QStringLiteral("resolution"), half}});
+  EXPECT_NEAR(double(likeItsInput.width()) / likeItsInput.height(), 96.0 / 64, 0.01);
+  EXPECT_NEAR(likeItsInput.width() * likeItsInput.height(), 512 * 512, 2000);
+}
+
+TEST(SandboxPictures, EveryReferenceOfAnEditCanBeSeenInIt) {
+  const SandboxProcess sandbox;
+  const Client client(sandbox);
+  const QString first = client.upload(samplePng(), "image/png", QStringLiteral("first.png"));
+  QImage red(64, 64, QImage::Format_RGB32);
+  red.fill(QColor(250, 0, 0));
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  red.save(&buffer, "PNG");
+  const QString second = client.upload(bytes, "image/png", QStringLiteral("second.png"));
+  const QImage alone = edited(client, {first}, {});
+  const QImage both = edited(client, {first, second}, {});
+  ASSERT_EQ(alone.size(), both.size());
+  int ofTheSecond = 0;
+  for (int y = 0; y < both.height(); ++y)
+    for (int x = 0; x < both.width(); ++x)
+      if (both.pixelColor(x, y) == QColor(250, 0, 0)) ++ofTheSecond;
+  EXPECT_GT(ofTheSecond, 50);
+  EXPECT_GT(differenceOf(alone, both), 0.005);
+}
+
+TEST(SandboxPictures, TheAnglesOfTheCameraTurnThePicture) {
+  const SandboxProcess sandbox;
+  const Client client(sandbox);
+  const QString address = client.upload(samplePng(), "image/png", QStringLiteral("reference.png"));
+  QList<QImage> seen;
+  for (const int angle : {0, 45}) {
+    const WireAnswer result = client.run(QStringLiteral("fal-ai/qwen-image-edit-2511-multiple-angles"),
+                                         {{QStringLiteral("image_urls"), QJsonArray{address}},
+                                          {QStringLiteral("seed"), 1},
+                                          {QStringLiteral("horizontal_angle"), angle}});
+    ASSERT_EQ(result.status, 200) << result.body.toStdString();
+    seen.append(decoded(client.download(imagesOf(result).first()), "PNG"));
+  }
+  EXPECT_GT(differenceOf(seen[0], seen[1]), 0.05);
+}
+
+TEST(SandboxPictures, AnUpscaleToATargetHasItsHeight) {
+  const SandboxProcess sandbox;
+  const Client client(sandbox);
+  const QString address = client.upload(samplePng(), "image/png", QStringLiteral("reference.png"));
+  const WireAnswer result = client.run(QStringLiteral("fal-ai/seedvr/upscale/image"),
+                                       {{QStringLiteral("image_url"), address},
+                                        {QStringLiteral("upscale_mode"), QStringLiteral("target")},
+                                        {QStringLiteral("target_resolution"), QStringLiteral("720p")},
+                                        {QStringLiteral("output_format"), QStringLiteral("png")}});
+  // Eight times is the most.
+  EXPECT_EQ(decoded(client.download(result.json().value(QStringLiteral("image"))), "PNG").size(), QSize(768, 512));
+}
+
 TEST(SandboxPictures, AnUpscaleEnlargesItsInput) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
   const QString address = client.upload(samplePng(), "image/png", QStringLiteral("reference.png"));
   const WireAnswer result = client.run(QStringLiteral("fal-ai/seedvr/upscale/image"),
-                                       {{QStringLiteral("image_url"), address}, {QStringLiteral("upscale_factor"), 3}});
+                                       {{QStringLiteral("image_url"), address},
+                                        {QStringLiteral("upscale_factor"), 3},
+                                        {QStringLiteral("output_format"), QStringLiteral("png")}});
   const QJsonValue file = result.json().value(QStringLiteral("image"));
   EXPECT_EQ(decoded(client.download(file), "PNG").size(), QSize(288, 192));
 }

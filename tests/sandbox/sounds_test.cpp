@@ -83,9 +83,23 @@ TEST(SandboxSounds, TwoVoicesDiffer) {
   QList<QByteArray> made;
   for (const char16_t* voice : {u"Rachel", u"Brian"})
     made.append(audioOf(client, client.run(QStringLiteral("elevenlabs/tts/eleven-v4"),
-                                           inputWith(QStringLiteral("hello"), 1,
-                                                     {{QStringLiteral("voice"), QString::fromUtf16(voice)}}))));
+                                           {{QStringLiteral("text"), QStringLiteral("hello")},
+                                            {QStringLiteral("voice"), QString::fromUtf16(voice)}})));
   EXPECT_NE(made[0], made[1]);
+}
+
+TEST(SandboxSounds, SeveralSamplesAreAListOfDifferentSounds) {
+  const SandboxProcess sandbox;
+  const Client client(sandbox);
+  const WireAnswer result = client.run(QStringLiteral("mirelo-ai/sfx2.0/text-to-audio"),
+                                       {{QStringLiteral("text_prompt"), QStringLiteral("rain")},
+                                        {QStringLiteral("num_samples"), 2},
+                                        {QStringLiteral("duration"), 1},
+                                        {QStringLiteral("upload_audio_format"), QStringLiteral("mp3")}});
+  const QJsonArray sounds = result.json().value(QStringLiteral("audio")).toArray();
+  ASSERT_EQ(sounds.size(), 2);
+  EXPECT_NE(client.download(sounds[0]), client.download(sounds[1]));
+  EXPECT_NEAR(decodeSound(client.download(sounds[0]))->seconds, 1, 0.1);
 }
 
 TEST(SandboxSounds, ASplitGivesEveryStemAsAFieldOfItsOwn) {
@@ -135,10 +149,10 @@ TEST(SandboxSounds, ALongerSoundIsLongerByWhatWasAsked) {
 TEST(SandboxSounds, ASoundForAClipLastsAsLongAsTheClip) {
   const SandboxProcess sandbox;
   const Client client(sandbox);
-  const WireAnswer clip =
-      client.run(QStringLiteral("fal-ai/veo3.1"), inputWith(QStringLiteral("sea"), 1,
-                                                            {{QStringLiteral("duration"), QStringLiteral("1.5")},
-                                                             {QStringLiteral("resolution"), QStringLiteral("144p")}}));
+  const WireAnswer clip = client.run(
+      QStringLiteral("kiln/ember-v2/text-to-video"),
+      inputWith(QStringLiteral("sea"), 1,
+                {{QStringLiteral("duration"), 1.5}, {QStringLiteral("resolution"), QStringLiteral("240p")}}));
   const QString address =
       client.upload(audioOf(client, clip, QStringLiteral("video")), "video/mp4", QStringLiteral("clip.mp4"));
   const auto sound = decodeSound(audioOf(
