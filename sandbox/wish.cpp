@@ -25,9 +25,10 @@ std::optional<double> numberAt(const QJsonObject& input, const QString& field) {
 
 std::optional<QSize> sizeNamed(const QString& name) {
   static const QMap<QString, QSize> presets{
-      {QStringLiteral("square_hd"), {1024, 1024}},    {QStringLiteral("square"), {512, 512}},
-      {QStringLiteral("portrait_4_3"), {768, 1024}},  {QStringLiteral("portrait_16_9"), {576, 1024}},
-      {QStringLiteral("landscape_4_3"), {1024, 768}}, {QStringLiteral("landscape_16_9"), {1024, 576}}};
+      {QStringLiteral("square_uhd"), {2048, 2048}},   {QStringLiteral("square_hd"), {1024, 1024}},
+      {QStringLiteral("square"), {512, 512}},         {QStringLiteral("portrait_4_3"), {768, 1024}},
+      {QStringLiteral("portrait_16_9"), {576, 1024}}, {QStringLiteral("landscape_4_3"), {1024, 768}},
+      {QStringLiteral("landscape_16_9"), {1024, 576}}};
   const auto preset = presets.constFind(name);
   if (preset != presets.constEnd()) return *preset;
   const QStringList sides = name.split(QLatin1Char('x'));
@@ -47,9 +48,11 @@ std::optional<double> ratioOf(const QJsonObject& input) {
 
 double ratioOf(QSize size) { return double(size.width()) / size.height(); }
 
-// The longer side for "1K", "2K" and so on.
+// The side of a square for "1K", "2K", "auto_4K" and so on.
 int pictureSideOf(const QJsonObject& input) {
-  const QString resolution = textAt(input, QStringLiteral("resolution")).toUpper();
+  QString resolution = textAt(input, QStringLiteral("resolution")).toUpper();
+  const QString size = textAt(input, QStringLiteral("image_size"));
+  if (size.startsWith(QStringLiteral("auto_"))) resolution = size.mid(5).toUpper();
   if (!resolution.endsWith(QLatin1Char('K'))) return 1024;
   const double thousands = resolution.chopped(1).toDouble();
   return thousands > 0 ? qBound(256, int(thousands * 1024), maximumSide) : 1024;
@@ -195,7 +198,8 @@ QList<QUrl> pictureAddressesOf(const QJsonObject& input) {
 std::optional<QSize> askedPictureSize(const QJsonObject& input, QSize shape) {
   const QJsonValue size = input.value(QStringLiteral("image_size"));
   const bool isNamed = sizeNamed(size.toString()) || sizeNamed(textAt(input, QStringLiteral("size")));
-  const bool isSharp = textAt(input, QStringLiteral("resolution")).endsWith(QLatin1Char('K'), Qt::CaseInsensitive);
+  const bool isSharp = textAt(input, QStringLiteral("resolution")).endsWith(QLatin1Char('K'), Qt::CaseInsensitive) ||
+                       size.toString().startsWith(QStringLiteral("auto_"));
   if (!size.isObject() && !isNamed && !isSharp && !ratioOf(input)) return std::nullopt;
   return pictureSizeOf(input, shape);
 }
