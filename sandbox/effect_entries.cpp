@@ -42,7 +42,7 @@ Sheet mmaudio() {
 }
 
 Sheet cassette() {
-  return {.input = {prompt(), whole("duration", 1, 30, 10).required()}, .output = soundOut("audio_file")};
+  return {.input = {prompt(), whole("duration", 1, 30, 10)}, .output = soundOut("audio_file")};
 }
 
 }  // namespace

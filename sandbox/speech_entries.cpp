@@ -96,7 +96,7 @@ Sheet sarvam() {
 }
 
 Sheet kokoro() {
-  return {.input = {words("prompt"), oneOf("voice", {"hf_alpha", "hf_beta", "hm_omega", "hm_psi"}, nullptr).required(),
+  return {.input = {words("prompt"), oneOf("voice", {"hf_alpha", "hf_beta", "hm_omega", "hm_psi"}, "hf_alpha"),
                     real("speed", 0.1, 5, 1)},
           .output = soundOut()};
 }
