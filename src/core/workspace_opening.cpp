@@ -100,8 +100,9 @@ void openWorkspace(LibraryStore& store, const QString& folder, Remember remember
   }
   // 4. to 9. Look before anything is made, then lock, open and mark the folder.
   const WorkspaceFiles files(root);
-  refuseUnsafeWorkspace(files);
+  // How the last program ended is asked first: looking into the database leaves a log beside it too.
   const bool cutOff = wasCutOff(files);
+  refuseUnsafeWorkspace(files);
   OpenedWorkspace opened = openLibrary(files);
   // 11. From here on the new workspace is the open one.
   store.install(std::move(opened));
