@@ -1,7 +1,5 @@
 #include "tour/desktop.h"
 
-#include <poll.h>
-
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -79,24 +77,29 @@ void Desktop::startBus() {
   qputenv("XDG_RUNTIME_DIR", (home_ + u"/run"_qs).toLocal8Bit());
 }
 
+// On a busy machine it now and then ends, or waits for ever, while it starts: then it is started anew.
 void Desktop::startWindowManager() {
   windowManager_.setProcessEnvironment(environment_);
-  windowManager_.start(u"openbox"_qs, {u"--sm-disable"_qs});
-  if (!windowManager_.waitForStarted(5000)) throw std::runtime_error("openbox did not start");
-  if (!managesWindows()) throw std::runtime_error("openbox does not manage windows");
+  windowManager_.setProcessChannelMode(QProcess::MergedChannels);
+  for (int attempt = 0; attempt < 4; ++attempt) {
+    windowManager_.start(u"openbox"_qs, {u"--sm-disable"_qs});
+    if (windowManager_.waitForStarted(10000) && managesWindows()) return;
+    stop(windowManager_);
+  }
+  throw std::runtime_error("openbox does not manage windows: " + windowManager_.readAll().toStdString());
 }
 
 // Without a window manager no window is active, and no shortcut fires. It says that it is ready by naming a desktop.
-bool Desktop::managesWindows() const {
+bool Desktop::managesWindows() {
   QElapsedTimer timer;
   timer.start();
-  while (timer.elapsed() < 20000) {
+  while (timer.elapsed() < 8000 && windowManager_.state() == QProcess::Running) {
     QProcess question;
     question.setProcessEnvironment(environment_);
     question.setStandardErrorFile(QProcess::nullDevice());
     question.start(u"xdotool"_qs, {u"get_desktop"_qs});
     if (question.waitForFinished(5000) && question.exitCode() == 0) return true;
-    ::poll(nullptr, 0, 50);
+    windowManager_.waitForFinished(50);  // a look at whether it still runs, and a pause
   }
   return false;
 }

@@ -28,7 +28,7 @@ class Desktop {
   void startDisplay(QSize size);
   void startBus();
   void startWindowManager();
-  bool managesWindows() const;
+  bool managesWindows();
 
   QString home_;
   QProcessEnvironment environment_;
