@@ -12,9 +12,6 @@ namespace {
 
 constexpr int longestName = 48;
 
-/// What two spellings of one name have in common.
-QString nameKey(const QString& name) { return name.normalized(QString::NormalizationForm_C).toLower(); }
-
 bool startsLikeAName(const QString& name) {
   static const QRegularExpression start(QStringLiteral("^[\\p{L}_]"), QRegularExpression::UseUnicodePropertiesOption);
   return start.match(name).hasMatch();
@@ -124,6 +121,8 @@ QString legend(const std::vector<ReferenceBinding>& references) {
 
 }  // namespace
 
+QString nameKey(const QString& name) { return name.normalized(QString::NormalizationForm_C).toLower(); }
+
 QString handleOfLabel(const QString& label) {
   static const QRegularExpression others(QStringLiteral("[^\\p{L}\\p{M}\\p{N}_]"),
                                          QRegularExpression::UseUnicodePropertiesOption);
@@ -186,6 +185,13 @@ QStringList ReferenceMentions::dropped(const QString& original, const QString& r
 
 QString ReferenceMentions::replace(const QString& text, const QString& handle, const QString& with) {
   return replaceMentions(text, QHash<QString, QString>{{nameKey(handle), with}});
+}
+
+QString ReferenceMentions::replace(const QString& text, const QHash<QString, QString>& withByHandle) {
+  QHash<QString, QString> words;
+  for (auto entry = withByHandle.cbegin(); entry != withByHandle.cend(); ++entry)
+    words.insert(nameKey(entry.key()), entry.value());
+  return replaceMentions(text, words);
 }
 
 }  // namespace sorvan::generation

@@ -1,6 +1,7 @@
 // Names of attached pictures in a prompt, and what the model reads instead of them.
 #pragma once
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,9 @@ namespace sorvan::generation {
 QString handleOf(const ReferenceBinding& binding);
 /// The same for a bare label.
 QString handleOfLabel(const QString& label);
+
+/// What all spellings of one name have in common; two names are one when these are equal.
+QString nameKey(const QString& name);
 
 /// The pure rules of mentions: what they are, and how they become words that point at a picture by its position.
 class ReferenceMentions {
@@ -36,6 +40,8 @@ class ReferenceMentions {
 
   /// `text` with every mention of `handle`, the @ included, replaced.
   static QString replace(const QString& text, const QString& handle, const QString& with);
+  /// The same for several handles at once, by handle: what is put in for one is never read as another.
+  static QString replace(const QString& text, const QHash<QString, QString>& withByHandle);
 };
 
 }  // namespace sorvan::generation
