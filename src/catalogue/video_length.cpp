@@ -12,15 +12,6 @@ constexpr double usualSeconds = 5;
 
 bool isDigitOrPoint(QChar character) { return (character >= u'0' && character <= u'9') || character == u'.'; }
 
-std::optional<double> leadingNumber(const QString& value) {
-  qsizetype end = 0;
-  while (end < value.size() && isDigitOrPoint(value[end])) ++end;
-  bool reads = false;
-  const double number = value.left(end).toDouble(&reads);
-  if (!reads) return std::nullopt;
-  return number;
-}
-
 QString valueInForce(const GenerationRequest& request, const FalModel& model, const Setting& setting,
                      const QStringList& values, Lengths lengths) {
   const QString field = setting.field;
@@ -34,6 +25,15 @@ QString valueInForce(const GenerationRequest& request, const FalModel& model, co
 }
 
 }  // namespace
+
+std::optional<double> leadingNumber(const QString& value) {
+  qsizetype end = 0;
+  while (end < value.size() && isDigitOrPoint(value[end])) ++end;
+  bool reads = false;
+  const double number = value.left(end).toDouble(&reads);
+  if (!reads) return std::nullopt;
+  return number;
+}
 
 bool isFixed(const QString& value) { return leadingNumber(value).has_value(); }
 

@@ -23,6 +23,8 @@ struct Choice {
 
 enum class Lengths { fixedOnly, all };
 
+/// The number that the text begins with: 5 of "5s", 10.5 of "10.5"; nothing of "auto".
+std::optional<double> leadingNumber(const QString& value);
 /// Whether the text begins with digits that read as a number: "5", "5s", "10.5", not "auto".
 bool isFixed(const QString& value);
 /// The fixed values, or all of them when none is fixed.
