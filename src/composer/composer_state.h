@@ -70,6 +70,8 @@ class ComposerState : public QObject {
   void setOption(const QString& field, const QString& value);
   /// Sets the lengths of several video models, by model id; what a model does not offer is dropped.
   void setLengths(const TextByKey& lengthByModel);
+  /// Replaces the attached pictures, in the order of upload, and their names.
+  void setReferences(std::vector<QUuid> ids, std::vector<ReferenceBinding> bindings);
   /// After a submission: what belonged to that one prompt goes, while models, shape, count and destination stay.
   void finishPrompt();
   const std::vector<PromptImprovement>& improvements() const { return improvements_; }
