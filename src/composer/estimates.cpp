@@ -65,6 +65,10 @@ bool heldEstimate(const EstimateInput& input, const KnownPrices& prices) {
                      [&](const SelectableModel& model) { return prices.isCeiling(model.record.id); });
 }
 
+QString balanceText(const std::optional<AccountBalance>& account) {
+  return account ? creditsText(account->available) : texts::unknownBalance();
+}
+
 std::optional<Shortfall> shortfall(const std::optional<CreditEstimate>& estimate,
                                    const std::optional<AccountBalance>& account) {
   if (!estimate || !estimate->unpriced.isEmpty() || !account) return std::nullopt;

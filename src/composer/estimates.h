@@ -60,6 +60,9 @@ struct AccountBalance {
   std::int64_t available = 0;
   std::int64_t reserved = 0;
 };
+/// "12.5", or "an unknown number of" while the account is not loaded.
+QString balanceText(const std::optional<AccountBalance>& account);
+
 struct Shortfall {
   std::int64_t needed = 0;  ///< credits
   QString balance;          ///< to read

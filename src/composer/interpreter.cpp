@@ -74,7 +74,12 @@ void InterpretationBooks::answered(const QUuid& key, const Interpretation& answe
   if (!store_.hasWorkspace()) return;
   if (answer.microcredits > 0) store_.record(chargeOf(store_, key, answer));
   // A ledger that could not be written keeps the charge in memory only, so the request stays noted.
-  if (!store_.extraCharges().isPending() && !store_.extraCharges().isUnreadable()) forget(store_.settings(), key);
+  if (store_.extraCharges().isPending() || store_.extraCharges().isUnreadable()) return;
+  try {
+    forget(store_.settings(), key);
+  } catch (const SorvanError&) {
+    // Settled once more at the next start, which changes nothing; the answer itself must not be lost over it.
+  }
 }
 
 Task<> InterpretationBooks::settle(std::stop_token stop) {

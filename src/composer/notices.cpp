@@ -117,6 +117,11 @@ std::vector<Notice> notices(const NoticeInput& input, const KnownPrices& prices)
   return present;
 }
 
+std::optional<PriceLine> shownPrice(const NoticeInput& input, const KnownPrices& prices) {
+  if (!generates(input) || !hasPrompt(input.draft) || input.needsInterpretation) return std::nullopt;
+  return priceLine(input.estimate, prices);
+}
+
 std::vector<video_length::Choice> lengthPlan(const GenerationRequest& request,
                                              const std::vector<SelectableModel>& models) {
   if (models.size() < 2) return {};

@@ -56,6 +56,9 @@ struct NoticeInput {
 /// The notices from top to bottom.
 std::vector<Notice> notices(const NoticeInput& input, const KnownPrices& prices);
 
+/// The price to show beside the button: only for a prompt that would be generated.
+std::optional<PriceLine> shownPrice(const NoticeInput& input, const KnownPrices& prices);
+
 /// The lengths that several chosen models make; empty with fewer than two.
 std::vector<video_length::Choice> lengthPlan(const GenerationRequest& request,
                                              const std::vector<SelectableModel>& models);

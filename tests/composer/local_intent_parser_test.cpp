@@ -172,6 +172,19 @@ TEST(LocalIntentParser, TextsThatGrowInLowerCaseKeepTheirNames) {
              {u"draw 2 İ"_s, prompt(u"İ"_s, 2)}});
 }
 
+TEST(LocalIntentParser, APastedMegabyteIsReadAsAnyText) {
+  const QString much = u"lorem ipsum "_s.repeated(100'000).trimmed();
+  expectAll({{u"find "_s + much, SearchAssets{much}},
+             {u"draw 2 "_s + much, prompt(much, 2)},
+             {u"remove the project "_s + much, useTrash},
+             {much, prompt(much)}});
+}
+
+TEST(LocalIntentParser, HalfACharacterIsReadAsAPrompt) {
+  const QString broken = u"a fox "_s + QChar(0xd83e);
+  expectAll({{broken, prompt(broken)}});
+}
+
 TEST(Intent, OnlyWhatShowsChangesItsKey) {
   EXPECT_EQ(presentationKey(prompt(u"a"_s)), presentationKey(prompt(u"another"_s)));
   EXPECT_EQ(presentationKey(prompt(u"a"_s, 3)), u"generate:3:false:referenceFor"_s);

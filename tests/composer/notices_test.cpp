@@ -4,6 +4,7 @@
 
 #include "base/ids.h"
 #include "composer/composer_models.h"
+#include "composer/notice_texts.h"
 #include "composer/shape_control.h"
 #include "support/text_printers.h"
 
@@ -124,6 +125,23 @@ TEST(PriceLine, ShowsWhatIsKnownInItsForm) {
   KnownPrices cheap = plainPrices();
   cheap.credits = [](const GenerationRequest&, const FalModel&) { return std::optional<std::int64_t>(1); };
   EXPECT_EQ(priceLine(of({imageModel(u"a"_s)}), cheap)->text, u"1 credit"_s);
+}
+
+TEST(PriceLine, IsShownOnlyForAPromptThatWouldBeGenerated) {
+  NoticeInput input = around(of({imageModel(u"a"_s)}));
+  EXPECT_EQ(shownPrice(input, plainPrices())->text, u"3 credits"_s);
+  input.draft = u" "_s;
+  EXPECT_EQ(shownPrice(input, plainPrices()), std::nullopt);
+  input.draft = u"compare"_s;
+  input.mode = ComposerMode::command;
+  EXPECT_EQ(shownPrice(input, plainPrices()), std::nullopt);
+}
+
+TEST(Confirmation, NamesTheBalanceWhereItIsKnown) {
+  EXPECT_EQ(
+      texts::confirmCredits(balanceText(AccountBalance{612'500'000, 0})),
+      u"This request costs more than 500 credits. You have 612.5 credits. A generation that fails costs nothing."_s);
+  EXPECT_EQ(balanceText(std::nullopt), u"an unknown number of"_s);
 }
 
 // ---- Notices

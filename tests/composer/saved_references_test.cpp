@@ -4,6 +4,7 @@
 
 #include "composer/composer_models.h"
 #include "composer/reference_texts.h"
+#include "core/history.h"
 #include "core/library_fixture.h"
 #include "generation/generation_request.h"
 #include "generation/texts.h"
@@ -207,6 +208,22 @@ TEST_F(SavedReferencesTest, ADeletedReferenceIsGoneAndItsPicturesStay) {
   EXPECT_TRUE(tin->isRemoved());
   EXPECT_FALSE(pictures[0]->isTrashed());
   EXPECT_EQ(failureOf([&] { deleteReference(store, tin->id); }), texts::referenceUnavailable());
+}
+
+TEST_F(SavedReferencesTest, SavingMovingAndDeletingCanBeTakenBack) {
+  const QUuid sea = addProject(u"Sea"_s)->id;
+  const QUuid tin = saveReference(store, draft(u"Tin"_s));
+  moveReference(store, tin, sea);
+  deleteReference(store, tin);
+  applyHistory(store, HistoryDirection::undo);
+  ASSERT_TRUE(savedReference(store, tin)) << sorvan::test::text(store.error().value_or(QString()));
+  EXPECT_EQ(savedReference(store, tin)->projectID, sea);
+  applyHistory(store, HistoryDirection::undo);
+  EXPECT_EQ(savedReference(store, tin)->projectID, std::nullopt);
+  applyHistory(store, HistoryDirection::undo);
+  EXPECT_TRUE(store.savedReferences().empty());
+  applyHistory(store, HistoryDirection::redo);
+  EXPECT_TRUE(savedReference(store, tin));
 }
 
 // ---- Suggesting
