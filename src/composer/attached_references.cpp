@@ -3,8 +3,9 @@
 
 #include "base/sorvan_error.h"
 #include "composer/composer_state.h"
+#include "composer/reference_names.h"
 #include "composer/texts.h"
-#include "generation/mentions.h"
+#include "generation/generation_request.h"
 
 namespace sorvan::composer {
 namespace {
@@ -22,20 +23,6 @@ QString notesOf(const std::vector<MarkupBox>& boxes) {
   for (const MarkupBox& box : boxes)
     if (!box.note.trimmed().isEmpty()) notes.append(box.note.trimmed());
   return notes.join(QStringLiteral(". "));
-}
-
-bool binds(const std::vector<ReferenceBinding>& bindings, const QUuid& asset) {
-  return std::any_of(bindings.begin(), bindings.end(), [&](const auto& binding) { return binding.assetID == asset; });
-}
-
-// "Reference{n}" with the smallest number that is free; the name is taken then.
-QString freeName(QSet<QString>& taken) {
-  for (int number = 1;; ++number) {
-    const QString name = QStringLiteral("Reference%1").arg(number);
-    if (taken.contains(name.toLower())) continue;
-    taken.insert(name.toLower());
-    return name;
-  }
 }
 
 }  // namespace
@@ -94,21 +81,36 @@ void ComposerState::dropStrayMarks() {
 }
 
 void ComposerState::synchronizeReferenceNames() {
-  // 1. Marks that lost their picture.
   dropStrayMarks();
-  // 2. Names of pictures that are gone; words may still mention them.
-  std::vector<ReferenceBinding> bindings = request_.referenceBindings.value_or(std::vector<ReferenceBinding>());
-  const auto& ids = request_.referenceIDs;
-  if (draft_.trimmed().isEmpty())
-    std::erase_if(bindings, [&](const auto& b) { return std::find(ids.begin(), ids.end(), b.assetID) == ids.end(); });
-  // 3. Names in use.
-  QSet<QString> taken;
-  for (const ReferenceBinding& binding : bindings) taken.insert(generation::handleOf(binding).toLower());
-  // 4. A name for each picture that has none.
-  for (const QUuid& id : ids)
-    if (!binds(bindings, id)) bindings.push_back({id, freeName(taken), std::nullopt, std::nullopt, std::nullopt});
-  // 5. Stored.
+  keepNames(synchronizedNames(request_.referenceBindings.value_or(std::vector<ReferenceBinding>()),
+                              request_.referenceIDs, draft_));
+}
+
+void ComposerState::keepNames(std::vector<ReferenceBinding> bindings) {
   request_.referenceBindings = bindings.empty() ? std::nullopt : std::optional(std::move(bindings));
+}
+
+void ComposerState::setReferences(std::vector<QUuid> ids, std::vector<ReferenceBinding> bindings) {
+  request_.referenceIDs = std::move(ids);
+  keepNames(std::move(bindings));
+  dropStrayMarks();
+  Q_EMIT changed();
+}
+
+void ComposerState::renameReference(const QUuid& asset, const QString& label, const std::optional<QString>& role) {
+  synchronizeReferenceNames();
+  const std::vector<ReferenceBinding> present = request_.referenceBindings.value_or(std::vector<ReferenceBinding>());
+  takeNames(renamedReference({present, draft_}, asset, label, role));
+}
+
+void ComposerState::resetReferenceNamesForNewPrompt() {
+  takeNames(namesForNewPrompt(orderedReferences(request_), draft_));
+}
+
+void ComposerState::takeNames(const NamedReferences& names) {
+  keepNames(names.bindings);
+  if (names.draft != draft_) setText(names.draft);
+  Q_EMIT changed();
 }
 
 }  // namespace sorvan::composer

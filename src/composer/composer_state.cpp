@@ -188,12 +188,6 @@ void ComposerState::setLengths(const TextByKey& lengthByModel) {
   Q_EMIT changed();
 }
 
-void ComposerState::setReferences(std::vector<QUuid> ids, std::vector<ReferenceBinding> bindings) {
-  request_.referenceIDs = std::move(ids);
-  request_.referenceBindings = bindings.empty() ? std::nullopt : std::optional(std::move(bindings));
-  Q_EMIT changed();
-}
-
 void ComposerState::finishPrompt() {
   request_.referenceIDs.clear();
   request_.referenceBindings.reset();

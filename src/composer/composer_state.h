@@ -13,6 +13,7 @@
 #include "base/clock.h"
 #include "base/task_scope.h"
 #include "catalogue/fal_model.h"
+#include "composer/reference_names.h"
 #include "composer/selectable_models.h"
 #include "core/ledger_values.h"
 #include "core/request_values.h"
@@ -72,6 +73,11 @@ class ComposerState : public QObject {
   void setLengths(const TextByKey& lengthByModel);
   /// Replaces the attached pictures, in the order of upload, and their names.
   void setReferences(std::vector<QUuid> ids, std::vector<ReferenceBinding> bindings);
+  /// Gives an attached picture another name and part; the draft follows. Throws SorvanError for a name that is unfit or
+  /// taken; nothing changes then.
+  void renameReference(const QUuid& asset, const QString& label, const std::optional<QString>& role);
+  /// Numbers the automatic names anew, when a reused item starts a fresh prompt; the draft follows.
+  void resetReferenceNamesForNewPrompt();
   /// After a submission: what belonged to that one prompt goes, while models, shape, count and destination stay.
   void finishPrompt();
   const std::vector<PromptImprovement>& improvements() const { return improvements_; }
@@ -120,6 +126,8 @@ class ComposerState : public QObject {
   void fitRatio(const std::vector<SelectableModel>& chosen);
   void dropStrayMarks();
   void synchronizeReferenceNames();
+  void keepNames(std::vector<ReferenceBinding> bindings);
+  void takeNames(const NamedReferences& names);
   void takeRequest(GenerationRequest request, const std::function<bool(const QUuid&)>& usable);
   Task<> clearLater(quint64 message, double seconds, std::stop_token stop);
 

@@ -59,6 +59,15 @@ void check(const LibraryStore& store, const SavedReferenceDraft& draft) {
   require(!draft.referenceID || savedReference(store, *draft.referenceID), texts::referenceUnavailable());
 }
 
+/// A picture that was chosen twice is meant once.
+SavedReferenceDraft withoutDoubles(SavedReferenceDraft draft) {
+  std::vector<QUuid> once;
+  for (const QUuid& id : draft.assetIDs)
+    if (std::find(once.begin(), once.end(), id) == once.end()) once.push_back(id);
+  draft.assetIDs = std::move(once);
+  return draft;
+}
+
 void fill(SavedReference& record, const SavedReferenceDraft& draft, Instant now) {
   record.name = draft.name.trimmed();
   record.kind = draft.kind;
@@ -160,7 +169,8 @@ std::vector<AssetRef> liveImages(const LibraryStore& store, const SavedReference
   return images;
 }
 
-QUuid saveReference(LibraryStore& store, const SavedReferenceDraft& draft) {
+QUuid saveReference(LibraryStore& store, const SavedReferenceDraft& held) {
+  const SavedReferenceDraft draft = withoutDoubles(held);
   check(store, draft);
   const QUuid id = draft.referenceID.value_or(newUuid());
   edit(store, u"Save Reference"_s, [&] {

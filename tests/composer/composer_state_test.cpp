@@ -307,7 +307,8 @@ TEST_F(AttachedTest, MarksWhosePictureIsGoneAreNotRestored) {
   state.setMarkup(boxes, ids[1]);
   const core::ComposerDraft kept = state.saved();
   state.reset();
-  state.restore(kept, [&](const QUuid& id) { return id != ids[1]; }, everything);
+  state.restore(
+      kept, [&](const QUuid& id) { return id != ids[1]; }, everything);
   EXPECT_EQ(request().referenceIDs, std::vector<QUuid>{ids[0]});
   EXPECT_FALSE(request().markup);
   state.restore(kept, everything, everything);
@@ -333,6 +334,46 @@ TEST_F(AttachedTest, ASubmittedPromptTakesItsPicturesAndMarksAlong) {
   EXPECT_FALSE(request().referenceBindings);
   EXPECT_FALSE(request().markup);
   EXPECT_FALSE(request().confineToMarks);
+}
+
+// ---- Names of attached pictures
+
+QStringList namesIn(const ComposerState& composer) {
+  QStringList names;
+  for (const ReferenceBinding& binding : composer.request().referenceBindings.value_or(std::vector<ReferenceBinding>()))
+    names << binding.label;
+  return names;
+}
+
+TEST_F(ComposerStateTest, ARenamedPictureIsCalledSoInTheDraft) {
+  const QUuid fox = newUuid();
+  state.attachFirst(fox);
+  state.setText(QStringLiteral("by @reference1"));
+  state.renameReference(fox, QStringLiteral("Red Fox"), QStringLiteral("Character"));
+  EXPECT_EQ(state.draft(), QStringLiteral("by @RedFox"));
+  EXPECT_EQ(state.request().referenceBindings->front().role, QStringLiteral("Character"));
+  EXPECT_THROW(state.renameReference(fox, QStringLiteral("7"), {}), SorvanError);
+  EXPECT_EQ(namesIn(state), QStringList{QStringLiteral("Red Fox")});
+}
+
+TEST_F(ComposerStateTest, AFreshPromptNumbersItsAutomaticNamesAnew) {
+  const QUuid fox = newUuid();
+  state.setReferences({fox}, {{fox, QStringLiteral("Reference4"), {}, {}, {}}});
+  state.setText(QStringLiteral("@Reference4"));
+  state.resetReferenceNamesForNewPrompt();
+  EXPECT_EQ(namesIn(state), QStringList{QStringLiteral("Reference1")});
+  EXPECT_EQ(state.draft(), QStringLiteral("@Reference1"));
+}
+
+TEST_F(ComposerStateTest, ReplacingThePicturesDropsMarksOfAnother) {
+  const QUuid fox = newUuid();
+  const QUuid hare = newUuid();
+  state.attachFirst(fox);
+  state.setMarkup({{0, 0, 0.5, 0.5, QString()}}, fox);
+  state.setReferences({fox, hare}, *state.request().referenceBindings);
+  EXPECT_TRUE(state.request().markup);
+  state.setReferences({hare}, {});
+  EXPECT_FALSE(state.request().markup);
 }
 
 }  // namespace

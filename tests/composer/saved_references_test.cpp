@@ -135,6 +135,12 @@ TEST_F(SavedReferencesTest, OneToEightPicturesThatAreThere) {
   EXPECT_EQ(refusal(draft(u"Tin"_s, 2)), texts::imagesUnavailable());
 }
 
+TEST_F(SavedReferencesTest, APictureThatWasChosenTwiceIsKeptOnce) {
+  SavedReferenceDraft made = draft(u"Tin"_s, 2);
+  made.assetIDs.push_back(pictures[0]->id);
+  EXPECT_EQ(saved(made)->assetIDs, (std::vector<QUuid>{pictures[0]->id, pictures[1]->id}));
+}
+
 TEST_F(SavedReferencesTest, ANameIsFreeOnceInEachScope) {
   const QUuid sea = addProject(u"Sea"_s)->id;
   const QUuid land = addProject(u"Land"_s)->id;
