@@ -18,7 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 constexpr int kRightPad = 12;
-constexpr int kStateGap = 8;
+constexpr int kActionWidth = 64;  // the same for each state, so that prices stand in a column
 constexpr int kProblemFoot = 8;
 }  // namespace
 
@@ -47,24 +47,8 @@ bool BrowserRowView::isUsable() const {
   return row_.state == BrowserRowState::added || row_.state == BrowserRowState::builtIn;
 }
 
-// What stands at the right end, so that the words keep the rest.
-int BrowserRowView::actionWidth() const {
-  const int state = textWidth(row_.stateText, fontFor(Type::small)) + kStateGap;
-  switch (row_.state) {
-    case BrowserRowState::offered:
-      return add_->sizeHint().width() + kStateGap;
-    case BrowserRowState::adding:
-      return cancel_->sizeHint().width() + spinner_->sizeHint().width() + 2 * kStateGap;
-    case BrowserRowState::added:
-      return remove_->sizeHint().width() + state;
-    case BrowserRowState::builtIn:
-      break;
-  }
-  return state;
-}
-
 ModelRowLook BrowserRowView::look() const {
-  return {row_.name, row_.badge, row_.licence, row_.summary, false, {}, row_.price, row_.priceDate, actionWidth()};
+  return {row_.name, row_.badge, row_.licence, row_.summary, false, {}, row_.price, row_.priceDate, kActionWidth};
 }
 
 void BrowserRowView::setRow(const BrowserRow& row) {
@@ -87,7 +71,7 @@ void BrowserRowView::setRow(const BrowserRow& row) {
   }
   if (!row.priceDate.isEmpty()) about << texts::listPrice(row.priceDate);
   setAccessibleDescription(about.join(u". "_s));
-  setToolTip(row.summary);
+  setToolTip(row.stateText.isEmpty() ? row.summary : row.summary + u'\n' + row.stateText);
   arrange();
   tellState(before);
   update();
@@ -175,12 +159,11 @@ void BrowserRowView::paintEvent(QPaintEvent*) {
     paintIcon(painter, u"plus"_s, QRectF(12, 0, 16, modelRowHeight), 16, {c.textTertiary});
   }
   paintModelRow(painter, rect(), look(), false);
-  if (!isUsable()) return;
-  const int end = row_.state == BrowserRowState::added ? remove_->x() - 4 : width() - kRightPad;
-  paintText(painter, QRect(modelBoxColumn, 0, end - modelBoxColumn, modelRowHeight),
-            {row_.stateText, fontFor(Type::small),
-             row_.state == BrowserRowState::added ? c.successText : c.textTertiary,
-             Qt::AlignRight | Qt::AlignVCenter});
+  if (row_.state == BrowserRowState::added)
+    paintIcon(painter, u"circle-check"_s, QRectF(remove_->x() - 22, 0, 16, modelRowHeight), 16, {c.successText});
+  if (row_.state == BrowserRowState::builtIn)
+    paintText(painter, QRect(modelBoxColumn, 0, width() - kRightPad - modelBoxColumn, modelRowHeight),
+              {row_.stateText, fontFor(Type::small), c.textTertiary, Qt::AlignRight | Qt::AlignVCenter});
 }
 
 }  // namespace sorvan::views

@@ -42,7 +42,6 @@ class BrowserRowView final : public QAbstractButton {
 
  private:
   bool isUsable() const;
-  int actionWidth() const;
   ModelRowLook look() const;
   void arrange();
   void tellState(const BrowserRow& before);
