@@ -71,7 +71,7 @@ Planned walkedTo(const Scenario& scenario, FaultKind kind, const Counted& step) 
   Planned trial = planned(scenario, kind);
   trial.place = step.place;
   trial.turn = step.turn;
-  trial.mayBeAbsent = step.turn > 1 && isOfTheNetwork(step.call);
+  trial.mayBeAbsent = step.turn > 1 && step.varies();
   return trial;
 }
 
@@ -89,6 +89,17 @@ const QStringList& waysOfKilling(const QString& call) {
   static const QStringList halved{u"before"_s, u"middle"_s, u"after"_s};
   static const QStringList whole{u"before"_s, u"after"_s};
   return call == u"write"_s || call == u"send"_s ? halved : whole;
+}
+
+bool Counted::varies() const { return isOfTheNetwork(call) || place.endsWith(u"/library.store-wal"_s); }
+
+Planned atFirstTurn(Planned trial) {
+  QStringList words = trial.fault.shim.split(u' ');
+  words[2] = u"1"_s;
+  trial.fault.shim = words.join(u' ');
+  trial.turn = 1;
+  trial.mayBeAbsent = false;
+  return trial;
 }
 
 std::vector<Counted> countedSteps(const std::vector<Step>& steps, const QString& workspace) {

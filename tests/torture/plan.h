@@ -14,7 +14,7 @@ struct Planned {
   Fault fault;
   QString place;  // of the walks: the step that must be hit, as `placeOf` names it; empty for other faults
   int turn = 0;   // of the walks: which of the steps at this place it is
-  bool mayBeAbsent = false;  // the network came in more pieces when the steps were counted than it may now
+  bool mayBeAbsent = false;  // a run may end without it, see `Counted::varies`
 };
 
 // A step that a scenario goes through, as its first run counted it.
@@ -23,7 +23,14 @@ struct Counted {
   QString place;
   QString glob;   // as the shim is told it
   int turn = 0;   // which of the steps at this place it is, from 1
+
+  // Whether it depends on how often the service is asked until it is done: that differs from run to run, and so does the
+  // number of pieces on the network, and of lines of progress in the database's log.
+  bool varies() const;
 };
+
+// The same trial at the first of the steps at its place, which every run goes through.
+Planned atFirstTurn(Planned trial);
 
 std::vector<Counted> countedSteps(const std::vector<Step>& steps, const QString& workspace);
 // The steps that both runs went through.

@@ -118,7 +118,7 @@ void Run::one(const Planned& planned, Workshop& workshop) {
     const TrialResult result = workshop.run(*planned.scenario, planned.fault);
     tally_.add(planned, result);
     if (result.met && (planned.place.isEmpty() || result.place == planned.place)) return;
-    if (attempt >= 2 && planned.mayBeAbsent) return;
+    if (attempt == 2 && planned.mayBeAbsent) return one(atFirstTurn(planned), workshop);
     if (attempt == mostAttempts) return tally_.missed(planned.scenario->name + u": "_s + planned.fault.text());
   }
 }

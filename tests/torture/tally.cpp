@@ -29,9 +29,8 @@ void Tally::mustBeHit(const QString& scenario, const QString& place) {
 
 void Tally::mustBeHitInEveryWay(const QString& scenario, const Counted& step) {
   const std::lock_guard hold(mutex_);
-  const bool isOfTheNetwork = step.glob.endsWith(u" -"_s);
   for (const QString& way : waysOfKilling(step.call))
-    required_ << hit(scenario, step.place, way, isOfTheNetwork ? 0 : step.turn);
+    required_ << hit(scenario, step.place, way, step.varies() ? 0 : step.turn);
 }
 
 QStringList Tally::neverHit() const {

@@ -21,8 +21,8 @@ class Tally {
   void add(const Planned& planned, const TrialResult& result);
   // A kill must strike at this place of the scenario.
   void mustBeHit(const QString& scenario, const QString& place);
-  // Kills must strike before this step of the scenario, after it, and in the middle of what can be halved; of the network,
-  // which comes in other pieces each time, at steps of this kind.
+  // Kills must strike before this step of the scenario, after it, and in the middle of what can be halved; of steps
+  // that differ from run to run, at one of this kind.
   void mustBeHitInEveryWay(const QString& scenario, const Counted& step);
   // A planned step or fault that never struck.
   void missed(const QString& what);

@@ -62,6 +62,19 @@ TEST(AWalk, InEveryWayKillsBeforeInAndAfterWhatCanBeHalved) {
                                  u"at before 1 fsync /x"_s, u"at after 1 fsync /x"_s}));
 }
 
+TEST(AWalk, FallsBackToTheFirstStepOfAKindThatNotEveryRunHas) {
+  const Scenario scenario;
+  const std::vector<Counted> steps =
+      countedSteps({step(u"fsync"_s, u"/.sorvan/library.store-wal"_s), step(u"fsync"_s, u"/.sorvan/library.store-wal"_s)},
+                   u"/library"_s);
+  const std::vector<Planned> walk = killWalk(scenario, steps, {.everyTurn = true, .everyWay = true}, 1);
+  ASSERT_EQ(walk.size(), 4U);
+  EXPECT_FALSE(walk[0].mayBeAbsent);
+  EXPECT_TRUE(walk[2].mayBeAbsent);
+  EXPECT_EQ(walk[2].fault.shim, u"at before 2 fsync /.sorvan/library.store-wal"_s);
+  EXPECT_EQ(atFirstTurn(walk[2]).fault.shim, u"at before 1 fsync /.sorvan/library.store-wal"_s);
+}
+
 TEST(TheShim, EndsTheProgramAtTheStepThatIsNamed) {
   const QTemporaryDir folder;
   const QString workspace = folder.filePath(u"workspace"_s);
