@@ -5,6 +5,8 @@
 #include "shell/generation_composer.h"
 #include "shell/texts.h"
 
+#include <algorithm>
+
 namespace sorvan::shell {
 
 std::vector<AttachedReference> GenerationComposer::attachedReferences() const {
@@ -31,7 +33,20 @@ std::vector<AttachedReference> GenerationComposer::attachedReferences() const {
 // Throws SorvanError when as many are attached as a prompt may have.
 void GenerationComposer::attach(QUuid item, const std::optional<QString>& role) {
   ports_.state.attachFirst(item, role);
-  if (!ports_.state.useModel(core::MediaType::image)) ports_.state.report(texts::noModelForThis, true);
+  if (!chooseModelFor(role)) ports_.state.report(texts::noModelForThis, true);
+}
+
+// Models that take a picture stay chosen, those that animate it too: another in their place would be paid for
+// unasked. Else one that takes it is chosen, of the kind that is being made. Marks are for models that edit.
+bool GenerationComposer::chooseModelFor(const std::optional<QString>& role) {
+  if (role) return ports_.state.useModel(core::MediaType::image);
+  const auto chosen = ports_.state.chosenModels();
+  const bool allTakeIt = std::all_of(chosen.begin(), chosen.end(), [](const SelectableModel& model) {
+    return model.comparison.model.supportsReferences;
+  });
+  if (!chosen.empty() && allTakeIt) return true;
+  const bool makesClip = chosen.size() == 1 && chosen.front().record.output == core::MediaType::video;
+  return ports_.state.useModel(makesClip ? core::MediaType::video : core::MediaType::image);
 }
 
 void GenerationComposer::useAsReference(QUuid item) {

@@ -96,6 +96,7 @@ class GenerationComposer final : public ComposerPresenter {
   void enqueue(const Submission& submission);
   std::vector<AttachedReference> attachedReferences() const;
   void attach(QUuid item, const std::optional<QString>& role);
+  bool chooseModelFor(const std::optional<QString>& role);
   void takePendingMarks();
   void noteChoice();
   QString estimate() const;

@@ -130,5 +130,29 @@ TEST_F(ModelSectionsTest, ComingBackFromSoundsChoosesThePicturesModelsOfBefore) 
   EXPECT_FALSE(desk.composer.display().audio);
 }
 
+TEST_F(ModelSectionsTest, AReferenceLeavesTheModelsThatTakeItChosen) {
+  FalModel animator = clipModel(u"acme/animate"_s, u"image-to-video"_s);
+  animator.imageInput = catalogue::SingleInput{u"image_url"_s, true};
+  offer(editor(u"acme/edit"_s, 4));
+  offer(editor(u"acme/second"_s, 4));
+  offer(animator);
+  desk.generate(u"a red boat"_s);
+  desk.settle();
+  ASSERT_EQ(desk.store.assets().size(), 1u);
+  const QUuid picture = desk.store.assets().front()->id;
+  const QString animateKey = u"fal.ai:acme/animate"_s;
+  desk.composer.chooseOnlyModel(animateKey);
+  desk.composer.useAsReference(picture);
+  EXPECT_EQ(desk.composing.selectedModels(), QSet<QString>{animateKey});
+  const QSet<QString> editors{u"fal.ai:acme/edit"_s, u"fal.ai:acme/second"_s};
+  desk.composer.chooseOnlyModel(u"fal.ai:acme/edit"_s);
+  desk.composer.setModelChosen(u"fal.ai:acme/second"_s, true);
+  desk.composer.useAsReference(picture);
+  EXPECT_EQ(desk.composing.selectedModels(), editors);
+  desk.composer.chooseOnlyModel(nanoKey);
+  desk.composer.useAsReference(picture);
+  EXPECT_EQ(desk.composing.selectedModels(), QSet<QString>{u"fal.ai:acme/edit"_s});
+}
+
 }  // namespace
 }  // namespace sorvan::shell
