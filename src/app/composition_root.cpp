@@ -19,6 +19,7 @@
 #include "platform/http_client.h"
 #include "platform/key_store.h"
 #include "platform/temporary_files.h"
+#include "shell/contact_sheets.h"
 #include "shell/views/theme.h"
 
 namespace sorvan::app {
@@ -93,8 +94,10 @@ Presenters CompositionRoot::presenters() {
   all.welcome = &welcome_;
   all.sidebar = &sidebar_;
   all.gallery = &gallery_;
+  all.filters = &filters_;
   all.jobs = &jobs_;
   all.inspector = &inspector_;
+  all.curation = &curation_;
   all.composer = &composer_;
   all.marking = &marking_;
   all.settings = &settingsPresenter_;
@@ -130,14 +133,17 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       welcome_(store_, profile.defaultWorkspace),
       sidebar_(store_, state_),
       gallery_(store_, state_, displays_),
+      filters_(gallery_, state_),
       jobs_({store_, queue_, state_, alerts_, displays_,
              [](const QString& text) { QGuiApplication::clipboard()->setText(text); }}),
       inspector_(store_, state_, displays_),
+      curation_({store_, state_, gallery_, alerts_}),
       settingsPresenter_(providerSettings_, *settings_),
       health_(store_),
       actions_(actionPorts()) {
   store_.openingBackfills.emplace_back(backfillOutputCostEstimates);
   store_.openingBackfills.push_back(backfillMarkNotes);
+  store_.openingBackfills.emplace_back(shell::backfillContactSheets);
   // What became of requests that were cancelled in an earlier session. The charge notes are read by then.
   store_.afterOpen.emplace_back([this](LibraryStore&) { startSettling(queue_); });
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
@@ -198,6 +204,7 @@ void CompositionRoot::shutDown() {
 
 Task<> CompositionRoot::finish() {
   co_await maintenance_.drain();
+  co_await gallery_.index().drain();
   co_await queue_.drain();
   QCoreApplication::exit(0);
 }

@@ -21,6 +21,8 @@
 #include "shell/actions_presenter.h"
 #include "shell/alerts_presenter.h"
 #include "shell/catalogue_browser.h"
+#include "shell/curation_presenter.h"
+#include "shell/filter_presenter.h"
 #include "shell/gallery_presenter.h"
 #include "shell/generation_composer.h"
 #include "shell/health_presenter.h"
@@ -96,8 +98,10 @@ class CompositionRoot : public QObject {
   shell::WelcomePresenter welcome_;
   shell::SidebarPresenter sidebar_;
   shell::GalleryPresenter gallery_;
+  shell::FilterPresenter filters_;
   shell::JobsPresenter jobs_;
   shell::InspectorPresenter inspector_;
+  shell::CurationPresenter curation_;
   shell::SettingsPresenter settingsPresenter_;
   shell::HealthPresenter health_;
   shell::ActionsPresenter actions_;

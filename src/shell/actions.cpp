@@ -25,10 +25,15 @@ void addFileRows(std::vector<ActionRow>& rows) {
 
 void addEditRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::edit;
-  rows.push_back(row(ActionId::cut, menu, 0, texts::cut, "Ctrl+X", EnabledWhen::textFocused));
-  rows.push_back(row(ActionId::copy, menu, 0, texts::copy, "Ctrl+C", EnabledWhen::textFocusedOrJobSelected));
-  rows.push_back(row(ActionId::paste, menu, 0, texts::paste, "Ctrl+V", EnabledWhen::textFocused));
-  rows.push_back(row(ActionId::selectAll, menu, 1, texts::selectAll, "Ctrl+A", EnabledWhen::textFocusedOrItemsShown));
+  rows.push_back(row(ActionId::undo, menu, 0, texts::undo, "Ctrl+Z", EnabledWhen::textFocusedOrUndo));
+  rows.push_back(row(ActionId::redo, menu, 0, texts::redo, "Ctrl+Shift+Z", EnabledWhen::textFocusedOrRedo));
+  rows.push_back(row(ActionId::aboutUndo, menu, 0, texts::aboutUndoItem, "", EnabledWhen::always));
+  rows.push_back(row(ActionId::cut, menu, 1, texts::cut, "Ctrl+X", EnabledWhen::textFocused));
+  rows.push_back(row(ActionId::copy, menu, 1, texts::copy, "Ctrl+C", EnabledWhen::textFocusedOrJobSelected));
+  rows.push_back(row(ActionId::paste, menu, 1, texts::paste, "Ctrl+V", EnabledWhen::textFocused));
+  rows.push_back(row(ActionId::selectAll, menu, 2, texts::selectAll, "Ctrl+A", EnabledWhen::textFocusedOrItemsShown));
+  rows.push_back(row(ActionId::moveToTrash, menu, 3, texts::moveToTrash, "Del", EnabledWhen::liveItemSelected,
+                     KeyScope::mediaView));
 }
 
 void addViewRows(std::vector<ActionRow>& rows) {
@@ -37,7 +42,9 @@ void addViewRows(std::vector<ActionRow>& rows) {
   rows.push_back(row(ActionId::showGallery, menu, 0, texts::gallery, "Ctrl+1", open));
   rows.push_back(row(ActionId::showHistory, menu, 0, texts::history, "Ctrl+H", open));
   rows.push_back(row(ActionId::goBack, menu, 0, texts::back, "Alt+Left", EnabledWhen::subView));
+  rows.push_back(row(ActionId::searchMedia, menu, 1, texts::searchMedia, "Ctrl+F", open));
   rows.push_back(row(ActionId::focusComposer, menu, 1, texts::focusGenerationInput, "Ctrl+L", open));
+  rows.push_back(row(ActionId::toggleFilters, menu, 2, texts::filters, "Ctrl+Shift+F", open, KeyScope::window, true));
   rows.push_back(row(ActionId::toggleSidebar, menu, 2, texts::sidebar, "F9", open, KeyScope::window, true));
   rows.push_back(row(ActionId::toggleInspector, menu, 2, texts::inspector, "F8", open, KeyScope::window, true));
   rows.push_back(row(ActionId::largerThumbnails, menu, 3, texts::larger, "Ctrl++", open));
@@ -51,26 +58,51 @@ void addRatingRows(std::vector<ActionRow>& rows) {
                           ActionId::rateThree, ActionId::rateFour, ActionId::rateFive};
   for (int stars = 0; stars <= 5; ++stars) {
     const char key[] = {static_cast<char>('0' + stars), '\0'};
-    rows.push_back(
-        row(ids[stars], MenuId::item, 1, texts::rating(stars), key, EnabledWhen::itemSelected, KeyScope::mediaView));
+    rows.push_back(row(ids[stars], MenuId::item, 1, texts::rating(stars), key, EnabledWhen::liveItemSelected,
+                       KeyScope::mediaView));
   }
+}
+
+void addStatusRows(std::vector<ActionRow>& rows) {
+  const auto add = [&](ActionId id, const QString& name, const char* key) {
+    rows.push_back(
+        row(id, MenuId::item, 2, texts::status(name), key, EnabledWhen::liveItemSelected, KeyScope::mediaView));
+  };
+  add(ActionId::statusDraft, texts::statusDraft, "Shift+1");
+  add(ActionId::statusShortlist, texts::statusShortlist, "P");
+  add(ActionId::statusApproved, texts::statusApproved, "Shift+3");
+  add(ActionId::statusFinal, texts::statusFinal, "Shift+4");
+  add(ActionId::statusRejected, texts::statusRejected, "D");
+  rows.push_back(row(ActionId::stepOnAfterMark, MenuId::item, 3, texts::stepOnAfterMark, "",
+                     EnabledWhen::liveItemSelected, KeyScope::window, true));
+}
+
+void addPlaceRows(std::vector<ActionRow>& rows) {
+  const MenuId menu = MenuId::item;
+  rows.push_back(row(ActionId::renameItem, menu, 4, texts::renameItem, "F2", EnabledWhen::oneLiveItemSelected,
+                     KeyScope::mediaView));
+  rows.push_back(row(ActionId::editNotes, menu, 4, texts::editNotes, "", EnabledWhen::oneLiveItemSelected));
+  rows.push_back(row(ActionId::moveToProject, menu, 4, texts::moveToProject, "", EnabledWhen::liveItemSelected));
+  rows.push_back(row(ActionId::restoreItems, menu, 4, texts::restore, "", EnabledWhen::trashedItemSelected));
 }
 
 void addItemRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::item;
   rows.push_back(
-      row(ActionId::toggleFavorite, menu, 0, texts::favorite, "F", EnabledWhen::itemSelected, KeyScope::mediaView));
+      row(ActionId::toggleFavorite, menu, 0, texts::favorite, "F", EnabledWhen::liveItemSelected, KeyScope::mediaView));
   addRatingRows(rows);
+  addStatusRows(rows);
+  addPlaceRows(rows);
   rows.push_back(
-      row(ActionId::reusePrompt, menu, 2, texts::reusePrompt, "R", EnabledWhen::promptKnown, KeyScope::mediaView));
-  rows.push_back(row(ActionId::useAsReference, menu, 2, texts::useAsReference, "Shift+R", EnabledWhen::pictureSelected,
+      row(ActionId::reusePrompt, menu, 5, texts::reusePrompt, "R", EnabledWhen::promptKnown, KeyScope::mediaView));
+  rows.push_back(row(ActionId::useAsReference, menu, 5, texts::useAsReference, "Shift+R", EnabledWhen::pictureSelected,
                      KeyScope::mediaView));
   rows.push_back(
-      row(ActionId::markAreas, menu, 2, texts::markAreas, "M", EnabledWhen::pictureSelected, KeyScope::mediaView));
-  rows.push_back(row(ActionId::showInFiles, menu, 2, texts::showInFiles, "", EnabledWhen::itemSelected));
-  rows.push_back(row(ActionId::retryJob, menu, 3, texts::retry, "", EnabledWhen::jobCanRetry));
-  rows.push_back(row(ActionId::saveResult, menu, 3, texts::saveResult, "", EnabledWhen::jobHasResult));
-  rows.push_back(row(ActionId::copyJobDetails, menu, 3, texts::copyDetails, "", EnabledWhen::jobSelected));
+      row(ActionId::markAreas, menu, 5, texts::markAreas, "M", EnabledWhen::pictureSelected, KeyScope::mediaView));
+  rows.push_back(row(ActionId::showInFiles, menu, 5, texts::showInFiles, "", EnabledWhen::itemSelected));
+  rows.push_back(row(ActionId::retryJob, menu, 6, texts::retry, "", EnabledWhen::jobCanRetry));
+  rows.push_back(row(ActionId::saveResult, menu, 6, texts::saveResult, "", EnabledWhen::jobHasResult));
+  rows.push_back(row(ActionId::copyJobDetails, menu, 6, texts::copyDetails, "", EnabledWhen::jobSelected));
 }
 
 void addGenerateRows(std::vector<ActionRow>& rows) {

@@ -15,15 +15,21 @@ enum class ActionId {
   workspaceHealth,
   openSettings,
   quit,
+  undo,
+  redo,
+  aboutUndo,
   cut,
   copy,
   paste,
   selectAll,
+  moveToTrash,
   showGallery,
   showHistory,
   focusComposer,
   toggleSidebar,
   toggleInspector,
+  searchMedia,
+  toggleFilters,
   largerThumbnails,
   smallerThumbnails,
   fullScreen,
@@ -35,6 +41,16 @@ enum class ActionId {
   rateThree,
   rateFour,
   rateFive,
+  statusDraft,
+  statusShortlist,
+  statusApproved,
+  statusFinal,
+  statusRejected,
+  stepOnAfterMark,
+  renameItem,
+  editNotes,
+  moveToProject,
+  restoreItems,
   retryJob,
   saveResult,
   saveRawResult,  // in the inspector only
@@ -60,11 +76,16 @@ enum class EnabledWhen {
   workspaceOpen,
   textFocused,  // a text field has the keyboard focus
   textFocusedOrItemsShown,
+  textFocusedOrUndo,  // or there is a step that can be taken back now
+  textFocusedOrRedo,
   textFocusedOrJobSelected,
-  itemsShown,    // the gallery is in front and holds at least one cell
-  itemSelected,  // at least one item (no job) is selected
+  itemsShown,           // the gallery is in front and holds at least one cell
+  itemSelected,         // at least one item (no job) is selected
+  liveItemSelected,     // at least one item outside Trash is selected
+  trashedItemSelected,  // at least one item in Trash is selected
+  oneLiveItemSelected,
   pictureSelected,  // exactly one item is selected, a picture that is not in Trash
-  jobSelected,   // exactly one job is selected
+  jobSelected,      // exactly one job is selected
   jobCanRetry,
   jobHasResult,
   jobCanSubmitAgain,

@@ -1,8 +1,10 @@
 #include "shell/actions_presenter.h"
 
+#include "core/history.h"
 #include "core/library_store.h"
 #include "shell/alerts_presenter.h"
 #include "shell/composer_presenter.h"
+#include "shell/curation_presenter.h"
 #include "shell/gallery_presenter.h"
 #include "shell/inspector_presenter.h"
 #include "shell/jobs_presenter.h"
@@ -38,11 +40,35 @@ int starsOf(ActionId id) {
   }
 }
 
+std::optional<core::AssetStatus> statusOf(ActionId id) {
+  switch (id) {
+    case ActionId::statusDraft:
+      return core::AssetStatus::draft;
+    case ActionId::statusShortlist:
+      return core::AssetStatus::shortlist;
+    case ActionId::statusApproved:
+      return core::AssetStatus::approved;
+    case ActionId::statusFinal:
+      return core::AssetStatus::final;
+    case ActionId::statusRejected:
+      return core::AssetStatus::rejected;
+    default:
+      return std::nullopt;
+  }
+}
+
+core::HistoryDirection directionOf(ActionId id) {
+  return id == ActionId::redo ? core::HistoryDirection::redo : core::HistoryDirection::undo;
+}
+
 }  // namespace
 
 ActionsPresenter::ActionsPresenter(Ports ports, QObject* parent) : QObject(parent), ports_(std::move(ports)) {
   const Presenters& p = ports_.presenters;
   connect(&ports_.store, &core::LibraryStore::workspaceChanged, this, &ActionsPresenter::changed);
+  connect(&ports_.store, &core::LibraryStore::activityChanged, this, &ActionsPresenter::changed);
+  connect(&ports_.store.history(), &core::LibraryHistory::changed, this, &ActionsPresenter::changed);
+  connect(p.curation, &CurationPresenter::stepsOnChanged, this, &ActionsPresenter::changed);
   connect(p.state, &WorkspaceState::selectionChanged, this, &ActionsPresenter::changed);
   connect(p.state, &WorkspaceState::modeChanged, this, &ActionsPresenter::changed);
   connect(p.state, &WorkspaceState::layoutChanged, this, &ActionsPresenter::changed);
@@ -116,10 +142,20 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
       return textFocused_ || !selectedJob().isNull();
     case EnabledWhen::itemsShown:
       return itemsShown();
+    case EnabledWhen::textFocusedOrUndo:
+      return textFocused_ || core::canTake(ports_.store, core::HistoryDirection::undo);
+    case EnabledWhen::textFocusedOrRedo:
+      return textFocused_ || core::canTake(ports_.store, core::HistoryDirection::redo);
     case EnabledWhen::itemSelected:
       return itemSelected();
     case EnabledWhen::pictureSelected:
       return !selectedPicture().isNull();
+    case EnabledWhen::liveItemSelected:
+      return ports_.presenters.curation->hasLiveItems();
+    case EnabledWhen::trashedItemSelected:
+      return ports_.presenters.curation->hasTrashedItems();
+    case EnabledWhen::oneLiveItemSelected:
+      return ports_.presenters.curation->soleItem() != nullptr;
     case EnabledWhen::jobSelected:
       return !selectedJob().isNull();
     case EnabledWhen::jobCanRetry:
@@ -156,12 +192,24 @@ bool ActionsPresenter::isEnabled(ActionId id) const { return holds(conditionOf(i
 bool ActionsPresenter::isChecked(ActionId id) const {
   if (id == ActionId::toggleSidebar) return ports_.presenters.state->sidebarVisible();
   if (id == ActionId::toggleInspector) return ports_.presenters.state->inspectorVisible();
+  if (id == ActionId::toggleFilters) return ports_.presenters.state->filtersVisible();
+  if (id == ActionId::stepOnAfterMark) return ports_.presenters.curation->stepsOn();
   return false;
+}
+
+QString ActionsPresenter::title(ActionId id) const {
+  const QString plain = actionRow(id).title;
+  if (textFocused_ || (id != ActionId::undo && id != ActionId::redo)) return plain;
+  const auto edit = ports_.store.history().next(directionOf(id));
+  if (!edit) return plain;
+  return id == ActionId::undo ? texts::undoNamed(edit->name) : texts::redoNamed(edit->name);
 }
 
 void ActionsPresenter::trigger(ActionId id) {
   if (!isEnabled(id)) return;
-  if (triggerForWindow(id) || triggerForComposer(id) || triggerForSelection(id)) return;
+  if (triggerForWindow(id) || triggerForComposer(id) || triggerForHistory(id) || triggerForCuration(id) ||
+      triggerForSelection(id))
+    return;
   Q_EMIT viewActionRequested(id);
 }
 
@@ -182,6 +230,13 @@ bool ActionsPresenter::triggerForWindow(ActionId id) {
       return true;
     case ActionId::goBack:
       p.state->goBack();
+      return true;
+    case ActionId::searchMedia:
+      // The field stands over the gallery only; the window gives it the keyboard.
+      p.state->setMode({ModeKind::gallery});
+      return false;
+    case ActionId::toggleFilters:
+      p.state->setFiltersVisible(!p.state->filtersVisible());
       return true;
     case ActionId::toggleSidebar:
       p.state->setSidebarVisible(!p.state->sidebarVisible());
@@ -241,17 +296,6 @@ bool ActionsPresenter::triggerForSelection(ActionId id) {
       return true;
     case ActionId::selectAll:
       return !textFocused_ && selectAllItems();
-    case ActionId::toggleFavorite:
-      p.inspector->toggleFavorite();
-      return true;
-    case ActionId::rateNone:
-    case ActionId::rateOne:
-    case ActionId::rateTwo:
-    case ActionId::rateThree:
-    case ActionId::rateFour:
-    case ActionId::rateFive:
-      p.inspector->setRating(starsOf(id));
-      return true;
     case ActionId::retryJob:
       p.jobs->retry(selectedJob());
       return true;
@@ -275,6 +319,53 @@ bool ActionsPresenter::triggerForSelection(ActionId id) {
       return true;
     case ActionId::markAreas:
       toggleMarking();
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool ActionsPresenter::triggerForHistory(ActionId id) {
+  switch (id) {
+    case ActionId::undo:
+    case ActionId::redo:
+      if (textFocused_) return false;
+      core::applyHistory(ports_.store, directionOf(id));
+      return true;
+    case ActionId::aboutUndo:
+      ports_.presenters.alerts->showInformation(texts::aboutUndoTitle, texts::aboutUndo);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool ActionsPresenter::triggerForCuration(ActionId id) {
+  CurationPresenter& curation = *ports_.presenters.curation;
+  if (const auto status = statusOf(id)) {
+    curation.setStatus(*status);
+    return true;
+  }
+  switch (id) {
+    case ActionId::toggleFavorite:
+      curation.toggleFavorite();
+      return true;
+    case ActionId::rateNone:
+    case ActionId::rateOne:
+    case ActionId::rateTwo:
+    case ActionId::rateThree:
+    case ActionId::rateFour:
+    case ActionId::rateFive:
+      curation.setRating(starsOf(id));
+      return true;
+    case ActionId::stepOnAfterMark:
+      curation.setStepsOn(!curation.stepsOn());
+      return true;
+    case ActionId::moveToTrash:
+      curation.moveToTrash();
+      return true;
+    case ActionId::restoreItems:
+      curation.restoreSelected();
       return true;
     default:
       return false;

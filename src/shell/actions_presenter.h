@@ -33,6 +33,8 @@ class ActionsPresenter : public QObject {
 
   bool isEnabled(ActionId id) const;
   bool isChecked(ActionId id) const;
+  // As the menu shows it now: “Undo Change Rating” tells which step would be taken back.
+  QString title(ActionId id) const;
   // Does nothing when the action is not enabled.
   void trigger(ActionId id);
   // The view tells whether a text field has the keyboard focus.
@@ -41,9 +43,10 @@ class ActionsPresenter : public QObject {
   QString shortcutsText() const;
 
  Q_SIGNALS:
-  // The answers of `isEnabled` or `isChecked` may differ now.
+  // The answers of `isEnabled`, `isChecked` or `title` may differ now.
   void changed();
-  // The window carries this one out: cut, copy, paste, selectAll (in a field), fullScreen, chooseModels, openSettings,
+  // The window carries this one out: undo, redo, cut, copy, paste, selectAll (in a field), renameItem, editNotes,
+  // moveToProject, fullScreen, chooseModels, openSettings,
   // workspaceHealth.
   void viewActionRequested(sorvan::shell::ActionId id);
 
@@ -59,6 +62,8 @@ class ActionsPresenter : public QObject {
   bool triggerForWindow(ActionId id);
   bool triggerForComposer(ActionId id);
   bool triggerForSelection(ActionId id);
+  bool triggerForHistory(ActionId id);
+  bool triggerForCuration(ActionId id);
   bool selectAllItems();
   void showInFiles();
 

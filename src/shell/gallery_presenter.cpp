@@ -79,15 +79,21 @@ QString jobName(const JobDisplay& job) {
 }  // namespace
 
 GalleryPresenter::GalleryPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs, QObject* parent)
-    : QObject(parent), store_(store), state_(state), jobs_(jobs) {
+    : QObject(parent), store_(store), state_(state), jobs_(jobs), index_(store, [&jobs](const QString& model) {
+        return jobs.modelName(model);
+      }) {
   connect(&store_, &core::LibraryStore::revisionChanged, this, &GalleryPresenter::scheduleRefresh);
   connect(&store_, &core::LibraryStore::workspaceChanged, this, [this] {
     readDismissed();
+    readSort();
     scheduleRefresh();
   });
+  connect(&index_, &GalleryIndex::searchGrew, this, &GalleryPresenter::scheduleRefresh);
+  connect(&state_, &WorkspaceState::filterChanged, this, &GalleryPresenter::refresh);
   connect(&state_, &WorkspaceState::locationChanged, this, &GalleryPresenter::refresh);
   connect(&jobs_, &JobDisplays::ticked, this, &GalleryPresenter::contentChanged);
   readDismissed();
+  readSort();
   refresh();
 }
 
@@ -127,12 +133,8 @@ void GalleryPresenter::readLocation() {
                                          : Place::project;
 }
 
-bool GalleryPresenter::isHere(const core::AssetRow& row) const {
-  if (row.trashed || place_ == Place::trash) return row.trashed && place_ == Place::trash;
-  return place_ == Place::favorites ? row.favorite : isInProject(row.projectID);
-}
-
 bool GalleryPresenter::isHere(const core::GenerationJob& job) const {
+  if (state_.filter().narrows()) return false;
   return place_ != Place::favorites && place_ != Place::trash && isInProject(job.projectID);
 }
 
@@ -156,10 +158,13 @@ void GalleryPresenter::collectJobs(std::vector<Entry>& entries) {
     entries.push_back({job->id, static_cast<float>(jobs_.aspectRatio(*job)), true});
 }
 
-void GalleryPresenter::collectItems(std::vector<Entry>& entries) const {
+void GalleryPresenter::collectItems(std::vector<Entry>& entries) {
   const QString sound = rawValue(core::MediaType::audio);
-  for (const core::AssetRow& row : store_.assetRows())
-    if (isHere(row)) entries.push_back({row.id, aspectRatioOf(row.width, row.height, row.mediaType == sound), false});
+  const Rows& rows = store_.assetRows();
+  for (const std::uint32_t number : index_.matching(state_.filter())) {
+    const core::AssetRow& row = rows[number];
+    entries.push_back({row.id, aspectRatioOf(row.width, row.height, row.mediaType == sound), false});
+  }
 }
 
 int GalleryPresenter::count() const { return static_cast<int>(entries_.size()); }
@@ -221,10 +226,47 @@ QString GalleryPresenter::countText() const {
   return texts::itemCount(shell::countText(items), items);
 }
 
-QString GalleryPresenter::emptyTitle() const { return texts::emptyGalleryTitle; }
+QString GalleryPresenter::emptyTitle() const {
+  return state_.filter().narrows() ? texts::noMatchTitle : texts::emptyGalleryTitle;
+}
 
 QString GalleryPresenter::emptyText() const {
+  if (state_.filter().narrows()) return texts::noMatchText;
   return state_.location() == favoritesLocation ? texts::emptyFavoritesText : texts::emptyGalleryText;
+}
+
+const GalleryFilter& GalleryPresenter::filter() const { return state_.filter(); }
+
+void GalleryPresenter::setFilter(const GalleryFilter& filter) {
+  if (filter.sort != state_.filter().sort) {
+    try {
+      keepSort(store_.settings(), store_.workspaceRoot(), filter.sort);
+    } catch (const SorvanError&) {
+      // The order holds for this window; it is asked for again after the next start.
+    }
+  }
+  state_.setFilter(filter);
+}
+
+void GalleryPresenter::clearFilters() { state_.clearFilters(); }
+
+void GalleryPresenter::readSort() {
+  GalleryFilter filter = state_.filter();
+  filter.sort = keptSort(store_.settings(), store_.workspaceRoot());
+  state_.setFilter(filter);
+}
+
+std::vector<std::pair<QString, QString>> GalleryPresenter::models() {
+  std::vector<std::pair<QString, QString>> named;
+  for (const QString& model : index_.models()) named.emplace_back(model, jobs_.modelName(model));
+  return named;
+}
+
+void GalleryPresenter::refreshDates() {
+  const GalleryFilter& filter = state_.filter();
+  if (filter.days < 1 && filter.location != QStringLiteral("recent")) return;
+  index_.forgetTimes();
+  scheduleRefresh();
 }
 
 void GalleryPresenter::dismissJob(QUuid id) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/gallery_index.h"
 #include "shell/job_display.h"
 
 #include <QObject>
@@ -10,7 +11,6 @@
 
 namespace sorvan::core {
 class LibraryStore;
-struct AssetRow;
 struct GenerationJob;
 }  // namespace sorvan::core
 
@@ -41,8 +41,9 @@ struct GalleryCell {
   JobDisplay job;
 };
 
-// The cells of the current location, jobs first: running, waiting, then failed and cancelled ones, then items, newest
-// first. Cells are made when asked for, so that a hundred thousand items cost one pass over small rows. Main thread.
+// The cells of the current location, jobs first: running, waiting, then failed and cancelled ones, then items in the
+// chosen order. While a filter narrows the location only items are shown. Cells are made when asked for, so that a
+// hundred thousand items cost one pass over small rows. Main thread.
 class GalleryPresenter : public QObject {
   Q_OBJECT
 
@@ -64,6 +65,18 @@ class GalleryPresenter : public QObject {
   QString countText() const;  // “312 items”
   QString emptyTitle() const;
   QString emptyText() const;
+
+  const GalleryFilter& filter() const;
+  // Everything but the location; a new sort is remembered for the workspace.
+  void setFilter(const GalleryFilter& filter);
+  void clearFilters();
+  // The models that can be filtered by, ids and names, by name.
+  std::vector<std::pair<QString, QString>> models();
+  // The providers that can be filtered by.
+  std::vector<QString> providers() { return index_.providers(); }
+  // The window is in front again: a day may have gone by.
+  void refreshDates();
+  GalleryIndex& index() { return index_; }
 
   // The × of a failed or cancelled job's cell: leaves the wall for good, stays in History. A job that was dismissed and
   // is retried is shown again. Remembered for each workspace in the settings.
@@ -90,8 +103,8 @@ class GalleryPresenter : public QObject {
   void keepDismissed();
   QString dismissedKey() const;
   void collectJobs(std::vector<Entry>& entries);
-  void collectItems(std::vector<Entry>& entries) const;
-  bool isHere(const core::AssetRow& row) const;
+  void collectItems(std::vector<Entry>& entries);
+  void readSort();
   bool isHere(const core::GenerationJob& job) const;
   bool isInProject(const std::optional<QUuid>& project) const;
   GalleryCell itemCell(const Entry& entry) const;
@@ -99,6 +112,7 @@ class GalleryPresenter : public QObject {
   core::LibraryStore& store_;
   WorkspaceState& state_;
   JobDisplays& jobs_;
+  GalleryIndex index_;
   std::vector<Entry> entries_;
   // The location, read once for each pass over the rows.
   enum class Place { everything, favorites, inbox, trash, project } place_ = Place::everything;

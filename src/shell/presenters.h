@@ -7,6 +7,8 @@ namespace sorvan::shell {
 class ActionsPresenter;
 class AlertsPresenter;
 class ComposerPresenter;
+class CurationPresenter;
+class FilterPresenter;
 class GalleryPresenter;
 class HealthPresenter;
 class InspectorPresenter;
@@ -25,8 +27,10 @@ struct Presenters {
   WelcomePresenter* welcome = nullptr;
   SidebarPresenter* sidebar = nullptr;
   GalleryPresenter* gallery = nullptr;
+  FilterPresenter* filters = nullptr;
   JobsPresenter* jobs = nullptr;
   InspectorPresenter* inspector = nullptr;
+  CurationPresenter* curation = nullptr;
   ComposerPresenter* composer = nullptr;
   MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
   SettingsPresenter* settings = nullptr;

@@ -21,6 +21,17 @@ inline const QString newAudio = QStringLiteral("New Audio");
 inline const QString openAnotherWorkspace = QStringLiteral("Open Another Workspace…");
 inline const QString settingsItem = QStringLiteral("Settings…");
 inline const QString quit = QStringLiteral("Quit");
+inline const QString undo = QStringLiteral("Undo");
+inline const QString redo = QStringLiteral("Redo");
+inline QString undoNamed(const QString& name) { return QStringLiteral("Undo %1").arg(name); }
+inline QString redoNamed(const QString& name) { return QStringLiteral("Redo %1").arg(name); }
+inline const QString aboutUndoItem = QStringLiteral("About Undo and Redo…");
+inline const QString aboutUndoTitle = QStringLiteral("About Undo and Redo");
+inline const QString aboutUndo = QStringLiteral(
+    "Text fields use their own editing history. Library Undo covers local edits, imports, copies, moves, curation, "
+    "references, contact sheets and project changes. Imported/copied items go to Trash on Undo. History is kept for "
+    "this session and workspace, up to 100 actions and 16 MB. It pauses during generation, import, export and backup. "
+    "Purchases, provider generations and Empty Trash cannot be undone.");
 inline const QString cut = QStringLiteral("Cut");
 inline const QString copy = QStringLiteral("Copy");
 inline const QString paste = QStringLiteral("Paste");
@@ -51,6 +62,13 @@ inline const QString chooseModels = QStringLiteral("Choose Models");
 inline const QString clearTheComposer = QStringLiteral("Clear the Composer");
 inline const QString keyboardShortcuts = QStringLiteral("Keyboard Shortcuts");
 inline const QString about = QStringLiteral("About Sorvan Studio");
+inline const QString moveToTrash = QStringLiteral("Move to Trash");
+inline const QString restore = QStringLiteral("Restore");
+inline const QString renameItem = QStringLiteral("Rename…");
+inline const QString editNotes = QStringLiteral("Edit Notes…");
+inline const QString moveToProject = QStringLiteral("Move to Project…");
+inline const QString stepOnAfterMark = QStringLiteral("Step On After Rating");
+inline QString status(const QString& name) { return QStringLiteral("Status: %1").arg(name); }
 inline QString rating(int stars) {
   if (stars == 0) return QStringLiteral("No Rating");
   return stars == 1 ? QStringLiteral("1 Star") : QStringLiteral("%1 Stars").arg(stars);
@@ -72,6 +90,57 @@ inline const QString sequencesMode = QStringLiteral("Sequences");
 inline const QString searchResultsMode = QStringLiteral("Search Results");
 inline const QString costReportMode = QStringLiteral("Cost Report");
 
+// Filters and orders
+inline const QString modelFilter = QStringLiteral("Model");
+inline const QString providerFilter = QStringLiteral("Paid with");
+inline const QString statusFilter = QStringLiteral("Status");
+inline const QString ratingFilter = QStringLiteral("Rating");
+inline const QString orientationFilter = QStringLiteral("Orientation");
+inline const QString dateFilter = QStringLiteral("Date");
+inline const QString typeImages = QStringLiteral("Images");
+inline const QString typeVideo = QStringLiteral("Video");
+inline const QString typeAudio = QStringLiteral("Audio");
+inline const QString anyModel = QStringLiteral("Any Model");
+inline const QString anyProvider = QStringLiteral("Any Payment");
+inline const QString anyStatus = QStringLiteral("Any Status");
+inline const QString anyRating = QStringLiteral("Any Rating");
+inline const QString anyOrientation = QStringLiteral("Any Orientation");
+inline const QString anyTime = QStringLiteral("Any Time");
+inline QString starsOrMore(int stars) {
+  return stars == 5   ? QStringLiteral("5 Stars")
+         : stars == 1 ? QStringLiteral("1 Star or More")
+                      : QStringLiteral("%1 Stars or More").arg(stars);
+}
+inline const QString portrait = QStringLiteral("Portrait");
+inline const QString landscape = QStringLiteral("Landscape");
+inline const QString square = QStringLiteral("Square");
+inline QString lastDays(int days) {
+  return days == 1 ? QStringLiteral("Last Day") : QStringLiteral("Last %1 Days").arg(days);
+}
+inline const QString sortNewest = QStringLiteral("Newest");
+inline const QString sortOldest = QStringLiteral("Oldest");
+inline const QString sortRating = QStringLiteral("Rating");
+inline const QString sortCostHigh = QStringLiteral("Cost High");
+inline const QString sortCostLow = QStringLiteral("Cost Low");
+inline const QString sortName = QStringLiteral("Name");
+inline const QString searchMedia = QStringLiteral("Search Media");
+inline const QString filters = QStringLiteral("Filters");
+
+// Contact sheets
+inline const QString chooseWorkspaceFirst = QStringLiteral("Choose a workspace first.");
+inline const QString selectToCompare = QStringLiteral("Select 2–8 assets to compare.");
+inline QString comparisonOf(qsizetype count) { return QStringLiteral("Comparison of %1 assets").arg(count); }
+inline const QString newContactSheet = QStringLiteral("New Contact Sheet");
+inline const QString changeContactSheet = QStringLiteral("Change Contact Sheet");
+inline const QString deleteContactSheet = QStringLiteral("Delete Contact Sheet");
+inline const QString restoreContactSheet = QStringLiteral("Restore Contact Sheet");
+
+// Lineage
+inline const QString lineageOriginal = QStringLiteral("Original");
+inline const QString lineageImported = QStringLiteral("Imported");
+inline const QString lineageShotSet = QStringLiteral("Shot Set");
+inline const QString lineageDeleted = QStringLiteral("Deleted");
+
 // Locations
 inline const QString allMedia = QStringLiteral("All Media");
 inline const QString favorites = QStringLiteral("Favorites");
@@ -83,6 +152,8 @@ inline QString generatingCount(int count) { return QStringLiteral("%1 generating
 inline const QString emptyGalleryTitle = QStringLiteral("Nothing here yet");
 inline const QString emptyGalleryText =
     QStringLiteral("Describe an image, a clip or a sound below and press Generate.");
+inline const QString noMatchTitle = QStringLiteral("No media match these filters");
+inline const QString noMatchText = QStringLiteral("Clear the filters or search for something else.");
 inline const QString emptyFavoritesText = QStringLiteral("Items that you mark with a heart gather here.");
 inline QString itemCount(const QString& number, qsizetype count) {
   return count == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(number);
@@ -128,6 +199,45 @@ inline const QString submitAgainButton = QStringLiteral("Submit Again");
 inline const QString chargedRetryTitle = QStringLiteral("Generate again?");
 
 inline const QString trash = QStringLiteral("Trash");
+
+// Trash and large changes
+inline QString movedToTrash(qsizetype count) {
+  return count == 1 ? QStringLiteral("Moved to Trash") : QStringLiteral("%1 items moved to Trash").arg(count);
+}
+inline const QString trashKeepsFiles =
+    QStringLiteral("Files and provenance are retained. Restore them from Trash at any time.");
+inline QString movedTo(qsizetype count, const QString& place) {
+  return count == 1 ? QStringLiteral("Moved to %1").arg(place)
+                    : QStringLiteral("%1 items moved to %2").arg(QString::number(count), place);
+}
+inline QString restoreQuestionTitle(qsizetype count) {
+  return count == 1 ? QStringLiteral("Restore this item?") : QStringLiteral("Restore these %1 items?").arg(count);
+}
+inline QString savedReferenceCount(int count) {
+  return count == 1 ? QStringLiteral("1 saved reference") : QStringLiteral("%1 saved references").arg(count);
+}
+inline QString contactSheetCount(int count) {
+  return count == 1 ? QStringLiteral("1 contact sheet") : QStringLiteral("%1 contact sheets").arg(count);
+}
+inline const QString andBetween = QStringLiteral(" and ");
+inline QString restoreQuestion(qsizetype count, const QString& places) {
+  const QString held = count == 1 ? QStringLiteral("this item was in ") + places
+                                  : QStringLiteral("these %1 items were in ").arg(count) + places;
+  const QString them = count == 1 ? QStringLiteral("it") : QStringLiteral("them");
+  return QStringLiteral("Before going to Trash, ") + held + QStringLiteral(". Restore Everywhere puts ") + them +
+         QStringLiteral(" back there too. Gallery Only takes ") + them +
+         QStringLiteral(" out of those, and removes a reference left with no images.");
+}
+inline const QString restoreEverywhere = QStringLiteral("Restore Everywhere");
+inline const QString restoreToGalleryOnly = QStringLiteral("Restore to Gallery Only");
+inline const QString tooLargeToUndoTitle = QStringLiteral("This change is too large to undo");
+inline QString tooLargeToUndo(qsizetype count) {
+  return QStringLiteral(
+             "It changes %1 items, which is more than the history can keep. Neither this change nor the steps before "
+             "it can be undone afterwards.")
+      .arg(count);
+}
+inline const QString continueAnyway = QStringLiteral("Continue");
 inline QString nameAndPath(const QString& name, const QString& path) {
   return QStringLiteral("%1 (%2)").arg(name, path);
 }
@@ -344,7 +454,6 @@ inline const QString added = QStringLiteral("Added");
 inline const QString readingSettings = QStringLiteral("Reading this model's settings…");
 inline const QString researchOnly = QStringLiteral("Research use only");
 inline QString modelRemoved(const QString& name) { return QStringLiteral("%1 was removed.").arg(name); }
-inline const QString undo = QStringLiteral("Undo");
 inline const QString catalogueNote =
     QStringLiteral("The list and each model's settings come from the model provider's public catalog.");
 

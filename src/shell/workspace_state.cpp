@@ -9,17 +9,32 @@ constexpr int smallestRow = 96;
 constexpr int largestRow = 360;
 }  // namespace
 
-WorkspaceState::WorkspaceState(QObject* parent) : QObject(parent) {}
+WorkspaceState::WorkspaceState(QObject* parent) : QObject(parent) { filter_.location = location_; }
 
 bool WorkspaceState::canGoBack() const { return mode_.kind == ModeKind::generation; }
 
 void WorkspaceState::setLocation(const QString& location) {
   if (location_ != location) {
     location_ = location;
+    filter_.location = location;
     select({});
     Q_EMIT locationChanged();
   }
   setMode({ModeKind::gallery});
+}
+
+void WorkspaceState::setFilter(const GalleryFilter& filter) {
+  GalleryFilter wanted = filter;
+  wanted.location = location_;
+  if (wanted == filter_) return;
+  filter_ = wanted;
+  Q_EMIT filterChanged();
+}
+
+void WorkspaceState::clearFilters() {
+  GalleryFilter plain;
+  plain.sort = filter_.sort;
+  setFilter(plain);
 }
 
 void WorkspaceState::setMode(const WorkspaceMode& mode) {
@@ -65,6 +80,12 @@ void WorkspaceState::setSidebarVisible(bool visible) {
   Q_EMIT layoutChanged();
 }
 
+void WorkspaceState::setFiltersVisible(bool visible) {
+  if (filtersVisible_ == visible) return;
+  filtersVisible_ = visible;
+  Q_EMIT layoutChanged();
+}
+
 void WorkspaceState::setInspectorVisible(bool visible) {
   if (inspectorVisible_ == visible) return;
   inspectorVisible_ = visible;
@@ -81,6 +102,7 @@ void WorkspaceState::setRowHeight(int height) {
 void WorkspaceState::reset() {
   generationReturnMode_ = {};
   setLocation(allMediaLocation);
+  clearFilters();
   select({});
 }
 

@@ -33,8 +33,10 @@ struct ActionsTest : testing::Test {
     all.welcome = &welcome;
     all.sidebar = &sidebar;
     all.gallery = &desk.gallery;
+    all.filters = &desk.filters;
     all.jobs = &desk.jobs;
     all.inspector = &desk.inspector;
+    all.curation = &desk.curation;
     all.composer = &desk.composer;
     all.marking = &desk.marking;
     all.alerts = &desk.alerts;
@@ -152,6 +154,83 @@ TEST_F(ActionsTest, WindowActionsMoveTheWindow) {
 TEST_F(ActionsTest, WhatOnlyAWindowCanDoGoesToTheWindow) {
   for (const ActionId id : {ActionId::fullScreen, ActionId::chooseModels, ActionId::openSettings}) actions.trigger(id);
   EXPECT_EQ(forView.count(), 3);
+}
+
+TEST_F(ActionsTest, UndoCarriesTheNameOfTheEditAndTakesItBack) {
+  const QUuid item = makeItem();
+  EXPECT_EQ(actions.title(ActionId::undo), QStringLiteral("Undo"));
+  EXPECT_FALSE(actions.isEnabled(ActionId::undo));
+  desk.state.select({item});
+  QSignalSpy changed(&actions, &ActionsPresenter::changed);
+  actions.trigger(ActionId::rateFour);
+  EXPECT_GE(changed.count(), 1);
+  EXPECT_EQ(actions.title(ActionId::undo), QStringLiteral("Undo Change Rating"));
+  EXPECT_EQ(actions.title(ActionId::redo), QStringLiteral("Redo"));
+  actions.trigger(ActionId::undo);
+  EXPECT_FALSE(desk.store.asset(item)->rating);
+  EXPECT_FALSE(actions.isEnabled(ActionId::undo));
+  EXPECT_EQ(actions.title(ActionId::redo), QStringLiteral("Redo Change Rating"));
+  actions.trigger(ActionId::redo);
+  EXPECT_EQ(desk.store.asset(item)->rating, 4);
+}
+
+TEST_F(ActionsTest, UndoGoesToTheFieldThatHasTheFocus) {
+  const QUuid item = makeItem();
+  desk.state.select({item});
+  actions.trigger(ActionId::rateFour);
+  actions.setTextFocused(true);
+  EXPECT_EQ(actions.title(ActionId::undo), QStringLiteral("Undo"));
+  actions.trigger(ActionId::undo);
+  actions.trigger(ActionId::redo);
+  EXPECT_EQ(forView.count(), 2);
+  EXPECT_EQ(desk.store.asset(item)->rating, 4);
+}
+
+TEST_F(ActionsTest, UndoIsOffWhileAJobRuns) {
+  const QUuid item = makeItem();
+  desk.state.select({item});
+  actions.trigger(ActionId::rateFour);
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("another"));
+  EXPECT_FALSE(actions.isEnabled(ActionId::undo));
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_TRUE(actions.isEnabled(ActionId::undo));
+}
+
+TEST_F(ActionsTest, TellsWhatUndoCovers) {
+  actions.trigger(ActionId::aboutUndo);
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_TRUE(desk.alerts.current()->text.contains(QStringLiteral("up to 100 actions and 16 MB")));
+}
+
+TEST_F(ActionsTest, KeysOfMarksReachTheItem) {
+  const QUuid item = makeItem();
+  desk.state.select({item});
+  actions.trigger(ActionId::statusShortlist);
+  EXPECT_EQ(desk.store.asset(item)->status(), core::AssetStatus::shortlist);
+  actions.trigger(ActionId::statusRejected);
+  EXPECT_EQ(desk.store.asset(item)->status(), core::AssetStatus::rejected);
+  EXPECT_FALSE(actions.isChecked(ActionId::stepOnAfterMark));
+  actions.trigger(ActionId::stepOnAfterMark);
+  EXPECT_TRUE(actions.isChecked(ActionId::stepOnAfterMark));
+  for (const ActionId id : {ActionId::renameItem, ActionId::editNotes, ActionId::moveToProject}) actions.trigger(id);
+  EXPECT_EQ(forView.count(), 3);
+}
+
+TEST_F(ActionsTest, InTrashAnItemIsRestoredAndNotMarked) {
+  const QUuid item = makeItem();
+  desk.state.select({item});
+  EXPECT_FALSE(actions.isEnabled(ActionId::restoreItems));
+  actions.trigger(ActionId::moveToTrash);
+  desk.state.setLocation(trashLocation);
+  desk.state.select({item});
+  for (const ActionId id : {ActionId::moveToTrash, ActionId::rateFour, ActionId::toggleFavorite,
+                            ActionId::statusShortlist, ActionId::renameItem, ActionId::moveToProject})
+    EXPECT_FALSE(actions.isEnabled(id));
+  EXPECT_TRUE(actions.isEnabled(ActionId::showInFiles));
+  actions.trigger(ActionId::restoreItems);
+  EXPECT_FALSE(desk.store.asset(item)->isTrashed());
 }
 
 TEST_F(ActionsTest, GenerateReachesTheComposer) {

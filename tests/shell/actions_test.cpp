@@ -46,7 +46,17 @@ TEST(ActionTable, NeverOffersCancelAsAKeyOrMenuRow) {
   for (const ActionRow& row : actionTable()) EXPECT_NE(row.id, ActionId::cancelJob);
 }
 
+TEST(ActionTable, GivesMarksAndTrashTheirKeys) {
+  EXPECT_EQ(actionRow(ActionId::statusShortlist).shortcut, QStringLiteral("P"));
+  EXPECT_EQ(actionRow(ActionId::statusRejected).shortcut, QStringLiteral("D"));
+  EXPECT_EQ(actionRow(ActionId::moveToTrash).shortcut, QStringLiteral("Del"));
+  for (const ActionId id : {ActionId::statusDraft, ActionId::statusApproved, ActionId::statusFinal,
+                            ActionId::moveToTrash, ActionId::renameItem})
+    EXPECT_EQ(actionRow(id).scope, KeyScope::mediaView);
+}
+
 TEST(ActionTable, KeepsTheFixedTitles) {
+  EXPECT_EQ(actionRow(ActionId::aboutUndo).title, QStringLiteral("About Undo and Redo…"));
   EXPECT_EQ(actionRow(ActionId::openAnotherWorkspace).title, QStringLiteral("Open Another Workspace…"));
   EXPECT_EQ(actionRow(ActionId::newAudio).title, QStringLiteral("New Audio"));
   EXPECT_EQ(actionRow(ActionId::focusComposer).title, QStringLiteral("Focus Generation Input"));

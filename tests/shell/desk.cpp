@@ -81,7 +81,8 @@ Desk::Desk()
       marking(store, composing, state),
       gallery(store, state, displays),
       jobs({store, queue, state, alerts, displays, [this](const QString& text) { copied = text; }}),
-      inspector(store, state, displays) {
+      inspector(store, state, displays),
+      curation({store, state, gallery, alerts}) {
   core::openWorkspace(store, folder / QStringLiteral("Workspace"), core::Remember::no);
   runPosted();
 }

@@ -14,6 +14,8 @@
 #include "generation/job_queue.h"
 #include "shell/alerts_presenter.h"
 #include "shell/catalogue_browser.h"
+#include "shell/curation_presenter.h"
+#include "shell/filter_presenter.h"
 #include "shell/gallery_presenter.h"
 #include "shell/generation_composer.h"
 #include "shell/inspector_presenter.h"
@@ -76,16 +78,18 @@ struct Desk {
   shell::JobDisplays displays;
   composer::ComposerState composing;
   std::shared_ptr<ScriptedTransport> web = std::make_shared<ScriptedTransport>();
-  std::shared_ptr<catalogue::FalPricing> pricing = std::make_shared<catalogue::FalPricing>(
-      catalogue::FalPricing::Services{web, catalog, clock, settings});
+  std::shared_ptr<catalogue::FalPricing> pricing =
+      std::make_shared<catalogue::FalPricing>(catalogue::FalPricing::Services{web, catalog, clock, settings});
   shell::ModelPrices prices;
   shell::CatalogueBrowser browser;
   shell::GenerationComposer composer;
   shell::MarkingPresenter marking;
   shell::GalleryPresenter gallery;
+  shell::FilterPresenter filters{gallery, state};
   QString copied;
   shell::JobsPresenter jobs;
   shell::InspectorPresenter inspector;
+  shell::CurationPresenter curation;
 
  private:
   core::LibraryStore::Services services();

@@ -17,12 +17,14 @@
 #include "shell/views/alert_dialog.h"
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
+#include "shell/views/filter_row.h"
 #include "shell/views/health_dialog.h"
 #include "shell/views/labels.h"
 #include "shell/views/library_view.h"
 #include "shell/views/mark_layer.h"
 #include "shell/views/prompt_edit.h"
 #include "shell/views/settings_dialog.h"
+#include "shell/views/text_dialog.h"
 #include "shell/views/welcome_view.h"
 #include "shell/welcome_presenter.h"
 #include "shell/window_presenter.h"
@@ -47,8 +49,10 @@ class MainWindowTest : public Dressed {
     all.welcome = &welcome;
     all.sidebar = &sidebar;
     all.gallery = &desk.gallery;
+    all.filters = &desk.filters;
     all.jobs = &desk.jobs;
     all.inspector = &desk.inspector;
+    all.curation = &desk.curation;
     all.composer = &desk.composer;
     all.marking = &desk.marking;
     all.settings = &settings;
@@ -155,6 +159,93 @@ TEST_F(MainWindowTest, LettersRateInTheGalleryAndAreTextInThePrompt) {
   test::runPosted();
   EXPECT_EQ(desk.store.assets().front()->rating, 4);
   EXPECT_EQ(prompt()->toPlainText(), u"5"_s);
+}
+
+TEST_F(MainWindowTest, KeysOfMarksAndTrashWorkInTheGalleryAndAreTextInThePrompt) {
+  type(u"a boat"_s);
+  desk.settle();
+  const core::AssetRef item = desk.store.assets().front();
+  QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
+  QTest::keyClick(&wall(), Qt::Key_P);
+  EXPECT_EQ(item->status(), core::AssetStatus::shortlist);
+  QTest::keyClick(&wall(), Qt::Key_D);
+  EXPECT_EQ(item->status(), core::AssetStatus::rejected);
+  window->library().dock().focusPrompt();
+  QTest::keyClicks(prompt(), u"pd"_s);
+  QTest::keyClick(prompt(), Qt::Key_Delete);
+  EXPECT_EQ(prompt()->toPlainText(), u"pd"_s);
+  EXPECT_EQ(item->status(), core::AssetStatus::rejected);
+  EXPECT_FALSE(item->isTrashed());
+  wall().setFocus();
+  QTest::keyClick(&wall(), Qt::Key_Delete);
+  test::runPosted();
+  EXPECT_TRUE(item->isTrashed());
+  EXPECT_EQ(wall().rowCount(), 0);
+  QTest::keyClick(&wall(), Qt::Key_Z, Qt::ControlModifier);
+  test::runPosted();
+  EXPECT_FALSE(item->isTrashed());
+  EXPECT_EQ(wall().rowCount(), 1);
+}
+
+TEST_F(MainWindowTest, TheUndoMenuItemCarriesTheNameOfTheEdit) {
+  type(u"a boat"_s);
+  desk.settle();
+  QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
+  QTest::keyClick(&wall(), Qt::Key_3);
+  test::runPosted();
+  QStringList texts;
+  for (const QAction* action : window->actions()) texts << action->text();
+  EXPECT_TRUE(texts.contains(u"Undo Change Rating"_s));
+  EXPECT_TRUE(texts.contains(u"Redo"_s));
+}
+
+TEST_F(MainWindowTest, TypingInTheSearchFieldNarrowsTheWallAndEscapeClearsIt) {
+  type(u"a boat"_s);
+  desk.settle();
+  type(u"a fox"_s);
+  desk.settle();
+  ASSERT_EQ(wall().rowCount(), 2);
+  actions->trigger(ActionId::searchMedia);
+  auto* field = named<TextField>(*window, u"Search media"_s);
+  ASSERT_NE(field, nullptr);
+  EXPECT_EQ(QApplication::focusWidget(), field);
+  QTest::keyClicks(field, u"FOX"_s);
+  QTest::keyClick(field, Qt::Key_Return);
+  test::runPosted();
+  EXPECT_EQ(wall().rowCount(), 1);
+  EXPECT_EQ(QApplication::focusWidget(), &wall());
+  actions->trigger(ActionId::searchMedia);
+  QTest::keyClick(field, Qt::Key_Escape);
+  test::runPosted();
+  EXPECT_EQ(wall().rowCount(), 2);
+  EXPECT_TRUE(field->text().isEmpty());
+}
+
+TEST_F(MainWindowTest, TheFilterRowIsShownOverTheGalleryAndPutAwayByItsKey) {
+  auto* row = window->findChild<FilterRow*>();
+  ASSERT_NE(row, nullptr);
+  EXPECT_TRUE(row->isVisible());
+  const int top = wall().mapTo(window.get(), QPoint()).y();
+  actions->trigger(ActionId::toggleFilters);
+  EXPECT_FALSE(row->isVisible());
+  EXPECT_LT(wall().mapTo(window.get(), QPoint()).y(), top);
+  actions->trigger(ActionId::toggleFilters);
+  actions->trigger(ActionId::showHistory);
+  EXPECT_FALSE(row->isVisible());
+}
+
+TEST_F(MainWindowTest, AnItemIsRenamedInADialog) {
+  type(u"a boat"_s);
+  desk.settle();
+  QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
+  actions->trigger(ActionId::renameItem);
+  auto* dialog = window->findChild<TextDialog*>();
+  ASSERT_NE(dialog, nullptr);
+  auto* field = dialog->findChild<TextField*>();
+  EXPECT_FALSE(field->text().isEmpty());
+  field->setText(u"Blue Boat"_s);
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_EQ(desk.store.assets().front()->filename(), u"Blue-Boat-001.png"_s);
 }
 
 TEST_F(MainWindowTest, TheMenusComeFromTheTableAndShowOnlyWhatIsInIt) {

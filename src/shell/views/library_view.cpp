@@ -31,6 +31,7 @@ LibraryView::LibraryView(Parts parts, QWidget* parent)
     : QWidget(parent),
       sidebar_(new SidebarView(thumbnails_, this)),
       toolbar_(new ToolbarView(this)),
+      filters_(parts.filters ? new FilterRow(*parts.filters, this) : nullptr),
       banner_(new BannerBar(this)),
       stack_(new QStackedWidget(this)),
       wall_(new MediaWall(parts.wall, thumbnails_)),
@@ -82,6 +83,7 @@ void LibraryView::setPage(ContentPage page) {
   page_ = page;
   stack_->setCurrentIndex(static_cast<int>(page));
   toolbar_->setSizeSliderShown(page == ContentPage::gallery);
+  toolbar_->setGalleryToolsShown(page == ContentPage::gallery);
   dockSummoned_ = false;
   arrange();
   if (!dock_->isAncestorOf(QApplication::focusWidget())) contentOf(page)->setFocus(Qt::OtherFocusReason);
@@ -103,6 +105,12 @@ void LibraryView::setSidebarShown(bool shown) {
 void LibraryView::setInspectorShown(bool shown) {
   inspectorShown_ = shown;
   toolbar_->setInspectorShown(shown);
+  arrange();
+}
+
+void LibraryView::setFiltersShown(bool shown) {
+  filtersShown_ = shown;
+  toolbar_->setFiltersShown(shown);
   arrange();
 }
 
@@ -133,6 +141,12 @@ void LibraryView::arrange() {
   if (markPanel_) markPanel_->setGeometry(inspector_->geometry());
   // Marks are drawn on all of the picture, so their panel never covers it.
   const int right = marking_ || (inspectorShown_ && !floats) ? width() - pane : width();
+  if (filters_) {
+    const bool shown = filtersShown_ && page_ == ContentPage::gallery;
+    filters_->setVisible(shown);
+    filters_->setGeometry(left, top, right - left, metrics().filterRow);
+    if (shown) top += metrics().filterRow;
+  }
   stack_->setGeometry(left, top, right - left, height() - top);
   if (floats) inspector_->raise();
   placeDock();
@@ -154,7 +168,9 @@ void LibraryView::placeDock() {
 
 std::vector<QWidget*> LibraryView::zones() {
   QWidget* pane = marking_ ? static_cast<QWidget*>(markPanel_) : inspector_;
-  return {sidebar_, toolbar_, banner_, stack_->currentWidget(), pane, dock_, toaster_};
+  std::vector<QWidget*> all{sidebar_, toolbar_, banner_, stack_->currentWidget(), pane, dock_, toaster_};
+  if (filters_) all.insert(all.begin() + 2, filters_);
+  return all;
 }
 
 void LibraryView::cycleZones(int direction) {

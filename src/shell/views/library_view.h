@@ -5,10 +5,12 @@
 
 #include "shell/alerts_presenter.h"
 #include "shell/composer_presenter.h"
+#include "shell/filter_presenter.h"
 #include "shell/views/asset_view.h"
 #include "shell/views/banner_bar.h"
 #include "shell/views/composer_dock.h"
 #include "shell/views/feedback.h"
+#include "shell/views/filter_row.h"
 #include "shell/views/history_view.h"
 #include "shell/views/inspector_view.h"
 #include "shell/views/mark_panel.h"
@@ -33,6 +35,7 @@ class LibraryView final : public QWidget {
     ComposerPresenter& composer;
     AlertsPresenter& alerts;
     MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
+    FilterPresenter* filters = nullptr;   // none: no filter row
   };
   explicit LibraryView(Parts parts, QWidget* parent = nullptr);
 
@@ -50,6 +53,7 @@ class LibraryView final : public QWidget {
   void setPage(ContentPage page);
   void setSidebarShown(bool shown);
   void setInspectorShown(bool shown);
+  void setFiltersShown(bool shown);
   // Gives the keyboard to what the page shows.
   void focusContent();
   // Shows the dock over a page that does not have it, until it is left.
@@ -77,6 +81,7 @@ class LibraryView final : public QWidget {
   ThumbnailStore thumbnails_;
   SidebarView* sidebar_;
   ToolbarView* toolbar_;
+  FilterRow* filters_ = nullptr;
   BannerBar* banner_;
   QStackedWidget* stack_;
   MediaWall* wall_;
@@ -90,6 +95,7 @@ class LibraryView final : public QWidget {
   bool sidebarShown_ = true;
   bool inspectorShown_ = true;
   bool marking_ = false;  // the marks' panel stands where the inspector stands otherwise
+  bool filtersShown_ = true;
   bool dockSummoned_ = false;  // asked for on a page that does not show it by itself
   bool wasRoomy_ = true;
 };

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QShortcut>
@@ -10,6 +12,7 @@
 #include <QTextEdit>
 
 #include "shell/actions_presenter.h"
+#include "shell/curation_presenter.h"
 #include "shell/inspector_presenter.h"
 #include "shell/sidebar_presenter.h"
 #include "shell/views/alert_dialog.h"
@@ -23,6 +26,7 @@
 #include "shell/views/menu_strip.h"
 #include "shell/views/menus.h"
 #include "shell/views/settings_dialog.h"
+#include "shell/views/text_dialog.h"
 #include "shell/views/texts.h"
 #include "shell/views/welcome_view.h"
 #include "shell/welcome_presenter.h"
@@ -54,6 +58,7 @@ MainWindow::MainWindow(Presenters presenters, QWidget* parent)
   bindWindow();
   bindSidebar();
   bindGallery();
+  bindFilters();
   bindInspector();
   bindHistory();
   bindAsset();
@@ -79,7 +84,7 @@ void MainWindow::build() {
   setMenuWidget(strip_);
   pages_ = new QStackedWidget;
   welcome_ = new WelcomeView(on_.welcome->display());
-  library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts, on_.marking});
+  library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts, on_.marking, on_.filters});
   pages_->addWidget(welcome_);
   pages_->addWidget(library_);
   pages_->addWidget(new QWidget);  // until the library that was open last is there
@@ -150,6 +155,38 @@ void MainWindow::bindGallery() {
   wall.setSelection(on_.state->selection());
 }
 
+void MainWindow::bindFilters() {
+  ToolbarView& toolbar = library_->toolbar();
+  connect(on_.filters, &FilterPresenter::changed, this, &MainWindow::refreshFilters);
+  connect(&toolbar, &ToolbarView::searchChosen, on_.filters, &FilterPresenter::setSearch);
+  connect(&toolbar, &ToolbarView::searchLeft, library_, &LibraryView::focusContent);
+  connect(&toolbar, &ToolbarView::sortPressed, this, &MainWindow::offerSorts);
+  connect(&toolbar, &ToolbarView::filtersToggled, this, [this] { on_.actions->trigger(ActionId::toggleFilters); });
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+    if (state == Qt::ApplicationActive) on_.gallery->refreshDates();
+  });
+  refreshFilters();
+}
+
+void MainWindow::refreshFilters() {
+  library_->toolbar().setSearch(on_.filters->search());
+  library_->toolbar().setSort(on_.filters->sorts()[static_cast<size_t>(on_.filters->sort())]);
+}
+
+void MainWindow::offerSorts(QPoint globalPosition) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setAccessibleName(texts::sortMenu());
+  const std::vector<QString> sorts = on_.filters->sorts();
+  for (int index = 0; index < static_cast<int>(sorts.size()); ++index) {
+    QAction* choice = menu->addAction(sorts[static_cast<size_t>(index)]);
+    choice->setCheckable(true);
+    choice->setChecked(index == on_.filters->sort());
+    connect(choice, &QAction::triggered, on_.filters, [this, index] { on_.filters->setSort(index); });
+  }
+  menu->popup(globalPosition);
+}
+
 void MainWindow::bindInspector() {
   InspectorView& pane = library_->inspector();
   connect(on_.inspector, &InspectorPresenter::changed, &pane, [this, &pane] { pane.show(on_.inspector->display()); });
@@ -205,6 +242,7 @@ void MainWindow::bindActions() {
 void MainWindow::refreshLayout() {
   library_->setSidebarShown(on_.state->sidebarVisible());
   library_->setInspectorShown(on_.state->inspectorVisible());
+  library_->setFiltersShown(on_.state->filtersVisible());
   library_->wall().setRowHeight(on_.state->rowHeight());
   library_->toolbar().setRowHeight(on_.state->rowHeight());
 }
@@ -263,11 +301,20 @@ void MainWindow::stepAsset(int direction) {
 
 void MainWindow::performForWindow(ActionId id) {
   switch (id) {
+    case ActionId::undo:
+    case ActionId::redo:
     case ActionId::cut:
     case ActionId::copy:
     case ActionId::paste:
     case ActionId::selectAll:
       return editFocused(id);
+    case ActionId::renameItem:
+    case ActionId::editNotes:
+      return writeAboutItem(id);
+    case ActionId::moveToProject:
+      return chooseDestination();
+    case ActionId::searchMedia:
+      return library_->toolbar().focusSearch();
     case ActionId::fullScreen:
       return toggleFullScreen();
     case ActionId::chooseModels:
@@ -295,6 +342,10 @@ void MainWindow::editFocused(ActionId id) {
       field->copy();
     else if (id == ActionId::paste)
       field->paste();
+    else if (id == ActionId::undo)
+      field->undo();
+    else if (id == ActionId::redo)
+      field->redo();
     else
       field->selectAll();
   };
@@ -303,6 +354,31 @@ void MainWindow::editFocused(ActionId id) {
     edit(line);
   else if (auto* text = qobject_cast<QTextEdit*>(focused))
     edit(text);
+}
+
+void MainWindow::writeAboutItem(ActionId id) {
+  const core::AssetRef item = on_.curation->soleItem();
+  if (!item) return;
+  const bool renaming = id == ActionId::renameItem;
+  auto* dialog = renaming ? new TextDialog(texts::renameTitle(), texts::newName(), texts::rename(), this)
+                          : new TextDialog(texts::notesTitle(), texts::notes(), texts::save(), this, TextSize::lines);
+  dialog->setText(renaming ? QFileInfo(item->filename()).completeBaseName() : item->notes.value_or(QString()));
+  connect(dialog, &TextDialog::written, this, [this, renaming, asset = item->id](const QString& text) {
+    renaming ? on_.curation->rename(asset, text) : on_.curation->setNotes(asset, text);
+  });
+  dialog->open();
+}
+
+void MainWindow::chooseDestination() {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setAccessibleName(actionRow(ActionId::moveToProject).title);
+  for (const Destination& place : on_.curation->destinations())
+    connect(menu->addAction(QString(place.name).replace(u'&', u"&&"_s)), &QAction::triggered, on_.curation,
+            [this, project = place.project] { on_.curation->moveTo(project); });
+  if (menu->isEmpty()) menu->addAction(texts::noOtherProject())->setEnabled(false);
+  QWidget* over = library_->focusWidget() ? library_->focusWidget() : library_;
+  menu->popup(over->mapToGlobal(over->rect().center()));
 }
 
 void MainWindow::openSettings() {

@@ -47,6 +47,7 @@ class MainWindow final : public QMainWindow {
   void bindWindow();
   void bindSidebar();
   void bindGallery();
+  void bindFilters();
   void bindInspector();
   void bindHistory();
   void bindAsset();
@@ -55,12 +56,16 @@ class MainWindow final : public QMainWindow {
   void refreshPage();
   void refreshToolbar();
   void refreshLayout();
+  void refreshFilters();
+  void offerSorts(QPoint globalPosition);
   void openAsset(QUuid item);
   void openCell(QUuid cell);
   void closeAsset();
   void stepAsset(int direction);
   void performForWindow(ActionId id);
   void editFocused(ActionId id);
+  void writeAboutItem(ActionId id);
+  void chooseDestination();
   void openSettings();
   void openHealth();
   void toggleFullScreen();

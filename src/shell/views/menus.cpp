@@ -35,6 +35,7 @@ void Menus::refresh() {
   for (const ActionRow& row : actionTable()) {
     QAction* own = action(row.id);
     own->setEnabled(presenter_.isEnabled(row.id));
+    own->setText(presenter_.title(row.id).replace(u'&', QStringLiteral("&&")));
     if (row.checkable) own->setChecked(presenter_.isChecked(row.id));
   }
 }
@@ -84,6 +85,10 @@ void Menus::openItemMenu(QPoint globalPosition, QWidget* over) const {
   auto* menu = new QMenu(over);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   fillMenu(*menu, MenuId::item, true);
+  if (presenter_.isEnabled(ActionId::moveToTrash)) {
+    menu->addSeparator();
+    menu->addAction(action(ActionId::moveToTrash));
+  }
   if (menu->isEmpty()) {
     menu->deleteLater();
     return;

@@ -24,6 +24,15 @@ inline QString contentZone() { return QStringLiteral("Content"); }
 inline QString inspectorZone() { return QStringLiteral("Inspector"); }
 inline QString composerZone() { return QStringLiteral("Generation input"); }
 
+// What is written about an item.
+inline QString renameTitle() { return QStringLiteral("Rename"); }
+inline QString newName() { return QStringLiteral("New name"); }
+inline QString rename() { return QStringLiteral("Rename"); }
+inline QString notesTitle() { return QStringLiteral("Notes"); }
+inline QString notes() { return QStringLiteral("Notes"); }
+inline QString cancel() { return QStringLiteral("Cancel"); }
+inline QString noOtherProject() { return QStringLiteral("No other project yet"); }
+
 // Open Recent.
 inline QString openRecent() { return QStringLiteral("Open Recent"); }
 inline QString noOtherWorkspaces() { return QStringLiteral("No other workspaces yet"); }
@@ -35,6 +44,17 @@ inline QString accountSettings() { return QStringLiteral("Settings"); }
 
 // Toolbar.
 inline QString thumbnailSize() { return QStringLiteral("Thumbnail Size"); }
+inline QString searchMedia() { return QStringLiteral("Search media"); }
+inline QString filters() { return QStringLiteral("Filters"); }
+inline QString filterZone() { return QStringLiteral("Filters"); }
+inline QString mediaTypes() { return QStringLiteral("Kind of media"); }
+inline QString clearFilters() { return QStringLiteral("Clear Filters"); }
+inline QString filterIs(const QString& filter, const QString& value) {
+  return QStringLiteral("%1: %2").arg(filter, value);
+}
+inline QString newest() { return QStringLiteral("Newest"); }
+inline QString sortMenu() { return QStringLiteral("Order"); }
+inline QString sortedBy(const QString& name) { return QStringLiteral("Order: %1").arg(name); }
 inline QString inspectorToggle() { return QStringLiteral("Inspector"); }
 
 // Gallery.

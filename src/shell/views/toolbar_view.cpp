@@ -5,6 +5,7 @@
 #include <QSlider>
 
 #include "shell/views/controls.h"
+#include "shell/views/fields.h"
 #include "shell/views/labels.h"
 #include "shell/views/texts.h"
 
@@ -12,8 +13,10 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+constexpr int kSearchWidth = 190;
+constexpr std::chrono::milliseconds kTypingPause{120};
 constexpr int kSliderFrom = 1320;  // narrower windows hide the slider; keys still change the size
-}
+}  // namespace
 
 ToolbarView::ToolbarView(QWidget* parent)
     : QWidget(parent),
@@ -22,6 +25,9 @@ ToolbarView::ToolbarView(QWidget* parent)
       count_(new Label({}, Type::small, &Colors::textTertiary)),
       previous_(new IconButton(u"chevron-left"_s, texts::previousItem(), u"Left"_s)),
       next_(new IconButton(u"chevron-right"_s, texts::nextItem(), u"Right"_s)),
+      sort_(new Button({}, ButtonVariant::quiet)),
+      search_(new TextField(texts::searchMedia(), texts::searchMedia())),
+      filters_(new IconButton(u"list-filter"_s, texts::filters(), u"Ctrl+Shift+F"_s)),
       sizes_(new QWidget),
       slider_(new QSlider(Qt::Horizontal)),
       inspector_(new IconButton(u"panel-right"_s, texts::inspectorToggle(), u"F8"_s)) {
@@ -49,12 +55,39 @@ ToolbarView::ToolbarView(QWidget* parent)
   row->addWidget(previous_);
   row->addWidget(next_);
   row->addWidget(sizes_);
+  row->addWidget(sort_);
+  row->addWidget(search_);
+  row->addWidget(filters_);
   row->addWidget(inspector_);
+  sort_->setIconName(u"arrow-down-wide-narrow"_s);
+  search_->setIconName(u"search"_s);
+  search_->setKeyHint(u"Ctrl F"_s);
+  search_->setFixedWidth(kSearchWidth);
+  filters_->setCheckable(true);
+  typing_.setSingleShot(true);
+  typing_.setInterval(kTypingPause);
+  connect(&typing_, &QTimer::timeout, this, [this] { Q_EMIT searchChosen(search_->text()); });
+  connect(search_, &TextField::textEdited, &typing_, qOverload<>(&QTimer::start));
+  connect(search_, &TextField::returnPressed, this, [this] {
+    typing_.stop();
+    Q_EMIT searchChosen(search_->text());
+    Q_EMIT searchLeft();
+  });
+  connect(search_, &TextField::escapePressed, this, [this] {
+    typing_.stop();
+    search_->clear();
+    Q_EMIT searchChosen({});
+    Q_EMIT searchLeft();
+  });
+  connect(sort_, &Button::clicked, this,
+          [this] { Q_EMIT sortPressed(sort_->mapToGlobal(QPoint(0, sort_->height() + 4))); });
+  connect(filters_, &IconButton::clicked, this, &ToolbarView::filtersToggled);
   connect(back_, &Button::clicked, this, &ToolbarView::backPressed);
   connect(slider_, &QSlider::valueChanged, this, &ToolbarView::rowHeightChosen);
   connect(inspector_, &IconButton::clicked, this, &ToolbarView::inspectorToggled);
   connect(previous_, &IconButton::clicked, this, [this] { Q_EMIT stepped(-1); });
   connect(next_, &IconButton::clicked, this, [this] { Q_EMIT stepped(+1); });
+  setSort(texts::newest());
   setBack({});
   setSteps(false, false, false);
 }
@@ -81,6 +114,29 @@ void ToolbarView::setSteps(bool shown, bool previous, bool next) {
 void ToolbarView::setSizeSliderShown(bool shown) {
   sizesWanted_ = shown;
   placeSlider();
+}
+
+void ToolbarView::setGalleryToolsShown(bool shown) {
+  sort_->setVisible(shown);
+  search_->setVisible(shown);
+  filters_->setVisible(shown);
+}
+
+void ToolbarView::setSearch(const QString& text) {
+  if (search_->text() != text && !typing_.isActive()) search_->setText(text);
+}
+
+void ToolbarView::setSort(const QString& name) {
+  sort_->setText(name);
+  sort_->setAccessibleName(texts::sortedBy(name));
+  sort_->setToolTip(texts::sortedBy(name));
+}
+
+void ToolbarView::setFiltersShown(bool shown) { filters_->setChecked(shown); }
+
+void ToolbarView::focusSearch() {
+  search_->setFocus(Qt::ShortcutFocusReason);
+  search_->selectAll();
 }
 
 void ToolbarView::placeSlider() { sizes_->setVisible(sizesWanted_ && window()->width() >= kSliderFrom); }

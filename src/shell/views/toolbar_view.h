@@ -1,6 +1,7 @@
 // The bar over the content: where one is, and how it is shown.
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 
 #include "shell/views/room.h"
@@ -14,6 +15,7 @@ class ElidedLabel;
 class IconButton;
 class IconView;
 class Label;
+class TextField;
 
 class ToolbarView final : public QWidget {
   Q_OBJECT
@@ -25,6 +27,13 @@ class ToolbarView final : public QWidget {
   // The view that Back returns to; empty hides the button.
   void setBack(const QString& title);
   void setSizeSliderShown(bool shown);
+  // Search, order and filters belong to the gallery alone.
+  void setGalleryToolsShown(bool shown);
+  // What is searched for, without telling of it.
+  void setSearch(const QString& text);
+  void setSort(const QString& name);
+  void setFiltersShown(bool shown);
+  void focusSearch();
   void setRowHeight(int pixels);
   void setInspectorShown(bool shown);
   // Stepping through the items of a large view.
@@ -34,6 +43,12 @@ class ToolbarView final : public QWidget {
   void backPressed();
   void rowHeightChosen(int pixels);
   void inspectorToggled();
+  // The person has stopped typing for a moment.
+  void searchChosen(const QString& text);
+  void searchLeft();
+  // The orders are to be offered at this place on the screen.
+  void sortPressed(QPoint globalPosition);
+  void filtersToggled();
   void stepped(int direction);
 
  protected:
@@ -48,10 +63,14 @@ class ToolbarView final : public QWidget {
   Label* count_;
   IconButton* previous_;
   IconButton* next_;
+  Button* sort_;
+  TextField* search_;
+  IconButton* filters_;
   QWidget* sizes_;
   QSlider* slider_;
   IconButton* inspector_;
   bool sizesWanted_ = true;
+  QTimer typing_;
 };
 
 }  // namespace sorvan::views

@@ -1,0 +1,233 @@
+#include "shell/curation_presenter.h"
+
+#include "base/settings.h"
+#include "core/history.h"
+#include "core/library_store.h"
+#include "core/small_edits.h"
+#include "shell/alerts_presenter.h"
+#include "shell/gallery_presenter.h"
+#include "shell/locations.h"
+#include "shell/texts.h"
+#include "shell/workspace_state.h"
+
+#include <algorithm>
+
+namespace sorvan::shell {
+
+namespace {
+
+const QString stepsOnKey = QStringLiteral("stepOnAfterMark");
+
+std::vector<QUuid> idsOf(const std::vector<core::AssetRef>& items) {
+  std::vector<QUuid> ids;
+  ids.reserve(items.size());
+  for (const core::AssetRef& item : items) ids.push_back(item->id);
+  return ids;
+}
+
+}  // namespace
+
+CurationPresenter::CurationPresenter(Ports ports, QObject* parent) : QObject(parent), on_(ports) {}
+
+std::vector<core::AssetRef> CurationPresenter::shownItems(bool inTrash) const {
+  std::vector<core::AssetRef> items;
+  const QSet<QUuid>& selection = on_.state.selection();
+  if (selection.isEmpty()) return items;
+  // In the order of the wall, so that what counts names or opens the first does what the eye expects.
+  for (int index = on_.gallery.jobCount(); index < on_.gallery.count(); ++index) {
+    const QUuid id = on_.gallery.idAt(index);
+    if (!selection.contains(id)) continue;
+    const core::AssetRef item = on_.store.asset(id);
+    if (item && item->isTrashed() == inTrash) items.push_back(item);
+    if (static_cast<qsizetype>(items.size()) == selection.size()) break;
+  }
+  return items;
+}
+
+bool CurationPresenter::hasLiveItems() const {
+  return std::ranges::any_of(on_.state.selection(), [this](const QUuid& id) {
+    const core::AssetRef item = on_.store.asset(id);
+    return item && !item->isTrashed();
+  });
+}
+
+bool CurationPresenter::hasTrashedItems() const {
+  return std::ranges::any_of(on_.state.selection(), [this](const QUuid& id) {
+    const core::AssetRef item = on_.store.asset(id);
+    return item && item->isTrashed();
+  });
+}
+
+core::AssetRef CurationPresenter::soleItem() const {
+  const QSet<QUuid>& selection = on_.state.selection();
+  if (selection.size() != 1) return nullptr;
+  const core::AssetRef item = on_.store.asset(*selection.begin());
+  return item && !item->isTrashed() ? item : nullptr;
+}
+
+std::vector<core::AssetRef> CurationPresenter::still(const std::vector<QUuid>& ids) const {
+  std::vector<core::AssetRef> items;
+  for (const QUuid& id : ids)
+    if (core::AssetRef item = on_.store.asset(id)) items.push_back(std::move(item));
+  return items;
+}
+
+// A change that is larger than all of the history is told of before it is made.
+void CurationPresenter::withinHistory(qint64 bytes, const std::vector<core::AssetRef>& items,
+                                      std::function<void(const std::vector<core::AssetRef>&)> change) {
+  if (items.empty()) return;
+  if (bytes <= core::LibraryHistory::maximumBytes) return change(items);
+  Alert alert;
+  alert.tone = AlertTone::warning;
+  alert.title = texts::tooLargeToUndoTitle;
+  alert.text = texts::tooLargeToUndo(static_cast<qsizetype>(items.size()));
+  alert.buttons = {{texts::continueAnyway, AlertButtonRole::primary, false},
+                   {texts::cancel, AlertButtonRole::plain, true}};
+  on_.alerts.ask(std::move(alert), [this, ids = idsOf(items), change = std::move(change)](int button) {
+    if (button == 0) change(still(ids));
+  });
+}
+
+// The neighbour is looked for first: the mark may change the order of the wall.
+void CurationPresenter::mark(const std::function<void(const std::vector<core::AssetRef>&)>& change) {
+  const std::vector<core::AssetRef> items = shownItems(false);
+  const QUuid next = stepsOn() && items.size() == 1 ? itemAfter({items.front()->id}) : QUuid();
+  withinHistory(core::historyBytesOfMarks(static_cast<qsizetype>(items.size())), items, change);
+  if (!next.isNull() && !on_.store.error()) goTo(next);
+}
+
+void CurationPresenter::toggleFavorite() {
+  const std::vector<core::AssetRef> items = shownItems(false);
+  const bool all = std::ranges::all_of(items, [](const core::AssetRef& item) { return item->favorite; });
+  withinHistory(core::historyBytesOfMarks(static_cast<qsizetype>(items.size())), items,
+                [this, all](const auto& marked) { core::setFavorite(on_.store, marked, !all); });
+}
+
+void CurationPresenter::setRating(int stars) {
+  mark([this, stars](const auto& items) { core::setRating(on_.store, items, stars); });
+}
+
+void CurationPresenter::setStatus(core::AssetStatus status) {
+  mark([this, status](const auto& items) { core::setStatus(on_.store, items, status); });
+}
+
+void CurationPresenter::rename(QUuid item, const QString& name) {
+  if (const core::AssetRef asset = on_.store.asset(item)) core::rename(on_.store, asset, name);
+}
+
+void CurationPresenter::setNotes(QUuid item, const QString& notes) {
+  const core::AssetRef asset = on_.store.asset(item);
+  if (!asset || asset->notes.value_or(QString()) == notes) return;
+  core::setNotes(on_.store, asset, notes.trimmed().isEmpty() ? std::nullopt : std::optional(notes));
+}
+
+std::vector<Destination> CurationPresenter::destinations() const {
+  const std::vector<core::AssetRef> items = shownItems(false);
+  const auto allThere = [&](const std::optional<QUuid>& project) {
+    return std::ranges::all_of(items, [&](const core::AssetRef& item) { return item->projectID == project; });
+  };
+  std::vector<Destination> places;
+  if (!allThere(std::nullopt)) places.push_back({std::nullopt, texts::inbox});
+  for (const core::ProjectRef& project : on_.store.projects())
+    if (!project->archived && !allThere(project->id)) places.push_back({project->id, project->name});
+  return places;
+}
+
+void CurationPresenter::moveTo(std::optional<QUuid> project) {
+  const std::vector<core::AssetRef> items = shownItems(false);
+  withinHistory(core::historyBytesOfMoves(items), items, [this, project](const auto& moved) {
+    const auto before = on_.store.error();
+    core::move(on_.store, moved, project);
+    if (on_.store.error() != before) return;
+    Toast toast;
+    toast.tone = AlertTone::success;
+    toast.text = texts::movedTo(static_cast<qsizetype>(moved.size()), destinationName(on_.store, project));
+    on_.alerts.showToast(toast);
+  });
+}
+
+// The one that follows the last of those, else the one before the first; null when nothing is left.
+QUuid CurationPresenter::itemAfter(const QSet<QUuid>& leaving) const {
+  QUuid before;
+  QUuid after;
+  bool met = false;
+  for (int index = on_.gallery.jobCount(); index < on_.gallery.count(); ++index) {
+    const QUuid id = on_.gallery.idAt(index);
+    if (leaving.contains(id)) {
+      met = true;
+      after = QUuid();
+    } else if (!met) {
+      before = id;
+    } else if (after.isNull()) {
+      after = id;
+    }
+  }
+  return after.isNull() ? before : after;
+}
+
+void CurationPresenter::goTo(QUuid item) {
+  const bool opened = on_.state.mode().kind == ModeKind::asset;
+  on_.state.select(item.isNull() ? QSet<QUuid>() : QSet<QUuid>{item});
+  if (opened) on_.state.setMode(item.isNull() ? WorkspaceMode{} : WorkspaceMode{ModeKind::asset, item, 0});
+}
+
+void CurationPresenter::moveToTrash() {
+  withinHistory(core::historyBytesOfMarks(on_.state.selection().size()), shownItems(false), [this](const auto& items) {
+    const std::vector<QUuid> ids = idsOf(items);
+    const QUuid next = itemAfter(QSet<QUuid>(ids.begin(), ids.end()));
+    if (!exchange::trash(on_.store, items)) return;
+    goTo(next);
+    Toast toast;
+    toast.text = texts::movedToTrash(static_cast<qsizetype>(items.size()));
+    toast.secondLine = texts::trashKeepsFiles;
+    toast.actionTitle = texts::restore;
+    // Undo waits while a job runs; this does not.
+    on_.alerts.showToast(toast, [this, ids] { restore(ids, exchange::Rejoin::everywhere); });
+  });
+}
+
+void CurationPresenter::restore(const std::vector<QUuid>& ids, exchange::Rejoin rejoin) {
+  exchange::restore(on_.store, still(ids), rejoin);
+}
+
+void CurationPresenter::restoreSelected() {
+  const std::vector<core::AssetRef> items = shownItems(true);
+  if (items.empty()) return;
+  const std::vector<QUuid> ids = idsOf(items);
+  const QUuid next = itemAfter(QSet<QUuid>(ids.begin(), ids.end()));
+  const auto carryOut = [this, ids, next](exchange::Rejoin rejoin) {
+    if (exchange::restore(on_.store, still(ids), rejoin)) goTo(next);
+  };
+  const std::optional<exchange::Holders> holders = exchange::holdersOf(on_.store, items);
+  if (!holders) return carryOut(exchange::Rejoin::everywhere);
+  Alert alert;
+  alert.title = texts::restoreQuestionTitle(static_cast<qsizetype>(items.size()));
+  alert.text = restoreQuestionText(static_cast<qsizetype>(items.size()), *holders);
+  alert.buttons = {{texts::restoreEverywhere, AlertButtonRole::primary, false},
+                   {texts::restoreToGalleryOnly, AlertButtonRole::plain, false},
+                   {texts::cancel, AlertButtonRole::plain, true}};
+  on_.alerts.ask(std::move(alert), [carryOut](int button) {
+    if (button == 0) carryOut(exchange::Rejoin::everywhere);
+    if (button == 1) carryOut(exchange::Rejoin::galleryOnly);
+  });
+}
+
+bool CurationPresenter::stepsOn() const { return on_.store.settings().get(stepsOnKey, false); }
+
+void CurationPresenter::setStepsOn(bool stepsOn) {
+  try {
+    on_.store.settings().set(stepsOnKey, stepsOn);
+  } catch (const SorvanError&) {
+    // It holds for this run all the same; the settings tell of their own trouble.
+  }
+  Q_EMIT stepsOnChanged();
+}
+
+QString restoreQuestionText(qsizetype items, const exchange::Holders& holders) {
+  QStringList places;
+  if (holders.references > 0) places << texts::savedReferenceCount(holders.references);
+  if (holders.sheets > 0) places << texts::contactSheetCount(holders.sheets);
+  return texts::restoreQuestion(items, places.join(texts::andBetween));
+}
+
+}  // namespace sorvan::shell

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "shell/room.h"
+
+#include <QObject>
+#include <QSet>
+
+#include "core/enumerations.h"
+#include "core/records.h"
+#include "exchange/trash.h"
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace sorvan::core {
+class LibraryStore;
+}
+
+namespace sorvan::shell {
+
+class AlertsPresenter;
+class GalleryPresenter;
+class WorkspaceState;
+
+// A place to which items can be moved.
+struct Destination {
+  std::optional<QUuid> project;  // none: the Inbox
+  QString name;
+};
+
+// What a person does to the selected items: marks, names, places, Trash and the way back. Each is one step of Undo. It
+// touches only what the gallery shows, so that nothing hidden by a filter is changed. A failure is shown by the store's
+// `error`. Main thread.
+class CurationPresenter : public QObject {
+  Q_OBJECT
+
+ public:
+  // All of these outlive the presenter.
+  struct Ports {
+    core::LibraryStore& store;
+    WorkspaceState& state;
+    GalleryPresenter& gallery;
+    AlertsPresenter& alerts;
+  };
+  explicit CurationPresenter(Ports ports, QObject* parent = nullptr);
+
+  bool hasLiveItems() const;     // a selected item is outside Trash
+  bool hasTrashedItems() const;  // a selected item is in Trash
+  // The one selected item that is outside Trash; null when there is none or are several.
+  core::AssetRef soleItem() const;
+
+  // Favourites all, or none when all are.
+  void toggleFavorite();
+  void setRating(int stars);  // 0 clears
+  void setStatus(core::AssetStatus status);
+  void rename(QUuid item, const QString& name);
+  void setNotes(QUuid item, const QString& notes);
+  // The Inbox and every project that is not archived, without the place where all selected items are.
+  std::vector<Destination> destinations() const;
+  void moveTo(std::optional<QUuid> project);
+  // The next item is selected in their place; a card offers Restore.
+  void moveToTrash();
+  // Asks first where the items are listed by a saved reference or a contact sheet.
+  void restoreSelected();
+
+  // Whether a rating or a status given by key goes on to the next item. Kept in the settings.
+  bool stepsOn() const;
+  void setStepsOn(bool stepsOn);
+
+ Q_SIGNALS:
+  void stepsOnChanged();
+
+ private:
+  std::vector<core::AssetRef> shownItems(bool inTrash) const;
+  void mark(const std::function<void(const std::vector<core::AssetRef>&)>& change);
+  void withinHistory(qint64 bytes, const std::vector<core::AssetRef>& items,
+                     std::function<void(const std::vector<core::AssetRef>&)> change);
+  std::vector<core::AssetRef> still(const std::vector<QUuid>& ids) const;
+  QUuid itemAfter(const QSet<QUuid>& leaving) const;
+  void goTo(QUuid item);
+  void restore(const std::vector<QUuid>& ids, exchange::Rejoin rejoin);
+
+  Ports on_;
+};
+
+// The question before items come back out of Trash.
+QString restoreQuestionText(qsizetype items, const exchange::Holders& holders);
+
+}  // namespace sorvan::shell
