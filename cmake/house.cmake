@@ -6,6 +6,8 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 set_property(GLOBAL PROPERTY AUTOGEN_SOURCE_GROUP Generated)
+# Programs are compiled as libraries are, so that all of them can share one precompiled header.
+set(CMAKE_CXX_COMPILE_OPTIONS_PIE ${CMAKE_CXX_COMPILE_OPTIONS_PIC})
 option(BUILD_TESTING "Build the tests" ON)
 set(SORVAN_SANITIZE "" CACHE STRING "Sanitizers, joined by commas: address,undefined or thread")
 option(SORVAN_COVERAGE "Instrument for coverage" OFF)

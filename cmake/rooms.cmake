@@ -2,6 +2,16 @@
 # declared in their one order; each links every room before it, and none after it.
 set_property(GLOBAL PROPERTY SORVAN_ROOMS "")
 
+# sorvan_precompiled(TARGET): the target includes the one precompiled header. It is built once, with the first room; every
+# other target takes that room's. That asks for the same position-independent code everywhere (see house.cmake).
+function(sorvan_precompiled target)
+  if(target STREQUAL "sorvan_base")
+    target_precompile_headers(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled.h)
+  else()
+    target_precompile_headers(${target} REUSE_FROM sorvan_base)
+  endif()
+endfunction()
+
 # sorvan_room(NAME [FOLDER path]): declares the room in src/NAME, or in src/<path>.
 # Its sources are whatever stands in the folder itself; sub-folders are rooms of their own.
 function(sorvan_room name)
@@ -35,7 +45,7 @@ function(sorvan_room name)
   elseif(name STREQUAL "views")
     target_link_libraries(${library} PUBLIC Qt6::Widgets Qt6::Svg Qt6::DBus)
   endif()
-  target_precompile_headers(${library} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled.h)
+  sorvan_precompiled(${library})
   set_property(GLOBAL APPEND PROPERTY SORVAN_ROOMS ${library})
 endfunction()
 
@@ -65,7 +75,7 @@ function(sorvan_tests name)
   target_include_directories(${name}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_compile_definitions(${name}_tests PRIVATE SORVAN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
   target_compile_options(${name}_tests PRIVATE -Wno-conversion)
-  target_precompile_headers(${name}_tests PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled.h)
+  sorvan_precompiled(${name}_tests)
   gtest_discover_tests(${name}_tests TEST_PREFIX "${label}." DISCOVERY_TIMEOUT 60
                        PROPERTIES LABELS ${label} TIMEOUT ${timeout} PROCESSORS ${processors} ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
