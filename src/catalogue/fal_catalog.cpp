@@ -62,11 +62,20 @@ std::vector<FalModel> builtInRows() {
 
 using Places = QHash<QString, std::size_t>;
 
-/// The first place of each id.
+/// The first place of each id. The keys are texts of their own: the models' are counted by whoever copies a model, and a
+/// lookup that reads beside those counts waits for the other processor.
 Places placesOf(const std::vector<FalModel>& models) {
   Places places;
-  for (std::size_t place = models.size(); place > 0; --place) places.insert(models[place - 1].id, place - 1);
+  for (std::size_t place = models.size(); place > 0; --place) {
+    const QString& id = models[place - 1].id;
+    places.insert(QString(id.constData(), id.size()), place - 1);
+  }
   return places;
+}
+
+std::uint64_t nextListNumber() {
+  static std::atomic<std::uint64_t> last = 0;
+  return ++last;
 }
 
 const FalModel* builtInModel(const QString& id) {
@@ -92,7 +101,14 @@ struct FalCatalog::AddedModels {
   Places places;
 };
 
-FalCatalog::FalCatalog(std::shared_ptr<Settings> store) : settings(std::move(store)) {
+/// The list that a thread saw last. `keeper` is this thread's own: two threads that look up at the same time would
+/// otherwise pass one count of users to and fro.
+struct FalCatalog::Seen {
+  std::uint64_t number = 0;
+  std::shared_ptr<const std::shared_ptr<const AddedModels>> keeper;
+};
+
+FalCatalog::FalCatalog(std::shared_ptr<Settings> store) : settings(std::move(store)), listNumber(nextListNumber()) {
   std::vector<FalModel> models;
   if (const auto text = settings->get<QString>(modelsKey())) models = modelsFromText(text->toUtf8()).models;
   std::erase_if(models, [](const FalModel& model) { return builtInModel(model.id) != nullptr; });
@@ -106,13 +122,24 @@ std::shared_ptr<const FalCatalog::AddedModels> FalCatalog::current() const {
   return addedModels;
 }
 
+const FalCatalog::Seen& FalCatalog::seen() const {
+  thread_local Seen last;
+  if (last.number != listNumber.load(std::memory_order_acquire)) {
+    const std::scoped_lock held(lock);
+    last = {listNumber.load(std::memory_order_relaxed),
+            std::make_shared<const std::shared_ptr<const AddedModels>>(addedModels)};
+  }
+  return last;
+}
+
 std::shared_ptr<const FalModel> FalCatalog::find(const QString& id) const {
   // Compiled-in models are there as long as the program.
   if (const FalModel* found = builtInModel(id)) return {std::shared_ptr<const FalModel>(), found};
-  const auto own = current();
-  const auto place = own->places.constFind(id);
-  if (place == own->places.cend()) return nullptr;
-  return {own, &own->models[*place]};
+  const auto& keeper = seen().keeper;
+  const AddedModels& own = **keeper;
+  const auto place = own.places.constFind(id);
+  if (place == own.places.cend()) return nullptr;
+  return {keeper, &own.models[*place]};
 }
 
 std::optional<FalModel> FalCatalog::model(const QString& id) const {
@@ -173,6 +200,7 @@ void FalCatalog::change(std::vector<FalModel> models) {
   {
     const std::scoped_lock held(lock);
     addedModels.swap(next);
+    listNumber.store(nextListNumber(), std::memory_order_release);
   }
   // What this version could not read may be a newer one's models: it is kept before it is written over.
   const auto stored = settings->get<QString>(modelsKey());

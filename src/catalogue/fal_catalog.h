@@ -3,6 +3,8 @@
 
 #include <QSet>
 
+#include <atomic>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -29,8 +31,9 @@ struct RemovedModel {
 /// settings key "falModels.v2". A text of which anything does not read is kept under "falModels.v2.unreadable" before
 /// the first write over it.
 ///
-/// Thread: lookups from any; changes on the thread of the settings. The lock is held only to copy or swap the pointer to
-/// a list that never changes, so a lookup waits for nothing and copies nothing.
+/// Thread: lookups from any; changes on the thread of the settings. The lists never change and the lock is held only to
+/// copy or swap the pointer to one, which a lookup does when there is a new list; so it waits for nothing and copies
+/// nothing. Each thread that looks up keeps the list it saw last until it looks again or ends.
 class FalCatalog {
  public:
   explicit FalCatalog(std::shared_ptr<Settings> settings);
@@ -66,12 +69,15 @@ class FalCatalog {
 
  private:
   struct AddedModels;
+  struct Seen;
+  const Seen& seen() const;
   void change(std::vector<FalModel> models);
   std::shared_ptr<const AddedModels> current() const;
 
   std::shared_ptr<Settings> settings;
   mutable std::mutex lock;
   std::shared_ptr<const AddedModels> addedModels;
+  std::atomic<std::uint64_t> listNumber;  ///< of the list in place; no two lists of the program share one
 };
 
 }  // namespace sorvan::catalogue

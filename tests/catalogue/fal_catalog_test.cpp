@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <semaphore>
+#include <thread>
+
 #include "catalogue/audio_models.h"
 #include "catalogue/catalog_facts.h"
 #include "catalogue/fal_model_json.h"
@@ -85,6 +88,32 @@ TEST(FalCatalog, HandsOutModelsThatNoLaterChangeTouches) {
   EXPECT_EQ(*found, added(u"acme/one"_s));
   EXPECT_FALSE(catalog.find(u"acme/one"_s));
   EXPECT_EQ(catalog.find(u"fal-ai/nano-banana-2"_s).get(), &nanoBanana2());
+}
+
+TEST(FalCatalog, TellsEveryThreadOfAChangeAtOnce) {
+  FalCatalog catalog(std::make_shared<Settings>());
+  FalCatalog other(std::make_shared<Settings>());
+  FalModel model = nanoBanana2();
+  model.id = QStringLiteral("acme/new");
+  std::binary_semaphore changed{0};
+  std::binary_semaphore looked{0};
+  bool before = true;
+  bool after = false;
+  bool elsewhere = true;
+  std::thread reader([&] {
+    before = catalog.find(model.id) != nullptr;
+    looked.release();
+    changed.acquire();
+    after = catalog.find(model.id) != nullptr;
+    elsewhere = other.find(model.id) != nullptr;
+  });
+  looked.acquire();
+  catalog.add(model);
+  changed.release();
+  reader.join();
+  EXPECT_FALSE(before);
+  EXPECT_TRUE(after);
+  EXPECT_FALSE(elsewhere);
 }
 
 TEST(FalCatalog, TakesNothingOutThatWasNotAdded) {
