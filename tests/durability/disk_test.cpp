@@ -1,6 +1,8 @@
 // A disk that is full, or that may not be written, under the real program: nothing is lost, nothing is bought twice, and
 // the job says why.
 #include <gtest/gtest.h>
+
+#include <cstdio>
 #include <unistd.h>
 
 #include <QDir>
@@ -46,6 +48,11 @@ INSTANTIATE_TEST_SUITE_P(Disk, ADiskThatFillsAtStep, testing::Values(1, 4, 8, 12
 
 // The real thing: a small file system that is full, and a program without privileges.
 TEST(ARealFullDisk, RefusesTheRequestAndTheLibraryStaysReadable) {
+  if (!Driven::mountingIsAllowed()) {
+    // ctest counts a test that prints this as skipped, not as passed.
+    std::puts("[  SKIPPED ] this machine lets no program mount a file system");
+    return;
+  }
   Driven driven;
   const Ended full = driven.runOnFullDisk(makePicture);
   EXPECT_FALSE(full.killed);

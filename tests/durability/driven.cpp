@@ -96,27 +96,38 @@ QString Driven::configurationForEverybody() const {
   return path;
 }
 
-// In a mount namespace of its own. As root the driver becomes the user nobody, because root may write anywhere.
-Ended Driven::runShell(const QJsonArray& commands, const QString& before) {
+// As root the driver becomes the user nobody, because root may write anywhere.
+Ended Driven::runShell(const QJsonArray& commands, const QString& before, const QStringList& around) {
   QFile::setPermissions(folder_.path(), QFile::Permissions(0x7755));
   const QString driver = openToEverybody(QStringLiteral(SORVAN_DRIVER), folder_.filePath(u"driver"_qs));
   const QString drop = getuid() == 0 ? u"setpriv --reuid=65534 --regid=65534 --clear-groups "_qs : QString();
   const QString script = before + u"; exec "_qs + drop + u"\"$1\" \"$2\" \"$3\""_qs;
-  QStringList arguments{getuid() == 0 ? u"-m"_qs : u"-rm"_qs, u"sh"_qs, u"-c"_qs, script, u"sh"_qs,
-                        driver, workspace_, textOf(commands)};
+  QStringList command = around + QStringList{u"sh"_qs, u"-c"_qs, script, u"sh"_qs, driver, workspace_, textOf(commands)};
   QProcessEnvironment with = environment();
   with.insert(u"SORVAN_SERVICE"_qs, configurationForEverybody());
-  launch(with, u"unshare"_qs, arguments);
+  const QString program = command.takeFirst();
+  launch(with, program, command);
   return end();
 }
 
+// A mount namespace of its own.
+static QStringList ownMounts() { return {u"unshare"_qs, getuid() == 0 ? u"-m"_qs : u"-rm"_qs}; }
+
+bool Driven::mountingIsAllowed() {
+  const QTemporaryDir place;
+  QStringList command = ownMounts() + QStringList{u"mount"_qs, u"-t"_qs, u"tmpfs"_qs, u"none"_qs, place.path()};
+  const QString program = command.takeFirst();
+  return QProcess::execute(program, command) == 0;
+}
+
 Ended Driven::runOnFullDisk(const QJsonArray& commands) {
-  return runShell(commands, u"mount -t tmpfs -o size=400k,mode=0777 none '"_qs + workspace_ +
-                                u"'; dd if=/dev/zero of='"_qs + workspace_ + u"/filler' bs=1k count=390 2>/dev/null"_qs);
+  const QString fill = u"mount -t tmpfs -o size=400k,mode=0777 none '"_qs + workspace_ + u"'; dd if=/dev/zero of='"_qs +
+                       workspace_ + u"/filler' bs=1k count=390 2>/dev/null"_qs;
+  return runShell(commands, fill, ownMounts());
 }
 
 Ended Driven::runInReadOnlyFolder(const QJsonArray& commands) {
-  return runShell(commands, u"chmod 0555 '"_qs + workspace_ + u"'"_qs);
+  return runShell(commands, u"chmod 0555 '"_qs + workspace_ + u"'"_qs, {});
 }
 
 void Driven::arm() {

@@ -41,6 +41,8 @@ class Driven {
   Ended runFaulty(const QJsonArray& commands, const QString& fault);
   // The same with a fault of the network.
   Ended runOnBadLine(const QJsonArray& commands, const QString& fault);
+  // Whether this machine lets a program mount a file system of its own, as the next one does.
+  static bool mountingIsAllowed();
   // Starts and waits as a user without privileges, with the workspace on a file system of 400 kB that is all full.
   Ended runOnFullDisk(const QJsonArray& commands);
   // Starts and waits as a user without privileges, in a folder that may not be written.
@@ -56,7 +58,7 @@ class Driven {
   QProcessEnvironment faulty(const QString& fault) const;
   QString configurationForEverybody() const;
   void launch(const QProcessEnvironment& environment, const QString& program, const QStringList& arguments);
-  Ended runShell(const QJsonArray& commands, const QString& before);
+  Ended runShell(const QJsonArray& commands, const QString& before, const QStringList& around);
 
   QTemporaryDir folder_;
   QString workspace_;
