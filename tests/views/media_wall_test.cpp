@@ -106,15 +106,49 @@ TEST_F(MediaWallTest, EndScrollsToTheLastCell) {
   EXPECT_TRUE(wall.viewport()->rect().contains(wall.cellRect(399)));
 }
 
-TEST_F(MediaWallTest, EnterSpaceAndADoubleClickOpenTheCell) {
+TEST_F(MediaWallTest, EnterAndADoubleClickOpenTheCell) {
   fill(20);
   QSignalSpy opened(&wall, &MediaWall::opened);
   click(4);
   QTest::keyClick(&wall, Qt::Key_Return);
-  QTest::keyClick(&wall, Qt::Key_Space);
   QTest::mouseDClick(wall.viewport(), Qt::LeftButton, {}, wall.cellRect(4).center());
-  ASSERT_EQ(opened.count(), 3);
+  ASSERT_EQ(opened.count(), 2);
   for (const QList<QVariant>& call : opened) EXPECT_EQ(call.front().toUuid(), source.idAt(4));
+}
+
+TEST_F(MediaWallTest, SpaceAsksForAQuickLookAtWhatIsSelected) {
+  fill(20);
+  wall.setFocus();
+  QSignalSpy looked(&wall, &MediaWall::quickLookRequested);
+  QTest::keyClick(&wall, Qt::Key_Space);
+  EXPECT_EQ(looked.count(), 1);
+  EXPECT_EQ(wall.selection(), ids({0}));
+}
+
+TEST_F(MediaWallTest, TheCellUnderThePointerIsToldAndLeftWhenTheWallScrolls) {
+  fill(400);
+  QSignalSpy hovered(&wall, &MediaWall::cellHovered);
+  QTest::mouseMove(wall.viewport(), wall.cellRect(2).center());
+  ASSERT_TRUE(QTest::qWaitFor([&] { return hovered.count() > 0; }));
+  EXPECT_EQ(hovered.back().at(0).toUuid(), source.idAt(2));
+  EXPECT_EQ(hovered.back().at(1).toRect(), wall.cellRect(2));
+  wall.verticalScrollBar()->setValue(500);
+  EXPECT_TRUE(hovered.back().at(0).toUuid().isNull());
+}
+
+TEST_F(MediaWallTest, AnOverlayPaintsInPlaceOfItsCell) {
+  struct Blue final : public CellOverlay {
+    QUuid over;
+    QUuid cell() const override { return over; }
+    void paint(QPainter& painter, const QRect& area, const GalleryCell&) override { painter.fillRect(area, Qt::blue); }
+  } overlay;
+  fill(20);
+  overlay.over = source.idAt(3);
+  wall.setOverlay(&overlay);
+  const QImage shown = wall.viewport()->grab().toImage();
+  EXPECT_EQ(shown.pixelColor(wall.cellRect(3).center()), QColor(Qt::blue));
+  EXPECT_NE(shown.pixelColor(wall.cellRect(4).center()), QColor(Qt::blue));
+  wall.setOverlay(nullptr);
 }
 
 TEST_F(MediaWallTest, EscapeClearsTheSelectionBeforeItLeaves) {

@@ -137,6 +137,7 @@ void MainWindow::bindGallery() {
   MediaWall& wall = library_->wall();
   connect(&wall, &MediaWall::selectionRequested, on_.state, &WorkspaceState::select);
   connect(&wall, &MediaWall::opened, this, &MainWindow::openCell);
+  connect(&wall, &MediaWall::quickLookRequested, this, [this, &wall] { openCell(wall.currentRow()); });
   connect(&wall, &MediaWall::jobActionRequested, on_.jobs, &JobsPresenter::perform);
   connect(&wall, &MediaWall::jobDismissed, on_.gallery, &GalleryPresenter::dismissJob);
   connect(&wall, &MediaWall::menuRequested, this, [this](QPoint place) { menus_->openItemMenu(place, this); });

@@ -86,6 +86,17 @@ void MediaWall::setSelection(const QSet<QUuid>& selection) {
   viewport()->update();
 }
 
+void MediaWall::setOverlay(CellOverlay* overlay) {
+  overlay_ = overlay;
+  viewport()->update();
+}
+
+void MediaWall::updateCell(QUuid cell) {
+  const auto [first, end] = visibleRange();
+  for (int index = first; index < std::min(end, source_.count()); ++index)
+    if (source_.idAt(index) == cell) viewport()->update(cellRect(index).adjusted(-4, -4, 4, 4));
+}
+
 void MediaWall::rebuild() {
   std::vector<float> aspects(static_cast<size_t>(source_.count()));
   for (int index = 0; index < source_.count(); ++index) {
@@ -95,7 +106,7 @@ void MediaWall::rebuild() {
   const int height = std::max(rowHeight_, lowestRow(viewport()->size()));
   layout_.build(aspects, {static_cast<double>(viewport()->width()), static_cast<double>(height),
                           static_cast<double>(metrics().galleryGap), static_cast<double>(metrics().galleryPad)});
-  hovered_ = -1;
+  leaveHovered();
 }
 
 // The cell in the middle of the view stays there; a wall at its top stays at its top. When the source tells of a change
@@ -128,7 +139,7 @@ void MediaWall::updateScrollBar() {
 void MediaWall::resizeEvent(QResizeEvent*) { relayout(); }
 
 void MediaWall::scrollContentsBy(int, int) {
-  hovered_ = -1;
+  leaveHovered();
   if (layout_.count() == source_.count()) noteMiddle();
   viewport()->update();
 }
@@ -208,7 +219,10 @@ void MediaWall::paintCell(QPainter& painter, int index) {
   const GalleryCell cell = source_.cellAt(index);
   const QRect area = cellRect(index);
   const CellLook look = lookOf(index, cell, area);
-  paintMediaCell(painter, area, cell, look);
+  if (overlay_ && overlay_->cell() == cell.id)
+    overlay_->paint(painter, area, cell);
+  else
+    paintMediaCell(painter, area, cell, look);
   paintCellRings(painter, area, look);
 }
 

@@ -12,6 +12,17 @@
 
 namespace sorvan::views {
 
+// Something that paints over one cell, such as a clip that plays under the pointer. Main thread.
+class CellOverlay {
+ public:
+  virtual ~CellOverlay() = default;
+  // The cell it covers now; null: none.
+  virtual QUuid cell() const = 0;
+  // Paints in place of the cell's picture and badges; the rings of the selection come on top. `area` is in the
+  // viewport's coordinates, in logical pixels.
+  virtual void paint(QPainter& painter, const QRect& area, const GalleryCell& cell) = 0;
+};
+
 // Paints only what is visible; a wall of a hundred thousand cells holds two numbers for each. Main thread.
 class MediaWall final : public QAbstractScrollArea, public PaintedList {
   Q_OBJECT
@@ -26,6 +37,10 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   void setSelection(const QSet<QUuid>& selection);
   const QSet<QUuid>& selection() const { return selection_; }
   void scrollTo(int index);
+  // Lent, null for none. The wall asks it in each paint; `updateCell` makes it ask again.
+  void setOverlay(CellOverlay* overlay);
+  // Repaints one cell where it is visible.
+  void updateCell(QUuid cell);
 
   QAbstractScrollArea& area() override { return *this; }
   int rowCount() const override { return source_.count(); }
@@ -43,6 +58,11 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
  Q_SIGNALS:
   void selectionRequested(const QSet<QUuid>& selection);
   void opened(QUuid cell);
+  // The pointer came to rest over another cell, at this place of the viewport; null: over none. A scrolled wall has no
+  // cell under the pointer until it moves again.
+  void cellHovered(QUuid cell, QRect area);
+  // Space: the selected cells, at least one, large over the window.
+  void quickLookRequested();
   void jobActionRequested(QUuid job, sorvan::shell::JobAction action);
   void jobDismissed(QUuid job);
   void menuRequested(QPoint globalPosition);
@@ -73,6 +93,8 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   CellLook lookOf(int index, const GalleryCell& cell, const QRect& area);
   int indexAt(QPoint point) const;
   void hover(QPoint point);
+  void leaveHovered();
+  void requestQuickLook(int index);
   void click(int index, Qt::KeyboardModifiers modifiers);
   void selectRange(int from, int to);
   void toggle(int index);
@@ -98,6 +120,7 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   std::optional<QPoint> rubberFrom_;  // in the wall's own coordinates
   QRect rubberBand_;
   QTimer motion_;
+  CellOverlay* overlay_ = nullptr;
 };
 
 }  // namespace sorvan::views

@@ -131,9 +131,23 @@ void MediaWall::hover(QPoint point) {
   const CellPart part = index >= 0 ? partAt(cellRect(index), source_.cellAt(index), point) : CellPart::none;
   if (index == hovered_ && part == hoveredPart_) return;
   if (hovered_ >= 0) viewport()->update(cellRect(hovered_));
+  const bool another = index != hovered_;
   hovered_ = index;
   hoveredPart_ = part;
   if (hovered_ >= 0) viewport()->update(cellRect(hovered_));
+  if (another) Q_EMIT cellHovered(index >= 0 ? source_.idAt(index) : QUuid(), index >= 0 ? cellRect(index) : QRect());
+}
+
+void MediaWall::leaveHovered() {
+  if (hovered_ < 0) return;
+  hovered_ = -1;
+  Q_EMIT cellHovered({}, {});
+}
+
+// What is looked at is what is selected; a cell that only the keyboard stands on is selected first.
+void MediaWall::requestQuickLook(int index) {
+  if (selection_.isEmpty()) request({source_.idAt(index)});
+  Q_EMIT quickLookRequested();
 }
 
 bool MediaWall::viewportEvent(QEvent* event) {
@@ -185,12 +199,15 @@ void MediaWall::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+      if (known < 0) break;
+      Q_EMIT opened(current_);
+      return;
     case Qt::Key_Space:
       if (known < 0) break;
       if (event->modifiers().testFlag(Qt::ControlModifier))
         toggle(known);
       else
-        Q_EMIT opened(current_);
+        requestQuickLook(known);
       return;
     case Qt::Key_Escape:
       if (selection_.isEmpty())
