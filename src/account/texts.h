@@ -1,4 +1,4 @@
-// Every sentence about keys that a user may read.
+// Every sentence about keys and money that a user may read.
 #pragma once
 
 #include <QString>
@@ -23,5 +23,13 @@ inline QString explanation() {
       "Optional. Bring your own key (BYOK) and fal.ai bills your account directly at its own prices, with no Sorvan "
       "Credits involved.");
 }
+
+/// “1 credit”, “12 credits”; the number comes as it is to be read.
+inline QString credits(const QString& number) {
+  return number == QLatin1Char('1') ? QStringLiteral("1 credit") : QStringLiteral("%1 credits").arg(number);
+}
+inline QString notRecorded() { return QStringLiteral("Not recorded"); }
+inline QString paidWithOwnKey() { return QStringLiteral("My fal.ai key"); }
+inline QString paidWithRetiredKey() { return QStringLiteral("OpenAI key (retired)"); }
 
 }  // namespace sorvan::account::texts

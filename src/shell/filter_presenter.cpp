@@ -1,5 +1,6 @@
 #include "shell/filter_presenter.h"
 
+#include "account/charges.h"
 #include "core/enumerations.h"
 #include "shell/gallery_presenter.h"
 #include "shell/texts.h"
@@ -124,8 +125,8 @@ FilterChip FilterPresenter::modelChip() const {
 
 FilterChip FilterPresenter::providerChip() const {
   std::vector<QString> choices{texts::anyProvider};
-  for (const QString& provider : gallery_.providers()) choices.push_back(provider);
-  const QString& wanted = state_.filter().provider;
+  for (const QString& provider : gallery_.providers()) choices.push_back(account::paidWith(provider));
+  const QString wanted = account::paidWith(state_.filter().provider);
   FilterChip chip =
       chipOf(FilterKind::provider, texts::providerFilter, choices, wanted == all ? 0 : placeOf(choices, wanted));
   if (chip.current < 0) chip.value = wanted;

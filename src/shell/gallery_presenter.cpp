@@ -1,5 +1,6 @@
 #include "shell/gallery_presenter.h"
 
+#include "account/charges.h"
 #include "base/ids.h"
 #include "base/settings.h"
 #include "core/library_store.h"
@@ -210,9 +211,9 @@ GalleryCell GalleryPresenter::itemCell(const Entry& entry) const {
   cell.favorite = asset->favorite;
   cell.rating = asset->rating.value_or(0);
   if (const core::GenerationRef generation = store_.generationOf(asset->id)) {
-    const auto cost = generation->costRecord();
+    const account::Charge charge = account::chargeOf(*generation, asset);
     cell.modelName = jobs_.modelName(generation->model);
-    cell.costText = costText(generation->estimatedCost, cost ? cost->credits : std::nullopt);
+    if (charge.cost) cell.costText = charge.costDisplay(jobs_.spend());
     if (cell.kind == CellKind::audio && !generation->prompt.isEmpty()) cell.title = generation->prompt;
   }
   cell.accessibleName = itemName(cell, asset->type());

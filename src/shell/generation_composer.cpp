@@ -1,5 +1,6 @@
 #include "shell/generation_composer.h"
 
+#include "account/spend.h"
 #include "base/ids.h"
 #include "base/text.h"
 #include "catalogue/audio_models.h"
@@ -112,7 +113,7 @@ QString GenerationComposer::estimate() const {
     if (!cost) return {};
     total += *cost;
   }
-  return texts::roughly(dollarsText(total));
+  return account::Spend::estimate(total);
 }
 
 std::vector<ModelSection> GenerationComposer::modelSections() const {

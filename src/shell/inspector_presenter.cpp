@@ -1,5 +1,6 @@
 #include "shell/inspector_presenter.h"
 
+#include "account/charges.h"
 #include "base/ids.h"
 #include "core/image_format.h"
 #include "core/library_store.h"
@@ -160,11 +161,10 @@ InspectorSection InspectorPresenter::madeWith(const core::Generation& generation
     if (!asset || asset->type() != core::MediaType::audio) addRow(section, texts::ratioLabel, ratioText(*recipe));
   }
   if (generation.seed) addRow(section, texts::seedLabel, QString::number(*generation.seed), true);
-  const auto cost = generation.costRecord();
-  const QString amount = costText(generation.estimatedCost, cost ? cost->credits : std::nullopt);
+  const account::Charge charge = account::chargeOf(generation, nullptr);
   section.rows.push_back(
-      {texts::costLabel, amount.isEmpty() ? texts::notRecorded : amount, false, cost ? cost->note : QString()});
-  addRow(section, texts::paidWithLabel, generation.provider);
+      {texts::costLabel, charge.costDisplay(jobs_.spend()), false, charge.note.value_or(QString())});
+  addRow(section, texts::paidWithLabel, charge.paidWith());
   if (generation.generationDuration) addRow(section, texts::tookLabel, clockText(*generation.generationDuration));
   return section;
 }
@@ -200,7 +200,7 @@ InspectorDisplay InspectorPresenter::jobDisplay(QUuid id) const {
   if (!shown.prompt.isEmpty()) display.sections.push_back({texts::promptSection, shown.prompt, {}});
   InspectorSection request{texts::requestSection, {}, {}};
   const auto stored = job->request();
-  if (stored) addRow(request, texts::paidWithLabel, rawValue(stored->provider));
+  if (stored) addRow(request, texts::paidWithLabel, account::paidWith(rawValue(stored->provider)));
   if (stored) display.marks = marksOf(*stored);
   addRow(request, texts::savedToLabel, shown.destination);
   addRow(request, texts::costLabel, shown.costText);

@@ -1,5 +1,6 @@
 #include "shell/job_displays.h"
 
+#include "account/charges.h"
 #include "base/clock.h"
 #include "core/image_format.h"
 #include "core/library_store.h"
@@ -55,6 +56,8 @@ QString JobDisplays::modelName(const QString& model) const {
   return queue_.ports().models ? queue_.ports().models->displayName(model) : model;
 }
 
+account::Spend JobDisplays::spend() const { return {queue_.ports().billing().ownKeyAllowed}; }
+
 double JobDisplays::aspectRatio(const core::GenerationJob& job) const {
   const auto request = job.request();
   if (!request) return 1;
@@ -106,14 +109,14 @@ void JobDisplays::fillOutputs(JobDisplay& display, const core::GenerationJob& jo
   const auto outputs = store_.outputs(job.id);
   display.outputs = static_cast<int>(outputs.size());
   if (!outputs.empty()) display.thumbnailPath = store_.thumbnailOf(*outputs.front()).value_or(QString());
-  std::optional<double> usd;
-  std::optional<double> credits;
+  account::Charge all;
   for (const core::GenerationRef& generation : store_.generationsOf(job.id)) {
     const auto cost = generation->costRecord();
-    if (cost && cost->credits) credits = credits.value_or(0) + *cost->credits;
-    if (generation->estimatedCost) usd = usd.value_or(0) + *generation->estimatedCost;
+    if (!cost) continue;
+    all.cost = all.cost.value_or(0) + cost->perImageUSD;
+    if (cost->credits) all.credits = all.credits.value_or(0) + *cost->credits;
   }
-  display.costText = costText(usd, credits);
+  if (all.cost) display.costText = all.costDisplay(spend());
 }
 
 void JobDisplays::fillAction(JobDisplay& display, const core::GenerationJob& job) const {

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QObject>
 
+#include "account/spend.h"
 #include "base/instant.h"
 #include "base/task_scope.h"
 #include "core/records.h"
@@ -33,6 +34,8 @@ class JobDisplays : public QObject {
   JobState stateOf(const core::GenerationJob& job) const;
   // The name of a model, known to the catalogue or not.
   QString modelName(const QString& model) const;
+  // How amounts are told at present.
+  account::Spend spend() const;
   // Width by height of the expected output.
   double aspectRatio(const core::GenerationJob& job) const;
 

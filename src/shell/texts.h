@@ -303,7 +303,6 @@ inline const QString requestLabel = QStringLiteral("Request");
 inline const QString jobLabel = QStringLiteral("Job");
 inline const QString pathLabel = QStringLiteral("Path");
 inline const QString lengthLabel = QStringLiteral("Length");
-inline const QString notRecorded = QStringLiteral("Not recorded");
 inline QString severalItems(const QString& count) { return QStringLiteral("%1 items selected").arg(count); }
 inline const QString nothingSelected = QStringLiteral("Nothing selected");
 
@@ -428,7 +427,6 @@ inline QString pricePerUnit(const QString& amount, const QString& unit) {
   return QStringLiteral("%1 / %2").arg(amount, unit);
 }
 inline QString priceAsOf(const QString& date) { return QStringLiteral("as of %1").arg(date); }
-inline QString roughly(const QString& amount) { return QStringLiteral("≈ %1").arg(amount); }
 inline const QString estimateTooltip = QStringLiteral(
     "Paid by your own fal.ai key. Estimated from fal.ai's list prices; your actual charge may differ.");
 
@@ -460,9 +458,7 @@ inline const QString catalogueNote =
 // Settings
 inline const QString keyPage = QStringLiteral("fal.ai Key");
 
-// Amounts and states of items
-inline const QString oneCredit = QStringLiteral("1 credit");
-inline QString credits(const QString& number) { return QStringLiteral("%1 credits").arg(number); }
+// States of items
 inline const QString statusDraft = QStringLiteral("Draft");
 inline const QString statusShortlist = QStringLiteral("Shortlist");
 inline const QString statusApproved = QStringLiteral("Approved");

@@ -12,12 +12,6 @@ namespace sorvan::shell {
 
 namespace {
 
-QString creditsText(double credits) {
-  const bool whole = credits == std::floor(credits);
-  const QString number = whole ? countText(static_cast<qsizetype>(credits)) : QString::number(credits, 'f', 2);
-  return credits == 1 ? texts::oneCredit : texts::credits(number);
-}
-
 QString twoDigits(qint64 number) { return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0')); }
 
 }  // namespace
@@ -50,14 +44,6 @@ QString dayAndTimeText(Instant moment, Instant now) {
 
 QString fileSizeText(qint64 bytes) {
   return QLocale().formattedDataSize(bytes, bytes < 1'000'000 ? 0 : 1, QLocale::DataSizeSIFormat);
-}
-
-QString dollarsText(double usd) { return QStringLiteral("$") + QString::number(usd, 'f', usd < 0.1 ? 3 : 2); }
-
-QString costText(std::optional<double> usd, std::optional<double> credits) {
-  if (credits) return QStringLiteral("%1 (%2)").arg(creditsText(*credits), dollarsText(*credits / 100));
-  if (usd) return QStringLiteral("≈ ") + dollarsText(*usd);
-  return {};
 }
 
 QString statusText(AssetStatus status) {

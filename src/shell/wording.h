@@ -6,8 +6,6 @@
 
 #include <QString>
 
-#include <optional>
-
 namespace sorvan::shell {
 
 // How values look as text. Pure functions; times are told in the local time zone.
@@ -20,10 +18,6 @@ QString dayText(Instant moment, Instant now);
 QString dayAndTimeText(Instant moment, Instant now);
 // “2.4 MB”
 QString fileSizeText(qint64 bytes);
-// “$0.060” below ten cents, “$0.12” from there on.
-QString dollarsText(double usd);
-// “12 credits ($0.12)”, “≈ $0.060”, or empty when neither amount is known.
-QString costText(std::optional<double> usd, std::optional<double> credits);
 // “Draft”, “Shortlist”, “Approved”, “Final”, “Rejected”.
 QString statusText(AssetStatus status);
 // “Image”, “Video”, “Audio”.

@@ -25,14 +25,6 @@ TEST(Wording, TellsTodayByTheClockAndYesterdayByItsName) {
   EXPECT_EQ(dayAndTimeText(local(u"2026-03-05T09:41:00"), now), QStringLiteral("Today 09:41"));
 }
 
-TEST(Wording, WritesOwnKeyCostsAsEstimatesAndCreditsExactly) {
-  EXPECT_EQ(costText(0.06, std::nullopt), QStringLiteral("≈ $0.060"));
-  EXPECT_EQ(costText(0.4, std::nullopt), QStringLiteral("≈ $0.40"));
-  EXPECT_EQ(costText(0.12, 12), QStringLiteral("12 credits ($0.12)"));
-  EXPECT_EQ(costText(std::nullopt, 1), QStringLiteral("1 credit ($0.010)"));
-  EXPECT_EQ(costText(std::nullopt, std::nullopt), QString());
-}
-
 TEST(Wording, GroupsLargeCounts) { EXPECT_EQ(countText(102418), QStringLiteral("102,418")); }
 
 }  // namespace
