@@ -127,7 +127,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       browser_({CatalogClient(transport_), catalog_, clock_, composing_, alerts_, prices_}),
       composer_({store_, queue_, state_, composing_,
                  [keys = keys_](std::stop_token stop) { return keys->ready(ProviderID::fal, stop); }, prices_,
-                 &browser_}),
+                 alerts_, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }, &browser_}),
       marking_(store_, composing_, state_),
       windowPresenter_(store_, state_, alerts_, profile.title),
       welcome_(store_, profile.defaultWorkspace),

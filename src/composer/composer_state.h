@@ -80,6 +80,10 @@ class ComposerState : public QObject {
   void resetReferenceNamesForNewPrompt();
   /// After a submission: what belonged to that one prompt goes, while models, shape, count and destination stay.
   void finishPrompt();
+  /// Takes a recipe over in place of what is there: words, model, settings, shape, count, and the references that
+  /// `usable` accepts, with their marks. Neither its seed nor what belonged to that one run comes along; the destination
+  /// stays. False when its model cannot be chosen any more: then the chosen models stay as they are.
+  bool reuse(const GenerationRequest& recipe, const std::function<bool(const QUuid&)>& usable);
   const std::vector<PromptImprovement>& improvements() const { return improvements_; }
   void focus();
   /// Sets the message line. An error stays until it is replaced; a note leaves after `noteSeconds`.

@@ -1,5 +1,6 @@
 #include "shell/actions.h"
 
+#include "shell/composer_texts.h"
 #include "shell/texts.h"
 
 #include <algorithm>
@@ -95,6 +96,8 @@ void addItemRows(std::vector<ActionRow>& rows) {
   addPlaceRows(rows);
   rows.push_back(
       row(ActionId::reusePrompt, menu, 5, texts::reusePrompt, "R", EnabledWhen::promptKnown, KeyScope::mediaView));
+  rows.push_back(row(ActionId::useSeed, menu, 5, texts::useSeed, "", EnabledWhen::seedKnown));
+  rows.push_back(row(ActionId::copyPrompt, menu, 5, texts::copyPrompt, "", EnabledWhen::promptKnown));
   rows.push_back(row(ActionId::useAsReference, menu, 5, texts::useAsReference, "Shift+R", EnabledWhen::pictureSelected,
                      KeyScope::mediaView));
   rows.push_back(

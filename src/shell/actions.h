@@ -57,7 +57,9 @@ enum class ActionId {
   submitAgain,    // in the inspector, cell and row only
   cancelJob,      // a button, never a key or a menu row
   copyJobDetails,
-  reusePrompt,
+  reusePrompt,  // the whole recipe: prompt, model, settings and references, without the seed
+  useSeed,
+  copyPrompt,
   useAsReference,
   markAreas,
   showInFiles,
@@ -91,6 +93,7 @@ enum class EnabledWhen {
   jobCanSubmitAgain,
   jobActive,
   promptKnown,  // the selected item or job has a prompt
+  seedKnown,    // the selected item or job has a seed
   subView,      // a view that was opened from another one is in front
 };
 

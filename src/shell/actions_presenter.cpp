@@ -10,6 +10,7 @@
 #include "shell/jobs_presenter.h"
 #include "shell/marking_presenter.h"
 #include "shell/presenters.h"
+#include "shell/recipes.h"
 #include "shell/texts.h"
 #include "shell/welcome_presenter.h"
 #include "shell/window_presenter.h"
@@ -115,10 +116,13 @@ void ActionsPresenter::toggleMarking() {
 bool ActionsPresenter::promptKnown() const {
   const QSet<QUuid>& selection = ports_.presenters.state->selection();
   if (selection.size() != 1) return false;
-  const core::GenerationRef generation = ports_.store.generationOf(*selection.begin());
-  if (generation) return !generation->prompt.isEmpty();
-  const core::JobRef job = ports_.store.job(*selection.begin());
-  return job && job->request() && !job->request()->prompt.isEmpty();
+  const auto recipe = recipeOf(ports_.store, *selection.begin());
+  return recipe && !recipe->prompt.isEmpty();
+}
+
+bool ActionsPresenter::seedKnown() const {
+  const QSet<QUuid>& selection = ports_.presenters.state->selection();
+  return selection.size() == 1 && seedOf(ports_.store, *selection.begin()).has_value();
 }
 
 bool ActionsPresenter::itemsShown() const {
@@ -168,6 +172,8 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
       return job().action == JobAction::cancel;
     case EnabledWhen::promptKnown:
       return promptKnown();
+    case EnabledWhen::seedKnown:
+      return seedKnown();
     case EnabledWhen::subView:
       return open && ports_.presenters.state->mode().kind != ModeKind::gallery;
   }
@@ -281,6 +287,12 @@ bool ActionsPresenter::triggerForComposer(ActionId id) {
       return true;
     case ActionId::reusePrompt:
       composer.reusePrompt(*ports_.presenters.state->selection().begin());
+      return true;
+    case ActionId::useSeed:
+      composer.useSeed(*ports_.presenters.state->selection().begin());
+      return true;
+    case ActionId::copyPrompt:
+      composer.copyPrompt(*ports_.presenters.state->selection().begin());
       return true;
     default:
       return false;

@@ -58,6 +58,7 @@ class ActionsPresenter : public QObject {
   void toggleMarking();
   bool itemsShown() const;
   bool promptKnown() const;
+  bool seedKnown() const;
   QUuid selectedJob() const;
   bool triggerForWindow(ActionId id);
   bool triggerForComposer(ActionId id);

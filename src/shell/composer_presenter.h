@@ -153,8 +153,12 @@ class ComposerPresenter : public QObject {
   virtual void startImages() = 0;
   virtual void submit() = 0;
   virtual void clear() = 0;
-  // Takes the prompt of this item or job over.
+  // Takes the recipe of this item or job over: prompt, model, settings and references, without the seed. What stood in
+  // the composer comes back with Undo.
   virtual void reusePrompt(QUuid itemOrJob) = 0;
+  // Takes over the seed alone; nothing happens where none is known.
+  virtual void useSeed(QUuid itemOrJob) { Q_UNUSED(itemOrJob) }
+  virtual void copyPrompt(QUuid itemOrJob) { Q_UNUSED(itemOrJob) }
   // Makes this picture the first reference, and chooses a model that takes pictures where none is chosen.
   virtual void useAsReference(QUuid item) = 0;
   virtual void detachReference(QUuid item) = 0;

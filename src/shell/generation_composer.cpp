@@ -152,7 +152,6 @@ void GenerationComposer::chooseCount(int count) { ports_.state.setCount(count); 
 void GenerationComposer::editSeed(const QString& text) { ports_.state.setSeedText(text); }
 void GenerationComposer::setExpanded(bool expanded) { ports_.state.setExpanded(expanded); }
 void GenerationComposer::focus() { ports_.state.focus(); }
-void GenerationComposer::clear() { ports_.state.reset(); }
 
 void GenerationComposer::setModelChosen(const QString& key, bool chosen) {
   // Pictures and clips combine with one another; a sound stands alone.
@@ -201,18 +200,6 @@ void GenerationComposer::startImages() {
     any = true;
   }
   if (!any) ports_.state.chooseOnly(ComposerState::defaultModel);
-}
-
-void GenerationComposer::reusePrompt(QUuid itemOrJob) {
-  QString prompt;
-  if (const core::GenerationRef generation = ports_.store.generationOf(itemOrJob)) {
-    prompt = generation->prompt;
-  } else if (const core::JobRef job = ports_.store.job(itemOrJob); job && job->request()) {
-    prompt = job->request()->prompt;
-  }
-  if (prompt.isEmpty()) return;
-  ports_.state.setText(prompt);
-  ports_.state.focus();
 }
 
 // ---- Generate
@@ -314,11 +301,7 @@ void GenerationComposer::restoreKept() {
   const auto kept = ports_.store.keptComposer();
   ports_.state.reset();
   if (!kept) return;
-  const auto usable = [this](const QUuid& id) {
-    const core::AssetRef asset = ports_.store.asset(id);
-    return asset && !asset->isTrashed();
-  };
-  ports_.state.restore(*kept, usable, [this](const QUuid& id) { return ports_.store.project(id) != nullptr; });
+  takeBack(*kept);
 }
 
 void GenerationComposer::scheduleKeeping() {

@@ -22,6 +22,7 @@ class JobQueue;
 
 namespace sorvan::shell {
 
+class AlertsPresenter;
 class ModelBrowserPresenter;
 class ModelPrices;
 class WorkspaceState;
@@ -42,6 +43,9 @@ class GenerationComposer final : public ComposerPresenter {
     // `Cancelled`: the failure itself shows when the key is read.
     std::function<Task<>(std::stop_token)> awaitKey;
     ModelPrices& prices;
+    AlertsPresenter& alerts;
+    // Puts a text on the clipboard.
+    std::function<void(const QString&)> copyText;
     // Null where models cannot be added.
     ModelBrowserPresenter* browser = nullptr;
   };
@@ -70,6 +74,8 @@ class GenerationComposer final : public ComposerPresenter {
   void submit() override;
   void clear() override;
   void reusePrompt(QUuid itemOrJob) override;
+  void useSeed(QUuid itemOrJob) override;
+  void copyPrompt(QUuid itemOrJob) override;
   void useAsReference(QUuid item) override;
   void detachReference(QUuid item) override;
   void removeMarks() override;
@@ -100,6 +106,9 @@ class GenerationComposer final : public ComposerPresenter {
   void takePendingMarks();
   void noteChoice();
   QString estimate() const;
+  bool isUsable(const QUuid& asset) const;
+  void takeBack(const core::ComposerDraft& draft);
+  void offerUndo(const QString& text, const core::ComposerDraft& before);
   void restoreKept();
   void scheduleKeeping();
   Task<> keepLater(std::stop_token stop);

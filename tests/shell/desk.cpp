@@ -77,7 +77,7 @@ Desk::Desk()
       prices(pricing, [this](std::stop_token stop) { return readKey(stop); }),
       browser({catalogue::CatalogClient(web), catalog, clock, composing, alerts, prices}),
       composer({store, queue, state, composing, [this](std::stop_token stop) { return awaitKey(stop); }, prices,
-                &browser}),
+                alerts, [this](const QString& text) { copied = text; }, &browser}),
       marking(store, composing, state),
       gallery(store, state, displays),
       jobs({store, queue, state, alerts, displays, [this](const QString& text) { copied = text; }}),
