@@ -25,7 +25,7 @@ if(MOLD_PROGRAM)
   add_link_options(-fuse-ld=mold)
 endif()
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Widgets Svg DBus Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Widgets Svg DBus Multimedia Test)
 find_package(QCoro6 REQUIRED COMPONENTS Core Network DBus)
 find_package(Qt6Keychain REQUIRED)
 find_package(SQLiteCpp REQUIRED)

@@ -39,7 +39,7 @@ function(sorvan_room name)
                                           Threads::Threads)
   if(name STREQUAL "platform")
     target_link_libraries(${library} PUBLIC SQLiteCpp PkgConfig::SQLITE PRIVATE PkgConfig::FFMPEG PkgConfig::HEIF
-                                            Qt6Keychain::Qt6Keychain Qt6::DBus OpenSSL::Crypto)
+                                            Qt6Keychain::Qt6Keychain Qt6::DBus Qt6::Multimedia OpenSSL::Crypto)
   elseif(name STREQUAL "base")
     target_link_libraries(${library} PRIVATE OpenSSL::Crypto)
   elseif(name STREQUAL "views")

@@ -1,6 +1,7 @@
 // Plays one clip or sound.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -15,6 +16,7 @@
 #include "platform/sound_output.h"
 
 namespace sorvan::platform {
+struct ClipFrame;
 class PictureFeed;
 class SoundFeed;
 }  // namespace sorvan::platform
@@ -110,17 +112,21 @@ class Player final : public QObject {
   struct Opened;
 
   void finishOpening(int opening, const Opened& opened);
+  void becomeReady();
   void fail(const QString& problem);
-  void restartAt(double seconds);
-  void beginRun();
   void halt();
-  bool wantsSound() const;
+  void wait();
+  void begin();
   void startOutput();
-  bool showDue(double seconds);
-  void show(QImage image, double seconds);
+  void goOnSilently();
+  void goTo(double seconds);
+  bool wantsSound() const;
+  float loudness() const;
+  bool showPlace();
+  void showDue(double seconds);
+  void show(platform::ClipFrame frame);
   bool reachedEnd(double seconds) const;
-  void finish();
-  void wake();
+  void finish(double now);
 
   PlayerPorts ports_;
   QTimer ticks_;
@@ -140,8 +146,10 @@ class Player final : public QObject {
   Run run_ = Run::halted;
   double from_ = 0;        ///< where this run began, in seconds of the file
   double startedAt_ = 0;   ///< when, on the clock
-  bool stepping_ = false;  ///< a paused player waits for the frame of its place
+  bool stepping_ = false;  ///< the frame of the place that was gone to is not shown yet
+  bool snaps_ = false;     ///< the place is where that frame begins
   std::unique_ptr<platform::SoundOutput> output_;
+  std::shared_ptr<std::atomic<float>> gain_ = std::make_shared<std::atomic<float>>(1.0f);
   std::shared_ptr<SoundTimeline> timeline_;
   std::unique_ptr<platform::PictureFeed> pictures_;
   std::shared_ptr<platform::SoundFeed> sounds_;
