@@ -41,6 +41,10 @@ void addViewRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::view;
   const EnabledWhen open = EnabledWhen::workspaceOpen;
   rows.push_back(row(ActionId::showGallery, menu, 0, texts::gallery, "Ctrl+1", open));
+  rows.push_back(
+      row(ActionId::showContactSheets, menu, 0, texts::contactSheetsMode, "Ctrl+2", EnabledWhen::sheetsHere));
+  rows.push_back(
+      row(ActionId::showReferences, menu, 0, texts::referencesMode, "Ctrl+4", EnabledWhen::referencesHere));
   rows.push_back(row(ActionId::showHistory, menu, 0, texts::history, "Ctrl+H", open));
   rows.push_back(row(ActionId::goBack, menu, 0, texts::back, "Alt+Left", EnabledWhen::subView));
   rows.push_back(row(ActionId::searchMedia, menu, 1, texts::searchMedia, "Ctrl+F", open));

@@ -24,6 +24,8 @@ enum class ActionId {
   selectAll,
   moveToTrash,
   showGallery,
+  showContactSheets,
+  showReferences,
   showHistory,
   focusComposer,
   toggleSidebar,
@@ -94,6 +96,8 @@ enum class EnabledWhen {
   jobActive,
   promptKnown,  // the selected item or job has a prompt
   seedKnown,    // the selected item or job has a seed
+  sheetsHere,      // the location has contact sheets
+  referencesHere,  // the location has references of its own
   subView,      // a view that was opened from another one is in front
 };
 

@@ -8,6 +8,7 @@
 #include "shell/gallery_presenter.h"
 #include "shell/inspector_presenter.h"
 #include "shell/jobs_presenter.h"
+#include "shell/locations.h"
 #include "shell/marking_presenter.h"
 #include "shell/presenters.h"
 #include "shell/recipes.h"
@@ -72,6 +73,8 @@ ActionsPresenter::ActionsPresenter(Ports ports, QObject* parent) : QObject(paren
   connect(p.curation, &CurationPresenter::stepsOnChanged, this, &ActionsPresenter::changed);
   connect(p.state, &WorkspaceState::selectionChanged, this, &ActionsPresenter::changed);
   connect(p.state, &WorkspaceState::modeChanged, this, &ActionsPresenter::changed);
+  connect(p.state, &WorkspaceState::availableChanged, this, &ActionsPresenter::changed);
+  connect(p.state, &WorkspaceState::locationChanged, this, &ActionsPresenter::changed);
   connect(p.state, &WorkspaceState::layoutChanged, this, &ActionsPresenter::changed);
   connect(p.gallery, &GalleryPresenter::layoutChanged, this, &ActionsPresenter::changed);
   connect(p.jobs, &JobsPresenter::layoutChanged, this, &ActionsPresenter::changed);
@@ -174,6 +177,10 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
       return promptKnown();
     case EnabledWhen::seedKnown:
       return seedKnown();
+    case EnabledWhen::sheetsHere:
+      return open && isHere(ModeKind::contactSheets);
+    case EnabledWhen::referencesHere:
+      return open && isHere(ModeKind::projectReferences);
     case EnabledWhen::subView:
       return open && ports_.presenters.state->mode().kind != ModeKind::gallery;
   }
@@ -193,7 +200,24 @@ EnabledWhen ActionsPresenter::conditionOf(ActionId id) {
   }
 }
 
-bool ActionsPresenter::isEnabled(ActionId id) const { return holds(conditionOf(id)); }
+bool ActionsPresenter::isHere(ModeKind mode) const {
+  const std::vector<ModeKind> modes = modesAt(ports_.store, ports_.presenters.state->location());
+  return std::find(modes.begin(), modes.end(), mode) != modes.end();
+}
+
+bool ActionsPresenter::isOffered(ActionId id) const {
+  const WorkspaceState& state = *ports_.presenters.state;
+  switch (id) {
+    case ActionId::showContactSheets:
+      return state.isAvailable(ModeKind::contactSheets);
+    case ActionId::showReferences:
+      return state.isAvailable(ModeKind::projectReferences);
+    default:
+      return true;
+  }
+}
+
+bool ActionsPresenter::isEnabled(ActionId id) const { return isOffered(id) && holds(conditionOf(id)); }
 
 bool ActionsPresenter::isChecked(ActionId id) const {
   if (id == ActionId::toggleSidebar) return ports_.presenters.state->sidebarVisible();
@@ -230,6 +254,12 @@ bool ActionsPresenter::triggerForWindow(ActionId id) {
       return true;
     case ActionId::showGallery:
       p.state->setMode({ModeKind::gallery});
+      return true;
+    case ActionId::showContactSheets:
+      p.state->setMode({ModeKind::contactSheets});
+      return true;
+    case ActionId::showReferences:
+      p.state->setMode({ModeKind::projectReferences});
       return true;
     case ActionId::showHistory:
       p.state->setMode({ModeKind::activity});
@@ -404,7 +434,7 @@ void ActionsPresenter::showInFiles() {
 QString ActionsPresenter::shortcutsText() const {
   QStringList lines;
   for (const ActionRow& row : actionTable()) {
-    if (row.shortcut.isEmpty()) continue;
+    if (row.shortcut.isEmpty() || !isOffered(row.id)) continue;
     const QString keys = QKeySequence(row.shortcut, QKeySequence::PortableText).toString(QKeySequence::NativeText);
     lines << QStringLiteral("%1: %2").arg(row.title, keys);
   }

@@ -2,6 +2,7 @@
 
 #include "shell/actions.h"
 #include "shell/presenters.h"
+#include "shell/workspace_mode.h"
 
 #include <QObject>
 #include <QUuid>
@@ -31,6 +32,8 @@ class ActionsPresenter : public QObject {
   };
   explicit ActionsPresenter(Ports ports, QObject* parent = nullptr);
 
+  // Whether the window has what the action leads to. What it has not is absent from menus and keys.
+  bool isOffered(ActionId id) const;
   bool isEnabled(ActionId id) const;
   bool isChecked(ActionId id) const;
   // As the menu shows it now: “Undo Change Rating” tells which step would be taken back.
@@ -53,6 +56,7 @@ class ActionsPresenter : public QObject {
  private:
   static EnabledWhen conditionOf(ActionId id);
   bool holds(EnabledWhen condition) const;
+  bool isHere(ModeKind mode) const;
   bool itemSelected() const;
   QUuid selectedPicture() const;
   void toggleMarking();

@@ -3,13 +3,13 @@
 #include "shell/room.h"
 
 #include "core/library_store.h"
+#include "shell/contact_sheet_source.h"
 
 #include <QString>
 #include <QUuid>
 
 #include <functional>
 #include <optional>
-#include <variant>
 #include <vector>
 
 namespace sorvan::shell {
@@ -40,21 +40,6 @@ void restoreContactSheet(core::LibraryStore& store, const core::ContactSheetRef&
 
 // Gives each comparison that has jobs and no sheet a sheet of its own. A step of opening: changes and does not save.
 void backfillContactSheets(core::LibraryStore& store);
-
-// What a view of a sheet shows: a passing selection, the jobs of a comparison, or a stored sheet.
-struct PassingSelection {
-  std::vector<QUuid> assets;
-  bool operator==(const PassingSelection&) const = default;
-};
-struct ComparisonBatch {
-  QUuid comparison;
-  bool operator==(const ComparisonBatch&) const = default;
-};
-struct StoredSheet {
-  QUuid sheet;
-  bool operator==(const StoredSheet&) const = default;
-};
-using ContactSheetSource = std::variant<PassingSelection, ComparisonBatch, StoredSheet>;
 
 // The record of a source: the stored sheet, or the comparison's; null for a selection and for one that is gone.
 core::ContactSheetRef sheetFor(const core::LibraryStore& store, const ContactSheetSource& source);

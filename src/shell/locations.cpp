@@ -8,6 +8,7 @@
 namespace sorvan::shell {
 
 QString locationTitle(const core::LibraryStore& store, const QString& location) {
+  if (location == recentLocation) return texts::recent;
   if (location == favoritesLocation) return texts::favorites;
   if (location == inboxLocation) return texts::inbox;
   if (location == trashLocation) return texts::trash;
@@ -18,6 +19,13 @@ QString locationTitle(const core::LibraryStore& store, const QString& location) 
 std::optional<QUuid> locationProject(const core::LibraryStore& store, const QString& location) {
   const core::ProjectRef project = store.project(uuidFromText(location));
   return project ? std::optional(project->id) : std::nullopt;
+}
+
+std::vector<ModeKind> modesAt(const core::LibraryStore& store, const QString& location) {
+  if (location == recentLocation || location == favoritesLocation) return {ModeKind::gallery};
+  std::vector<ModeKind> modes{ModeKind::gallery, ModeKind::contactSheets, ModeKind::sequences};
+  if (locationProject(store, location)) modes.push_back(ModeKind::projectReferences);
+  return modes;
 }
 
 QString destinationName(const core::LibraryStore& store, const std::optional<QUuid>& project) {

@@ -143,6 +143,7 @@ inline const QString lineageDeleted = QStringLiteral("Deleted");
 
 // Locations
 inline const QString allMedia = QStringLiteral("All Media");
+inline const QString recent = QStringLiteral("Recent");
 inline const QString favorites = QStringLiteral("Favorites");
 inline const QString inbox = QStringLiteral("Inbox");
 inline const QString projects = QStringLiteral("Projects");

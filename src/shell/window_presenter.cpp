@@ -40,6 +40,12 @@ void WindowPresenter::performBannerAction() {
   if (store_.canRetryMetadataSave()) Q_EMIT healthRequested();
 }
 
+std::vector<ModeKind> WindowPresenter::modesHere() const {
+  std::vector<ModeKind> modes = modesAt(store_, state_.location());
+  std::erase_if(modes, [this](ModeKind kind) { return !state_.isAvailable(kind); });
+  return modes;
+}
+
 bool WindowPresenter::requestQuit() {
   const std::optional<QString> question = quitQuestion(store_);
   if (!question) {

@@ -2,8 +2,12 @@
 
 #include "shell/room.h"
 
+#include "shell/workspace_mode.h"
+
 #include <QObject>
 #include <QString>
+
+#include <vector>
 
 namespace sorvan::core {
 class LibraryStore;
@@ -35,6 +39,8 @@ class WindowPresenter : public QObject {
   QString accessibleName() const;
   Banner banner() const;
   void performBannerAction();
+  // The views of the location that the window has, in the order of their tabs.
+  std::vector<ModeKind> modesHere() const;
 
   // The person closes the window or chooses Quit. Answers true, after `quitAgreed`, when the program may end now;
   // otherwise the question is on the screen, and `quitAgreed` follows a yes.

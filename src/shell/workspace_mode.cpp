@@ -4,7 +4,20 @@
 
 namespace sorvan::shell {
 
-QString WorkspaceMode::title() const {
+bool isSubView(ModeKind kind) {
+  switch (kind) {
+    case ModeKind::contactSheet:
+    case ModeKind::sequence:
+    case ModeKind::asset:
+    case ModeKind::generation:
+    case ModeKind::lineage:
+      return true;
+    default:
+      return false;
+  }
+}
+
+QString titleOf(ModeKind kind) {
   switch (kind) {
     case ModeKind::contactSheet:
       return texts::contactSheetMode;

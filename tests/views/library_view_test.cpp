@@ -31,7 +31,7 @@ class LibraryViewTest : public Dressed {
 };
 
 TEST_F(LibraryViewTest, EveryControlThatTakesTheKeyboardHasAName) {
-  for (const ContentPage page : {ContentPage::gallery, ContentPage::history, ContentPage::asset}) {
+  for (const ModeKind page : {ModeKind::gallery, ModeKind::activity, ModeKind::asset}) {
     show(library, {1440, 866});
     library.asset().show(wall.idAt(0));
     library.setPage(page);
@@ -101,7 +101,7 @@ TEST_F(LibraryViewTest, TabVisitsEveryControlOnceInTheOrderOfTheZones) {
 
 TEST_F(LibraryViewTest, TheComposerComesWhenAskedForOverTheHistoryAndGoesWithEscape) {
   show(library, {1440, 866});
-  library.setPage(ContentPage::history);
+  library.setPage(ModeKind::activity);
   EXPECT_FALSE(library.dock().isVisible());
   composer.focus();
   EXPECT_TRUE(library.dock().isVisible());
@@ -182,7 +182,7 @@ TEST_F(LibraryViewTest, TheLargeViewStepsAndClosesByKeys) {
   show(library, {1440, 866});
   AssetView& asset = library.asset();
   asset.show(wall.idAt(1));
-  library.setPage(ContentPage::asset);
+  library.setPage(ModeKind::asset);
   QSignalSpy stepped(&asset, &AssetView::stepRequested);
   QSignalSpy closed(&asset, &AssetView::closeRequested);
   QTest::keyClick(&asset, Qt::Key_Right);
@@ -205,7 +205,7 @@ TEST_F(LibraryViewTest, TheLargeViewStepsOverJobs) {
 
 TEST_F(LibraryViewTest, AHistoryRowIsSelectedByKeyAndItsButtonActs) {
   show(library, {1440, 866});
-  library.setPage(ContentPage::history);
+  library.setPage(ModeKind::activity);
   HistoryList& list = library.history().list();
   QObject::connect(&list, &HistoryList::selected, &list, &HistoryList::setSelected);
   QSignalSpy asked(&list, &HistoryList::actionRequested);
@@ -220,7 +220,7 @@ TEST_F(LibraryViewTest, AHistoryRowIsSelectedByKeyAndItsButtonActs) {
 
 TEST_F(LibraryViewTest, NoKeyCancelsAJob) {
   show(library, {1440, 866});
-  library.setPage(ContentPage::history);
+  library.setPage(ModeKind::activity);
   HistoryList& list = library.history().list();
   QSignalSpy asked(&list, &HistoryList::actionRequested);
   list.setSelected(history.idAt(0));

@@ -125,10 +125,10 @@ TEST_F(MainWindowTest, ASelectedItemIsInspectedOpenedLargeAndLeftWithEscape) {
   QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
   EXPECT_EQ(desk.state.inspectedId(), wall().rowId(0));
   QTest::keyClick(&wall(), Qt::Key_Return);
-  EXPECT_EQ(window->library().page(), ContentPage::asset);
+  EXPECT_EQ(window->library().page(), ModeKind::asset);
   EXPECT_EQ(QApplication::focusWidget(), &window->library().asset());
   QTest::keyClick(&window->library().asset(), Qt::Key_Escape);
-  EXPECT_EQ(window->library().page(), ContentPage::gallery);
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
   EXPECT_EQ(wall().selection().size(), 1);
 }
 
@@ -300,10 +300,10 @@ TEST_F(MainWindowTest, HistoryOpensByItsActionAndBackReturnsToTheGallery) {
   type(u"a boat"_s);
   desk.settle();
   actions->trigger(ActionId::showHistory);
-  EXPECT_EQ(window->library().page(), ContentPage::history);
+  EXPECT_EQ(window->library().page(), ModeKind::activity);
   EXPECT_EQ(window->library().history().list().rowCount(), 1);
   actions->trigger(ActionId::goBack);
-  EXPECT_EQ(window->library().page(), ContentPage::gallery);
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
 }
 
 TEST_F(MainWindowTest, ClosingWithWorkInFlightAsksAndKeepWorkingKeepsTheWindow) {
@@ -392,7 +392,7 @@ TEST_F(MainWindowTest, MMarksThePictureAndEnterTurnsToThePrompt) {
   QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
   QTest::keyClick(&wall(), Qt::Key_M);
   ASSERT_TRUE(desk.marking.isMarking());
-  EXPECT_EQ(window->library().page(), ContentPage::asset);
+  EXPECT_EQ(window->library().page(), ModeKind::asset);
   EXPECT_TRUE(window->library().markPanel()->isVisible());
   EXPECT_FALSE(window->library().inspector().isVisible());
   QWidget* layer = window->library().asset().marks();
@@ -421,10 +421,10 @@ TEST_F(MainWindowTest, EscapeLeavesTheMarksAndThenTheItem) {
   QWidget* layer = window->library().asset().marks();
   QTest::keyClick(layer, Qt::Key_Escape);
   EXPECT_FALSE(desk.marking.isMarking());
-  EXPECT_EQ(window->library().page(), ContentPage::asset);
+  EXPECT_EQ(window->library().page(), ModeKind::asset);
   EXPECT_EQ(QApplication::focusWidget(), &window->library().asset());
   QTest::keyClick(&window->library().asset(), Qt::Key_Escape);
-  EXPECT_EQ(window->library().page(), ContentPage::gallery);
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
 }
 
 TEST_F(MainWindowTest, TheMarksOfTheComposerOpenAlsoFromAPlaceWithoutTheirPicture) {
@@ -440,7 +440,7 @@ TEST_F(MainWindowTest, TheMarksOfTheComposerOpenAlsoFromAPlaceWithoutTheirPictur
   QTest::mouseClick(named<Button>(*window, u"1 mark"_s), Qt::LeftButton);
   test::runPosted();
   EXPECT_EQ(desk.marking.subject(), item);
-  EXPECT_EQ(window->library().page(), ContentPage::asset);
+  EXPECT_EQ(window->library().page(), ModeKind::asset);
   EXPECT_EQ(desk.marking.marks().count(), 1);
 }
 

@@ -218,14 +218,14 @@ void saveWindows(const QString& folder, QSize size) {
         true};
     jobs.alerts.showToast(notice);
     save(jobs.window, folder, u"jobs-"_s + tag);
-    jobs.library->setPage(ContentPage::history);
+    jobs.library->setPage(ModeKind::activity);
     jobs.library->toolbar().setTitle(u"History"_s, {});
     save(jobs.window, folder, u"history-"_s + tag);
   }
   {
     SampleWindow detail(size);
     detail.library->asset().show(detail.wall.idAt(6));
-    detail.library->setPage(ContentPage::asset);
+    detail.library->setPage(ModeKind::asset);
     detail.library->toolbar().setTitle(u"roof_dusk_3.png"_s, {});
     detail.library->toolbar().setBack(u"All Media"_s);
     detail.library->toolbar().setSteps(true, true, true);

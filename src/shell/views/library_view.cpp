@@ -1,6 +1,8 @@
 #include "shell/views/library_view.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QStackedWidget>
 
 #include "shell/views/mark_layer.h"
@@ -41,14 +43,24 @@ LibraryView::LibraryView(Parts parts, QWidget* parent)
       dock_(new ComposerDock(parts.composer, thumbnails_, this)),
       toaster_(new Toaster(parts.alerts, this)) {
   stack_->setAccessibleName(texts::contentZone());
-  for (QWidget* page : std::initializer_list<QWidget*>{wall_, history_, asset_}) stack_->addWidget(page);
+  PageTraits gallery;
+  gallery.hasDock = true;
+  addPage(ModeKind::gallery, wall_, gallery);
+  PageTraits history;
+  history.keyboard = &history_->list();
+  addPage(ModeKind::activity, history_, history);
+  PageTraits asset;
+  asset.show = [this](const WorkspaceMode& mode) {
+    if (!mode.subject.isNull()) asset_->show(mode.subject);
+  };
+  addPage(ModeKind::asset, asset_, asset);
   if (parts.marking) setMarking(*parts.marking);
   connect(dock_, &ComposerDock::heightChanged, this, &LibraryView::placeDock);
   connect(&parts.composer, &ComposerPresenter::focusRequested, this, &LibraryView::summonDock);
   connect(dock_, &ComposerDock::left, this, [this] {
     dockSummoned_ = false;
     arrange();
-    contentOf(page_)->setFocus(Qt::OtherFocusReason);
+    keyboardOf(page_)->setFocus(Qt::OtherFocusReason);
   });
 }
 
@@ -73,26 +85,66 @@ void LibraryView::refreshMarking(const MarkingPresenter& marking) {
   if (marking_ || (wasMarking && inMarks)) asset_->setFocus(Qt::OtherFocusReason);
 }
 
-QWidget* LibraryView::contentOf(ContentPage page) {
-  if (page == ContentPage::history) return &history_->list();
-  return page == ContentPage::asset ? static_cast<QWidget*>(asset_) : wall_;
+void LibraryView::addPage(ModeKind kind, QWidget* widget, PageTraits traits) {
+  stack_->addWidget(widget);
+  if (traits.tools) toolbar_->addTools(traits.tools);
+  registered_.insert_or_assign(kind, Page{widget, std::move(traits)});
 }
 
-void LibraryView::setPage(ContentPage page) {
-  if (page_ == page && stack_->currentIndex() == static_cast<int>(page)) return;
-  page_ = page;
-  stack_->setCurrentIndex(static_cast<int>(page));
-  toolbar_->setSizeSliderShown(page == ContentPage::gallery);
-  toolbar_->setGalleryToolsShown(page == ContentPage::gallery);
+std::set<ModeKind> LibraryView::pageKinds() const {
+  std::set<ModeKind> kinds;
+  for (const auto& [kind, page] : registered_) kinds.insert(kind);
+  return kinds;
+}
+
+QWidget* LibraryView::keyboardOf(ModeKind page) const {
+  const Page& found = registered_.at(page);
+  return found.traits.keyboard ? found.traits.keyboard : found.widget;
+}
+
+bool LibraryView::hasDock() const { return registered_.at(page_).traits.hasDock || dockSummoned_; }
+
+std::optional<PageTitle> LibraryView::pageTitle() const {
+  const PageTraits& traits = registered_.at(page_).traits;
+  return traits.title ? std::optional(traits.title()) : std::nullopt;
+}
+
+void LibraryView::showMode(const WorkspaceMode& mode) {
+  const ModeKind wanted = registered_.contains(mode.kind) ? mode.kind : ModeKind::gallery;
+  const Page& page = registered_.at(wanted);
+  if (page.traits.show) page.traits.show(mode);
+  if (page_ == wanted && stack_->currentWidget() == page.widget) return;
+  page_ = wanted;
+  stack_->setCurrentWidget(page.widget);
+  toolbar_->setTools(page.traits.tools);
+  toolbar_->setSizeSliderShown(wanted == ModeKind::gallery);
+  toolbar_->setGalleryToolsShown(wanted == ModeKind::gallery);
   dockSummoned_ = false;
   arrange();
-  if (!dock_->isAncestorOf(QApplication::focusWidget())) contentOf(page)->setFocus(Qt::OtherFocusReason);
+  if (!dock_->isAncestorOf(QApplication::focusWidget())) keyboardOf(wanted)->setFocus(Qt::OtherFocusReason);
 }
 
-void LibraryView::focusContent() { contentOf(page_)->setFocus(Qt::OtherFocusReason); }
+// What a page does not use itself leads back.
+void LibraryView::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier && isSubView(page_)) {
+    Q_EMIT backRequested();
+    return;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+void LibraryView::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::BackButton) {
+    Q_EMIT backRequested();
+    return;
+  }
+  QWidget::mousePressEvent(event);
+}
+
+void LibraryView::focusContent() { keyboardOf(page_)->setFocus(Qt::OtherFocusReason); }
 
 void LibraryView::summonDock() {
-  dockSummoned_ = page_ != ContentPage::gallery;
+  dockSummoned_ = !registered_.at(page_).traits.hasDock;
   arrange();
   dock_->focusPrompt();
 }
@@ -142,7 +194,7 @@ void LibraryView::arrange() {
   // Marks are drawn on all of the picture, so their panel never covers it.
   const int right = marking_ || (inspectorShown_ && !floats) ? width() - pane : width();
   if (filters_) {
-    const bool shown = filtersShown_ && page_ == ContentPage::gallery;
+    const bool shown = filtersShown_ && page_ == ModeKind::gallery;
     filters_->setVisible(shown);
     filters_->setGeometry(left, top, right - left, metrics().filterRow);
     if (shown) top += metrics().filterRow;
@@ -153,7 +205,7 @@ void LibraryView::arrange() {
 }
 
 void LibraryView::placeDock() {
-  const bool docked = page_ == ContentPage::gallery || dockSummoned_;
+  const bool docked = hasDock();
   dock_->setVisible(docked);
   QRect content = stack_->geometry();
   if ((inspectorShown_ || marking_) && content.right() > inspector_->x()) content.setRight(inspector_->x() - 1);

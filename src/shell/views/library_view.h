@@ -17,12 +17,36 @@
 #include "shell/views/media_wall.h"
 #include "shell/views/sidebar_view.h"
 #include "shell/views/toolbar_view.h"
+#include "shell/workspace_mode.h"
+
+#include <functional>
+#include <map>
+#include <set>
 
 class QStackedWidget;
 
 namespace sorvan::views {
 
-enum class ContentPage { gallery, history, asset };
+// What the toolbar says about a page.
+struct PageTitle {
+  QString title;
+  QString countText;  // “312 items”; may be empty
+};
+
+// How a page takes part in the window. All but the widget may be left out.
+struct PageTraits {
+  // The page comes to the front, or shows something else of its kind. Called with the window's mode each time that
+  // changes; a page that shows that already keeps its scroll position and does nothing.
+  std::function<void(const WorkspaceMode&)> show = {};
+  // Asked when the page comes to the front and after `LibraryView::titleChanged`. None: the location's name.
+  std::function<PageTitle()> title = {};
+  // What takes the keyboard when the page comes to the front. None: the page.
+  QWidget* keyboard = nullptr;
+  // Controls that stand in the toolbar while the page is in front, at its right.
+  QWidget* tools = nullptr;
+  // Whether the composer stands over the page without being asked for.
+  bool hasDock = false;
+};
 
 // Only the arrangement: what is shown comes from whoever owns the view. All parts passed in outlive it.
 class LibraryView final : public QWidget {
@@ -49,8 +73,20 @@ class LibraryView final : public QWidget {
   MarkPanel* markPanel() const { return markPanel_; }
   ComposerDock& dock() { return *dock_; }
 
-  ContentPage page() const { return page_; }
-  void setPage(ContentPage page);
+  // Adds the page of a mode, which belongs to this view from now on, with its traits. A mode that has no page is
+  // absent from the window: no tab, no row of the sidebar and no menu entry leads there.
+  void addPage(ModeKind kind, QWidget* widget, PageTraits traits = {});
+  // The modes that have a page.
+  std::set<ModeKind> pageKinds() const;
+  ThumbnailStore& thumbnails() { return thumbnails_; }
+
+  ModeKind page() const { return page_; }
+  // Brings the page of the mode to the front. A mode without a page shows the gallery.
+  void showMode(const WorkspaceMode& mode);
+  // The same for a page that keeps what it shows.
+  void setPage(ModeKind page) { showMode({page}); }
+  // What the page in front says of itself; nothing when it leaves that to the window.
+  std::optional<PageTitle> pageTitle() const;
   void setSidebarShown(bool shown);
   void setInspectorShown(bool shown);
   void setFiltersShown(bool shown);
@@ -64,9 +100,15 @@ class LibraryView final : public QWidget {
  Q_SIGNALS:
   // The window became too narrow for the inspector beside the content.
   void inspectorCrowded();
+  // A page asks for its title to be read again: `Q_EMIT library.titleChanged()`.
+  void titleChanged();
+  // Escape that nothing else took, or the back button of the mouse.
+  void backRequested();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   // Tab visits the zones in their order, and inside a zone the controls in theirs.
   bool focusNextPrevChild(bool next) override;
 
@@ -75,7 +117,12 @@ class LibraryView final : public QWidget {
   void refreshMarking(const MarkingPresenter& marking);
   void arrange();
   void placeDock();
-  QWidget* contentOf(ContentPage page);
+  struct Page {
+    QWidget* widget;
+    PageTraits traits;
+  };
+  QWidget* keyboardOf(ModeKind page) const;
+  bool hasDock() const;
   std::vector<QWidget*> zones();
 
   ThumbnailStore thumbnails_;
@@ -91,7 +138,8 @@ class LibraryView final : public QWidget {
   MarkPanel* markPanel_ = nullptr;
   ComposerDock* dock_;
   Toaster* toaster_;
-  ContentPage page_ = ContentPage::gallery;
+  std::map<ModeKind, Page> registered_;
+  ModeKind page_ = ModeKind::gallery;
   bool sidebarShown_ = true;
   bool inspectorShown_ = true;
   bool marking_ = false;  // the marks' panel stands where the inspector stands otherwise

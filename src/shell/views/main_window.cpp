@@ -25,6 +25,7 @@
 #include "shell/views/library_view.h"
 #include "shell/views/menu_strip.h"
 #include "shell/views/menus.h"
+#include "shell/views/pages.h"
 #include "shell/views/settings_dialog.h"
 #include "shell/views/text_dialog.h"
 #include "shell/views/texts.h"
@@ -85,6 +86,8 @@ void MainWindow::build() {
   pages_ = new QStackedWidget;
   welcome_ = new WelcomeView(on_.welcome->display());
   library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts, on_.marking, on_.filters});
+  addPages({*library_, on_});
+  on_.state->setAvailable(library_->pageKinds());
   pages_->addWidget(welcome_);
   pages_->addWidget(library_);
   pages_->addWidget(new QWidget);  // until the library that was open last is there
@@ -153,6 +156,9 @@ void MainWindow::bindGallery() {
           [this] { on_.state->setInspectorVisible(!on_.state->inspectorVisible()); });
   connect(library_, &LibraryView::inspectorCrowded, this, [this] { on_.state->setInspectorVisible(false); });
   connect(&toolbar, &ToolbarView::backPressed, this, [this] { on_.actions->trigger(ActionId::goBack); });
+  connect(&toolbar, &ToolbarView::tabChosen, this, [this](ModeKind tab) { on_.state->setMode({tab}); });
+  connect(library_, &LibraryView::backRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
+  connect(library_, &LibraryView::titleChanged, this, &MainWindow::refreshToolbar);
   wall.setSelection(on_.state->selection());
 }
 
@@ -253,30 +259,47 @@ void MainWindow::refreshPage() {
   const bool welcome = on_.welcome->isShown();
   const bool opened = !welcome && pages_->currentIndex() != kLibraryPage;
   pages_->setCurrentIndex(welcome ? kWelcomePage : kLibraryPage);
-  const WorkspaceMode& mode = on_.state->mode();
-  ContentPage page = ContentPage::gallery;
-  if (mode.kind == ModeKind::activity) page = ContentPage::history;
-  if (mode.kind == ModeKind::asset) page = ContentPage::asset, library_->asset().show(mode.subject);
-  library_->setPage(page);
+  library_->showMode(on_.state->mode());
   if (opened) library_->focusContent();
   refreshToolbar();
 }
 
 void MainWindow::refreshToolbar() {
   ToolbarView& toolbar = library_->toolbar();
-  const bool asset = library_->page() == ContentPage::asset;
-  if (asset) {
-    const int index = wallSource_->indexOf(library_->asset().item());
-    if (index < 0) return closeAsset();
-    toolbar.setTitle(wallSource_->cellAt(index).fileName, {});
-  } else if (library_->page() == ContentPage::history) {
-    toolbar.setTitle(texts::historyTitle(), {});
-  } else {
-    toolbar.setTitle(on_.gallery->title(), on_.gallery->countText());
-  }
-  toolbar.setBack(asset ? on_.gallery->title() : QString());
+  const bool asset = library_->page() == ModeKind::asset;
+  if (asset && wallSource_->indexOf(library_->asset().item()) < 0) return on_.state->goBack();
+  const PageTitle title = library_->pageTitle().value_or(ownTitle());
+  toolbar.setTitle(title.title, title.countText);
+  toolbar.setBack(on_.state->canGoBack() ? titleOfMode(on_.state->returnMode()) : QString());
+  toolbar.setTabs(tabs(), library_->page());
   toolbar.setSteps(asset, asset && !library_->asset().neighbour(-1).isNull(),
                    asset && !library_->asset().neighbour(+1).isNull());
+}
+
+// The title of a page that leaves it to the window.
+PageTitle MainWindow::ownTitle() const {
+  switch (library_->page()) {
+    case ModeKind::asset:
+      return {wallSource_->cellAt(wallSource_->indexOf(library_->asset().item())).fileName, {}};
+    case ModeKind::gallery:
+      return {on_.gallery->title(), on_.gallery->countText()};
+    default:
+      return {titleOfMode(on_.state->mode()), {}};
+  }
+}
+
+// A view of a location is known by the location's name, the others by their own.
+QString MainWindow::titleOfMode(const WorkspaceMode& mode) const {
+  const bool ofLocation = mode.kind == ModeKind::gallery || mode.kind == ModeKind::contactSheets ||
+                          mode.kind == ModeKind::sequences || mode.kind == ModeKind::projectReferences;
+  return ofLocation ? on_.gallery->title() : mode.title();
+}
+
+// The views of the location that the window has, while one of them is in front.
+std::vector<ModeKind> MainWindow::tabs() const {
+  const std::vector<ModeKind> all = on_.window->modesHere();
+  const bool inFront = std::find(all.begin(), all.end(), library_->page()) != all.end();
+  return inFront ? all : std::vector<ModeKind>();
 }
 
 void MainWindow::openCell(QUuid cell) {
@@ -288,12 +311,11 @@ void MainWindow::openCell(QUuid cell) {
 
 void MainWindow::openAsset(QUuid item) {
   if (wallSource_->indexOf(item) < 0) return;
-  on_.state->select({item});
-  on_.state->setMode({ModeKind::asset, item, 0});
+  std::vector<QUuid> order;
+  for (int index = 0; index < wallSource_->count(); ++index)
+    if (!wallSource_->isJobAt(index)) order.push_back(wallSource_->idAt(index));
+  on_.state->openAsset(item, std::move(order));
 }
-
-// The item is gone, or Back was asked for: the gallery takes its place.
-void MainWindow::closeAsset() { on_.state->setMode({}); }
 
 void MainWindow::stepAsset(int direction) {
   const QUuid next = library_->asset().neighbour(direction);
@@ -324,8 +346,6 @@ void MainWindow::performForWindow(ActionId id) {
       return openSettings();
     case ActionId::workspaceHealth:
       return openHealth();
-    case ActionId::goBack:
-      return closeAsset();
     case ActionId::quit:
       close();
       return;

@@ -6,6 +6,7 @@
 
 #include "shell/actions.h"
 #include "shell/presenters.h"
+#include "shell/workspace_mode.h"
 #include "shell/views/room.h"
 
 class QMenuBar;
@@ -19,6 +20,7 @@ class GallerySource;
 class HealthDialog;
 class HistorySource;
 class LibraryView;
+struct PageTitle;
 class MenuStrip;
 class Menus;
 class SettingsDialog;
@@ -55,12 +57,14 @@ class MainWindow final : public QMainWindow {
   void bindActions();
   void refreshPage();
   void refreshToolbar();
+  PageTitle ownTitle() const;
+  QString titleOfMode(const WorkspaceMode& mode) const;
+  std::vector<ModeKind> tabs() const;
   void refreshLayout();
   void refreshFilters();
   void offerSorts(QPoint globalPosition);
   void openAsset(QUuid item);
   void openCell(QUuid cell);
-  void closeAsset();
   void stepAsset(int direction);
   void performForWindow(ActionId id);
   void editFocused(ActionId id);

@@ -34,6 +34,7 @@ void Menus::add(const ActionRow& row, QWidget* window, const std::vector<QWidget
 void Menus::refresh() {
   for (const ActionRow& row : actionTable()) {
     QAction* own = action(row.id);
+    own->setVisible(presenter_.isOffered(row.id));
     own->setEnabled(presenter_.isEnabled(row.id));
     own->setText(presenter_.title(row.id).replace(u'&', QStringLiteral("&&")));
     if (row.checkable) own->setChecked(presenter_.isChecked(row.id));

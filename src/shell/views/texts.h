@@ -55,6 +55,7 @@ inline QString filterIs(const QString& filter, const QString& value) {
 inline QString newest() { return QStringLiteral("Newest"); }
 inline QString sortMenu() { return QStringLiteral("Order"); }
 inline QString sortedBy(const QString& name) { return QStringLiteral("Order: %1").arg(name); }
+inline QString viewsOfLocation() { return QStringLiteral("Views of this place"); }
 inline QString inspectorToggle() { return QStringLiteral("Inspector"); }
 
 // Gallery.

@@ -7,6 +7,7 @@
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
 #include "shell/views/labels.h"
+#include "shell/views/segmented_control.h"
 #include "shell/views/texts.h"
 
 namespace sorvan::views {
@@ -15,7 +16,21 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 constexpr int kSearchWidth = 190;
 constexpr std::chrono::milliseconds kTypingPause{120};
+constexpr int kTabsAt = 3;  // after Back, the title and the count
 constexpr int kSliderFrom = 1320;  // narrower windows hide the slider; keys still change the size
+
+Segment segmentOf(ModeKind tab) {
+  switch (tab) {
+    case ModeKind::contactSheets:
+      return {titleOf(tab), u"grid-2x2"_s, {}};
+    case ModeKind::sequences:
+      return {titleOf(tab), u"film"_s, {}};
+    case ModeKind::projectReferences:
+      return {titleOf(tab), u"at-sign"_s, {}};
+    default:
+      return {titleOf(tab), u"layout-grid"_s, {}};
+  }
+}
 }  // namespace
 
 ToolbarView::ToolbarView(QWidget* parent)
@@ -46,6 +61,7 @@ ToolbarView::ToolbarView(QWidget* parent)
   sizes->addWidget(slider_);
   sizes->addWidget(new IconView(u"image"_s, 16, &Colors::textTertiary));
   auto* row = new QHBoxLayout(this);
+  row_ = row;
   row->setContentsMargins(16, 0, 12, 1);
   row->setSpacing(8);
   row->addWidget(back_);
@@ -102,6 +118,38 @@ void ToolbarView::setBack(const QString& title) {
   back_->setAccessibleName(title.isEmpty() ? texts::back() : texts::backTo(title));
   back_->setToolTip(texts::back() + u"  Alt+Left"_s);
   back_->setVisible(!title.isEmpty());
+}
+
+void ToolbarView::setTabs(const std::vector<ModeKind>& tabs, ModeKind current) {
+  if (tabKinds_ == tabs) return placeTabs(current);
+  tabKinds_ = tabs;
+  delete std::exchange(tabs_, nullptr);
+  if (tabs.size() < 2) return;
+  std::vector<Segment> segments;
+  for (const ModeKind tab : tabs) segments.push_back(segmentOf(tab));
+  tabs_ = new SegmentedControl(texts::viewsOfLocation(), segments, ControlSize::regular, this);
+  row_->insertWidget(kTabsAt, tabs_);
+  // The tabs may be made anew by what a press on one of them leads to.
+  connect(
+      tabs_, &SegmentedControl::chosen, this,
+      [this](int index) { Q_EMIT tabChosen(tabKinds_.at(static_cast<std::size_t>(index))); }, Qt::QueuedConnection);
+  placeTabs(current);
+}
+
+void ToolbarView::placeTabs(ModeKind current) {
+  const auto at = std::find(tabKinds_.begin(), tabKinds_.end(), current);
+  if (!tabs_ || at == tabKinds_.end()) return;
+  tabs_->setCurrent(static_cast<int>(at - tabKinds_.begin()));
+}
+
+void ToolbarView::addTools(QWidget* tools) {
+  row_->insertWidget(row_->indexOf(sizes_), tools);
+  tools->hide();
+  tools_.push_back(tools);
+}
+
+void ToolbarView::setTools(QWidget* tools) {
+  for (QWidget* each : tools_) each->setVisible(each == tools);
 }
 
 void ToolbarView::setSteps(bool shown, bool previous, bool next) {

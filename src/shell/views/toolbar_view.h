@@ -5,7 +5,9 @@
 #include <QWidget>
 
 #include "shell/views/room.h"
+#include "shell/workspace_mode.h"
 
+class QHBoxLayout;
 class QSlider;
 
 namespace sorvan::views {
@@ -15,6 +17,7 @@ class ElidedLabel;
 class IconButton;
 class IconView;
 class Label;
+class SegmentedControl;
 class TextField;
 
 class ToolbarView final : public QWidget {
@@ -26,6 +29,11 @@ class ToolbarView final : public QWidget {
   void setTitle(const QString& title, const QString& countText);
   // The view that Back returns to; empty hides the button.
   void setBack(const QString& title);
+  // The views of this location with the one in front; fewer than two show no tabs.
+  void setTabs(const std::vector<ModeKind>& tabs, ModeKind current);
+  // Controls of a page, made known once by `addTools`; null shows none.
+  void addTools(QWidget* tools);
+  void setTools(QWidget* tools);
   void setSizeSliderShown(bool shown);
   // Search, order and filters belong to the gallery alone.
   void setGalleryToolsShown(bool shown);
@@ -41,6 +49,7 @@ class ToolbarView final : public QWidget {
 
  Q_SIGNALS:
   void backPressed();
+  void tabChosen(sorvan::shell::ModeKind tab);
   void rowHeightChosen(int pixels);
   void inspectorToggled();
   // The person has stopped typing for a moment.
@@ -57,10 +66,15 @@ class ToolbarView final : public QWidget {
 
  private:
   void placeSlider();
+  void placeTabs(ModeKind current);
 
+  QHBoxLayout* row_ = nullptr;
   Button* back_;
   ElidedLabel* title_;
   Label* count_;
+  SegmentedControl* tabs_ = nullptr;
+  std::vector<ModeKind> tabKinds_;
+  std::vector<QWidget*> tools_;
   IconButton* previous_;
   IconButton* next_;
   Button* sort_;
