@@ -20,6 +20,7 @@
 #include "platform/key_store.h"
 #include "platform/temporary_files.h"
 #include "shell/contact_sheets.h"
+#include "shell/opened_addresses.h"
 #include "shell/views/theme.h"
 
 namespace sorvan::app {
@@ -178,19 +179,41 @@ void CompositionRoot::start(const std::optional<QString>& problem) {
 void CompositionRoot::openLibrary(const std::optional<QString>& problem) {
   if (started_ || ending_) return;
   started_ = true;
-  // 1. A failure shows over the first page.
-  restoreLastWorkspace(store_);
+  // 1. What the start was given to open, else the library as it was left. A failure shows over the first page.
+  if (requested_) welcome_.openFolder(*requested_);
+  if (!store_.hasWorkspace()) restoreLastWorkspace(store_);
   welcome_.setOpening(false);
   // 2. What is wrong with the user's own places, over whatever is shown.
   if (problem) alerts_.showError(*problem);
   if (!settings_->problem().isEmpty()) alerts_.showError(settings_->problem());
+  if (firstAction_) actions_.trigger(*firstAction_);
   // 3. A newcomer who chooses a folder from now on can type at once.
   connect(&welcome_, &WelcomePresenter::shownChanged, this, [this] {
     if (!welcome_.isShown()) QMetaObject::invokeMethod(&composer_, &GenerationComposer::focus, Qt::QueuedConnection);
   });
 }
 
-void CompositionRoot::bringForward() { Q_EMIT windowPresenter_.raiseRequested(); }
+void CompositionRoot::bringForward(const QStringList& addresses) {
+  Q_EMIT windowPresenter_.raiseRequested();
+  open(addresses);
+}
+
+void CompositionRoot::open(const QStringList& addresses) {
+  if (ending_) return;
+  const std::optional<QString> workspace = shell::workspaceAmong(addresses);
+  const std::optional<ActionId> action = shell::actionAmong(addresses);
+  if (!started_) {
+    requested_ = workspace ? workspace : requested_;
+    firstAction_ = action ? action : firstAction_;
+    return;
+  }
+  if (workspace) welcome_.openFolder(*workspace);
+  if (action) actions_.trigger(*action);
+}
+
+void CompositionRoot::performDesktopAction(const QString& name) {
+  bringForward({shell::actionAddress(name)});
+}
 
 void CompositionRoot::keepUnfinishedWork() { composer_.keepNow(); }
 

@@ -53,7 +53,13 @@ class CompositionRoot : public QObject {
 
   /// Shows the window and, once it stands, opens the last workspace in it, with `problem` over it when there is one.
   void start(const std::optional<QString>& problem);
-  void bringForward();
+  /// Comes to the front and opens what was handed over: see `open`.
+  void bringForward(const QStringList& addresses);
+  /// Opens the workspace that the first fitting address lies in; before the start, in place of the last one. An
+  /// address may stand for an action instead. Others are ignored.
+  void open(const QStringList& addresses);
+  /// Does what the desktop's launcher offers under this name, and comes to the front.
+  void performDesktopAction(const QString& name);
 
   /// Ends the program without asking: keeps the unfinished prompt, gives a paid
   /// submission in flight up to ten seconds for its answer, waits for nothing
@@ -107,6 +113,8 @@ class CompositionRoot : public QObject {
   shell::ActionsPresenter actions_;
   TaskScope tasks_;
   std::unique_ptr<views::MainWindow> window_;
+  std::optional<QString> requested_;  // the workspace that is to be opened at the start
+  std::optional<ActionId> firstAction_;  // what is to be done when it is open
   bool started_ = false;
   bool ending_ = false;
 };

@@ -7,9 +7,12 @@
 #include "app/composition_root.h"
 #include "app/termination.h"
 #include "base/durable_file.h"
+#include "shell/application_id.h"
+#include "shell/opened_addresses.h"
 #include "shell/profile.h"
 #include "shell/running_instance.h"
 #include "shell/texts.h"
+#include "shell/views/application_service.h"
 #include "shell/views/theme.h"
 
 namespace {
@@ -24,19 +27,12 @@ bool asks(int count, char** arguments, const char* option) {
   return false;
 }
 
-// The one argument that is understood: an address of this program's own scheme,
-// which a browser hands over.
-QString linkOf(const QStringList& arguments) {
-  for (const QString& argument : arguments.mid(1))
-    if (argument.startsWith(QStringLiteral("sorvan:"), Qt::CaseInsensitive)) return argument;
-  return {};
-}
-
 void describeApplication(QApplication& application) {
-  QApplication::setApplicationName(QStringLiteral("sorvan-studio"));
+  // The first window takes its class on the screen from this name; see `runStudio` for what it is afterwards.
+  QApplication::setApplicationName(shell::applicationID);
   QApplication::setApplicationDisplayName(QString());
   QApplication::setApplicationVersion(QStringLiteral(SORVAN_VERSION));
-  QApplication::setDesktopFileName(QStringLiteral("sorvan-studio"));
+  QApplication::setDesktopFileName(shell::applicationID);
   // The program ends when its work is put away, not when a window goes.
   QApplication::setQuitOnLastWindowClosed(false);
   views::Theme::instance().dress(application);
@@ -45,21 +41,31 @@ void describeApplication(QApplication& application) {
 // Makes this process the running one of its data folder. Ends the program when another is: that one has come to the
 // front, or does not answer.
 enum class Start { here, elsewhere };
-Start claim(shell::RunningInstance& instance, const shell::Profile& profile, const QString& link) {
+Start claim(shell::RunningInstance& instance, const shell::Profile& profile, const QString& address) {
   // A workspace that was named is a window of its own: its folder has a lock of its own.
   if (profile.forcedWorkspace || instance.become()) return Start::here;
-  if (!instance.callRunningOne(link)) std::fputs("Sorvan Studio is already running and does not answer.\n", stderr);
+  if (!instance.callRunningOne(address)) std::fputs("Sorvan Studio is already running and does not answer.\n", stderr);
   return Start::elsewhere;
+}
+
+// What the desktop asks for over the session bus. A window of its own has no part in it.
+void answerDesktop(views::ApplicationService& service, const shell::Profile& profile, app::CompositionRoot& root) {
+  QObject::connect(&service, &views::ApplicationService::activated, &root, [&root] { root.bringForward({}); });
+  QObject::connect(&service, &views::ApplicationService::opened, &root, &app::CompositionRoot::bringForward);
+  QObject::connect(&service, &views::ApplicationService::actionActivated, &root,
+                   &app::CompositionRoot::performDesktopAction);
+  if (!profile.forcedWorkspace) service.offer();
 }
 
 int runStudio(QApplication& application) {
   const shell::Profile profile = shell::profileFromEnvironment();
+  const QString address = shell::firstAddress(QApplication::arguments().mid(1), QDir::currentPath());
   shell::RunningInstance instance(profile.dataFolder);
   // A data folder that cannot be used is no reason to keep the user from the library.
   std::optional<QString> problem;
   try {
     base::ensureFolderDurably(profile.dataFolder, 0700);
-    if (claim(instance, profile, linkOf(QApplication::arguments())) == Start::elsewhere) return 0;
+    if (claim(instance, profile, address) == Start::elsewhere) return 0;
   } catch (const base::SorvanError& failure) {
     problem = failure.message();
   }
@@ -69,8 +75,14 @@ int runStudio(QApplication& application) {
   QObject::connect(&termination, &app::Termination::requested, &root, &app::CompositionRoot::shutDown);
   QObject::connect(&application, &QGuiApplication::commitDataRequest, &root, &app::CompositionRoot::keepUnfinishedWork,
                    Qt::DirectConnection);
-  QObject::connect(&instance, &shell::RunningInstance::called, &root, &app::CompositionRoot::bringForward);
+  QObject::connect(&instance, &shell::RunningInstance::called, &root,
+                   [&root](const QString& called) { root.bringForward({called}); });
+  views::ApplicationService service(QDBusConnection::sessionBus(), profile.busName());
+  answerDesktop(service, profile, root);
+  if (!profile.forcedWorkspace) root.open({address});
   root.start(problem);
+  // The window has its class; from now on the name is what screen readers speak.
+  QApplication::setApplicationName(shell::texts::applicationName);
   return QApplication::exec();
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/settings.h"
 #include "core/workspace_opening.h"
+#include "shell/application_id.h"
 #include "shell/texts.h"
 
 #include <QDir>
@@ -19,6 +20,8 @@ std::optional<QString> forcedWorkspace() {
 }
 
 }  // namespace
+
+QString Profile::busName() const { return isSandbox() ? sandboxBusName : applicationID; }
 
 Profile profileFromEnvironment() {
   Profile profile;

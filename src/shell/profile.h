@@ -19,6 +19,8 @@ struct Profile {
   std::optional<QString> forcedWorkspace;  // opened instead of the last one, and not remembered
   std::optional<ServiceConfiguration> service;
 
+  // The name on the session bus.
+  QString busName() const;
   bool isSandbox() const { return service.has_value(); }
 };
 
