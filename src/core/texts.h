@@ -137,6 +137,10 @@ inline QString savedInformationMissing() {
 }
 
 // Small edits
+inline QString createProject() { return QStringLiteral("Create Project"); }
+inline QString renameProject() { return QStringLiteral("Rename Project"); }
+inline QString archiveProject() { return QStringLiteral("Archive Project"); }
+inline QString unarchiveProject() { return QStringLiteral("Unarchive Project"); }
 inline QString nameBlank() { return QStringLiteral("Enter a name first."); }
 inline QString usedByActiveJob() {
   return QStringLiteral("One of these assets is a reference in an active generation. Wait for it to finish.");
