@@ -99,6 +99,7 @@ Presenters CompositionRoot::presenters() {
   all.jobs = &jobs_;
   all.inspector = &inspector_;
   all.curation = &curation_;
+  all.transfer = &transfer_;
   all.composer = &composer_;
   all.marking = &marking_;
   all.settings = &settingsPresenter_;
@@ -139,6 +140,8 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
              [](const QString& text) { QGuiApplication::clipboard()->setText(text); }}),
       inspector_(store_, state_, displays_),
       curation_({store_, state_, gallery_, alerts_}),
+      transfer_({store_, state_, gallery_, alerts_,
+                 [](std::unique_ptr<QMimeData> data) { QGuiApplication::clipboard()->setMimeData(data.release()); }}),
       settingsPresenter_(providerSettings_, *settings_),
       health_(store_),
       actions_(actionPorts()) {

@@ -34,6 +34,7 @@
 #include "shell/profile.h"
 #include "shell/settings_presenter.h"
 #include "shell/sidebar_presenter.h"
+#include "shell/transfer_presenter.h"
 #include "shell/store_messages.h"
 #include "shell/views/main_window.h"
 #include "shell/welcome_presenter.h"
@@ -108,6 +109,7 @@ class CompositionRoot : public QObject {
   shell::JobsPresenter jobs_;
   shell::InspectorPresenter inspector_;
   shell::CurationPresenter curation_;
+  shell::TransferPresenter transfer_;
   shell::SettingsPresenter settingsPresenter_;
   shell::HealthPresenter health_;
   shell::ActionsPresenter actions_;

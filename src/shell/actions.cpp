@@ -30,7 +30,7 @@ void addEditRows(std::vector<ActionRow>& rows) {
   rows.push_back(row(ActionId::redo, menu, 0, texts::redo, "Ctrl+Shift+Z", EnabledWhen::textFocusedOrRedo));
   rows.push_back(row(ActionId::aboutUndo, menu, 0, texts::aboutUndoItem, "", EnabledWhen::always));
   rows.push_back(row(ActionId::cut, menu, 1, texts::cut, "Ctrl+X", EnabledWhen::textFocused));
-  rows.push_back(row(ActionId::copy, menu, 1, texts::copy, "Ctrl+C", EnabledWhen::textFocusedOrJobSelected));
+  rows.push_back(row(ActionId::copy, menu, 1, texts::copy, "Ctrl+C", EnabledWhen::textFocusedOrCellSelected));
   rows.push_back(row(ActionId::paste, menu, 1, texts::paste, "Ctrl+V", EnabledWhen::textFocused));
   rows.push_back(row(ActionId::selectAll, menu, 2, texts::selectAll, "Ctrl+A", EnabledWhen::textFocusedOrItemsShown));
   rows.push_back(row(ActionId::moveToTrash, menu, 3, texts::moveToTrash, "Del", EnabledWhen::liveItemSelected,
@@ -63,7 +63,7 @@ void addRatingRows(std::vector<ActionRow>& rows) {
                           ActionId::rateThree, ActionId::rateFour, ActionId::rateFive};
   for (int stars = 0; stars <= 5; ++stars) {
     const char key[] = {static_cast<char>('0' + stars), '\0'};
-    rows.push_back(row(ids[stars], MenuId::item, 1, texts::rating(stars), key, EnabledWhen::liveItemSelected,
+    rows.push_back(row(ids[stars], MenuId::item, 0, texts::rating(stars), key, EnabledWhen::liveItemSelected,
                        KeyScope::mediaView));
   }
 }
@@ -71,24 +71,24 @@ void addRatingRows(std::vector<ActionRow>& rows) {
 void addStatusRows(std::vector<ActionRow>& rows) {
   const auto add = [&](ActionId id, const QString& name, const char* key) {
     rows.push_back(
-        row(id, MenuId::item, 2, texts::status(name), key, EnabledWhen::liveItemSelected, KeyScope::mediaView));
+        row(id, MenuId::item, 0, texts::status(name), key, EnabledWhen::liveItemSelected, KeyScope::mediaView));
   };
   add(ActionId::statusDraft, texts::statusDraft, "Shift+1");
   add(ActionId::statusShortlist, texts::statusShortlist, "P");
   add(ActionId::statusApproved, texts::statusApproved, "Shift+3");
   add(ActionId::statusFinal, texts::statusFinal, "Shift+4");
   add(ActionId::statusRejected, texts::statusRejected, "D");
-  rows.push_back(row(ActionId::stepOnAfterMark, MenuId::item, 3, texts::stepOnAfterMark, "",
+  rows.push_back(row(ActionId::stepOnAfterMark, MenuId::item, 0, texts::stepOnAfterMark, "",
                      EnabledWhen::liveItemSelected, KeyScope::window, true));
 }
 
 void addPlaceRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::item;
-  rows.push_back(row(ActionId::renameItem, menu, 4, texts::renameItem, "F2", EnabledWhen::oneLiveItemSelected,
+  rows.push_back(row(ActionId::moveToProject, menu, 0, texts::moveToProject, "", EnabledWhen::liveItemSelected));
+  rows.push_back(row(ActionId::restoreItems, menu, 0, texts::restore, "", EnabledWhen::trashedItemSelected));
+  rows.push_back(row(ActionId::renameItem, menu, 1, texts::renameItem, "F2", EnabledWhen::oneLiveItemSelected,
                      KeyScope::mediaView));
-  rows.push_back(row(ActionId::editNotes, menu, 4, texts::editNotes, "", EnabledWhen::oneLiveItemSelected));
-  rows.push_back(row(ActionId::moveToProject, menu, 4, texts::moveToProject, "", EnabledWhen::liveItemSelected));
-  rows.push_back(row(ActionId::restoreItems, menu, 4, texts::restore, "", EnabledWhen::trashedItemSelected));
+  rows.push_back(row(ActionId::editNotes, menu, 1, texts::editNotes, "", EnabledWhen::oneLiveItemSelected));
 }
 
 void addItemRows(std::vector<ActionRow>& rows) {

@@ -82,7 +82,7 @@ enum class EnabledWhen {
   textFocusedOrItemsShown,
   textFocusedOrUndo,  // or there is a step that can be taken back now
   textFocusedOrRedo,
-  textFocusedOrJobSelected,
+  textFocusedOrCellSelected,
   itemsShown,           // the gallery is in front and holds at least one cell
   itemSelected,         // at least one item (no job) is selected
   liveItemSelected,     // at least one item outside Trash is selected

@@ -13,6 +13,7 @@
 #include "shell/presenters.h"
 #include "shell/recipes.h"
 #include "shell/texts.h"
+#include "shell/transfer_presenter.h"
 #include "shell/welcome_presenter.h"
 #include "shell/window_presenter.h"
 #include "shell/workspace_state.h"
@@ -145,8 +146,8 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
       return textFocused_;
     case EnabledWhen::textFocusedOrItemsShown:
       return textFocused_ || itemsShown();
-    case EnabledWhen::textFocusedOrJobSelected:
-      return textFocused_ || !selectedJob().isNull();
+    case EnabledWhen::textFocusedOrCellSelected:
+      return textFocused_ || !selectedJob().isNull() || ports_.presenters.transfer->hasItems();
     case EnabledWhen::itemsShown:
       return itemsShown();
     case EnabledWhen::textFocusedOrUndo:
@@ -334,7 +335,10 @@ bool ActionsPresenter::triggerForSelection(ActionId id) {
   switch (id) {
     case ActionId::copy:
       if (textFocused_) return false;
-      p.jobs->copyDetails(selectedJob());
+      if (selectedJob().isNull())
+        p.transfer->copySelected();
+      else
+        p.jobs->copyDetails(selectedJob());
       return true;
     case ActionId::selectAll:
       return !textFocused_ && selectAllItems();

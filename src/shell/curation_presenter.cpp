@@ -44,6 +44,15 @@ std::vector<core::AssetRef> CurationPresenter::shownItems(bool inTrash) const {
   return items;
 }
 
+qsizetype CurationPresenter::selectedItems() const {
+  const QSet<QUuid>& selection = on_.state.selection();
+  if (selection.size() < 2) return soleItem() || hasTrashedItems() ? 1 : 0;
+  qsizetype items = 0;
+  for (int index = on_.gallery.jobCount(); index < on_.gallery.count(); ++index)
+    if (selection.contains(on_.gallery.idAt(index))) ++items;
+  return items;
+}
+
 bool CurationPresenter::hasLiveItems() const {
   return std::ranges::any_of(on_.state.selection(), [this](const QUuid& id) {
     const core::AssetRef item = on_.store.asset(id);
@@ -101,6 +110,11 @@ void CurationPresenter::toggleFavorite() {
   const bool all = std::ranges::all_of(items, [](const core::AssetRef& item) { return item->favorite; });
   withinHistory(core::historyBytesOfMarks(static_cast<qsizetype>(items.size())), items,
                 [this, all](const auto& marked) { core::setFavorite(on_.store, marked, !all); });
+}
+
+void CurationPresenter::toggleFavoriteOf(QUuid item) {
+  const core::AssetRef asset = on_.store.asset(item);
+  if (asset && !asset->isTrashed()) core::setFavorite(on_.store, {asset}, !asset->favorite);
 }
 
 void CurationPresenter::setRating(int stars) {

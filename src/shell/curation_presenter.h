@@ -47,11 +47,14 @@ class CurationPresenter : public QObject {
 
   bool hasLiveItems() const;     // a selected item is outside Trash
   bool hasTrashedItems() const;  // a selected item is in Trash
+  qsizetype selectedItems() const;  // items among what is selected and shown
   // The one selected item that is outside Trash; null when there is none or are several.
   core::AssetRef soleItem() const;
 
   // Favourites all, or none when all are.
   void toggleFavorite();
+  // One item, selected or not.
+  void toggleFavoriteOf(QUuid item);
   void setRating(int stars);  // 0 clears
   void setStatus(core::AssetStatus status);
   void rename(QUuid item, const QString& name);

@@ -51,6 +51,7 @@ QString itemName(const GalleryCell& cell, core::MediaType type) {
   if (!cell.statusText.isEmpty()) parts << cell.statusText;
   if (cell.rating > 0) parts << texts::stars(cell.rating);
   if (cell.favorite) parts << texts::favourite;
+  if (cell.inTrash) parts << texts::inTrash;
   return parts.join(QStringLiteral(", "));
 }
 
@@ -115,8 +116,10 @@ void GalleryPresenter::refresh() {
   collectJobs(collected);
   jobCount_ = static_cast<int>(collected.size());
   collectItems(collected);
-  const bool sameLayout = collected == entries_;
+  std::vector<WallSection> sections = collectSections(collected);
+  const bool sameLayout = collected == entries_ && sections == sections_;
   entries_ = std::move(collected);
+  sections_ = std::move(sections);
   if (sameLayout) {
     Q_EMIT contentChanged();
   } else {
@@ -168,18 +171,46 @@ void GalleryPresenter::collectItems(std::vector<Entry>& entries) {
   }
 }
 
+bool GalleryPresenter::jobsBelongToToday(const std::vector<Entry>& entries) const {
+  return std::all_of(entries.begin(), entries.begin() + jobCount_, [this](const Entry& entry) {
+    const core::JobRef job = store_.job(entry.id);
+    return job && dayTitle(job->createdAt, store_.now()) == texts::today;
+  });
+}
+
+// The jobs lead the wall, so they stand under “Today” when that is when they were made, else under a head of their own.
+std::vector<WallSection> GalleryPresenter::collectSections(const std::vector<Entry>& entries) {
+  const GallerySort sort = state_.filter().sort;
+  if (sort != GallerySort::newest && sort != GallerySort::oldest) return {};
+  std::vector<WallSection> sections =
+      days_.over(store_.assetRows(), index_.matching(state_.filter()), jobCount_, store_.now());
+  if (jobCount_ == 0) return sections;
+  const bool today = jobsBelongToToday(entries);
+  if (today && !sections.empty() && sections.front().title == texts::today)
+    sections.front().first = 0;
+  else
+    sections.insert(sections.begin(), {0, today ? texts::today : texts::generations, {}});
+  return sections;
+}
+
 int GalleryPresenter::count() const { return static_cast<int>(entries_.size()); }
-QUuid GalleryPresenter::idAt(int index) const { return entries_.at(static_cast<std::size_t>(index)).id; }
+QUuid GalleryPresenter::idAt(int index) const { return entries_[static_cast<std::size_t>(index)].id; }
 double GalleryPresenter::aspectRatioAt(int index) const {
   return entries_.at(static_cast<std::size_t>(index)).aspectRatio;
 }
 bool GalleryPresenter::isJobAt(int index) const { return entries_.at(static_cast<std::size_t>(index)).isJob; }
 int GalleryPresenter::jobCount() const { return jobCount_; }
 
+// Who asks for one cell asks for its neighbours next, so the search goes outwards from what was found last.
 int GalleryPresenter::indexOf(QUuid id) const {
-  const auto found =
-      std::find_if(entries_.begin(), entries_.end(), [&id](const Entry& entry) { return entry.id == id; });
-  return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
+  const int last = count() - 1;
+  if (last < 0) return -1;
+  const int from = std::clamp(lastFound_, 0, last);
+  for (int down = from, up = from + 1; down >= 0 || up <= last; --down, ++up) {
+    if (down >= 0 && idAt(down) == id) return lastFound_ = down;
+    if (up <= last && idAt(up) == id) return lastFound_ = up;
+  }
+  return -1;
 }
 
 GalleryCell GalleryPresenter::cellAt(int index) const {
@@ -209,6 +240,7 @@ GalleryCell GalleryPresenter::itemCell(const Entry& entry) const {
   if (asset->status() != core::AssetStatus::draft) cell.statusText = statusText(asset->status());
   cell.statusToken = rawValue(asset->status());
   cell.favorite = asset->favorite;
+  cell.inTrash = asset->isTrashed();
   cell.rating = asset->rating.value_or(0);
   if (const core::GenerationRef generation = store_.generationOf(asset->id)) {
     const account::Charge charge = account::chargeOf(*generation, asset);
@@ -228,13 +260,17 @@ QString GalleryPresenter::countText() const {
 }
 
 QString GalleryPresenter::emptyTitle() const {
-  return state_.filter().narrows() ? texts::noMatchTitle : texts::emptyGalleryTitle;
+  if (state_.filter().narrows()) return texts::noMatchTitle;
+  return state_.location() == trashLocation ? texts::emptyTrashTitle : texts::emptyGalleryTitle;
 }
 
 QString GalleryPresenter::emptyText() const {
   if (state_.filter().narrows()) return texts::noMatchText;
+  if (state_.location() == trashLocation) return texts::emptyTrashText;
   return state_.location() == favoritesLocation ? texts::emptyFavoritesText : texts::emptyGalleryText;
 }
+
+QString GalleryPresenter::emptyAction() const { return state_.filter().narrows() ? texts::clearFilters : QString(); }
 
 const GalleryFilter& GalleryPresenter::filter() const { return state_.filter(); }
 
@@ -265,8 +301,8 @@ std::vector<std::pair<QString, QString>> GalleryPresenter::models() {
 
 void GalleryPresenter::refreshDates() {
   const GalleryFilter& filter = state_.filter();
-  if (filter.days < 1 && filter.location != QStringLiteral("recent")) return;
-  index_.forgetTimes();
+  if (filter.days >= 1 || filter.location == QStringLiteral("recent")) index_.forgetTimes();
+  // The day that is called today may be another one.
   scheduleRefresh();
 }
 

@@ -2,6 +2,7 @@
 
 #include "shell/gallery_index.h"
 #include "shell/job_display.h"
+#include "shell/wall_sections.h"
 
 #include <QObject>
 #include <QSet>
@@ -37,6 +38,7 @@ struct GalleryCell {
   QString costText;
   QString accessibleName;  // ‘{file name}, {kind}, {model}, {status}, {n} stars, favourite’ or the job's
   bool favorite = false;
+  bool inTrash = false;
   int rating = 0;
   JobDisplay job;
 };
@@ -60,11 +62,14 @@ class GalleryPresenter : public QObject {
   // -1 when the id is not shown.
   int indexOf(QUuid id) const;
   int jobCount() const;
+  // By day, while the newest or the oldest come first; else none.
+  const std::vector<WallSection>& sections() const { return sections_; }
 
   QString title() const;      // “All Media”, “Favorites”, “Inbox” or the project's name
   QString countText() const;  // “312 items”
   QString emptyTitle() const;
   QString emptyText() const;
+  QString emptyAction() const;  // “Clear Filters” while they hide everything, else empty
 
   const GalleryFilter& filter() const;
   // Everything but the location; a new sort is remembered for the workspace.
@@ -105,6 +110,8 @@ class GalleryPresenter : public QObject {
   void collectJobs(std::vector<Entry>& entries);
   void collectItems(std::vector<Entry>& entries);
   void readSort();
+  std::vector<WallSection> collectSections(const std::vector<Entry>& entries);
+  bool jobsBelongToToday(const std::vector<Entry>& entries) const;
   bool isHere(const core::GenerationJob& job) const;
   bool isInProject(const std::optional<QUuid>& project) const;
   GalleryCell itemCell(const Entry& entry) const;
@@ -114,11 +121,14 @@ class GalleryPresenter : public QObject {
   JobDisplays& jobs_;
   GalleryIndex index_;
   std::vector<Entry> entries_;
+  std::vector<WallSection> sections_;
+  DaySections days_;
   // The location, read once for each pass over the rows.
   enum class Place { everything, favorites, inbox, trash, project } place_ = Place::everything;
   QUuid project_;
   QSet<QUuid> dismissed_;
   int jobCount_ = 0;
+  mutable int lastFound_ = 0;  // by indexOf
   bool refreshScheduled_ = false;
 };
 

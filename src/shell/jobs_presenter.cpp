@@ -42,13 +42,6 @@ int groupRank(JobState state) {
   return state == JobState::failed ? 1 : 2;
 }
 
-QString dayTitle(Instant moment, Instant now) {
-  const QDate day = moment.toDateTime().toLocalTime().date();
-  const qint64 days = day.daysTo(now.toDateTime().toLocalTime().date());
-  if (days == 0) return texts::today;
-  return days == 1 ? texts::yesterday : QLocale().toString(day, QLocale::LongFormat);
-}
-
 // Cancel comes first and has the focus: money is spent only on purpose.
 Alert warning(const QString& title, const QString& text, const QString& goOn) {
   return {0,

@@ -16,6 +16,7 @@ class JobsPresenter;
 class MarkingPresenter;
 class SettingsPresenter;
 class SidebarPresenter;
+class TransferPresenter;
 class WelcomePresenter;
 class WindowPresenter;
 class WorkspaceState;
@@ -31,6 +32,7 @@ struct Presenters {
   JobsPresenter* jobs = nullptr;
   InspectorPresenter* inspector = nullptr;
   CurationPresenter* curation = nullptr;
+  TransferPresenter* transfer = nullptr;
   ComposerPresenter* composer = nullptr;
   MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
   SettingsPresenter* settings = nullptr;

@@ -153,6 +153,12 @@ inline QString generatingCount(int count) { return QStringLiteral("%1 generating
 inline const QString emptyGalleryTitle = QStringLiteral("Nothing here yet");
 inline const QString emptyGalleryText =
     QStringLiteral("Describe an image, a clip or a sound below and press Generate.");
+inline const QString emptyTrashTitle = QStringLiteral("Trash is empty");
+inline const QString emptyTrashText =
+    QStringLiteral("Items that you move to Trash are kept here until you restore them.");
+inline const QString generations = QStringLiteral("Generations");
+inline const QString inTrash = QStringLiteral("in Trash");
+inline const QString clearFilters = QStringLiteral("Clear Filters");
 inline const QString noMatchTitle = QStringLiteral("No media match these filters");
 inline const QString noMatchText = QStringLiteral("Clear the filters or search for something else.");
 inline const QString emptyFavoritesText = QStringLiteral("Items that you mark with a heart gather here.");

@@ -33,6 +33,13 @@ QString dayText(Instant moment, Instant now) {
   return QLocale().toString(local.date(), QLocale::ShortFormat);
 }
 
+QString dayTitle(Instant moment, Instant now) {
+  const QDate day = moment.toDateTime().toLocalTime().date();
+  const qint64 days = day.daysTo(now.toDateTime().toLocalTime().date());
+  if (days == 0) return texts::today;
+  return days == 1 ? texts::yesterday : QLocale().toString(day, QLocale::LongFormat);
+}
+
 QString dayAndTimeText(Instant moment, Instant now) {
   const QDateTime local = moment.toDateTime().toLocalTime();
   const qint64 days = local.date().daysTo(now.toDateTime().toLocalTime().date());

@@ -14,6 +14,8 @@ namespace sorvan::shell {
 QString clockText(double seconds);
 // “10:14” on the same day as `now`, “Yesterday” the day before, else the short date.
 QString dayText(Instant moment, Instant now);
+// “Today”, “Yesterday”, else the date in full: over what belongs to a day.
+QString dayTitle(Instant moment, Instant now);
 // “Today 09:41”, “Yesterday 09:41”, else short date and time.
 QString dayAndTimeText(Instant moment, Instant now);
 // “2.4 MB”

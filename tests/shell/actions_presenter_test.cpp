@@ -37,6 +37,7 @@ struct ActionsTest : testing::Test {
     all.jobs = &desk.jobs;
     all.inspector = &desk.inspector;
     all.curation = &desk.curation;
+    all.transfer = &desk.transfer;
     all.composer = &desk.composer;
     all.marking = &desk.marking;
     all.alerts = &desk.alerts;

@@ -23,6 +23,7 @@
 #include "shell/jobs_presenter.h"
 #include "shell/marking_presenter.h"
 #include "shell/model_prices.h"
+#include "shell/transfer_presenter.h"
 #include "shell/workspace_state.h"
 #include "support/fake_clock.h"
 #include "support/run_task.h"
@@ -90,6 +91,9 @@ struct Desk {
   shell::JobsPresenter jobs;
   shell::InspectorPresenter inspector;
   shell::CurationPresenter curation;
+  std::unique_ptr<QMimeData> clipboard;
+  shell::TransferPresenter transfer{
+      {store, state, gallery, alerts, [this](std::unique_ptr<QMimeData> data) { clipboard = std::move(data); }}};
 
  private:
   core::LibraryStore::Services services();

@@ -8,6 +8,7 @@
 
 #include "account/provider_settings.h"
 #include "base/sorvan_error.h"
+#include "core/small_edits.h"
 #include "core/workspace_opening.h"
 #include "platform/key_store.h"
 #include "shell/actions_presenter.h"
@@ -23,8 +24,10 @@
 #include "shell/views/library_view.h"
 #include "shell/views/mark_layer.h"
 #include "shell/views/prompt_edit.h"
+#include "shell/views/selection_bar.h"
 #include "shell/views/settings_dialog.h"
 #include "shell/views/text_dialog.h"
+#include "shell/views/wall_menus.h"
 #include "shell/views/welcome_view.h"
 #include "shell/welcome_presenter.h"
 #include "shell/window_presenter.h"
@@ -53,6 +56,7 @@ class MainWindowTest : public Dressed {
     all.jobs = &desk.jobs;
     all.inspector = &desk.inspector;
     all.curation = &desk.curation;
+    all.transfer = &desk.transfer;
     all.composer = &desk.composer;
     all.marking = &desk.marking;
     all.settings = &settings;
@@ -442,6 +446,176 @@ TEST_F(MainWindowTest, TheMarksOfTheComposerOpenAlsoFromAPlaceWithoutTheirPictur
   EXPECT_EQ(desk.marking.subject(), item);
   EXPECT_EQ(window->library().page(), ModeKind::asset);
   EXPECT_EQ(desk.marking.marks().count(), 1);
+}
+
+// The titles of a menu, a dash for each separator, submenus in brackets.
+QString rowsOf(const QMenu& menu) {
+  QStringList rows;
+  for (const QAction* row : menu.actions()) {
+    if (row->isSeparator())
+      rows << u"-"_s;
+    else
+      rows << (row->menu() ? u"["_s + row->text() + u"]"_s : row->text());
+  }
+  return rows.join(u" | "_s);
+}
+
+class WallMenusTest : public MainWindowTest {
+ protected:
+  QString menuFor(const QSet<QUuid>& selection) {
+    desk.state.select(selection);
+    const std::unique_ptr<QMenu> menu(window->findChild<WallMenus*>()->make());
+    return rowsOf(*menu);
+  }
+  void makeTwo() {
+    type(u"a boat"_s);
+    desk.settle();
+    type(u"a car"_s);
+    desk.settle();
+  }
+};
+
+TEST_F(WallMenusTest, OneItemsMenuOffersWhatCanBeDoneWithIt) {
+  makeTwo();
+  const QString rows = menuFor({wall().rowId(0)});
+  EXPECT_TRUE(rows.startsWith(u"Favorite | [Rating] | [Status] | - | "_s)) << rows.toStdString();
+  for (const char* row : {"Rename", "Copy", "Show in Files", "Move to Trash"})
+    EXPECT_TRUE(rows.contains(QString::fromLatin1(row))) << rows.toStdString();
+  EXPECT_FALSE(rows.contains(u"Restore"_s));
+  EXPECT_FALSE(rows.contains(u"Move to Project"_s)) << "there is no other place to move to";
+}
+
+TEST_F(WallMenusTest, SeveralItemsMenuMovesThemToAProjectThatIsChosenInPlace) {
+  makeTwo();
+  const QString name = u"Harbour & Film"_s;
+  core::Project project(name, desk.store.files().createProjectFolder(name), desk.store.now());
+  const QUuid id = project.id;
+  desk.store.context().insert(std::move(project));
+  desk.store.save(core::LibraryTables::projects);
+  desk.state.select({wall().rowId(0), wall().rowId(1)});
+  const std::unique_ptr<QMenu> menu(window->findChild<WallMenus*>()->make());
+  const QString rows = rowsOf(*menu);
+  EXPECT_TRUE(rows.contains(u"[Move to Project]"_s)) << rows.toStdString();
+  EXPECT_FALSE(rows.contains(u"Rename"_s));
+  QMenu* places = nullptr;
+  for (QAction* row : menu->actions())
+    if (row->menu() && row->text() == u"Move to Project"_s) places = row->menu();
+  ASSERT_NE(places, nullptr);
+  ASSERT_EQ(rowsOf(*places), u"Harbour && Film"_s);
+  places->actions().front()->trigger();
+  for (const core::AssetRef& item : desk.store.assets()) EXPECT_EQ(item->projectID, id);
+}
+
+TEST_F(WallMenusTest, InTrashAnItemIsRestoredAndNothingElseIsDoneToIt) {
+  makeTwo();
+  const QUuid item = wall().rowId(0);
+  desk.state.select({item});
+  desk.curation.moveToTrash();
+  desk.state.setLocation(trashLocation);
+  const QString rows = menuFor({item});
+  EXPECT_TRUE(rows.contains(u"Restore"_s)) << rows.toStdString();
+  for (const char* row : {"Favorite", "Rating", "Move to Trash", "Rename"})
+    EXPECT_FALSE(rows.contains(QString::fromLatin1(row))) << rows.toStdString();
+}
+
+TEST_F(WallMenusTest, AJobsMenuCancelsWhatRunsAndPutsAwayWhatEnded) {
+  desk.provider->gate.emplace();
+  type(u"a boat"_s);
+  EXPECT_TRUE(menuFor({wall().rowId(0)}).contains(u"Cancel Generation"_s));
+  desk.provider->gate->finish();
+  desk.settle();
+  desk.provider->gate.reset();
+  desk.provider->failure = std::make_exception_ptr(base::SorvanError(u"Planted."_s));
+  type(u"a car"_s);
+  desk.settle();
+  ASSERT_TRUE(desk.gallery.isJobAt(0));
+  desk.state.select({wall().rowId(0)});
+  const std::unique_ptr<QMenu> menu(window->findChild<WallMenus*>()->make());
+  const QString rows = rowsOf(*menu);
+  EXPECT_TRUE(rows.contains(u"Retry"_s)) << rows.toStdString();
+  EXPECT_TRUE(rows.contains(u"Copy Details"_s));
+  EXPECT_FALSE(rows.contains(u"Cancel"_s));
+  for (QAction* row : menu->actions())
+    if (row->text() == u"Remove from Gallery"_s) row->trigger();
+  EXPECT_EQ(desk.gallery.jobCount(), 0);
+}
+
+TEST_F(WallMenusTest, TheGroundOffersOrderAndFiltersAndClearsThem) {
+  makeTwo();
+  EXPECT_TRUE(menuFor({}).startsWith(u"Select All | - | [Order] | "_s)) << menuFor({}).toStdString();
+  EXPECT_FALSE(menuFor({}).contains(u"Clear Filters"_s));
+  desk.filters.setSearch(u"boat"_s);
+  EXPECT_TRUE(menuFor({}).contains(u"Clear Filters"_s));
+}
+
+TEST_F(MainWindowTest, TwoSelectedItemsTurnTheFilterRowIntoTheSelectionBar) {
+  type(u"a boat"_s);
+  desk.settle();
+  type(u"a car"_s);
+  desk.settle();
+  auto* bar = window->findChild<SelectionBar*>();
+  auto* filters = window->findChild<FilterRow*>();
+  ASSERT_NE(bar, nullptr);
+  desk.state.select({wall().rowId(0)});
+  EXPECT_FALSE(bar->isVisible());
+  const QRect row = filters->geometry();
+  desk.state.select({wall().rowId(0), wall().rowId(1)});
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_FALSE(filters->isVisible());
+  EXPECT_EQ(bar->geometry(), row) << "the height never jumps";
+  EXPECT_NE(named<QWidget>(*bar, u"2 selected"_s), nullptr);
+  named<QAbstractButton>(*bar, u"Favorite"_s)->click();
+  for (const core::AssetRef& item : desk.store.assets()) EXPECT_TRUE(item->favorite);
+  named<QAbstractButton>(*bar, u"Clear Selection"_s)->click();
+  EXPECT_TRUE(desk.state.selection().isEmpty());
+  EXPECT_TRUE(filters->isVisible());
+}
+
+TEST_F(MainWindowTest, TheSelectionBarInTrashOffersTheWayBackAlone) {
+  type(u"a boat"_s);
+  desk.settle();
+  type(u"a car"_s);
+  desk.settle();
+  desk.state.select({wall().rowId(0), wall().rowId(1)});
+  desk.curation.moveToTrash();
+  desk.state.setLocation(trashLocation);
+  desk.state.select({wall().rowId(0), wall().rowId(1)});
+  auto* bar = window->findChild<SelectionBar*>();
+  ASSERT_TRUE(bar->isVisible());
+  EXPECT_FALSE(named<QAbstractButton>(*bar, u"Move to Trash"_s)->isVisible());
+  EXPECT_FALSE(named<QAbstractButton>(*bar, u"Favorite"_s)->isVisible());
+  named<QAbstractButton>(*bar, u"Restore"_s)->click();
+  test::runPosted();
+  for (const core::AssetRef& item : desk.store.assets()) EXPECT_FALSE(item->isTrashed());
+}
+
+TEST_F(MainWindowTest, AFilterThatHidesEverythingIsClearedFromTheEmptyWall) {
+  type(u"a boat"_s);
+  desk.settle();
+  desk.filters.setSearch(u"nothing like it"_s);
+  test::runPosted();
+  ASSERT_EQ(wall().rowCount(), 0);
+  auto* clear = named<QAbstractButton>(wall(), u"Clear Filters"_s);
+  ASSERT_NE(clear, nullptr);
+  ASSERT_TRUE(clear->isVisible());
+  clear->click();
+  test::runPosted();
+  EXPECT_EQ(wall().rowCount(), 1);
+}
+
+TEST_F(MainWindowTest, CtrlCInTheGalleryCopiesItemsAndInAFieldItsText) {
+  type(u"a boat"_s);
+  desk.settle();
+  QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
+  QTest::keyClick(&wall(), Qt::Key_C, Qt::ControlModifier);
+  ASSERT_NE(desk.clipboard, nullptr);
+  EXPECT_EQ(desk.clipboard->urls().size(), 1);
+  desk.clipboard.reset();
+  window->library().dock().focusPrompt();
+  QTest::keyClicks(prompt(), u"words"_s);
+  QTest::keyClick(prompt(), Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(prompt(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(desk.clipboard, nullptr);
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 #include "shell/views/media_wall.h"
 
 #include <QAccessible>
+#include <QElapsedTimer>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
 
+#include "shell/item_transfer.h"
 #include "views/dressed.h"
 #include "views/samples.h"
 
@@ -288,6 +291,179 @@ TEST_F(MediaWallTest, ACellThatIsGoneIsNoLongerValidToAScreenReader) {
   source.set({pictureCell(u"other"_s, 1)});
   EXPECT_FALSE(cell->isValid());
   EXPECT_TRUE(cell->text(QAccessible::Name).isEmpty());
+}
+
+TEST_F(MediaWallTest, AClickOnOneOfSeveralSelectsItWhenTheButtonIsLetGo) {
+  fill(20);
+  click(2);
+  click(4, Qt::ControlModifier);
+  QTest::mousePress(wall.viewport(), Qt::LeftButton, {}, wall.cellRect(2).center());
+  EXPECT_EQ(wall.selection(), ids({2, 4})) << "it may become a drag of both";
+  QTest::mouseRelease(wall.viewport(), Qt::LeftButton, {}, wall.cellRect(2).center());
+  EXPECT_EQ(wall.selection(), ids({2}));
+}
+
+TEST_F(MediaWallTest, MovingAwayWithTheButtonDownDragsTheSelectionOnce) {
+  fill(20);
+  click(2);
+  click(4, Qt::ControlModifier);
+  QSignalSpy dragged(&wall, &MediaWall::dragRequested);
+  const QPoint from = wall.cellRect(4).center();
+  QTest::mousePress(wall.viewport(), Qt::LeftButton, {}, from);
+  QTest::mouseMove(wall.viewport(), from + QPoint(2, 1));
+  EXPECT_EQ(dragged.count(), 0);
+  QTest::mouseMove(wall.viewport(), from + QPoint(40, 10));
+  QTest::mouseMove(wall.viewport(), from + QPoint(80, 10));
+  EXPECT_EQ(dragged.count(), 1);
+  QTest::mouseRelease(wall.viewport(), Qt::LeftButton, {}, from);
+  EXPECT_EQ(wall.selection(), ids({2, 4}));
+}
+
+TEST_F(MediaWallTest, ADragOverTheGroundWithCtrlAddsToTheSelection) {
+  fill(6);
+  click(3);
+  const QRect target = wall.cellRect(1);
+  const QPoint ground(target.center().x(), target.top() - 8);
+  QTest::mousePress(wall.viewport(), Qt::LeftButton, Qt::ControlModifier, ground);
+  QTest::mouseMove(wall.viewport(), target.center());
+  QTest::mouseRelease(wall.viewport(), Qt::LeftButton, Qt::ControlModifier, target.center());
+  EXPECT_EQ(wall.selection(), ids({1, 3}));
+}
+
+TEST_F(MediaWallTest, ARubberBandThatLeavesTheWallScrollsItAlong) {
+  fill(400);
+  QTest::mousePress(wall.viewport(), Qt::LeftButton, {}, QPoint(4, 200));
+  QTest::mouseMove(wall.viewport(), QPoint(500, wall.viewport()->height() + 50));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return wall.verticalScrollBar()->value() > 900; }));
+  EXPECT_GT(wall.selection().size(), 20);
+  QTest::mouseRelease(wall.viewport(), Qt::LeftButton, {}, QPoint(500, 300));
+  const int stood = wall.verticalScrollBar()->value();
+  QTest::mouseMove(wall.viewport(), QPoint(500, wall.viewport()->height() + 90));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(wall.verticalScrollBar()->value(), stood);
+}
+
+TEST_F(MediaWallTest, SelectionAndArrowsStayWithTheirCellsWhileResultsArrive) {
+  fill(60);
+  click(5);
+  const QUuid selected = source.idAt(5);
+  const QUuid next = source.idAt(6);
+  std::vector<GalleryCell> cells = source.cells();
+  for (int extra = 0; extra < 7; ++extra) cells.insert(cells.begin(), pictureCell(u"new"_s, 1.5));
+  source.set(cells);
+  EXPECT_EQ(wall.selection(), QSet<QUuid>{selected});
+  EXPECT_EQ(wall.currentRow(), selected);
+  QTest::keyClick(&wall, Qt::Key_Right);
+  EXPECT_EQ(wall.currentRow(), next);
+}
+
+TEST_F(MediaWallTest, WhenTheCurrentCellGoesTheArrowsGoOnFromItsPlace) {
+  fill(60);
+  click(5);
+  const QUuid follower = source.idAt(6);
+  std::vector<GalleryCell> cells = source.cells();
+  cells.erase(cells.begin() + 5);
+  source.set(cells);
+  EXPECT_EQ(wall.currentRow(), follower);
+}
+
+TEST_F(MediaWallTest, PageKeysGoAScreenInTheSameColumnAndStopAtTheEnds) {
+  fill(400);
+  click(2);
+  const int column = wall.cellRect(2).center().x();
+  QTest::keyClick(&wall, Qt::Key_PageDown);
+  const int index = source.indexOf(wall.currentRow());
+  EXPECT_GT(index, 8);
+  EXPECT_TRUE(wall.viewport()->rect().contains(wall.cellRect(index)));
+  EXPECT_NEAR(wall.cellRect(index).center().x(), column, 200);
+  QTest::keyClick(&wall, Qt::Key_PageUp);
+  EXPECT_LT(source.indexOf(wall.currentRow()), 5);
+  QTest::keyClick(&wall, Qt::Key_End);
+  QTest::keyClick(&wall, Qt::Key_PageDown);
+  EXPECT_TRUE(wall.viewport()->rect().intersects(wall.cellRect(399)));
+}
+
+TEST_F(MediaWallTest, TheHeartUnderThePointerMarksThatCellAlone) {
+  fill(20);
+  click(2);
+  QSignalSpy marked(&wall, &MediaWall::favoriteToggled);
+  QTest::mouseClick(wall.viewport(), Qt::LeftButton, {}, partOf(4, CellPart::heart));
+  ASSERT_EQ(marked.count(), 1);
+  EXPECT_EQ(marked.front().front().toUuid(), source.idAt(4));
+  EXPECT_EQ(wall.selection(), ids({2}));
+}
+
+TEST_F(MediaWallTest, TheDotsSelectTheirCellAndAskForItsMenu) {
+  fill(20);
+  QSignalSpy menu(&wall, &MediaWall::menuRequested);
+  QTest::mouseClick(wall.viewport(), Qt::LeftButton, {}, partOf(4, CellPart::more));
+  EXPECT_EQ(menu.count(), 1);
+  EXPECT_EQ(wall.selection(), ids({4}));
+}
+
+TEST_F(MediaWallTest, ARightClickOnTheGroundAsksForTheWallsOwnMenu) {
+  fill(3);
+  click(1);
+  QSignalSpy menu(&wall, &MediaWall::menuRequested);
+  const QPoint ground(450, 590);
+  QTest::mouseClick(wall.viewport(), Qt::RightButton, {}, ground);
+  QContextMenuEvent event(QContextMenuEvent::Mouse, ground, wall.viewport()->mapToGlobal(ground));
+  QCoreApplication::sendEvent(wall.viewport(), &event);
+  EXPECT_TRUE(wall.selection().isEmpty());
+  EXPECT_EQ(menu.count(), 1);
+}
+
+TEST_F(MediaWallTest, AnEmptyWallSaysWhyAndItsButtonIsReachable) {
+  show(wall, {900, 600});
+  QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&wall);
+  ASSERT_EQ(list->childCount(), 1);
+  EXPECT_EQ(list->child(0)->text(QAccessible::Name), u"Nothing here yet"_s);
+  fill(3);
+  EXPECT_EQ(list->childCount(), 3);
+}
+
+TEST_F(MediaWallTest, FilesOfOtherProgramsAreTakenAndItsOwnItemsAreNot) {
+  fill(3);
+  QSignalSpy dropped(&wall, &MediaWall::filesDropped);
+  QMimeData files;
+  files.setUrls({QUrl::fromLocalFile(u"/tmp/a.png"_s)});
+  QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(wall.viewport(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  EXPECT_EQ(enter.dropAction(), Qt::CopyAction) << "what is dropped is never moved away from where it was";
+  QDropEvent drop(QPoint(50, 50), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(wall.viewport(), &drop);
+  ASSERT_EQ(dropped.count(), 1);
+  files.setData(itemsFormat, "x");
+  QDragEnterEvent own(QPoint(50, 50), Qt::CopyAction, &files, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(wall.viewport(), &own);
+  EXPECT_FALSE(own.isAccepted());
+}
+
+TEST_F(MediaWallTest, TitlesOfTenThousandCharactersAreShortenedAndCostNoTime) {
+  std::vector<GalleryCell> cells;
+  for (int index = 0; index < 40; ++index) {
+    GalleryCell cell = pictureCell(QString(10000, u'W'), 1.6);
+    cell.kind = CellKind::audio;
+    cell.title = QString(10000, u'W') + u" \U0001F3D4"_s;
+    cell.modelName = cell.statusText = cell.costText = cell.title;
+    cells.push_back(cell);
+  }
+  source.set(cells);
+  show(wall, {900, 600});
+  QElapsedTimer clock;
+  clock.start();
+  wall.viewport()->repaint();
+  EXPECT_LT(clock.elapsed(), 400) << "ten times what the plain wall takes with every check on";
+  EXPECT_EQ(wall.rowName(0).isEmpty(), false);
+}
+
+TEST_F(MediaWallTest, AWallOfOneCellTakesEveryKey) {
+  fill(1);
+  wall.setFocus();
+  for (const int key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End})
+    QTest::keyClick(&wall, static_cast<Qt::Key>(key));
+  EXPECT_EQ(wall.selection(), ids({0}));
 }
 
 }  // namespace

@@ -67,5 +67,47 @@ RC_GTEST_PROP(WallLayoutTest, EveryCellIsFoundAtItsOwnCentreAndOnlyThere, ()) {
   }
 }
 
+WallMeasures headed() {
+  WallMeasures measures = kMeasures;
+  measures.headHeight = 32;
+  return measures;
+}
+
+TEST(WallLayoutTest, EachSectionBeginsWithAHeadAndARowOfItsOwn) {
+  WallLayout layout;
+  layout.build(std::vector<float>(9, 1.0F), headed(), {0, 2, 7});
+  ASSERT_EQ(layout.heads().size(), 3u);
+  for (const auto& [head, first] : {std::pair<size_t, int>{0, 0}, {1, 2}, {2, 7}}) {
+    EXPECT_NEAR(layout.rectOf(first).top(), layout.heads()[head].top + 32, 0.01);
+    EXPECT_NEAR(layout.rectOf(first).left(), 16, 0.01);
+    EXPECT_EQ(layout.rows()[static_cast<size_t>(layout.rowOf(first))].first, first);
+  }
+  EXPECT_EQ(layout.indexAt({30, layout.heads()[1].top + 10}), -1) << "a head is no cell";
+}
+
+TEST(WallLayoutTest, OnlyTheHeadsInViewAreAsked) {
+  WallLayout layout;
+  std::vector<int> sections;
+  for (int first = 0; first < 1000; first += 5) sections.push_back(first);
+  layout.build(std::vector<float>(1000, 1.0F), headed(), sections);
+  const auto [first, end] = layout.headRange(layout.heads()[50].top + 1, layout.heads()[53].top - 1);
+  EXPECT_EQ(first, 50);
+  EXPECT_EQ(end, 53);
+}
+
+TEST(WallLayoutTest, ArrowsCrossFromOneSectionIntoTheNext) {
+  WallLayout layout;
+  layout.build(std::vector<float>(4, 1.0F), headed(), {0, 2});
+  EXPECT_EQ(layout.verticalNeighbour(1, +1), 3);
+  EXPECT_EQ(layout.verticalNeighbour(3, -1), 1);
+}
+
+TEST(WallLayoutTest, ThePlaceNearestToAPointIsFoundAlsoOutsideTheCells) {
+  WallLayout layout;
+  layout.build(std::vector<float>(4, 1.0F), headed(), {0, 2});
+  EXPECT_EQ(layout.nearest({900, 100000}), 3);
+  EXPECT_EQ(layout.nearest({0, -50}), 0);
+}
+
 }  // namespace
 }  // namespace sorvan::views

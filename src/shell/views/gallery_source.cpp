@@ -13,7 +13,9 @@ double GallerySource::aspectRatioAt(int index) const { return gallery_.aspectRat
 bool GallerySource::isJobAt(int index) const { return gallery_.isJobAt(index); }
 GalleryCell GallerySource::cellAt(int index) const { return gallery_.cellAt(index); }
 int GallerySource::indexOf(QUuid id) const { return gallery_.indexOf(id); }
+const std::vector<WallSection>& GallerySource::sections() const { return gallery_.sections(); }
 QString GallerySource::emptyTitle() const { return gallery_.emptyTitle(); }
 QString GallerySource::emptyText() const { return gallery_.emptyText(); }
+QString GallerySource::emptyAction() const { return gallery_.emptyAction(); }
 
 }  // namespace sorvan::views

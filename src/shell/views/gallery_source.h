@@ -16,8 +16,10 @@ class GallerySource final : public WallSource {
   bool isJobAt(int index) const override;
   GalleryCell cellAt(int index) const override;
   int indexOf(QUuid id) const override;
+  const std::vector<WallSection>& sections() const override;
   QString emptyTitle() const override;
   QString emptyText() const override;
+  QString emptyAction() const override;
 
  private:
   GalleryPresenter& gallery_;

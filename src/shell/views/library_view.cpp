@@ -166,6 +166,18 @@ void LibraryView::setFiltersShown(bool shown) {
   arrange();
 }
 
+void LibraryView::setSelectionBar(QWidget* bar) {
+  selectionBar_ = bar;
+  bar->setParent(this);
+  arrange();
+}
+
+void LibraryView::setSelecting(bool several) {
+  if (selecting_ == several) return;
+  selecting_ = several;
+  arrange();
+}
+
 void LibraryView::resizeEvent(QResizeEvent*) {
   const bool roomy = width() >= kFloatBelow;
   if (wasRoomy_ && !roomy) Q_EMIT inspectorCrowded();
@@ -195,8 +207,11 @@ void LibraryView::arrange() {
   const int right = marking_ || (inspectorShown_ && !floats) ? width() - pane : width();
   if (filters_) {
     const bool shown = filtersShown_ && page_ == ModeKind::gallery;
-    filters_->setVisible(shown);
-    filters_->setGeometry(left, top, right - left, metrics().filterRow);
+    const QRect row(left, top, right - left, metrics().filterRow);
+    const bool selection = shown && selecting_ && selectionBar_;
+    filters_->setVisible(shown && !selection);
+    filters_->setGeometry(row);
+    if (selectionBar_) selectionBar_->setVisible(selection), selectionBar_->setGeometry(row);
     if (shown) top += metrics().filterRow;
   }
   stack_->setGeometry(left, top, right - left, height() - top);
@@ -222,6 +237,7 @@ std::vector<QWidget*> LibraryView::zones() {
   QWidget* pane = marking_ ? static_cast<QWidget*>(markPanel_) : inspector_;
   std::vector<QWidget*> all{sidebar_, toolbar_, banner_, stack_->currentWidget(), pane, dock_, toaster_};
   if (filters_) all.insert(all.begin() + 2, filters_);
+  if (selectionBar_) all.insert(all.begin() + 2, selectionBar_);
   return all;
 }
 

@@ -70,6 +70,9 @@ class LibraryView final : public QWidget {
   HistoryView& history() { return *history_; }
   AssetView& asset() { return *asset_; }
   InspectorView& inspector() { return *inspector_; }
+  // Stands in the filter row's place while it is shown there; owned by this view from now on.
+  void setSelectionBar(QWidget* bar);
+  void setSelecting(bool several);
   MarkPanel* markPanel() const { return markPanel_; }
   ComposerDock& dock() { return *dock_; }
 
@@ -129,6 +132,8 @@ class LibraryView final : public QWidget {
   SidebarView* sidebar_;
   ToolbarView* toolbar_;
   FilterRow* filters_ = nullptr;
+  QWidget* selectionBar_ = nullptr;
+  bool selecting_ = false;
   BannerBar* banner_;
   QStackedWidget* stack_;
   MediaWall* wall_;

@@ -25,10 +25,13 @@
 #include "shell/views/library_view.h"
 #include "shell/views/menu_strip.h"
 #include "shell/views/menus.h"
+#include "shell/views/selection_bar.h"
 #include "shell/views/pages.h"
 #include "shell/views/settings_dialog.h"
 #include "shell/views/text_dialog.h"
 #include "shell/views/texts.h"
+#include "shell/views/wall_binding.h"
+#include "shell/views/wall_menus.h"
 #include "shell/views/welcome_view.h"
 #include "shell/welcome_presenter.h"
 #include "shell/window_presenter.h"
@@ -138,14 +141,9 @@ void MainWindow::bindSidebar() {
 
 void MainWindow::bindGallery() {
   MediaWall& wall = library_->wall();
-  connect(&wall, &MediaWall::selectionRequested, on_.state, &WorkspaceState::select);
+  new WallBinding(wall, on_, this);
   connect(&wall, &MediaWall::opened, this, &MainWindow::openCell);
   connect(&wall, &MediaWall::quickLookRequested, this, [this, &wall] { openCell(wall.currentRow()); });
-  connect(&wall, &MediaWall::jobActionRequested, on_.jobs, &JobsPresenter::perform);
-  connect(&wall, &MediaWall::jobDismissed, on_.gallery, &GalleryPresenter::dismissJob);
-  connect(&wall, &MediaWall::menuRequested, this, [this](QPoint place) { menus_->openItemMenu(place, this); });
-  connect(on_.state, &WorkspaceState::selectionChanged, &wall,
-          [this, &wall] { wall.setSelection(on_.state->selection()); });
   connect(on_.state, &WorkspaceState::layoutChanged, this, &MainWindow::refreshLayout);
   connect(on_.state, &WorkspaceState::modeChanged, this, &MainWindow::refreshPage);
   connect(on_.state, &WorkspaceState::locationChanged, this, &MainWindow::refreshPage);
@@ -159,7 +157,6 @@ void MainWindow::bindGallery() {
   connect(&toolbar, &ToolbarView::tabChosen, this, [this](ModeKind tab) { on_.state->setMode({tab}); });
   connect(library_, &LibraryView::backRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
   connect(library_, &LibraryView::titleChanged, this, &MainWindow::refreshToolbar);
-  wall.setSelection(on_.state->selection());
 }
 
 void MainWindow::bindFilters() {
@@ -236,6 +233,11 @@ void MainWindow::bindActions() {
   menus_ = new Menus(*on_.actions, this, {&library_->wall(), &library_->asset()}, this);
   menus_->setRecents(*on_.welcome);
   menus_->fill(strip_->bar());
+  auto* wallMenus = new WallMenus(*menus_, on_, this);
+  connect(&library_->wall(), &MediaWall::menuRequested, wallMenus, &WallMenus::open);
+  auto* bar = new SelectionBar(*menus_, on_);
+  library_->setSelectionBar(bar);
+  connect(bar, &SelectionBar::neededChanged, library_, [this, bar] { library_->setSelecting(bar->isNeeded()); });
   connect(on_.actions, &ActionsPresenter::viewActionRequested, this, &MainWindow::performForWindow);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
     on_.actions->setTextFocused(qobject_cast<QLineEdit*>(now) || qobject_cast<QTextEdit*>(now));

@@ -17,6 +17,9 @@ constexpr int kBadgeInset = 6;
 constexpr int kBadgeHeight = 19;
 constexpr int kRound = 22;  // heart and select circle
 constexpr int kShadeHeight = 48;
+constexpr int kButton = 26;         // heart and more, under the pointer
+constexpr int kRoomForButtons = 130;  // narrower cells keep the circle alone
+constexpr double kTrashOpacity = 0.38;
 
 QFont badgeFont() { return fontFor(Type::caption, Weight::semibold); }
 
@@ -33,13 +36,47 @@ void paintShade(QPainter& painter, const QRect& area) {
   painter.fillRect(foot, shade);
 }
 
+QRect moreAt(const QRect& cell) {
+  if (cell.width() < kRoomForButtons) return {};
+  return {cell.right() - kBadgeInset - kButton + 1, cell.top() + kBadgeInset, kButton, kButton};
+}
+
+QRect heartAt(const QRect& cell) { return moreAt(cell).translated(-kButton - 4, 0); }
+
 void paintPlaceholder(QPainter& painter, const QRect& area, ThumbnailStore::State state) {
   const Colors& c = colors();
   paintPanel(painter, area, metrics().radiusPicture, c.surfacePlaceholder);
-  if (state != ThumbnailStore::State::missing) return;
+  if (state == ThumbnailStore::State::loading) return;
+  const QString words =
+      state == ThumbnailStore::State::missing ? texts::originalMissing() : texts::pictureUnreadable();
   paintIcon(painter, u"triangle-alert"_s, area.adjusted(0, -10, 0, -10), 18, {c.textTertiary});
   paintText(painter, QRect(area.left() + 6, area.center().y() + 8, area.width() - 12, 16),
-            {texts::originalMissing(), fontFor(Type::caption), c.textTertiary, Qt::AlignCenter});
+            {words, fontFor(Type::caption), c.textTertiary, Qt::AlignCenter});
+}
+
+// A picture of just that size is laid down as it is; another one stands in, scaled.
+void paintPicture(QPainter& painter, const QRect& area, const QPixmap& picture) {
+  const QSizeF size = picture.deviceIndependentSize();
+  const bool fits = std::abs(size.width() - area.width()) < 1 && std::abs(size.height() - area.height()) < 1;
+  if (fits)
+    painter.drawPixmap(area.topLeft(), picture);
+  else
+    paintCover(painter, area, metrics().radiusPicture, picture);
+}
+
+void paintHoverButton(QPainter& painter, const QRect& button, const QString& icon, const QColor& ink, IconFill fill,
+                      bool hot) {
+  const Colors& c = colors();
+  paintPanel(painter, button, metrics().radiusControl, c.pictureBadge, hot ? c.pictureBadgeText : QColor());
+  paintIcon(painter, icon, button, 15, {ink, fill});
+}
+
+void paintHoverButtons(QPainter& painter, const QRect& area, const GalleryCell& cell, CellPart hot) {
+  const QColor white = colors().pictureBadgeText;
+  const QColor heart = cell.favorite ? Theme::instance().colorsOf(Look::dark).favorite : white;
+  paintHoverButton(painter, heartAt(area), u"heart"_s, heart, cell.favorite ? IconFill::filled : IconFill::outline,
+                   hot == CellPart::heart);
+  paintHoverButton(painter, moreAt(area), u"ellipsis"_s, white, IconFill::outline, hot == CellPart::more);
 }
 
 void paintHeart(QPainter& painter, const QRect& area) {
@@ -83,7 +120,9 @@ void paintBadges(QPainter& painter, const QRect& area, const GalleryCell& cell, 
     paintPictureBadge(painter, area, Qt::BottomLeftCorner, {}, cell.statusText, statusColor(cell.statusToken));
   if (!cell.durationText.isEmpty())
     paintPictureBadge(painter, area, Qt::BottomRightCorner, u"play"_s, cell.durationText);
-  if (cell.favorite && area.width() > 2 * kRound) paintHeart(painter, area);
+  if (cell.inTrash) paintPictureBadge(painter, area, Qt::TopLeftCorner, u"trash-2"_s, texts::inTrash());
+  const bool buttons = hovered && !cell.inTrash && !moreAt(area).isNull();
+  if (cell.favorite && !buttons && area.width() > 2 * kRound) paintHeart(painter, area);
 }
 
 }  // namespace
@@ -114,17 +153,23 @@ QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner,
 
 void paintMediaCell(QPainter& painter, const QRect& area, const GalleryCell& cell, const CellLook& look) {
   if (cell.kind == CellKind::job) return paintJobCell(painter, area, cell.job, look);
+  painter.save();
+  if (cell.inTrash) painter.setOpacity(kTrashOpacity);
   if (look.thumbnail.state == ThumbnailStore::State::ready)
-    paintCover(painter, area, metrics().radiusPicture, look.thumbnail.picture);
+    paintPicture(painter, area, look.thumbnail.picture);
   else
     paintPlaceholder(painter, area, look.thumbnail.state);
-  painter.save();
+  painter.setOpacity(1);
   painter.setClipRect(area);
   if (cell.kind == CellKind::audio)
     paintSoundTexts(painter, area, cell);
   else if (look.hovered)
     paintHoverTexts(painter, area, cell);
   paintBadges(painter, area, cell, look.hovered);
+  if (look.thumbnail.originalMissing && !look.hovered && !cell.inTrash)
+    paintPictureBadge(painter, area, Qt::TopLeftCorner, u"triangle-alert"_s, texts::originalMissing());
+  if (look.hovered && !cell.inTrash && !moreAt(area).isNull())
+    paintHoverButtons(painter, area, cell, look.hoveredPart);
   painter.restore();
   if (look.several && look.selected)
     paintSelectCircle(painter, area, true);
@@ -151,6 +196,8 @@ void paintCellRings(QPainter& painter, const QRect& area, const CellLook& look) 
 CellPart partAt(const QRect& area, const GalleryCell& cell, QPoint point) {
   if (!area.contains(point)) return CellPart::none;
   if (cell.kind == CellKind::job) return jobPartAt(area, cell.job, point);
+  if (!cell.inTrash && moreAt(area).contains(point)) return CellPart::more;
+  if (!cell.inTrash && heartAt(area).contains(point)) return CellPart::heart;
   return circleAt(area).contains(point) && area.width() > 60 ? CellPart::selectCircle : CellPart::body;
 }
 

@@ -9,7 +9,7 @@
 namespace sorvan::views {
 
 // What the pointer is over inside a cell.
-enum class CellPart { none, body, selectCircle, action, details, dismiss };
+enum class CellPart { none, body, selectCircle, heart, more, action, details, dismiss };
 
 struct CellLook {
   bool selected = false;

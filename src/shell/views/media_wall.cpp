@@ -1,44 +1,33 @@
 #include "shell/views/media_wall.h"
 
-#include <QLinearGradient>
-#include <QPaintEvent>
-#include <QPainter>
 #include <QScrollBar>
 
+#include "shell/views/empty_note.h"
 #include "shell/views/focus_ring.h"
-#include "shell/views/icons.h"
 #include "shell/views/job_cell.h"
-#include "shell/views/painting.h"
 #include "shell/views/texts.h"
+#include "shell/views/theme.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kFrame = 40;         // milliseconds between two pictures of what moves
 constexpr int kMostVisible = 200;  // cells; the decoded pictures of the screen must fit their store
 constexpr double kUsualAspect = 1.4;
-constexpr int kEmptyIcon = 28;
-
-constexpr int kFade = 30;  // how far the wall fades above what floats over its foot
-
-// What floats over the foot of the wall stands on the canvas, not on cut pictures.
-void paintFade(QPainter& painter, const QRect& area, int inset) {
-  if (inset == 0) return;
-  QLinearGradient fade(area.topLeft(), area.bottomLeft());
-  QColor canvas = colors().surfaceCanvas;
-  fade.setColorAt(0.7, canvas);
-  fade.setColorAt(1, canvas);
-  canvas.setAlpha(0);
-  fade.setColorAt(0, canvas);
-  painter.fillRect(area, fade);
-}
+constexpr int kSettle = 120;        // milliseconds after which a wall that ran fast shows its pictures
+constexpr qsizetype kMostKnown = 600;  // cells
 
 // Rows may not become so low that more cells are in view than pictures are kept.
 int lowestRow(const QSize& view) {
   const double area = static_cast<double>(view.width()) * view.height();
   return std::max(metrics().galleryRowHeightMin, static_cast<int>(std::sqrt(area / (kMostVisible * kUsualAspect))));
+}
+
+std::vector<int> sectionStarts(const WallSource& source) {
+  std::vector<int> starts;
+  for (const WallSection& section : source.sections()) starts.push_back(section.first);
+  return starts;
 }
 
 }  // namespace
@@ -53,18 +42,38 @@ MediaWall::MediaWall(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setAcceptDrops(true);
   viewport()->setMouseTracking(true);
   viewport()->setAutoFillBackground(false);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  emptyNote_ = new EmptyNote(viewport());
+  settle_.setSingleShot(true);
+  settle_.setInterval(kSettle);
+  rubberScroll_.setInterval(16);
+  clock_.start();
   describePaintedList(*this);
+  connectAll();
+  rebuild();
+  placeEmptyNote();
+}
+
+void MediaWall::connectAll() {
   connect(&source_, &WallSource::layoutChanged, this, [this] { relayout(); });
   connect(&source_, &WallSource::contentChanged, this, [this] {
     thumbnails_.forgetMissing();
+    forgetCells();
+    placeEmptyNote();
     viewport()->update();
   });
   connect(&thumbnails_, &ThumbnailStore::loaded, viewport(), qOverload<>(&QWidget::update));
   connect(&Theme::instance(), &Theme::changed, viewport(), qOverload<>(&QWidget::update));
   connect(&motion_, &QTimer::timeout, this, &MediaWall::repaintMoving);
-  rebuild();
+  connect(&rubberScroll_, &QTimer::timeout, this, &MediaWall::scrollForRubber);
+  connect(emptyNote_, &EmptyNote::pressed, this, &MediaWall::emptyActionRequested);
+  connect(&settle_, &QTimer::timeout, this, [this] {
+    picturesWanted_ = true;
+    viewport()->update();
+  });
 }
 
 void MediaWall::setRowHeight(int pixels) {
@@ -77,6 +86,7 @@ void MediaWall::setBottomInset(int pixels) {
   if (bottomInset_ == pixels) return;
   bottomInset_ = pixels;
   updateScrollBar();
+  placeEmptyNote();
 }
 
 void MediaWall::setSelection(const QSet<QUuid>& selection) {
@@ -105,8 +115,24 @@ void MediaWall::rebuild() {
   }
   const int height = std::max(rowHeight_, lowestRow(viewport()->size()));
   layout_.build(aspects, {static_cast<double>(viewport()->width()), static_cast<double>(height),
-                          static_cast<double>(metrics().galleryGap), static_cast<double>(metrics().galleryPad)});
+                          static_cast<double>(metrics().galleryGap), static_cast<double>(metrics().galleryPad),
+                          static_cast<double>(metrics().gallerySectionHeader)},
+                sectionStarts(source_));
+  forgetCells();
   leaveHovered();
+}
+
+void MediaWall::forgetCells() {
+  cells_.clear();
+  picturesWanted_ = true;
+}
+
+// What a cell shows costs a look at several records, and a wall that scrolls paints each of its cells many times.
+const GalleryCell& MediaWall::cellAt(int index) const {
+  const auto known = cells_.constFind(index);
+  if (known != cells_.constEnd()) return *known;
+  if (cells_.size() > kMostKnown) cells_.clear();
+  return *cells_.insert(index, source_.cellAt(index));
 }
 
 // The cell in the middle of the view stays there; a wall at its top stays at its top. When the source tells of a change
@@ -117,6 +143,8 @@ void MediaWall::relayout() {
   const int held = middle_.isNull() ? -1 : source_.indexOf(middle_);
   if (held >= 0) verticalScrollBar()->setValue(qRound(layout_.rectOf(held).top() - middleOffset_));
   noteMiddle();
+  holdCurrent();
+  placeEmptyNote();
   viewport()->update();
 }
 
@@ -141,6 +169,16 @@ void MediaWall::resizeEvent(QResizeEvent*) { relayout(); }
 void MediaWall::scrollContentsBy(int, int) {
   leaveHovered();
   if (layout_.count() == source_.count()) noteMiddle();
+  const int top = verticalScrollBar()->value();
+  const int moved = top - std::exchange(lastTop_, top);
+  if (moved != 0) direction_ = moved > 0 ? 1 : -1;
+  // What runs past faster than it can be seen gets its pictures when it stands.
+  const bool fast = speed_.note(moved, viewport()->height(), clock_.elapsed());
+  picturesWanted_ = picturesWanted_ || !fast;
+  if (fast) {
+    thumbnails_.want(this, {});
+    settle_.start();
+  }
   viewport()->update();
 }
 
@@ -194,69 +232,14 @@ void MediaWall::performRowAction(int index, const QString& action) {
     Q_EMIT jobActionRequested(cell.id, cell.job.action);
 }
 
-void MediaWall::paintEvent(QPaintEvent* event) {
-  QPainter painter(viewport());
-  painter.fillRect(event->rect(), colors().surfaceCanvas);
-  if (source_.count() == 0) return paintEmpty(painter);
-  const auto [first, end] = visibleRange();
-  bool moves = false;
-  for (int index = first; index < std::min(end, source_.count()); ++index) {
-    moves = moves || (source_.isJobAt(index) && isMoving(source_.cellAt(index).job));
-    if (cellRect(index).adjusted(-4, -4, 4, 4).intersects(event->rect())) paintCell(painter, index);
-  }
-  if (!rubberBand_.isNull()) {
-    paintPanel(painter, rubberBand_.translated(0, -verticalScrollBar()->value()), 2, colors().accentSoft,
-               colors().accentRing);
-  }
-  paintFade(painter, QRect(0, viewport()->height() - bottomInset_ - kFade, viewport()->width(), bottomInset_ + kFade),
-            bottomInset_);
-  const bool turn = moves && !Theme::instance().reducedMotion();
-  if (turn && !motion_.isActive()) motion_.start(kFrame);
-  if (!turn) motion_.stop();
+void MediaWall::placeEmptyNote() {
+  const bool empty = source_.count() == 0;
+  emptyNote_->setVisible(empty);
+  if (!empty) return;
+  emptyNote_->setWords({u"images"_s, source_.emptyTitle(), source_.emptyText(), source_.emptyAction()});
+  emptyNote_->setGeometry(viewport()->rect().adjusted(0, 0, 0, -bottomInset_));
 }
 
-void MediaWall::paintCell(QPainter& painter, int index) {
-  const GalleryCell cell = source_.cellAt(index);
-  const QRect area = cellRect(index);
-  const CellLook look = lookOf(index, cell, area);
-  if (overlay_ && overlay_->cell() == cell.id)
-    overlay_->paint(painter, area, cell);
-  else
-    paintMediaCell(painter, area, cell, look);
-  paintCellRings(painter, area, look);
-}
-
-CellLook MediaWall::lookOf(int index, const GalleryCell& cell, const QRect& area) {
-  CellLook look;
-  look.selected = selection_.contains(cell.id);
-  look.several = selection_.size() > 1;
-  look.keyboardCurrent = cell.id == current_ && hasFocus() && FocusRing::keyboardInUse();
-  look.hovered = index == hovered_;
-  look.hoveredPart = look.hovered ? hoveredPart_ : CellPart::none;
-  if (cell.kind == CellKind::job) return look;
-  const int longSide = qRound(std::max(area.width(), area.height()) * devicePixelRatioF());
-  const QString original = cell.kind == CellKind::image ? cell.filePath : QString();
-  look.thumbnail = thumbnails_.picture(cell.thumbnailPath, original, longSide);
-  return look;
-}
-
-void MediaWall::repaintMoving() {
-  const auto [first, end] = visibleRange();
-  for (int index = first; index < std::min(end, source_.count()); ++index) {
-    if (source_.isJobAt(index)) viewport()->update(cellRect(index));
-  }
-}
-
-void MediaWall::paintEmpty(QPainter& painter) const {
-  const Colors& c = colors();
-  const QRect view = viewport()->rect().adjusted(40, 0, -40, -bottomInset_);
-  const int top = view.center().y() - 48;
-  paintIcon(painter, u"images"_s, QRect(view.left(), top, view.width(), kEmptyIcon), kEmptyIcon, {c.textTertiary});
-  paintText(painter, QRect(view.left(), top + 40, view.width(), 24),
-            {source_.emptyTitle(), fontFor(Type::title), c.textPrimary, Qt::AlignCenter});
-  const int width = std::min(420, view.width());
-  paintParagraph(painter, QRect(view.center().x() - width / 2, top + 70, width, 3 * lineHeight(Type::body)),
-                 {source_.emptyText(), fontFor(Type::body), c.textTertiary, Qt::AlignCenter}, lineHeight(Type::body));
-}
+QWidget* MediaWall::standIn() const { return emptyNote_; }
 
 }  // namespace sorvan::views

@@ -2,15 +2,20 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QElapsedTimer>
 #include <QTimer>
+#include <QUrl>
 
 #include "shell/views/media_cell.h"
 #include "shell/views/painted_list.h"
+#include "shell/views/scroll_speed.h"
 #include "shell/views/thumbnail_store.h"
 #include "shell/views/wall_layout.h"
 #include "shell/views/wall_source.h"
 
 namespace sorvan::views {
+
+class EmptyNote;
 
 // Something that paints over one cell, such as a clip that plays under the pointer. Main thread.
 class CellOverlay {
@@ -41,6 +46,10 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   void setOverlay(CellOverlay* overlay);
   // Repaints one cell where it is visible.
   void updateCell(QUuid cell);
+  // Items in view whose pictures are not there yet.
+  int placeholders() const;
+  // What the cell shows now; null while it is not there.
+  QPixmap pictureOf(int index) const;
 
   QAbstractScrollArea& area() override { return *this; }
   int rowCount() const override { return source_.count(); }
@@ -54,6 +63,7 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   QUuid currentRow() const override { return current_; }
   QStringList rowActions(int index) const override;
   void performRowAction(int index, const QString& action) override;
+  QWidget* standIn() const override;
 
  Q_SIGNALS:
   void selectionRequested(const QSet<QUuid>& selection);
@@ -65,7 +75,15 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   void quickLookRequested();
   void jobActionRequested(QUuid job, sorvan::shell::JobAction action);
   void jobDismissed(QUuid job);
+  // For the selection, or for the wall itself when nothing is selected.
   void menuRequested(QPoint globalPosition);
+  void favoriteToggled(QUuid item);
+  // The selection is being dragged away. The button is down; who drags says how it went by nothing at all.
+  void dragRequested();
+  // Files of other programs were dropped on the wall.
+  void filesDropped(const QList<QUrl>& files);
+  // The button of the empty wall.
+  void emptyActionRequested();
   void escapePressed();
 
  protected:
@@ -81,28 +99,59 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool viewportEvent(QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
+  struct Press {
+    QPoint at;          // in the viewport
+    bool kept = false;  // on one of several selected cells, which a drag takes along
+  };
+  struct Rubber {
+    QPoint from;        // in the wall's own coordinates
+    QPoint to;          // in the viewport
+    QSet<QUuid> base;   // what stays selected beside what is touched
+  };
+
+  void connectAll();
   void relayout();
   void noteMiddle();
   void rebuild();
   void updateScrollBar();
   void repaintMoving();
-  void paintEmpty(QPainter& painter) const;
+  void placeEmptyNote();
+  void paintHeads(QPainter& painter) const;
+  void paintRubber(QPainter& painter) const;
+  bool paintCells(QPainter& painter, const QRect& exposed);
   void paintCell(QPainter& painter, int index);
-  CellLook lookOf(int index, const GalleryCell& cell, const QRect& area);
+  CellLook lookOf(int index, const GalleryCell& cell);
+  const GalleryCell& cellAt(int index) const;
+  void forgetCells();
+  void wantPictures();
+  void addWishes(std::vector<ThumbnailStore::Wish>& wishes, int first, int end) const;
   int indexAt(QPoint point) const;
   void hover(QPoint point);
   void leaveHovered();
   void requestQuickLook(int index);
+  void pressLeft(QPoint point, Qt::KeyboardModifiers modifiers);
+  void maybeDrag(QPoint point);
   void click(int index, Qt::KeyboardModifiers modifiers);
   void selectRange(int from, int to);
   void toggle(int index);
   void request(const QSet<QUuid>& selection);
   void pressPart(int index, CellPart part);
+  void pressJobPart(const GalleryCell& cell, CellPart part);
+  bool keyMoves(QKeyEvent* event);
+  bool keyActs(QKeyEvent* event);
+  void openMenuByKey();
   void moveCurrent(int to, Qt::KeyboardModifiers modifiers);
   int neighbourOf(int index, int key) const;
-  void rubber(QPoint to);
+  int pageFrom(int index, int direction) const;
+  int currentIndex() const;
+  void holdCurrent();
+  void rubber();
+  void scrollForRubber();
   void makeCurrent(int index);
 
   WallSource& source_;
@@ -117,9 +166,20 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   int bottomInset_ = 0;
   QUuid middle_;                      // the cell in the middle of the view, null at the top
   double middleOffset_ = 0;           // of its top from the view's, in pixels
-  std::optional<QPoint> rubberFrom_;  // in the wall's own coordinates
+  std::optional<Press> press_;
+  std::optional<Rubber> rubber_;
   QRect rubberBand_;
+  QTimer rubberScroll_;
   QTimer motion_;
+  mutable QHash<int, GalleryCell> cells_;  // those that were shown lately
+  bool picturesWanted_ = true;             // other cells are in view than those whose pictures were asked for
+  ScrollSpeed speed_;
+  QElapsedTimer clock_;
+  QTimer settle_;
+  int lastTop_ = 0;
+  int direction_ = 1;
+  int currentPlace_ = 0;  // where the current cell stood last
+  EmptyNote* emptyNote_;
   CellOverlay* overlay_ = nullptr;
 };
 

@@ -1,16 +1,19 @@
-// What the pointer and the keys do on the wall.
+// What the pointer does on the wall.
+#include <QApplication>
 #include <QContextMenuEvent>
-#include <QKeyEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
 
-#include "shell/views/job_cell.h"
+#include "shell/item_transfer.h"
 #include "shell/views/media_wall.h"
-#include "shell/views/texts.h"
 
 namespace sorvan::views {
 
 namespace {
+
+constexpr int kFastestRubber = 60;  // pixels of scrolling a step, however far the pointer is outside
 
 QPoint positionOf(const QMouseEvent* event) { return event->position().toPoint(); }
 
@@ -18,13 +21,6 @@ QPoint positionOf(const QMouseEvent* event) { return event->position().toPoint()
 
 void MediaWall::request(const QSet<QUuid>& selection) {
   if (selection != selection_) Q_EMIT selectionRequested(selection);
-}
-
-void MediaWall::makeCurrent(int index) {
-  if (index < 0 || index >= source_.count()) return;
-  current_ = source_.idAt(index);
-  if (hasFocus()) announceCurrentRow(*this, index);
-  viewport()->update();
 }
 
 void MediaWall::selectRange(int from, int to) {
@@ -49,57 +45,98 @@ void MediaWall::click(int index, Qt::KeyboardModifiers modifiers) {
   request({source_.idAt(index)});
 }
 
-// A press on × cancels what runs and puts away what has ended.
 void MediaWall::pressPart(int index, CellPart part) {
-  const GalleryCell cell = source_.cellAt(index);
+  const GalleryCell cell = cellAt(index);
   switch (part) {
     case CellPart::selectCircle:
       makeCurrent(index);
       return toggle(index);
+    case CellPart::heart:
+      Q_EMIT favoriteToggled(cell.id);
+      return;
+    case CellPart::more:
+      if (!selection_.contains(cell.id)) click(index, Qt::NoModifier);
+      Q_EMIT menuRequested(viewport()->mapToGlobal(cellRect(index).topRight() + QPoint(-32, 34)));
+      return;
     case CellPart::action:
-      Q_EMIT jobActionRequested(cell.id, cell.job.action);
-      return;
     case CellPart::details:
-      request({cell.id});
-      return;
     case CellPart::dismiss:
-      if (cell.job.action == JobAction::cancel)
-        Q_EMIT jobActionRequested(cell.id, JobAction::cancel);
-      else
-        Q_EMIT jobDismissed(cell.id);
-      return;
+      return pressJobPart(cell, part);
     case CellPart::body:
     case CellPart::none:
       return;
   }
 }
 
+// A press on × cancels what runs and puts away what has ended.
+void MediaWall::pressJobPart(const GalleryCell& cell, CellPart part) {
+  if (part == CellPart::details) return request({cell.id});
+  if (part == CellPart::action)
+    Q_EMIT jobActionRequested(cell.id, cell.job.action);
+  else if (cell.job.action == JobAction::cancel)
+    Q_EMIT jobActionRequested(cell.id, JobAction::cancel);
+  else
+    Q_EMIT jobDismissed(cell.id);
+}
+
+void MediaWall::pressLeft(QPoint point, Qt::KeyboardModifiers modifiers) {
+  const int index = indexAt(point);
+  const bool adds = modifiers.testFlag(Qt::ControlModifier) || modifiers.testFlag(Qt::ShiftModifier);
+  if (index < 0) {
+    rubber_ = Rubber{point + QPoint(0, verticalScrollBar()->value()), point, adds ? selection_ : QSet<QUuid>()};
+    if (!adds) request({});
+    return;
+  }
+  const CellPart part = partAt(cellRect(index), cellAt(index), point);
+  if (part != CellPart::body) return pressPart(index, part);
+  // One of several selected cells may be where a drag of all of them begins; a mere click selects it at its end.
+  const bool kept = !adds && selection_.size() > 1 && rowSelected(index);
+  press_ = Press{point, kept};
+  if (kept)
+    makeCurrent(index);
+  else
+    click(index, modifiers);
+}
+
 void MediaWall::mousePressEvent(QMouseEvent* event) {
   const QPoint point = positionOf(event);
+  if (event->button() == Qt::LeftButton) return pressLeft(point, event->modifiers());
+  if (event->button() != Qt::RightButton) return event->ignore();
   const int index = indexAt(point);
-  if (event->button() == Qt::LeftButton && index >= 0) {
-    const CellPart part = partAt(cellRect(index), source_.cellAt(index), point);
-    if (part == CellPart::body)
-      click(index, event->modifiers());
-    else
-      pressPart(index, part);
-  } else if (event->button() == Qt::LeftButton) {
-    rubberFrom_ = point + QPoint(0, verticalScrollBar()->value());
-    if (!(event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier))) request({});
-  } else if (event->button() == Qt::RightButton && index >= 0 && !rowSelected(index)) {
+  if (index < 0)
+    request({});
+  else if (!rowSelected(index))
     click(index, Qt::NoModifier);
-  }
 }
 
 void MediaWall::mouseMoveEvent(QMouseEvent* event) {
-  if (rubberFrom_)
-    rubber(positionOf(event));
-  else
-    hover(positionOf(event));
+  const QPoint point = positionOf(event);
+  if (rubber_) {
+    rubber_->to = point;
+    const bool outside = point.y() < 0 || point.y() > viewport()->height();
+    if (outside && !rubberScroll_.isActive()) rubberScroll_.start();
+    return rubber();
+  }
+  if (press_) return maybeDrag(point);
+  hover(point);
 }
 
-void MediaWall::mouseReleaseEvent(QMouseEvent*) {
-  rubberFrom_.reset();
+// Whoever drags runs until the drag is over; then the button is up again.
+void MediaWall::maybeDrag(QPoint point) {
+  if ((point - press_->at).manhattanLength() < QApplication::startDragDistance()) return;
+  const int index = indexAt(press_->at);
+  press_.reset();
+  if (index >= 0 && rowSelected(index)) Q_EMIT dragRequested();
+}
+
+void MediaWall::mouseReleaseEvent(QMouseEvent* event) {
+  if (press_ && press_->kept) {
+    const int index = indexAt(positionOf(event));
+    if (index >= 0) click(index, Qt::NoModifier);
+  }
+  press_.reset();
+  rubber_.reset();
+  rubberScroll_.stop();
   rubberBand_ = {};
   viewport()->update();
 }
@@ -107,17 +144,19 @@ void MediaWall::mouseReleaseEvent(QMouseEvent*) {
 void MediaWall::mouseDoubleClickEvent(QMouseEvent* event) {
   const int index = indexAt(positionOf(event));
   if (event->button() != Qt::LeftButton || index < 0) return;
-  const CellPart part = partAt(cellRect(index), source_.cellAt(index), positionOf(event));
+  const CellPart part = partAt(cellRect(index), cellAt(index), positionOf(event));
   if (part == CellPart::body) Q_EMIT opened(source_.idAt(index));
 }
 
 void MediaWall::contextMenuEvent(QContextMenuEvent* event) {
-  if (!selection_.isEmpty()) Q_EMIT menuRequested(event->globalPos());
+  if (event->reason() == QContextMenuEvent::Keyboard) return openMenuByKey();
+  Q_EMIT menuRequested(event->globalPos());
 }
 
-void MediaWall::rubber(QPoint to) {
-  rubberBand_ = QRect(*rubberFrom_, to + QPoint(0, verticalScrollBar()->value())).normalized();
-  QSet<QUuid> cells;
+void MediaWall::rubber() {
+  const int top = verticalScrollBar()->value();
+  rubberBand_ = QRect(rubber_->from, rubber_->to + QPoint(0, top)).normalized();
+  QSet<QUuid> cells = rubber_->base;
   const auto [first, end] = layout_.range(rubberBand_.top(), rubberBand_.bottom());
   for (int index = first; index < end; ++index) {
     if (layout_.rectOf(index).intersects(rubberBand_)) cells.insert(source_.idAt(index));
@@ -126,9 +165,20 @@ void MediaWall::rubber(QPoint to) {
   viewport()->update();
 }
 
+// The farther the pointer is outside, the faster the wall runs after it.
+void MediaWall::scrollForRubber() {
+  if (!rubber_) return rubberScroll_.stop();
+  const int y = rubber_->to.y();
+  const int beyond = y < 0 ? y : std::max(0, y - viewport()->height());
+  if (beyond == 0) return rubberScroll_.stop();
+  QScrollBar* bar = verticalScrollBar();
+  bar->setValue(bar->value() + std::clamp(beyond, -kFastestRubber, kFastestRubber));
+  rubber();
+}
+
 void MediaWall::hover(QPoint point) {
   const int index = indexAt(point);
-  const CellPart part = index >= 0 ? partAt(cellRect(index), source_.cellAt(index), point) : CellPart::none;
+  const CellPart part = index >= 0 ? partAt(cellRect(index), cellAt(index), point) : CellPart::none;
   if (index == hovered_ && part == hoveredPart_) return;
   if (hovered_ >= 0) viewport()->update(cellRect(hovered_));
   const bool another = index != hovered_;
@@ -144,97 +194,30 @@ void MediaWall::leaveHovered() {
   Q_EMIT cellHovered({}, {});
 }
 
-// What is looked at is what is selected; a cell that only the keyboard stands on is selected first.
-void MediaWall::requestQuickLook(int index) {
-  if (selection_.isEmpty()) request({source_.idAt(index)});
-  Q_EMIT quickLookRequested();
-}
-
 bool MediaWall::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::Leave) hover(QPoint(-1, -1));
   return QAbstractScrollArea::viewportEvent(event);
 }
 
-int MediaWall::neighbourOf(int index, int key) const {
-  const int last = source_.count() - 1;
-  const int page = std::max(1, viewport()->height() / std::max(1, rowHeight_));
-  int at = index;
-  switch (key) {
-    case Qt::Key_Left:
-      return std::max(0, index - 1);
-    case Qt::Key_Right:
-      return std::min(last, index + 1);
-    case Qt::Key_Up:
-      return layout_.verticalNeighbour(index, -1);
-    case Qt::Key_Down:
-      return layout_.verticalNeighbour(index, +1);
-    case Qt::Key_Home:
-      return 0;
-    case Qt::Key_End:
-      return last;
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-      for (int row = 0; row < page; ++row) at = layout_.verticalNeighbour(at, key == Qt::Key_PageUp ? -1 : +1);
-      return at;
-    default:
-      return -1;
+// Files of other programs are taken for the sake of what is said about them; the program's own items stay where they
+// are.
+void MediaWall::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
+
+void MediaWall::dragMoveEvent(QDragMoveEvent* event) {
+  if (!filesFromOutside(*event->mimeData()).isEmpty()) {
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+  } else {
+    event->ignore();
   }
 }
 
-void MediaWall::moveCurrent(int to, Qt::KeyboardModifiers modifiers) {
-  if (modifiers.testFlag(Qt::ControlModifier))
-    makeCurrent(to);
-  else
-    click(to, modifiers & Qt::ShiftModifier);
-  scrollTo(to);
-}
-
-void MediaWall::keyPressEvent(QKeyEvent* event) {
-  const int known = source_.indexOf(current_);
-  const int now = known >= 0 ? known : (source_.count() > 0 ? 0 : -1);
-  const int next = now < 0 ? -1 : (known < 0 ? now : neighbourOf(now, event->key()));
-  const bool moves = neighbourOf(0, event->key()) >= 0;
-  if (moves && next >= 0) return moveCurrent(next, event->modifiers());
-  if (event->matches(QKeySequence::SelectAll) && now >= 0) return selectRange(0, source_.count() - 1);
-  switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      if (known < 0) break;
-      Q_EMIT opened(current_);
-      return;
-    case Qt::Key_Space:
-      if (known < 0) break;
-      if (event->modifiers().testFlag(Qt::ControlModifier))
-        toggle(known);
-      else
-        requestQuickLook(known);
-      return;
-    case Qt::Key_Escape:
-      if (selection_.isEmpty())
-        Q_EMIT escapePressed();
-      else
-        request({});
-      return;
-    case Qt::Key_Menu:
-      if (known >= 0 && !selection_.isEmpty()) Q_EMIT menuRequested(viewport()->mapToGlobal(cellRect(known).center()));
-      return;
-    default:
-      break;
-  }
-  QAbstractScrollArea::keyPressEvent(event);
-}
-
-void MediaWall::focusInEvent(QFocusEvent* event) {
-  QAbstractScrollArea::focusInEvent(event);
-  if (source_.indexOf(current_) < 0 && source_.count() > 0) current_ = source_.idAt(0);
-  const int index = source_.indexOf(current_);
-  if (index >= 0) announceCurrentRow(*this, index);
-  viewport()->update();
-}
-
-void MediaWall::focusOutEvent(QFocusEvent* event) {
-  QAbstractScrollArea::focusOutEvent(event);
-  viewport()->update();
+void MediaWall::dropEvent(QDropEvent* event) {
+  const QList<QUrl> files = filesFromOutside(*event->mimeData());
+  if (files.isEmpty()) return event->ignore();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  Q_EMIT filesDropped(files);
 }
 
 }  // namespace sorvan::views

@@ -5,6 +5,7 @@
 #include <QMenuBar>
 
 #include "shell/views/texts.h"
+#include "shell/views/wall_texts.h"
 
 namespace sorvan::views {
 
@@ -41,13 +42,34 @@ void Menus::refresh() {
   }
 }
 
-void Menus::fillMenu(QMenu& menu, MenuId id, bool enabledOnly) const {
+namespace {
+
+// Choices of one thing, which would fill a menu: they stand in one of their own. Empty for all others.
+QString submenuTitle(ActionId id) {
+  if (id >= ActionId::rateNone && id <= ActionId::rateFive) return texts::ratingMenu();
+  if (id >= ActionId::statusDraft && id <= ActionId::statusRejected) return texts::statusMenu();
+  return {};
+}
+
+}  // namespace
+
+// The menu that holds the row: `menu` itself, or one inside it that is made when its first row comes.
+QMenu* Menus::submenuFor(QMenu& menu, const ActionRow& row) const {
+  const QString title = submenuTitle(row.id);
+  if (title.isEmpty()) return &menu;
+  for (QAction* entry : menu.actions())
+    if (entry->menu() && entry->menu()->title() == title) return entry->menu();
+  return menu.addMenu(title);
+}
+
+void Menus::fillMenu(QMenu& menu, MenuId id, Rows rows) const {
   int group = -1;
   for (const ActionRow& row : actionTable()) {
-    if (row.menu != id || (enabledOnly && !presenter_.isEnabled(row.id))) continue;
+    const bool now = rows == Rows::offeredNow;
+    if (row.menu != id || (now && (row.checkable || !presenter_.isEnabled(row.id)))) continue;
     if (group >= 0 && group != row.group) menu.addSeparator();
     group = row.group;
-    menu.addAction(action(row.id));
+    submenuFor(menu, row)->addAction(action(row.id));
     if (row.id == ActionId::openAnotherWorkspace && recents_) menu.addMenu(recents_);
   }
 }
@@ -77,24 +99,9 @@ void Menus::fill(QMenuBar& bar) const {
   for (const MenuId id : {MenuId::file, MenuId::edit, MenuId::view, MenuId::item, MenuId::generate, MenuId::help}) {
     QMenu* menu = bar.addMenu(u'&' + menuTitle(id));
     menu->setAccessibleName(menuTitle(id));
-    fillMenu(*menu, id, false);
+    fillMenu(*menu, id, Rows::all);
     if (menu->isEmpty()) menu->menuAction()->setVisible(false);
   }
-}
-
-void Menus::openItemMenu(QPoint globalPosition, QWidget* over) const {
-  auto* menu = new QMenu(over);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  fillMenu(*menu, MenuId::item, true);
-  if (presenter_.isEnabled(ActionId::moveToTrash)) {
-    menu->addSeparator();
-    menu->addAction(action(ActionId::moveToTrash));
-  }
-  if (menu->isEmpty()) {
-    menu->deleteLater();
-    return;
-  }
-  menu->popup(globalPosition);
 }
 
 }  // namespace sorvan::views

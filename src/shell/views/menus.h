@@ -26,13 +26,15 @@ class Menus final : public QObject {
   // Lists the workspaces that were open lately in a menu of their own; before `fill`.
   void setRecents(WelcomePresenter& recents);
   void fill(QMenuBar& bar) const;
-  // The menu of the selected cells, opened at that place.
-  void openItemMenu(QPoint globalPosition, QWidget* over) const;
+  // The rows of one menu of the table, ratings and statuses in menus of their own. With `offeredNow` only what is
+  // enabled now, without rows that set how the window works.
+  enum class Rows { all, offeredNow };
+  void fillMenu(QMenu& menu, MenuId id, Rows rows) const;
   QAction* action(ActionId id) const { return actions_.value(static_cast<int>(id)); }
 
  private:
   void add(const ActionRow& row, QWidget* window, const std::vector<QWidget*>& mediaViews);
-  void fillMenu(QMenu& menu, MenuId id, bool enabledOnly) const;
+  QMenu* submenuFor(QMenu& menu, const ActionRow& row) const;
   void refresh();
   void listRecents(WelcomePresenter& recents);
 

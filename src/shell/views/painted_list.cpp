@@ -73,14 +73,19 @@ class ListInterface final : public QAccessibleWidget {
   explicit ListInterface(QWidget* widget) : QAccessibleWidget(widget, QAccessible::List, widget->accessibleName()) {}
   ~ListInterface() override { forget(); }
 
-  int childCount() const override { return list() ? std::max(0, last() - first()) : 0; }
+  int childCount() const override {
+    if (!list()) return 0;
+    return standIn() ? 1 : std::max(0, last() - first());
+  }
 
   QAccessibleInterface* child(int number) const override {
+    if (standIn()) return number == 0 ? QAccessible::queryAccessibleInterface(standIn()) : nullptr;
     const int index = first() + number;
     return number >= 0 && index < last() ? rowOf(index) : nullptr;
   }
 
   int indexOfChild(const QAccessibleInterface* child) const override {
+    if (standIn()) return child && child->object() == standIn() ? 0 : -1;
     for (int index = first(); index < last(); ++index) {
       if (rowOf(index) == child) return index - first();
     }
@@ -113,6 +118,10 @@ class ListInterface final : public QAccessibleWidget {
  private:
   // While the widget is being destroyed it is no list any more.
   PaintedList* list() const { return dynamic_cast<PaintedList*>(widget()); }
+  QWidget* standIn() const {
+    QWidget* note = list() && list()->rowCount() == 0 ? list()->standIn() : nullptr;
+    return note && note->isVisible() ? note : nullptr;
+  }
   int first() const { return list()->visibleRange().first; }
   int last() const { return std::min(list()->visibleRange().second, list()->rowCount()); }
   void forget() const {

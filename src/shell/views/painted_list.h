@@ -25,6 +25,8 @@ class PaintedList {
   // The first selects, the second opens, others by their own name.
   virtual QStringList rowActions(int index) const = 0;
   virtual void performRowAction(int index, const QString& action) = 0;
+  // What is shown while there are no rows; null when there is nothing.
+  virtual QWidget* standIn() const { return nullptr; }
 };
 
 inline const QString selectRowAction = QStringLiteral("Press");

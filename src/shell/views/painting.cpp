@@ -112,12 +112,28 @@ void paintRing(QPainter& painter, const QRectF& area, double radius, double widt
   painter.restore();
 }
 
-int textWidth(const QString& text, const QFont& font) { return QFontMetrics(font).horizontalAdvance(text); }
+int textWidth(const QString& text, const QFont& font) {
+  return QFontMetrics(font).horizontalAdvance(text.left(2000));
+}
+
+namespace {
+
+constexpr qsizetype kMostShown = 600;  // characters of a line: no screen shows more, and shaping them all takes long
+
+// What can be seen of a very long text, cut where it would be shortened anyway.
+QString visiblePart(const QString& text, Qt::TextElideMode elide) {
+  if (text.size() <= kMostShown) return text;
+  if (elide == Qt::ElideLeft) return text.right(kMostShown);
+  if (elide == Qt::ElideMiddle) return text.left(kMostShown / 2) + text.right(kMostShown / 2);
+  return text.left(kMostShown);
+}
+
+}  // namespace
 
 int paintText(QPainter& painter, const QRect& area, const TextLine& line) {
   if (area.width() <= 0) return 0;
   const QFontMetrics measure(line.font);
-  const QString shown = measure.elidedText(line.text, line.elide, area.width());
+  const QString shown = measure.elidedText(visiblePart(line.text, line.elide), line.elide, area.width());
   painter.setFont(line.font);
   painter.setPen(line.color);
   painter.drawText(area, static_cast<int>(line.alignment) | Qt::TextSingleLine, shown);
@@ -126,7 +142,7 @@ int paintText(QPainter& painter, const QRect& area, const TextLine& line) {
 
 void paintParagraph(QPainter& painter, const QRect& area, const TextLine& line, int lineDistance) {
   const int most = area.height() / std::max(1, lineDistance);
-  QString text = line.text.simplified();
+  const QString text = line.text.left(kMostShown * std::clamp(most, 1, 40)).simplified();
   QTextLayout layout(text, line.font);
   QTextOption option;
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -1,7 +1,9 @@
 #include "shell/views/style_menus.h"
 
+#include <QAction>
 #include <QBitmap>
 #include <QEvent>
+#include <QMenu>
 #include <QWidget>
 
 #include "shell/views/icons.h"
@@ -59,9 +61,16 @@ ItemTexts textsOf(const QStyleOptionMenuItem& item) {
   return {withoutMnemonic(item.text.left(tab)), item.text.mid(tab + 1)};
 }
 
-QColor titleColor(const QStyleOptionMenuItem& item) {
+// A row that removes something says so by its colour too.
+bool removes(const QStyleOptionMenuItem& item, const QWidget* menu) {
+  const auto* rows = qobject_cast<const QMenu*>(menu);
+  const QAction* row = rows ? rows->actionAt(item.rect.center()) : nullptr;
+  return row && row->property("tone").toString() == u"danger"_s;
+}
+
+QColor titleColor(const QStyleOptionMenuItem& item, const QWidget* menu) {
   if (!item.state.testFlag(QStyle::State_Enabled)) return colors().textDisabled;
-  return colors().textPrimary;
+  return removes(item, menu) ? colors().dangerText : colors().textPrimary;
 }
 
 }  // namespace
@@ -74,7 +83,7 @@ void paintMenuPanel(QPainter& painter, const QRect& area) {
              Theme::instance().isDark() ? colors().controlBorder : colors().lineDefault);
 }
 
-void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, const QWidget*) {
+void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, const QWidget* menu) {
   const Colors& c = colors();
   if (item.menuItemType == QStyleOptionMenuItem::Separator) {
     const int y = item.rect.center().y();
@@ -87,11 +96,11 @@ void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, const QW
   QRect inner = item.rect.adjusted(kTextInset, 0, -kTextInset, 0);
   if (item.menuHasCheckableItems) {
     if (item.checked)
-      paintIcon(painter, u"check"_s, QRect(inner.left(), inner.top(), 14, inner.height()), 14, {titleColor(item)});
+      paintIcon(painter, u"check"_s, QRect(inner.left(), inner.top(), 14, inner.height()), 14, {titleColor(item, menu)});
     inner.setLeft(inner.left() + kTickWidth);
   }
   const ItemTexts texts = textsOf(item);
-  paintText(painter, inner, {texts.title, fontFor(Type::body), titleColor(item)});
+  paintText(painter, inner, {texts.title, fontFor(Type::body), titleColor(item, menu)});
   const QColor dim = current ? c.textTertiaryOnSelected : (enabled ? c.textTertiary : c.textDisabled);
   paintText(painter, inner, {texts.keys, fontFor(Type::small), dim, Qt::AlignRight | Qt::AlignVCenter});
   if (item.menuItemType == QStyleOptionMenuItem::SubMenu)

@@ -63,6 +63,8 @@ inline QString galleryName() { return QStringLiteral("Gallery"); }
 inline QString placeOf(int place, int count) { return QStringLiteral("%1 of %2").arg(place).arg(count); }
 inline QString failed() { return QStringLiteral("Failed"); }
 inline QString showDetails() { return QStringLiteral("Show Details"); }
+inline QString pictureUnreadable() { return QStringLiteral("No preview"); }
+inline QString inTrash() { return QStringLiteral("In Trash"); }
 inline QString originalMissing() { return QStringLiteral("Original missing"); }
 
 // Asset detail.

@@ -7,25 +7,42 @@ constexpr float kNarrowest = 0.2F;
 constexpr float kWidest = 6.0F;
 }  // namespace
 
-void WallLayout::build(const std::vector<float>& aspectRatios, const WallMeasures& measures) {
+void WallLayout::build(const std::vector<float>& aspectRatios, const WallMeasures& measures,
+                       const std::vector<int>& sections) {
   aspects_ = aspectRatios;
   for (float& aspect : aspects_) aspect = std::clamp(aspect, kNarrowest, kWidest);
   measures_ = measures;
   rows_.clear();
+  heads_.clear();
   height_ = measures.padding;
-  const double room = std::max(1.0, measures.width - 2 * measures.padding);
-  int first = 0;
+  buildPart(0, sections.empty() ? count() : sections.front());
+  for (std::size_t number = 0; number < sections.size(); ++number) {
+    heads_.push_back({height_, measures.headHeight});
+    height_ += measures.headHeight;
+    buildPart(sections[number], number + 1 < sections.size() ? sections[number + 1] : count());
+  }
+  height_ += measures.padding - (rows_.empty() ? 0 : measures.gap);
+}
+
+void WallLayout::buildPart(int first, int end) {
+  const double room = std::max(1.0, measures_.width - 2 * measures_.padding);
   double sum = 0;
-  for (int index = 0; index < count(); ++index) {
+  for (int index = first; index < end; ++index) {
     sum += aspects_[static_cast<size_t>(index)];
     const int cells = index - first + 1;
-    if (sum * measures.rowHeight + (cells - 1) * measures.gap < room) continue;
+    if (sum * measures_.rowHeight + (cells - 1) * measures_.gap < room) continue;
     closeRow(first, cells, sum, false);
     first = index + 1;
     sum = 0;
   }
-  if (first < count()) closeRow(first, count() - first, sum, true);
-  height_ += measures.padding - (rows_.empty() ? 0 : measures.gap);
+  if (first < end) closeRow(first, end - first, sum, true);
+}
+
+std::pair<int, int> WallLayout::headRange(double top, double bottom) const {
+  const auto first = std::partition_point(heads_.begin(), heads_.end(),
+                                          [top](const WallHead& head) { return head.top + head.height < top; });
+  const auto end = std::partition_point(first, heads_.end(), [bottom](const WallHead& head) { return head.top < bottom; });
+  return {static_cast<int>(first - heads_.begin()), static_cast<int>(end - heads_.begin())};
 }
 
 // The last row keeps the wished height instead of stretching a few cells over the whole width.
@@ -78,17 +95,24 @@ std::pair<int, int> WallLayout::range(double top, double bottom) const {
   return {from.first, to.first + to.count};
 }
 
+int WallLayout::nearestInRow(int number, double x) const {
+  const WallRow& row = rows_[static_cast<size_t>(number)];
+  int best = row.first;
+  for (int candidate = row.first; candidate < row.first + row.count; ++candidate) {
+    if (std::abs(rectOf(candidate).center().x() - x) < std::abs(rectOf(best).center().x() - x)) best = candidate;
+  }
+  return best;
+}
+
+int WallLayout::nearest(QPointF point) const {
+  const int number = rowAt(point.y());
+  return number < 0 ? -1 : nearestInRow(number, point.x());
+}
+
 int WallLayout::verticalNeighbour(int index, int direction) const {
   const int number = rowOf(index) + direction;
   if (rowOf(index) < 0 || number < 0 || number >= static_cast<int>(rows_.size())) return index;
-  const WallRow& row = rows_[static_cast<size_t>(number)];
-  const double centre = rectOf(index).center().x();
-  int best = row.first;
-  for (int candidate = row.first; candidate < row.first + row.count; ++candidate) {
-    if (std::abs(rectOf(candidate).center().x() - centre) < std::abs(rectOf(best).center().x() - centre))
-      best = candidate;
-  }
-  return best;
+  return nearestInRow(number, rectOf(index).center().x());
 }
 
 }  // namespace sorvan::views

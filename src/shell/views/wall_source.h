@@ -19,8 +19,15 @@ class WallSource : public QObject {
   virtual bool isJobAt(int index) const = 0;
   virtual GalleryCell cellAt(int index) const = 0;
   virtual int indexOf(QUuid id) const = 0;
+  // The headed parts of the wall, in its order; none: one wall without headings.
+  virtual const std::vector<WallSection>& sections() const {
+    static const std::vector<WallSection> none;
+    return none;
+  }
   virtual QString emptyTitle() const = 0;
   virtual QString emptyText() const = 0;
+  // What the button of the empty wall says; none: no button.
+  virtual QString emptyAction() const { return {}; }
 
  Q_SIGNALS:
   void layoutChanged();

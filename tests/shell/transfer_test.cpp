@@ -1,0 +1,70 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "desk.h"
+
+namespace sorvan::shell {
+namespace {
+
+struct TransferTest : testing::Test {
+  test::Desk desk;
+  core::AssetRef make(const QString& prompt) {
+    desk.generate(prompt);
+    desk.settle();
+    return desk.store.assets().front();
+  }
+  QString lastToast() const { return desk.alerts.toasts().empty() ? QString() : desk.alerts.toasts().back().text; }
+};
+
+TEST_F(TransferTest, TheSelectedItemsGoInTheOrderOfTheWall) {
+  const core::AssetRef first = make(QStringLiteral("one"));
+  desk.clock->advance(std::chrono::seconds(1));
+  const core::AssetRef second = make(QStringLiteral("two"));
+  desk.state.select({first->id, second->id});
+  const auto data = desk.transfer.selectedItems();
+  ASSERT_NE(data, nullptr);
+  EXPECT_EQ(itemsFromInside(*data), (std::vector<QUuid>{second->id, first->id}));
+}
+
+TEST_F(TransferTest, CopyPutsTheFilesOnTheClipboardAndSaysSo) {
+  const core::AssetRef item = make(QStringLiteral("one"));
+  desk.state.select({item->id});
+  desk.transfer.copySelected();
+  ASSERT_NE(desk.clipboard, nullptr);
+  EXPECT_EQ(desk.clipboard->urls(), QList<QUrl>{QUrl::fromLocalFile(desk.store.fileOf(*item))});
+  EXPECT_TRUE(desk.clipboard->hasImage());
+  EXPECT_EQ(lastToast(), QStringLiteral("Copied"));
+  EXPECT_TRUE(QFile::exists(desk.store.fileOf(*item)));
+}
+
+TEST_F(TransferTest, WhereAllFilesAreGoneNothingIsCopiedAndThatIsSaid) {
+  const core::AssetRef item = make(QStringLiteral("one"));
+  ASSERT_TRUE(QFile::remove(desk.store.fileOf(*item)));
+  desk.state.select({item->id});
+  EXPECT_EQ(desk.transfer.selectedItems(), nullptr);
+  desk.transfer.copySelected();
+  EXPECT_EQ(desk.clipboard, nullptr);
+  EXPECT_EQ(lastToast(), QStringLiteral("Its original is missing, so there is nothing to copy."));
+}
+
+TEST_F(TransferTest, AJobIsNoItem) {
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("one"));
+  desk.state.select({desk.newestJob()->id});
+  EXPECT_FALSE(desk.transfer.hasItems());
+  desk.transfer.copySelected();
+  EXPECT_EQ(desk.clipboard, nullptr);
+  desk.provider->gate->finish();
+  desk.settle();
+}
+
+TEST_F(TransferTest, DroppedFilesAreToldThatImportComesLater) {
+  desk.transfer.refuseFiles(3);
+  ASSERT_FALSE(desk.alerts.toasts().empty());
+  EXPECT_EQ(lastToast(), QStringLiteral("Files cannot be imported yet"));
+  EXPECT_TRUE(desk.alerts.toasts().back().secondLine.contains(QStringLiteral("All 3 files were left")));
+}
+
+}  // namespace
+}  // namespace sorvan::shell
