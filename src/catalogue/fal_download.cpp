@@ -28,21 +28,28 @@ Judged judged(const QString& path, const QString& announced, std::optional<qint6
   return result;
 }
 
+QByteArray startOf(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.read(mediaKindBytes) : QByteArray();
+}
+
 void removeIfThere(const QString& path) {
   if (QFile::exists(path)) removeDurably(path);
 }
 
-Task<HttpReply> fetched(std::shared_ptr<HttpTransport> transport, QUrl url, QString path, std::stop_token stop) {
+Task<HttpReply> fetched(std::shared_ptr<HttpTransport> transport, QUrl url, QString path, DownloadRules rules,
+                         std::stop_token stop) {
   HttpRequest request;
   request.url = url;
+  request.mayFollow = rules.mayFollow;
   request.maximumBytes = largestOutput;
   try {
     HttpReply reply = co_await transport->download(std::move(request), path, stop);
-    if (!reply.succeeded()) throw SorvanError(texts::downloadFailed());
+    if (!reply.succeeded()) throw SorvanError(rules.failed);
     co_return reply;
   } catch (const HttpError& error) {
     const bool broken = error.problem() == HttpProblem::Truncated || error.problem() == HttpProblem::TooLarge;
-    if (broken) throw SorvanError(texts::downloadFailed());
+    if (broken || rules.tellsEveryFailure) throw SorvanError(rules.failed);
     throw;
   }
 }
@@ -51,14 +58,23 @@ Task<HttpReply> fetched(std::shared_ptr<HttpTransport> transport, QUrl url, QStr
 
 Task<GeneratedOutput> downloadOutput(std::shared_ptr<HttpTransport> transport, OutputAddress address, QString path,
                                      std::stop_token stop) {
+  DownloadRules rules;
+  rules.failed = texts::downloadFailed();
+  return downloadOutput(std::move(transport), std::move(address), std::move(path), std::move(rules), std::move(stop));
+}
+
+Task<GeneratedOutput> downloadOutput(std::shared_ptr<HttpTransport> transport, OutputAddress address, QString path,
+                                     DownloadRules rules, std::stop_token stop) {
   // An earlier attempt that was cut off may have left a file.
   removeIfThere(path);
-  co_await fetched(transport, address.url, path, stop);
-  const auto judge = [path, ext = address.ext, bytes = address.announcedBytes] { return judged(path, ext, bytes); };
+  co_await fetched(transport, address.url, path, rules, stop);
+  const auto judge = [path, rules, ext = address.ext, bytes = address.announcedBytes] {
+    return judged(path, rules.extension ? rules.extension(startOf(path)) : ext, bytes);
+  };
   const Judged result = co_await onPool(judge);
   if (!result.usable && !planted("truncated-body")) {
     removeIfThere(path);
-    throw SorvanError(texts::downloadFailed());
+    throw SorvanError(rules.failed);
   }
   GeneratedOutput output;
   output.file = path;

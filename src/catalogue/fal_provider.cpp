@@ -7,7 +7,7 @@
 #include "catalogue/fal_queue.h"
 #include "catalogue/fal_upload.h"
 #include "catalogue/outputs.h"
-#include "catalogue/request_body.h"
+#include "catalogue/submission_body.h"
 #include "catalogue/service_hosts.h"
 #include "catalogue/texts.h"
 #include "generation/generation_request.h"
@@ -20,45 +20,6 @@ namespace {
 
 constexpr int mostRounds = 600;
 constexpr std::chrono::seconds roundWait{2};
-
-/// The indexes of a request's references: which are sent as inputs, and which is the end frame.
-struct SortedReferences {
-  std::vector<std::size_t> inputs;
-  std::optional<std::size_t> endFrame;
-};
-
-SortedReferences sortedReferences(const GenerationRequest& request) {
-  SortedReferences sorted;
-  const std::vector<ReferenceBinding> bindings = orderedReferences(request);
-  for (std::size_t index = 0; index < bindings.size(); ++index) {
-    const bool isEndFrame = bindings[index].role.value_or(QString()) == endFrameRole;
-    if (isEndFrame && !sorted.endFrame) {
-      sorted.endFrame = index;
-    } else {
-      sorted.inputs.push_back(index);
-    }
-  }
-  return sorted;
-}
-
-/// The body with an address for each reference, in the request's order.
-QJsonObject bodyFor(const FalModel& model, const GenerationRequest& request, const QStringList& addresses) {
-  const SortedReferences sorted = sortedReferences(request);
-  BodyParts parts;
-  parts.prompt = submittedPrompt(request);
-  parts.size = request.size;
-  parts.count = request.count;
-  parts.seed = request.seed;
-  parts.keepImageShape = !request.shapeChosen.value_or(false);
-  parts.options = request.options.value_or(TextByKey());
-  for (const std::size_t index : sorted.inputs) parts.inputs << addresses.value(static_cast<qsizetype>(index));
-  if (sorted.endFrame) parts.endImage = addresses.value(static_cast<qsizetype>(*sorted.endFrame));
-  return requestBody(model, parts);
-}
-
-QStringList pendingAddresses(const GenerationRequest& request) {
-  return QStringList(static_cast<qsizetype>(request.referenceIDs.size()), u"pending"_s);
-}
 
 Task<> tell(std::shared_ptr<ProviderRun> run, QString message) {
   ProviderUpdate update;
@@ -87,13 +48,13 @@ Task<RemoteHandle> submitted(FalServices services, ProviderCall call, QString ke
   const auto model = services.catalog->model(call.request.model);
   if (!model) throw SorvanError(texts::modelGone());
   if (call.references.size() != call.request.referenceIDs.size()) throw SorvanError(texts::unreadableReference());
-  bodyFor(*model, call.request, pendingAddresses(call.request));
+  submissionBody(*model, call.request, pendingAddresses(call.request));
 
   const QStringList addresses = co_await uploadedReferences(services, *model, call, key, stop);
   throwIfStopped(stop);
   Submission submission;
   submission.endpoint = model->id;
-  submission.body = bodyFor(*model, call.request, addresses);
+  submission.body = submissionBody(*model, call.request, addresses);
   submission.key = key;
   co_return co_await submitOnce(services.transport, std::move(submission), call.run);
 }

@@ -21,6 +21,11 @@ bool isDomainOrBelow(const QString& host, const QString& domain) {
   return host == domain || host.endsWith(u'.' + domain);
 }
 
+/// No user, also no empty one, and the usual port.
+bool hasPlainAuthority(const QUrl& url) {
+  return !url.authority().contains(u'@') && url.port(httpsPort) == httpsPort;
+}
+
 QUrl addressAt(const char16_t* host, const QString& path) {
   QUrl url;
   url.setScheme(u"https"_s);
@@ -56,9 +61,7 @@ QUrl jobAddress(const QString& endpoint, const QString& requestID, const QString
 }  // namespace
 
 bool mayReceiveKey(const QUrl& url) {
-  // Also an empty user name is one.
-  if (!isPlainHttps(url) || url.authority().contains(u'@')) return false;
-  if (url.port(httpsPort) != httpsPort) return false;
+  if (!isPlainHttps(url) || !hasPlainAuthority(url)) return false;
   const QString host = plainHost(url);
   for (const char16_t* allowed : {service_hosts::queue, service_hosts::storage, service_hosts::platform}) {
     if (QStringView(allowed) == host) return true;
@@ -72,6 +75,15 @@ bool isHostOfFal(const QUrl& url) {
 }
 
 bool isPlainHttps(const QUrl& url) { return url.isValid() && url.scheme() == u"https"_s && !url.host().isEmpty(); }
+
+bool isMediaAddress(const QUrl& url) {
+  return isPlainHttps(url) && hasPlainAuthority(url) &&
+         isDomainOrBelow(plainHost(url), QString::fromUtf16(service_hosts::media));
+}
+
+bool isCheckoutAddress(const QUrl& url) {
+  return isPlainHttps(url) && hasPlainAuthority(url) && QStringView(service_hosts::checkout) == plainHost(url);
+}
 
 QUrl httpsAddress(const QString& text) {
   const QUrl url(text, QUrl::StrictMode);

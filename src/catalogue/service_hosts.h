@@ -15,6 +15,12 @@ inline constexpr char16_t storage[] = u"rest.fal.ai";
 inline constexpr char16_t platform[] = u"api.fal.ai";
 /// The public document of a model's settings; no key goes there.
 inline constexpr char16_t documents[] = u"fal.ai";
+/// Where finished media lie, on this host and on those below it.
+inline constexpr char16_t media[] = u"fal.media";
+/// The studio's own service, which holds the credits.
+inline constexpr char16_t gateway[] = u"gateway.sorvan.app";
+/// The payment provider's pages.
+inline constexpr char16_t checkout[] = u"checkout.sorvan.app";
 }  // namespace service_hosts
 
 /// Whether the user's key may be sent to this address: https, one of the three hosts above that take it, no user name
@@ -26,6 +32,12 @@ bool isHostOfFal(const QUrl& url);
 
 /// Whether bytes without any secret may go to or come from this address: https with a host.
 bool isPlainHttps(const QUrl& url);
+
+/// Whether a result that credits paid for may be fetched from this address: https on the host of finished media.
+bool isMediaAddress(const QUrl& url);
+
+/// Whether a page to pay on lies at this address: https at the payment provider.
+bool isCheckoutAddress(const QUrl& url);
 
 /// The text as an https address, or an empty one.
 QUrl httpsAddress(const QString& text);

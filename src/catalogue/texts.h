@@ -115,6 +115,55 @@ inline QString outputOnlyNote() {
 }
 inline QString openAIGuide() { return QStringLiteral("https://platform.openai.com/docs/guides/image-generation"); }
 
+// The gateway and credits
+inline QString credits(const QString& count) {
+  return count == QStringLiteral("1") ? QStringLiteral("1 credit") : QStringLiteral("%1 credits").arg(count);
+}
+inline QString invalidGateway() {
+  return QStringLiteral("Use an HTTPS gateway URL, or HTTP on localhost for development.");
+}
+inline QString gatewayRefused() { return QStringLiteral("The Sorvan gateway could not complete this request."); }
+inline QString gatewayUnreachable() { return QStringLiteral("The Sorvan gateway could not be reached."); }
+inline QString requestFailed() { return QStringLiteral("Request failed."); }
+inline QString stillProcessing() {
+  return QStringLiteral("This request is still processing. Retry reconnects using the same request ID.");
+}
+inline QString requestIDMissing() { return QStringLiteral("Missing persisted credits request ID."); }
+inline QString signInNeeded() {
+  return QStringLiteral("Sign in under Settings → Account to use Sorvan Credits.");
+}
+inline QString otherAccount() {
+  return QStringLiteral(
+      "This request was made with another account. Sign in with that account to fetch its result.");
+}
+inline QString modelNotListed() {
+  return QStringLiteral("This model is no longer in your model list. Add it again from More Models.");
+}
+inline QString lengthNeeded() {
+  return QStringLiteral(
+      "Choose a length for this video with the Length control under the prompt. Credits are charged by the second, so "
+      "the length has to be set before it runs.");
+}
+inline QString queuedWithCredits() { return QStringLiteral("Queued with Sorvan Credits"); }
+inline QString paidDownloading() { return QStringLiteral("Paid · downloading result"); }
+inline QString gatewayNoOutputs() {
+  return QStringLiteral(
+      "The gateway returned no outputs. Contact support with the request ID; do not start a new paid request to "
+      "recover it.");
+}
+inline QString paidWith(const QString& amount) {
+  return amount == QStringLiteral("1") ? QStringLiteral("Paid with 1 Sorvan Credit.")
+                                       : QStringLiteral("Paid with %1 Sorvan Credits.").arg(amount);
+}
+inline QString noHandleToCancel() {
+  return QStringLiteral("This provider does not support remote cancellation.");
+}
+inline QString unexpectedMediaHost() { return QStringLiteral("Unexpected media download host."); }
+inline QString paidDownloadFailed() {
+  return QStringLiteral(
+      "The paid result could not be downloaded. Retry reconnects to this same result.");
+}
+
 // Reference media
 inline QString unreadableReference() { return QStringLiteral("Cannot read a reference image."); }
 inline QString referenceNotEncoded() { return QStringLiteral("Cannot encode reference."); }

@@ -6,6 +6,7 @@
 
 #include "base/ids.h"
 #include "generation/cancel_and_retry.h"
+#include "generation/credit_operations.h"
 #include "generation/enqueue.h"
 #include "generation/provider_link.h"
 #include "generation/registration.h"
@@ -65,7 +66,10 @@ std::shared_ptr<RunFacts> startingFacts(JobQueue& queue, const QUuid& id, RunTra
   run->saveOriginal = job->saveOriginal;
   run->toTrash = store.salvaging.contains(id);
   if (job->remoteHandleData) run->handle = decodeHandle(*job->remoteHandleData);
-  const bool mayBePaid = run->handle || hasRecoverableResult(store, id) || store.extraCharges().contains(id);
+  run->operation = operationOf(*job);
+  run->sentThroughGateway = ResultRecovery::hasGatewayTrace(run->files, id);
+  const bool mayBePaid =
+      mayBeKnownRemotely(*run) || hasRecoverableResult(store, id) || store.extraCharges().contains(id);
   run->mediaFolder = destinationFolder(store, job, mayBePaid);
   run->modelLabel = labelOf(queue, *request);
   run->fact = queue.ports().models->find(request->model);
@@ -103,7 +107,7 @@ std::vector<ReferenceInput> referenceInputs(const LibraryStore& store, const Run
   for (const QUuid& id : run.request.referenceIDs) {
     const AssetRef asset = store.asset(id);
     const bool available = asset && !asset->isTrashed();
-    if (!available && !run.handle) throw SorvanError(texts::referenceUnavailable());
+    if (!available && !mayBeKnownRemotely(run)) throw SorvanError(texts::referenceUnavailable());
     if (available) inputs.push_back(ReferenceInput{store.fileOf(*asset)});
   }
   return inputs;
@@ -128,10 +132,16 @@ Task<> prepareMarks(JobQueue& queue, std::shared_ptr<RunFacts> run, std::shared_
   const PreparedMarks prepared = co_await onPool([work] { return preparedMarks(work); }, stop);
   call->references.front().file = prepared.file;
   call->request = prepared.request;
-  // What was sent is noted before it is paid for, so that the result lands in the same place.
-  run->route = prepared.route;
+  run->preparedRoute = prepared.route;
+}
+
+/// What is sent is noted before it is paid for, so that the result lands in the same place. A run that only finds an
+/// earlier submission leaves the note of that one as it is.
+void noteWhatIsSent(const JobQueue& queue, RunFacts& run) {
+  if (!run.preparedRoute) return;
   queue.store().requireWorkspaceInPlace();
-  ResultRecovery::savePatch(encodedRoute(prepared.route), run->files, run->job);
+  run.route = run.preparedRoute;
+  ResultRecovery::savePatch(encodedRoute(*run.route), run.files, run.job);
 }
 
 /// 8. The job is running. A failure here comes before any charge.
@@ -193,14 +203,15 @@ Task<std::shared_ptr<ProviderCall>> preparedCall(JobQueue& queue, std::shared_pt
   const auto call = std::make_shared<ProviderCall>();
   call->request = run->request;
   call->resume = run->handle;
+  call->knownRequestID = run->operation;
   // 4. Payment.
   call->key = paymentKey(queue, *run);
   // 5. References.
   call->references = referenceInputs(queue.store(), *run);
-  if (!run->handle) queue.store().requireRoomForResult();
+  if (!mayBeKnownRemotely(*run)) queue.store().requireRoomForResult();
   // 7. Marks.
   co_await prepareMarks(queue, run, trace, call, stop);
-  call->run = makeProviderLink(queue, run->job, stop);
+  call->run = makeProviderLink(queue, run->job, [&queue, run] { noteWhatIsSent(queue, *run); }, stop);
   co_return call;
 }
 

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <boost/describe.hpp>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -90,6 +91,16 @@ class RemoteJobAlreadyComplete : public SorvanError {
   using SorvanError::SorvanError;
 };
 
+/// Through which gateway, for whose account and under which id a request went out: what it takes to tell whether the
+/// gateway that is asked now could know it.
+struct GatewayTrace {
+  QString gateway;  ///< the address
+  QString account;
+  QString requestID;
+  bool operator==(const GatewayTrace&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(GatewayTrace, (), (gateway, account, requestID))
+
 /// What a run offers to its provider. All calls come on the main thread; the object outlives the provider's call.
 ///
 /// The order that a provider keeps when it submits under the user's own key:
@@ -100,7 +111,8 @@ class RemoteJobAlreadyComplete : public SorvanError {
 ///   3. the answer: `co_await run->update({… handle, requestID …})` when the service accepted, also after a
 ///      cancellation; `co_await run->notSubmitted()` and then the error when it certainly was not accepted; else
 ///      throw `SubmissionUnknown` and leave the marker standing.
-/// A submission that carries an idempotency key needs neither `aboutToSubmit` nor `notSubmitted`, but the same token.
+/// A submission that carries an idempotency key uses `aboutToSubmitThrough` and `notSubmittedThrough` in their place, and
+/// the same token: the gateway itself can be asked what became of it.
 class ProviderRun {
  public:
   virtual ~ProviderRun() = default;
@@ -114,6 +126,16 @@ class ProviderRun {
 
   /// Says that the POST announced by `aboutToSubmit` was certainly not accepted; the marker goes.
   virtual Task<> notSubmitted() = 0;
+
+  /// The way that an earlier submission of this job went out, if one did. Throws SorvanError when it was noted and
+  /// cannot be read: then nothing may be sent.
+  virtual std::optional<GatewayTrace> sentThrough() const = 0;
+
+  /// Notes durably that a POST is about to leave this way. Throws as `aboutToSubmit`.
+  virtual Task<> aboutToSubmitThrough(GatewayTrace trace) = 0;
+
+  /// Says that the POST announced by `aboutToSubmitThrough` was certainly not accepted, and none was before it.
+  virtual Task<> notSubmittedThrough() = 0;
 
   /// The stop token of a POST that may be charged.
   virtual std::stop_token submissionStop() const = 0;
@@ -129,6 +151,8 @@ struct ProviderCall {
   std::vector<ReferenceInput> references;
   std::optional<QString> key;
   std::optional<RemoteHandle> resume;  ///< attach to this remote job; never submit
+  /// The remote identifier that an earlier run was told, if any: the service has seen the request.
+  std::optional<QString> knownRequestID = {};
   std::shared_ptr<ProviderRun> run;
 };
 

@@ -8,8 +8,12 @@ namespace {
 
 class ProviderLink final : public ProviderRun {
  public:
-  ProviderLink(JobQueue& queue, const QUuid& job, std::stop_token stop)
-      : m_queue(queue), m_job(job), m_files(queue.store().files()), m_stop(std::move(stop)) {}
+  ProviderLink(JobQueue& queue, const QUuid& job, std::function<void()> beforeSending, std::stop_token stop)
+      : m_queue(queue),
+        m_job(job),
+        m_files(queue.store().files()),
+        m_beforeSending(std::move(beforeSending)),
+        m_stop(std::move(stop)) {}
 
   Task<> update(ProviderUpdate update) override {
     applyUpdate(m_queue, m_job, update);
@@ -18,17 +22,26 @@ class ProviderLink final : public ProviderRun {
   }
 
   Task<> aboutToSubmit() override {
-    // Nothing is sent for a job that was stopped, or whose result could not be kept.
-    throwIfStopped(m_stop);
-    const JobRef job = m_queue.store().job(m_job);
-    if (!job || job->status != jobStatus::generating) throw Cancelled();
-    m_queue.store().requireRoomForResult();
+    prepareToSend();
     ResultRecovery::writeSubmissionMarker(m_files, m_job);
     co_return;
   }
 
   Task<> notSubmitted() override {
     ResultRecovery::removeSubmissionMarker(m_files, m_job);
+    co_return;
+  }
+
+  std::optional<GatewayTrace> sentThrough() const override { return ResultRecovery::gatewayTrace(m_files, m_job); }
+
+  Task<> aboutToSubmitThrough(GatewayTrace trace) override {
+    prepareToSend();
+    ResultRecovery::writeGatewayTrace(trace, m_files, m_job);
+    co_return;
+  }
+
+  Task<> notSubmittedThrough() override {
+    ResultRecovery::removeGatewayTrace(m_files, m_job);
     co_return;
   }
 
@@ -40,16 +53,27 @@ class ProviderLink final : public ProviderRun {
   }
 
  private:
+  /// Nothing is sent for a job that was stopped, or whose result could not be kept.
+  void prepareToSend() const {
+    throwIfStopped(m_stop);
+    const JobRef job = m_queue.store().job(m_job);
+    if (!job || job->status != jobStatus::generating) throw Cancelled();
+    m_queue.store().requireRoomForResult();
+    m_beforeSending();
+  }
+
   JobQueue& m_queue;
   QUuid m_job;
   WorkspaceFiles m_files;
+  std::function<void()> m_beforeSending;
   std::stop_token m_stop;
 };
 
 }  // namespace
 
-std::shared_ptr<ProviderRun> makeProviderLink(JobQueue& queue, const QUuid& job, std::stop_token stop) {
-  return std::make_shared<ProviderLink>(queue, job, std::move(stop));
+std::shared_ptr<ProviderRun> makeProviderLink(JobQueue& queue, const QUuid& job, std::function<void()> beforeSending,
+                                              std::stop_token stop) {
+  return std::make_shared<ProviderLink>(queue, job, std::move(beforeSending), std::move(stop));
 }
 
 }  // namespace sorvan::generation

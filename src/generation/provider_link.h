@@ -3,6 +3,7 @@
 
 #include <QUuid>
 
+#include <functional>
 #include <memory>
 #include <stop_token>
 
@@ -11,7 +12,9 @@
 
 namespace sorvan::generation {
 
-/// What a provider gets to speak with the run of this job.
-std::shared_ptr<ProviderRun> makeProviderLink(JobQueue& queue, const QUuid& job, std::stop_token stop);
+/// What a provider gets to speak with the run of this job. `beforeSending` notes what is about to be sent; it runs
+/// before each announced POST, and what it throws stops that POST.
+std::shared_ptr<ProviderRun> makeProviderLink(JobQueue& queue, const QUuid& job, std::function<void()> beforeSending,
+                                              std::stop_token stop);
 
 }  // namespace sorvan::generation

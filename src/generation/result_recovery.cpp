@@ -9,6 +9,7 @@
 
 #include "base/durable_file.h"
 #include "base/file_reading.h"
+#include "base/json.h"
 #include "generation/texts.h"
 
 namespace sorvan::generation {
@@ -93,6 +94,10 @@ void takeBackMarker(const WorkspaceFiles& files, const QUuid& job) {
   } catch (const SorvanError&) {
     // A marker that stays warns once too often, which costs nothing.
   }
+}
+
+QString tracePath(const WorkspaceFiles& files, const QUuid& job) {
+  return inFolder(files, job, QStringLiteral("gateway.json"));
 }
 
 QString patchPath(const WorkspaceFiles& files, const QUuid& job) {
@@ -180,6 +185,38 @@ void ResultRecovery::restoreSubmissionMarker(const WorkspaceFiles& files, const 
   } catch (const SorvanError&) {
     // The job says "Interrupted" all the same, so that its payer and key are kept.
   }
+}
+
+std::optional<GatewayTrace> ResultRecovery::gatewayTrace(const WorkspaceFiles& files, const QUuid& job) {
+  const auto bytes = readIfPresent(tracePath(files, job));
+  if (!bytes) return std::nullopt;
+  try {
+    return decodeJson<GatewayTrace>(*bytes);
+  } catch (const JsonError&) {
+    throw SorvanError(texts::invalidManifest());
+  }
+}
+
+bool ResultRecovery::hasGatewayTrace(const WorkspaceFiles& files, const QUuid& job) {
+  return mayStand(tracePath(files, job));
+}
+
+void ResultRecovery::writeGatewayTrace(const GatewayTrace& trace, const WorkspaceFiles& files, const QUuid& job) {
+  ensureFolderDurably(folder(files, job));
+  try {
+    writeDurably(tracePath(files, job), encodeJson(trace), DurableMode::Sidecar);
+  } catch (...) {
+    try {
+      removeGatewayTrace(files, job);
+    } catch (const SorvanError&) {
+      // One that stays says where nothing was sent, which only asks that gateway again.
+    }
+    throw;
+  }
+}
+
+void ResultRecovery::removeGatewayTrace(const WorkspaceFiles& files, const QUuid& job) {
+  removeDurably(tracePath(files, job));
 }
 
 void ResultRecovery::savePatch(const QByteArray& patch, const WorkspaceFiles& files, const QUuid& job) {

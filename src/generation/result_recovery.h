@@ -19,8 +19,8 @@ namespace sorvan::generation {
 /// File operations on `.sorvan/recovery/<JOB-UUID>/`. No state; any thread, but one caller a job at a time.
 ///
 /// The folder holds `0.media`, `1.media` … in order, the manifest `results.json`, its predecessor
-/// `results.json.previous`, while bytes arrive `<n>.part`, optionally `patch.json`, and while a submission's fate is
-/// open the empty file `submitting`. The manifest is written last and alone says that a result is retained.
+/// `results.json.previous`, while bytes arrive `<n>.part`, optionally `patch.json`, for a request that went to a gateway
+/// `gateway.json`, and while another submission's fate is open the empty file `submitting`. The manifest is written last and alone says that a result is retained.
 class ResultRecovery {
  public:
   /// Absolute path of the job's folder, whether it exists or not.
@@ -58,6 +58,15 @@ class ResultRecovery {
   static void removeSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
   /// Puts a removed marker back as well as it can be done; never throws.
   static void restoreSubmissionMarker(const WorkspaceFiles& files, const QUuid& job);
+
+  /// The way that a request with an idempotency key went out, `gateway.json`. Throws SorvanError when it stands and
+  /// cannot be read.
+  static std::optional<GatewayTrace> gatewayTrace(const WorkspaceFiles& files, const QUuid& job);
+  /// One that cannot be looked at counts as standing.
+  static bool hasGatewayTrace(const WorkspaceFiles& files, const QUuid& job);
+  /// Throws FileError, and then leaves none where that can be helped.
+  static void writeGatewayTrace(const GatewayTrace& trace, const WorkspaceFiles& files, const QUuid& job);
+  static void removeGatewayTrace(const WorkspaceFiles& files, const QUuid& job);
 
   /// The note of the piece that was cut around marked areas, kept so that the result lands in the same place.
   static void savePatch(const QByteArray& patch, const WorkspaceFiles& files, const QUuid& job);

@@ -25,9 +25,12 @@ struct RunFacts {
   QString mediaFolder = {};  ///< "Inbox" or the project's folder, relative to the workspace
   bool saveOriginal = false;
   std::optional<RemoteHandle> handle = {};
+  std::optional<QString> operation = {};  ///< the gateway's id of a request that credits pay for
+  bool sentThroughGateway = false;        ///< a gateway may know the request, also without such an id
   QString modelLabel = {};
   std::optional<ModelFact> fact = {};
-  std::optional<MarkedRoute> route = {};  ///< how the marked picture was sent
+  std::optional<MarkedRoute> route = {};         ///< how the marked picture was sent
+  std::optional<MarkedRoute> preparedRoute = {};  ///< how it would be sent now
   bool toTrash = false;                   ///< the user had cancelled it: its result is only kept, never shown as wanted
   Instant started = {};
 };
@@ -38,6 +41,9 @@ struct RunTrace {
   QStringList temporaryFiles;   ///< absolute paths, removed on every way out
   std::vector<TemporaryFile> sentPictures;
 };
+
+/// Whether a service may hold this request already, so that only a new submission needs what it is made from.
+inline bool mayBeKnownRemotely(const RunFacts& run) { return run.handle || run.operation || run.sentThroughGateway; }
 
 /// Whether the result is to be kept to the marked areas.
 inline bool confinesToMarks(const RunFacts& run) {

@@ -21,6 +21,19 @@ base::Task<> RecordedRun::notSubmitted() {
   co_await base::yieldToLoop();
 }
 
+base::Task<> RecordedRun::aboutToSubmitThrough(generation::GatewayTrace way) {
+  events << QStringLiteral("about to submit");
+  co_await base::yieldToLoop();
+  if (cancelledBeforeSubmission) throw base::Cancelled();
+  trace = std::move(way);
+}
+
+base::Task<> RecordedRun::notSubmittedThrough() {
+  events << QStringLiteral("not submitted");
+  trace.reset();
+  co_await base::yieldToLoop();
+}
+
 QString RecordedRun::partFile(int index) { return folder / QStringLiteral("%1.part").arg(index); }
 
 std::optional<core::RemoteHandle> RecordedRun::handle() const {

@@ -16,6 +16,9 @@ class RecordedRun final : public generation::ProviderRun {
   base::Task<> update(generation::ProviderUpdate update) override;
   base::Task<> aboutToSubmit() override;
   base::Task<> notSubmitted() override;
+  std::optional<generation::GatewayTrace> sentThrough() const override { return trace; }
+  base::Task<> aboutToSubmitThrough(generation::GatewayTrace way) override;
+  base::Task<> notSubmittedThrough() override;
   std::stop_token submissionStop() const override { return submission.get_token(); }
   QString partFile(int index) override;
 
@@ -25,6 +28,9 @@ class RecordedRun final : public generation::ProviderRun {
   std::optional<core::RemoteHandle> handle() const;
   /// How often an event was reported.
   int count(const QString& event) const { return static_cast<int>(events.count(event)); }
+
+  /// The way that an earlier run's submission went out, or this one's.
+  std::optional<generation::GatewayTrace> trace;
 
   /// The update with this message throws Cancelled after it was written down.
   QString cancelAt;

@@ -18,6 +18,9 @@ class LiveRun final : public generation::ProviderRun {
   base::Task<> update(generation::ProviderUpdate update) override;
   base::Task<> aboutToSubmit() override;
   base::Task<> notSubmitted() override;
+  std::optional<generation::GatewayTrace> sentThrough() const override { return std::nullopt; }
+  base::Task<> aboutToSubmitThrough(generation::GatewayTrace) override { return aboutToSubmit(); }
+  base::Task<> notSubmittedThrough() override { return notSubmitted(); }
   std::stop_token submissionStop() const override { return {}; }
   QString partFile(int index) override { return folder / QStringLiteral("%1.part").arg(index); }
 
