@@ -1,6 +1,7 @@
 #include "shell/actions.h"
 
 #include "shell/composer_texts.h"
+#include "shell/project_texts.h"
 #include "shell/texts.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ ActionRow row(ActionId id, MenuId menu, int group, QString title, const char* ke
 
 void addFileRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::file;
+  rows.push_back(row(ActionId::newProject, menu, 0, texts::newProject, "Ctrl+Shift+N", EnabledWhen::workspaceOpen));
   rows.push_back(row(ActionId::newAudio, menu, 0, texts::newAudio, "Ctrl+Shift+A", EnabledWhen::workspaceOpen));
   rows.push_back(
       row(ActionId::openAnotherWorkspace, menu, 1, texts::openAnotherWorkspace, "Ctrl+O", EnabledWhen::always));

@@ -10,6 +10,7 @@ namespace sorvan::shell {
 
 // Everything that a person can ask of the window. The table lists what menus and keys offer, and only what works.
 enum class ActionId {
+  newProject,
   openAnotherWorkspace,
   newAudio,
   workspaceHealth,

@@ -48,7 +48,7 @@ class ActionsPresenter : public QObject {
  Q_SIGNALS:
   // The answers of `isEnabled`, `isChecked` or `title` may differ now.
   void changed();
-  // The window carries this one out: undo, redo, cut, copy, paste, selectAll (in a field), renameItem, editNotes,
+  // The window carries this one out: newProject, undo, redo, cut, copy, paste, selectAll (in a field), renameItem, editNotes,
   // moveToProject, fullScreen, chooseModels, openSettings,
   // workspaceHealth.
   void viewActionRequested(sorvan::shell::ActionId id);

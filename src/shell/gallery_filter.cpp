@@ -88,10 +88,12 @@ bool ModelTest::decide(const QString& model) const {
          (displayName_ && base::lowered(displayName_(model)).contains(lowered_));
 }
 
+base::Instant recentCutoff(base::Instant now) { return now - secondsOfRecent; }
+
 RowTest::RowTest(const GalleryFilter& filter, base::Instant now, ModelTest model)
     : filter_(filter),
       model_(std::move(model)),
-      recentCutoff_(now - secondsOfRecent),
+      recentCutoff_(recentCutoff(now)),
       daysCutoff_(now - secondsOfDay * filter.days),
       anyType_(filter.type == all),
       anyStatus_(filter.status == all),

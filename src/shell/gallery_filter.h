@@ -100,6 +100,9 @@ class RowTest {
   bool anyType_, anyStatus_, anyProvider_, anyModel_, anyOrientation_;
 };
 
+// Items that came into the library after this are recent ones.
+base::Instant recentCutoff(base::Instant now);
+
 // Places of rows in `AssetRow` arrays, counted from the newest.
 using RowNumbers = std::vector<std::uint32_t>;
 using Rows = core::NewestFirst<core::AssetRow>;

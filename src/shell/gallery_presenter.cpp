@@ -131,6 +131,7 @@ void GalleryPresenter::readLocation() {
   const QString& location = state_.location();
   project_ = uuidFromText(location);
   place_ = location == favoritesLocation ? Place::favorites
+           : location == recentLocation  ? Place::recent
            : location == inboxLocation   ? Place::inbox
            : location == trashLocation   ? Place::trash
            : project_.isNull()           ? Place::everything
@@ -138,13 +139,15 @@ void GalleryPresenter::readLocation() {
 }
 
 bool GalleryPresenter::isHere(const core::GenerationJob& job) const {
-  if (state_.filter().narrows()) return false;
+  // What is at work or needs somebody stays where it was started, whatever a filter asks of the items.
+  if (state_.filter().narrows() && !job.isActive() && job.status != core::jobStatus::failed) return false;
+  if (place_ == Place::recent && !job.isActive() && job.createdAt < recentCutoff(store_.now())) return false;
   return place_ != Place::favorites && place_ != Place::trash && isInProject(job.projectID);
 }
 
 bool GalleryPresenter::isInProject(const std::optional<QUuid>& project) const {
   if (place_ == Place::inbox) return !project;
-  return place_ == Place::everything || project == project_;
+  return place_ == Place::everything || place_ == Place::recent || project == project_;
 }
 
 void GalleryPresenter::collectJobs(std::vector<Entry>& entries) {

@@ -44,7 +44,8 @@ struct GalleryCell {
 };
 
 // The cells of the current location, jobs first: running, waiting, then failed and cancelled ones, then items in the
-// chosen order. While a filter narrows the location only items are shown. Cells are made when asked for, so that a
+// chosen order. While a filter narrows the location, jobs that are at work or have failed stay, since work must not be
+// lost from sight where it was started; cancelled ones step aside. Cells are made when asked for, so that a
 // hundred thousand items cost one pass over small rows. Main thread.
 class GalleryPresenter : public QObject {
   Q_OBJECT
@@ -124,7 +125,7 @@ class GalleryPresenter : public QObject {
   std::vector<WallSection> sections_;
   DaySections days_;
   // The location, read once for each pass over the rows.
-  enum class Place { everything, favorites, inbox, trash, project } place_ = Place::everything;
+  enum class Place { everything, recent, favorites, inbox, trash, project } place_ = Place::everything;
   QUuid project_;
   QSet<QUuid> dismissed_;
   int jobCount_ = 0;

@@ -2,8 +2,10 @@
 
 #include "shell/room.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
+#include <QUuid>
 
 #include <vector>
 
@@ -15,7 +17,11 @@ namespace sorvan::shell {
 
 class WorkspaceState;
 
-enum class SidebarSection { library, projects, everywhere };
+// The foot stands at the lower end of the list.
+enum class SidebarSection { library, projects, everywhere, foot };
+
+// What a row is beside a place to go to.
+enum class SidebarRowKind { plain, project, archivedProject };
 
 struct SidebarRow {
   QString key;  // what `choose` takes
@@ -25,6 +31,9 @@ struct SidebarRow {
   QString countText;      // “2,418”, “1 active”, or empty
   QString thumbnailPath;  // a project's cover; empty: the icon
   bool current = false;
+  SidebarRowKind kind = SidebarRowKind::plain;
+  bool takesItems = false;  // items of the library can be dropped on it
+  bool attention = false;   // the count tells of something to look after
 };
 
 struct SidebarDisplay {
@@ -32,6 +41,7 @@ struct SidebarDisplay {
   QString workspacePath;    // with ~ for the home folder
   QString projectsTitle;    // “Projects”
   QString everywhereTitle;  // “Everywhere”
+  QString addTitle;         // “New Project…”: the button beside the projects; empty: none
   std::vector<SidebarRow> rows;
 };
 
@@ -46,15 +56,32 @@ class SidebarPresenter : public QObject {
   SidebarDisplay display() const;
   void choose(const QString& key);
 
+  // Each is one step of Undo; a failure becomes the store's `error`. A new project opens.
+  void createProject(const QString& name);
+  void renameProject(const QString& key, const QString& name);
+  // An archived project leaves the list for the archived ones at its end. Its items stay where they are.
+  void setArchived(const QString& key, bool archived);
+  // Library items were dropped on a row that takes them: they move to the project or the Inbox, become favourites, or
+  // go to Trash. What is in Trash already stays there.
+  void drop(const std::vector<QUuid>& items, const QString& key);
+
  Q_SIGNALS:
   void changed();
+  // The row of Workspace Health was chosen.
+  void healthRequested();
 
  private:
   void scheduleChanged();
+  void leaveLostLocation();
+  void addProjects(SidebarDisplay& display, const QHash<QUuid, qsizetype>& counts) const;
+  void addEverywhere(SidebarDisplay& display) const;
+  void addFoot(SidebarDisplay& display, qsizetype inTrash) const;
+  bool isCurrent(const QString& location) const;
 
   core::LibraryStore& store_;
   WorkspaceState& state_;
   bool changeScheduled_ = false;
+  bool archivedShown_ = false;
 };
 
 }  // namespace sorvan::shell

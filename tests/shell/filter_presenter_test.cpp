@@ -46,18 +46,33 @@ TEST_F(FilterPresenterTest, ASearchNarrowsTheWallAndClearingShowsAllAgain) {
   EXPECT_EQ(changed.count(), 3);
 }
 
-TEST_F(FilterPresenterTest, WhileItemsAreNarrowedJobsAreNotShown) {
+TEST_F(FilterPresenterTest, WhileItemsAreNarrowedWorkStaysInSightUntilItHasLanded) {
   make(QStringLiteral("a red boat"));
   desk.provider->gate.emplace();
   desk.generate(QStringLiteral("a fox"));
-  EXPECT_EQ(desk.gallery.jobCount(), 1);
   filters.setSearch(QStringLiteral("boat"));
-  EXPECT_EQ(desk.gallery.jobCount(), 0);
-  EXPECT_EQ(desk.gallery.count(), 1);
-  filters.clear();
   EXPECT_EQ(desk.gallery.jobCount(), 1);
+  EXPECT_EQ(desk.gallery.count(), 2);
   desk.provider->gate->finish();
   desk.settle();
+  EXPECT_EQ(desk.gallery.count(), 1);
+  EXPECT_EQ(desk.gallery.jobCount(), 0);
+}
+
+TEST_F(FilterPresenterTest, WhileItemsAreNarrowedFailedWorkStaysAndCancelledWorkStepsAside) {
+  desk.provider->failure = std::make_exception_ptr(base::SorvanError(QStringLiteral("Refused.")));
+  desk.generate(QStringLiteral("a fox"));
+  desk.settle();
+  desk.provider->failure = nullptr;
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("an owl"));
+  desk.jobs.cancel(desk.newestJob()->id);
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_EQ(desk.gallery.jobCount(), 2);
+  filters.setSearch(QStringLiteral("boat"));
+  ASSERT_EQ(desk.gallery.jobCount(), 1);
+  EXPECT_EQ(desk.store.job(desk.gallery.idAt(0))->status, core::jobStatus::failed);
 }
 
 TEST_F(FilterPresenterTest, TypesModelsAndMarksNarrow) {

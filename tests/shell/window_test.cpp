@@ -283,15 +283,19 @@ TEST(Sidebar, CountsPlacesAndMarksWhereTheWindowIs) {
   desk.state.setLocation(inboxLocation);
   const SidebarDisplay display = sidebar.display();
   EXPECT_EQ(display.workspaceName, QStringLiteral("Workspace"));
-  ASSERT_EQ(display.rows.size(), 5u);
+  ASSERT_EQ(display.rows.size(), 9u);
   EXPECT_EQ(display.rows[0].title, QStringLiteral("All Media"));
   EXPECT_EQ(display.rows[0].countText, QStringLiteral("1"));
   EXPECT_FALSE(display.rows[0].current);
-  EXPECT_EQ(display.rows[2].title, QStringLiteral("Inbox"));
-  EXPECT_TRUE(display.rows[2].current);
-  sidebar.choose(display.rows[3].key);
+  EXPECT_EQ(display.rows[1].title, QStringLiteral("Recent"));
+  EXPECT_EQ(display.rows[1].countText, QStringLiteral("1"));
+  EXPECT_EQ(display.rows[3].title, QStringLiteral("Inbox"));
+  EXPECT_TRUE(display.rows[3].current);
+  EXPECT_EQ(display.rows[5].title, QStringLiteral("History"));
+  sidebar.choose(display.rows[5].key);
   EXPECT_EQ(desk.state.mode().kind, ModeKind::activity);
-  EXPECT_TRUE(sidebar.display().rows[3].current);
+  EXPECT_TRUE(sidebar.display().rows[5].current);
+  EXPECT_FALSE(sidebar.display().rows[3].current);
   sidebar.choose(display.rows[0].key);
   EXPECT_EQ(desk.state.mode().kind, ModeKind::gallery);
 }

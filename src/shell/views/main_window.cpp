@@ -136,7 +136,31 @@ void MainWindow::bindSidebar() {
   connect(&sidebar, &SidebarView::chosen, on_.sidebar, &SidebarPresenter::choose);
   connect(&sidebar, &SidebarView::workspacePressed, this,
           [this] { on_.actions->trigger(ActionId::openAnotherWorkspace); });
+  connect(&sidebar, &SidebarView::newProjectPressed, this, [this] { on_.actions->trigger(ActionId::newProject); });
+  connect(&sidebar, &SidebarView::renamed, on_.sidebar, &SidebarPresenter::renameProject);
+  connect(&sidebar, &SidebarView::renameAsked, this, &MainWindow::askProjectName);
+  connect(&sidebar, &SidebarView::archiveChosen, on_.sidebar, &SidebarPresenter::setArchived);
+  connect(&sidebar, &SidebarView::dropped, this, &MainWindow::dropOnSidebar);
+  connect(on_.sidebar, &SidebarPresenter::healthRequested, this, &MainWindow::openHealth);
   sidebar.show(on_.sidebar->display());
+}
+
+// Asks for the name of a project: of a new one for an empty key.
+void MainWindow::askProjectName(const QString& key, const QString& name) {
+  auto* dialog = key.isEmpty() ? new TextDialog(texts::newProjectTitle(), texts::projectName(), texts::create(), this)
+                               : new TextDialog(texts::renameProjectTitle(), texts::projectName(), texts::rename(), this);
+  dialog->setText(name);
+  connect(dialog, &TextDialog::written, on_.sidebar, [this, key](const QString& written) {
+    key.isEmpty() ? on_.sidebar->createProject(written) : on_.sidebar->renameProject(key, written);
+  });
+  dialog->open();
+}
+
+// What goes to Trash goes there as by its key, with the card that offers the way back.
+void MainWindow::dropOnSidebar(const std::vector<QUuid>& items, const QString& key) {
+  if (key != trashLocation) return on_.sidebar->drop(items, key);
+  on_.state->select(QSet<QUuid>(items.begin(), items.end()));
+  on_.actions->trigger(ActionId::moveToTrash);
 }
 
 void MainWindow::bindGallery() {
@@ -336,6 +360,8 @@ void MainWindow::performForWindow(ActionId id) {
     case ActionId::renameItem:
     case ActionId::editNotes:
       return writeAboutItem(id);
+    case ActionId::newProject:
+      return askProjectName({}, {});
     case ActionId::moveToProject:
       return chooseDestination();
     case ActionId::searchMedia:

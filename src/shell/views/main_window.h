@@ -70,6 +70,8 @@ class MainWindow final : public QMainWindow {
   void editFocused(ActionId id);
   void writeAboutItem(ActionId id);
   void chooseDestination();
+  void askProjectName(const QString& key, const QString& name);
+  void dropOnSidebar(const std::vector<QUuid>& items, const QString& key);
   void openSettings();
   void openHealth();
   void toggleFullScreen();

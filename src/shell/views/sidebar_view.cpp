@@ -1,11 +1,18 @@
 #include "shell/views/sidebar_view.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "shell/views/controls.h"
+#include "shell/views/fields.h"
 #include "shell/views/icons.h"
+#include "shell/views/item_mime.h"
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
@@ -39,6 +46,7 @@ void SidebarRowButton::setRow(const SidebarRow& row) {
   setText(row.title);
   setAccessibleName(row.title);
   setAccessibleDescription(row.countText);
+  setAcceptDrops(row.takesItems);
   update();
 }
 
@@ -57,6 +65,7 @@ void SidebarRowButton::paintEvent(QPaintEvent*) {
     paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
   else if (underMouse())
     paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+  if (dropHere_) paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected, c.accentRing);
   QRect inner = rect().adjusted(kPadding, 0, -kPadding, 0);
   const QRect icon(narrow_ ? (width() - 16) / 2 : inner.left(), 0, 16, height());
   ThumbnailStore::Answer cover;
@@ -70,7 +79,8 @@ void SidebarRowButton::paintEvent(QPaintEvent*) {
     paintIcon(painter, row_.iconName, icon, metrics().iconRegular, {row_.current ? c.accentText : c.textSecondary});
   if (narrow_) return;
   inner.setLeft(inner.left() + 16 + kGap);
-  const QColor dim = row_.current ? c.textTertiaryOnSelected : c.textTertiary;
+  QColor dim = row_.current ? c.textTertiaryOnSelected : c.textTertiary;
+  if (row_.attention) dim = c.warningText;
   const int count =
       row_.countText.isEmpty()
           ? 0
@@ -89,8 +99,43 @@ void SidebarRowButton::keyPressEvent(QKeyEvent* event) {
     focusPreviousChild();
   else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
     click();
+  else if (event->key() == Qt::Key_F2 && row_.kind != SidebarRowKind::plain)
+    Q_EMIT renameRequested();
   else
     QAbstractButton::keyPressEvent(event);
+}
+
+void SidebarRowButton::contextMenuEvent(QContextMenuEvent* event) {
+  if (row_.kind == SidebarRowKind::plain) return;
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  Q_EMIT menuRequested(byKey ? mapToGlobal(rect().center()) : event->globalPos());
+}
+
+void SidebarRowButton::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (row_.kind == SidebarRowKind::plain) return QAbstractButton::mouseDoubleClickEvent(event);
+  Q_EMIT renameRequested();
+}
+
+void SidebarRowButton::dragEnterEvent(QDragEnterEvent* event) {
+  if (!row_.takesItems || !event->mimeData()->hasFormat(itemMimeType)) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  dropHere_ = true;
+  update();
+}
+
+void SidebarRowButton::dragLeaveEvent(QDragLeaveEvent*) {
+  dropHere_ = false;
+  update();
+}
+
+// Whoever dragged keeps what it has: where an item belongs is the library's business, not that of the drag.
+void SidebarRowButton::dropEvent(QDropEvent* event) {
+  dropHere_ = false;
+  update();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  Q_EMIT dropped(itemsOf(*event->mimeData()));
 }
 
 // WorkspaceButton
@@ -179,28 +224,92 @@ void SidebarView::setNarrow(bool narrow) {
   for (QWidget* heading : headings_) heading->setVisible(!narrow);
 }
 
+void SidebarView::addHeading(QVBoxLayout& column, SidebarSection section, const QString& title) {
+  auto* heading = new QWidget;
+  auto* row = new QHBoxLayout(heading);
+  row->setContentsMargins(8, 12, 3, 3);
+  row->setSpacing(0);
+  auto* words = new Label(title, Type::caption, &Colors::textTertiary);
+  words->setWeight(Weight::semibold);
+  row->addWidget(words, 1);
+  if (section == SidebarSection::projects && !display_.addTitle.isEmpty()) {
+    auto* add = new IconButton(u"plus"_s, display_.addTitle, u"Ctrl+Shift+N"_s);
+    add->setControlSize(ControlSize::compact);
+    connect(add, &IconButton::clicked, this, &SidebarView::newProjectPressed);
+    row->addWidget(add);
+  }
+  column.addWidget(heading);
+  headings_.push_back(heading);
+}
+
+void SidebarView::addRow(QVBoxLayout& column, const SidebarRow& row) {
+  auto* button = new SidebarRowButton(row, &thumbnails_);
+  connect(button, &SidebarRowButton::clicked, this, [this, key = row.key] { Q_EMIT chosen(key); });
+  connect(button, &SidebarRowButton::renameRequested, this, [this, key = row.key] { startRenaming(key); });
+  connect(button, &SidebarRowButton::menuRequested, this,
+          [this, button](QPoint place) { openMenu(button->row(), place); });
+  connect(button, &SidebarRowButton::dropped, this,
+          [this, key = row.key](const std::vector<QUuid>& items) { Q_EMIT dropped(items, key); });
+  column.addWidget(button);
+  rows_.push_back(button);
+}
+
 void SidebarView::addRows(QVBoxLayout& column, SidebarSection section, const QString& title) {
+  const bool canAdd = section == SidebarSection::projects && !display_.addTitle.isEmpty();
   const auto wanted = [section](const SidebarRow& row) { return row.section == section; };
-  if (std::none_of(display_.rows.begin(), display_.rows.end(), wanted)) return;
-  if (!title.isEmpty()) {
-    auto* heading = new Label(title, Type::caption, &Colors::textTertiary);
-    heading->setWeight(Weight::semibold);
-    heading->setContentsMargins(8, 14, 8, 5);
-    column.addWidget(heading);
-    headings_.push_back(heading);
-  }
-  for (const SidebarRow& row : display_.rows) {
-    if (!wanted(row)) continue;
-    auto* button = new SidebarRowButton(row, &thumbnails_);
-    connect(button, &SidebarRowButton::clicked, this, [this, key = row.key] { Q_EMIT chosen(key); });
-    column.addWidget(button);
-    rows_.push_back(button);
-  }
+  if (!canAdd && std::none_of(display_.rows.begin(), display_.rows.end(), wanted)) return;
+  if (!title.isEmpty()) addHeading(column, section, title);
+  for (const SidebarRow& row : display_.rows)
+    if (wanted(row)) addRow(column, row);
+}
+
+void SidebarView::openMenu(const SidebarRow& row, QPoint globalPosition) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setAccessibleName(row.title);
+  const bool archived = row.kind == SidebarRowKind::archivedProject;
+  connect(menu->addAction(texts::renameEllipsis()), &QAction::triggered, this,
+          [this, key = row.key] { startRenaming(key); });
+  connect(menu->addAction(archived ? texts::unarchive() : texts::archive()), &QAction::triggered, this,
+          [this, key = row.key, archived] { Q_EMIT archiveChosen(key, !archived); });
+  menu->popup(globalPosition);
+}
+
+void SidebarView::startRenaming(const QString& key) {
+  const auto found = std::find_if(rows_.begin(), rows_.end(), [&key](auto* row) { return row->key() == key; });
+  if (found == rows_.end()) return;
+  SidebarRowButton* row = *found;
+  if (narrow_) return Q_EMIT renameAsked(key, row->row().title);
+  delete renaming_;
+  auto* field = new TextField(texts::projectName(), {}, list_);
+  renaming_ = field;
+  field->setText(row->row().title);
+  field->selectAll();
+  field->setGeometry(row->geometry().adjusted(kPadding + kCover, 0, 0, 0));
+  field->show();
+  field->setFocus(Qt::OtherFocusReason);
+  // Enter and a press elsewhere keep the name, Escape leaves the old one.
+  const auto close = [this, row = QPointer(row)] {
+    const bool hadFocus = renaming_ && renaming_->hasFocus();
+    if (renaming_) renaming_->disconnect(this), renaming_->hide(), renaming_->deleteLater();
+    renaming_ = nullptr;
+    if (hadFocus && row) row->setFocus(Qt::OtherFocusReason);
+  };
+  connect(field, &TextField::escapePressed, this, close);
+  connect(field, &TextField::editingFinished, this, [this, key, close, field] {
+    const QString name = field->text().trimmed();
+    close();
+    if (!name.isEmpty()) Q_EMIT renamed(key, name);
+  });
 }
 
 void SidebarView::rebuild() {
   auto* column = static_cast<QVBoxLayout*>(list_->layout());
-  for (QWidget* child : list_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) child->hide(), child->deleteLater();
+  const QWidget* focused = QApplication::focusWidget();
+  const auto* focusedRow = qobject_cast<const SidebarRowButton*>(focused);
+  const QString focusedKey = focusedRow && list_->isAncestorOf(focused) ? focusedRow->key() : QString();
+  for (QWidget* child : list_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+    if (child != renaming_) child->hide(), child->deleteLater();
   while (QLayoutItem* item = column->takeAt(0)) delete item;
   rows_.clear();
   headings_.clear();
@@ -208,7 +317,11 @@ void SidebarView::rebuild() {
   addRows(*column, SidebarSection::projects, display_.projectsTitle);
   addRows(*column, SidebarSection::everywhere, display_.everywhereTitle);
   column->addStretch(1);
+  addRows(*column, SidebarSection::foot, {});
   setNarrow(narrow_);
+  for (SidebarRowButton* row : rows_)
+    if (!focusedKey.isEmpty() && row->key() == focusedKey) row->setFocus(Qt::OtherFocusReason);
+  if (renaming_) renaming_->raise();
 }
 
 }  // namespace sorvan::views

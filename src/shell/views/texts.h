@@ -55,6 +55,13 @@ inline QString filterIs(const QString& filter, const QString& value) {
 inline QString newest() { return QStringLiteral("Newest"); }
 inline QString sortMenu() { return QStringLiteral("Order"); }
 inline QString sortedBy(const QString& name) { return QStringLiteral("Order: %1").arg(name); }
+inline QString renameEllipsis() { return QStringLiteral("Rename…"); }
+inline QString archive() { return QStringLiteral("Archive"); }
+inline QString unarchive() { return QStringLiteral("Unarchive"); }
+inline QString projectName() { return QStringLiteral("Project name"); }
+inline QString newProjectTitle() { return QStringLiteral("New Project"); }
+inline QString create() { return QStringLiteral("Create"); }
+inline QString renameProjectTitle() { return QStringLiteral("Rename Project"); }
 inline QString viewsOfLocation() { return QStringLiteral("Views of this place"); }
 inline QString inspectorToggle() { return QStringLiteral("Inspector"); }
 
