@@ -31,69 +31,13 @@
 #include "shell/views/welcome_view.h"
 #include "shell/welcome_presenter.h"
 #include "shell/window_presenter.h"
-#include "views/dressed.h"
+#include "views/whole_window.h"
 
 namespace sorvan::views {
 namespace {
 using namespace Qt::Literals::StringLiterals;
 
-// The whole window over a real library in a temporary folder, with a scripted provider.
-class MainWindowTest : public Dressed {
- protected:
-  MainWindowTest() {
-    window = std::make_unique<MainWindow>(presenters());
-    show(*window, {1440, 900});
-  }
-
-  Presenters presenters() {
-    Presenters all;
-    all.state = &desk.state;
-    all.window = &windowPresenter;
-    all.welcome = &welcome;
-    all.sidebar = &sidebar;
-    all.gallery = &desk.gallery;
-    all.filters = &desk.filters;
-    all.jobs = &desk.jobs;
-    all.inspector = &desk.inspector;
-    all.curation = &desk.curation;
-    all.transfer = &desk.transfer;
-    all.composer = &desk.composer;
-    all.marking = &desk.marking;
-    all.settings = &settings;
-    all.health = &health;
-    all.alerts = &desk.alerts;
-    all.actions = actions.get();
-    return all;
-  }
-  MediaWall& wall() { return window->library().wall(); }
-  PromptEdit* prompt() { return named<PromptEdit>(*window, u"Prompt"_s); }
-  void type(const QString& text) {
-    window->library().dock().focusPrompt();
-    QTest::keyClicks(prompt(), text);
-    QTest::keyClick(prompt(), Qt::Key_Return);
-    test::runPosted();
-  }
-  template <class Kind>
-  Kind* shown() {
-    for (Kind* widget : window->findChildren<Kind*>()) {
-      if (widget->isVisible()) return widget;
-    }
-    return nullptr;
-  }
-
-  test::Desk desk;
-  std::shared_ptr<account::KeyCache> keys = std::make_shared<account::KeyCache>(
-      std::make_shared<account::KeychainStore>(std::make_shared<platform::MemoryKeyBackend>()));
-  account::ProviderSettings providerSettings{keys};
-  WindowPresenter windowPresenter{desk.store, desk.state, desk.alerts, u"Sorvan Studio"_s};
-  WelcomePresenter welcome{desk.store, desk.folder / u"Default"_s};
-  SidebarPresenter sidebar{desk.store, desk.state};
-  HealthPresenter health{desk.store};
-  SettingsPresenter settings{providerSettings, *desk.settings};
-  std::unique_ptr<ActionsPresenter> actions = std::make_unique<ActionsPresenter>(ActionsPresenter::Ports{
-      desk.store, presenters(), [this] { windowPresenter.requestQuit(); }, [](const QString&) {}, u"0"_s});
-  std::unique_ptr<MainWindow> window;
-};
+class MainWindowTest : public WholeWindow {};
 
 TEST_F(MainWindowTest, ATypedPromptBecomesACellAndThenAnItem) {
   desk.provider->gate.emplace();

@@ -1,0 +1,82 @@
+// The whole window as the program builds it, over a real library in a temporary folder, with a scripted provider.
+#pragma once
+
+#include <memory>
+
+#include "account/provider_settings.h"
+#include "platform/key_store.h"
+#include "shell/actions_presenter.h"
+#include "shell/desk.h"
+#include "shell/health_presenter.h"
+#include "shell/settings_presenter.h"
+#include "shell/sidebar_presenter.h"
+#include "shell/views/composer_dock.h"
+#include "shell/views/library_view.h"
+#include "shell/views/main_window.h"
+#include "shell/views/media_wall.h"
+#include "shell/views/prompt_edit.h"
+#include "shell/welcome_presenter.h"
+#include "shell/window_presenter.h"
+#include "support/run_task.h"
+#include "views/dressed.h"
+
+namespace sorvan::views {
+
+class WholeWindow : public Dressed {
+ protected:
+  WholeWindow() {
+    window = std::make_unique<MainWindow>(presenters());
+    show(*window, {1440, 900});
+  }
+
+  Presenters presenters() {
+    Presenters all;
+    all.state = &desk.state;
+    all.window = &windowPresenter;
+    all.welcome = &welcome;
+    all.sidebar = &sidebar;
+    all.gallery = &desk.gallery;
+    all.filters = &desk.filters;
+    all.jobs = &desk.jobs;
+    all.inspector = &desk.inspector;
+    all.curation = &desk.curation;
+    all.transfer = &desk.transfer;
+    all.composer = &desk.composer;
+    all.marking = &desk.marking;
+    all.settings = &settings;
+    all.health = &health;
+    all.alerts = &desk.alerts;
+    all.actions = actions.get();
+    return all;
+  }
+  MediaWall& wall() { return window->library().wall(); }
+  PromptEdit* prompt() { return named<PromptEdit>(*window, QStringLiteral("Prompt")); }
+  void type(const QString& text) {
+    window->library().dock().focusPrompt();
+    QTest::keyClicks(prompt(), text);
+    QTest::keyClick(prompt(), Qt::Key_Return);
+    test::runPosted();
+  }
+  template <class Kind>
+  Kind* shown() {
+    for (Kind* widget : window->findChildren<Kind*>()) {
+      if (widget->isVisible()) return widget;
+    }
+    return nullptr;
+  }
+
+  test::Desk desk;
+  std::shared_ptr<account::KeyCache> keys = std::make_shared<account::KeyCache>(
+      std::make_shared<account::KeychainStore>(std::make_shared<platform::MemoryKeyBackend>()));
+  account::ProviderSettings providerSettings{keys};
+  WindowPresenter windowPresenter{desk.store, desk.state, desk.alerts, QStringLiteral("Sorvan Studio")};
+  WelcomePresenter welcome{desk.store, desk.folder / QStringLiteral("Default")};
+  SidebarPresenter sidebar{desk.store, desk.state};
+  HealthPresenter health{desk.store};
+  SettingsPresenter settings{providerSettings, *desk.settings};
+  std::unique_ptr<ActionsPresenter> actions = std::make_unique<ActionsPresenter>(ActionsPresenter::Ports{
+      desk.store, presenters(), [this] { windowPresenter.requestQuit(); }, [](const QString&) {}, QStringLiteral("0")});
+  std::unique_ptr<MainWindow> window;
+};
+
+}  // namespace sorvan::views
