@@ -64,8 +64,7 @@ class BusService(unittest.TestCase):
         parser.read(BUILT / f"{ID}.service")
         service = parser["D-BUS Service"]
         self.assertEqual(service["Name"], ID)
-        self.assertTrue(service["Exec"].startswith("/"))
-        self.assertEqual(Path(service["Exec"]).name, "sorvan-studio")
+        self.assertEqual(service["Exec"], "/usr/bin/sorvan-studio")
 
 
 class CatalogueEntry(unittest.TestCase):
