@@ -1,0 +1,15 @@
+// Every component in every state on three sheets: what a developer looks at, and what the contrast test reads.
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+namespace sorvan::views {
+
+// In the look that is on now; sized to hold everything. `pictures` is a folder with the sample pictures.
+std::unique_ptr<QWidget> controlsSheet();
+std::unique_ptr<QWidget> mediaSheet(const QString& pictures);
+std::unique_ptr<QWidget> foundationsSheet();
+
+}  // namespace sorvan::views

@@ -1,0 +1,87 @@
+#include "views/sheet_parts.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "shell/views/focus_ring.h"
+#include "shell/views/labels.h"
+#include "shell/views/painting.h"
+
+namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kRingRoom = 4;
+constexpr QSize kSheet(720, 900);
+
+// Draws the ring that the window would draw around its child.
+class Ringed final : public QWidget {
+ public:
+  explicit Ringed(QWidget* inner) : inner_(inner) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(kRingRoom, kRingRoom, kRingRoom, kRingRoom);
+    layout->addWidget(inner);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const bool round = inner_->property(roundProperty).toBool();
+    paintRing(painter, rect(), round ? height() / 2.0 : metrics().radiusControl + 3, metrics().borderFocus,
+              colors().accentRing);
+  }
+
+ private:
+  QWidget* inner_;
+};
+
+template <class Box>
+QWidget* boxOf(const std::vector<QWidget*>& parts, int spacing) {
+  auto* holder = new QWidget;
+  auto* box = new Box(holder);
+  box->setContentsMargins(0, 0, 0, 0);
+  box->setSpacing(spacing);
+  for (QWidget* part : parts) box->addWidget(part);
+  return holder;
+}
+
+}  // namespace
+
+QWidget* inState(QAbstractButton* button, ControlState state) {
+  button->setAttribute(Qt::WA_UnderMouse, state == ControlState::hover);
+  button->setDown(state == ControlState::pressed);
+  button->setEnabled(state != ControlState::disabled);
+  return state == ControlState::focus ? static_cast<QWidget*>(new Ringed(button)) : button;
+}
+
+QWidget* caption(const QString& text) { return new Label(text, Type::caption, &Colors::textSecondary); }
+
+QWidget* row(const std::vector<QWidget*>& parts) {
+  QWidget* holder = boxOf<QHBoxLayout>(parts, 8);
+  static_cast<QHBoxLayout*>(holder->layout())->addStretch(1);
+  return holder;
+}
+
+QWidget* column(const std::vector<QWidget*>& parts) { return boxOf<QVBoxLayout>(parts, 6); }
+
+std::unique_ptr<QWidget> emptySheet(const QString& name, const QString& title) {
+  auto sheet = std::make_unique<Surface>(&Colors::surfaceChrome);
+  sheet->setObjectName(name);
+  auto* box = new QVBoxLayout(sheet.get());
+  box->setContentsMargins(26, 22, 26, 22);
+  box->setSpacing(12);
+  const QString look = Theme::instance().isDark() ? u" · dark"_s : u" · light"_s;
+  box->addWidget(new Label(title + look, Type::title));
+  return sheet;
+}
+
+void fillSheet(QWidget& sheet, QLayout* content) {
+  auto* box = static_cast<QVBoxLayout*>(sheet.layout());
+  box->addLayout(content);
+  box->addStretch(1);
+  sheet.resize(sheet.sizeHint().expandedTo(kSheet));
+}
+
+}  // namespace sorvan::views

@@ -1,0 +1,28 @@
+// What the component sheets are put together from.
+#pragma once
+
+#include <QAbstractButton>
+#include <QLayout>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+namespace sorvan::views {
+
+enum class ControlState { normal, hover, pressed, focus, disabled };
+
+// The button as it looks in that state; with the focus it comes inside a ring.
+QWidget* inState(QAbstractButton* button, ControlState state);
+
+// A small title above a group.
+QWidget* caption(const QString& text);
+QWidget* row(const std::vector<QWidget*>& parts);
+QWidget* column(const std::vector<QWidget*>& parts);
+
+// A sheet with its title and the look that is on; `name` is what its picture is called.
+std::unique_ptr<QWidget> emptySheet(const QString& name, const QString& title);
+// Puts the content under the title and gives the sheet its size.
+void fillSheet(QWidget& sheet, QLayout* content);
+
+}  // namespace sorvan::views
