@@ -43,15 +43,22 @@ Control read(AtspiAccessible* accessible, AtspiStateSet* states) {
   control.showing = has(states, ATSPI_STATE_SHOWING);
   control.enabled = has(states, ATSPI_STATE_ENABLED) || has(states, ATSPI_STATE_SENSITIVE);
   control.focused = has(states, ATSPI_STATE_FOCUSED);
+  control.focusable = has(states, ATSPI_STATE_FOCUSABLE);
+  if (AtspiAction* action = atspi_accessible_get_action_iface(accessible)) {
+    control.actions = atspi_action_get_n_actions(action, nullptr);
+    g_object_unref(action);
+  }
   return control;
 }
 
-void walk(AtspiAccessible* accessible, std::vector<Control>& found, int depth) {
-  if (!accessible || depth > 40 || found.size() > 4000) return;
+using Found = std::function<void(AtspiAccessible*, const Control&)>;
+
+void walk(AtspiAccessible* accessible, const Found& found, int depth) {
+  if (!accessible || depth > 40) return;
   AtspiStateSet* states = atspi_accessible_get_state_set(accessible);
   const bool showing = states && (depth < 2 || has(states, ATSPI_STATE_SHOWING));
   if (showing) {
-    found.push_back(read(accessible, states));
+    found(accessible, read(accessible, states));
     const gint children = atspi_accessible_get_child_count(accessible, nullptr);
     for (gint i = 0; i < children && i < 2000; ++i) {
       AtspiAccessible* child = atspi_accessible_get_child_at_index(accessible, i, nullptr);
@@ -72,10 +79,11 @@ bool matches(const Control& control, const Wanted& wanted) {
 Accessibility::Accessibility() { atspi_init(); }
 Accessibility::~Accessibility() = default;
 
-std::vector<Control> Accessibility::controls() const {
-  std::vector<Control> found;
+namespace {
+
+void walkProgram(const Found& found) {
   AtspiAccessible* desktop = atspi_get_desktop(0);
-  if (!desktop) return found;
+  if (!desktop) return;
   atspi_accessible_clear_cache(desktop);
   const gint programs = atspi_accessible_get_child_count(desktop, nullptr);
   for (gint i = 0; i < programs; ++i) {
@@ -86,7 +94,42 @@ std::vector<Control> Accessibility::controls() const {
     g_object_unref(program);
   }
   g_object_unref(desktop);
+}
+
+bool press(AtspiAccessible* accessible) {
+  AtspiAction* action = atspi_accessible_get_action_iface(accessible);
+  if (!action) return false;
+  const bool done = atspi_action_get_n_actions(action, nullptr) > 0 && atspi_action_do_action(action, 0, nullptr);
+  g_object_unref(action);
+  return done;
+}
+
+}  // namespace
+
+std::vector<Control> Accessibility::controls() const {
+  std::vector<Control> found;
+  walkProgram([&found](AtspiAccessible*, const Control& control) { found.push_back(control); });
   return found;
+}
+
+bool Accessibility::visit(const Wanted& wanted, const std::function<bool(AtspiAccessible*)>& deed) const {
+  bool done = false;
+  walkProgram([&](AtspiAccessible* accessible, const Control& control) {
+    if (!done && matches(control, wanted)) done = deed(accessible);
+  });
+  return done;
+}
+
+bool Accessibility::act(const Wanted& wanted) const { return visit(wanted, press); }
+
+bool Accessibility::write(const Wanted& wanted, const QString& text) const {
+  return visit(wanted, [&text](AtspiAccessible* accessible) {
+    AtspiEditableText* field = atspi_accessible_get_editable_text_iface(accessible);
+    if (!field) return false;
+    const bool done = atspi_editable_text_set_text_contents(field, text.toUtf8().constData(), nullptr);
+    g_object_unref(field);
+    return done;
+  });
 }
 
 std::optional<Control> Accessibility::find(const Wanted& wanted) const {

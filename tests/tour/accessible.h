@@ -4,8 +4,12 @@
 #include <QRect>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
 #include <vector>
+
+struct _AtspiAccessible;
+using AtspiAccessible = struct _AtspiAccessible;
 
 namespace tour {
 
@@ -17,6 +21,8 @@ struct Control {
   bool showing = false;
   bool enabled = false;
   bool focused = false;
+  bool focusable = false;
+  int actions = 0;  // how many things it offers to do
 };
 
 // A test on a control, by exact name or by what its name begins with; an empty role matches any.
@@ -34,6 +40,15 @@ class Accessibility {
   std::vector<Control> controls() const;
   std::optional<Control> find(const Wanted& wanted) const;
   int count(const Wanted& wanted) const;
+
+  // Does what the control offers first, as assistive technology would: press, open, toggle. False when there is no such
+  // control or it offers nothing.
+  bool act(const Wanted& wanted) const;
+  // Writes into a text field in place of what it holds. False when there is no such field.
+  bool write(const Wanted& wanted, const QString& text) const;
+
+ private:
+  bool visit(const Wanted& wanted, const std::function<bool(AtspiAccessible*)>& deed) const;
 };
 
 // The tree as text, for the message of a failed search.

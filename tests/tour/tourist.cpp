@@ -19,8 +19,9 @@ constexpr int stepMilliseconds = 100;
 // Another process has to move on: there is no signal to wait for, so the tree is read again after a short pause.
 void pauseBetweenLooks() { ::poll(nullptr, 0, stepMilliseconds); }
 
-template <class Test>
-bool within(int seconds, Test test) {
+}  // namespace
+
+bool within(int seconds, const std::function<bool()>& test) {
   QElapsedTimer timer;
   timer.start();
   do {
@@ -29,8 +30,6 @@ bool within(int seconds, Test test) {
   } while (timer.elapsed() < seconds * 1000);
   return false;
 }
-
-}  // namespace
 
 // What a job takes at least, so that a person sees it run.
 constexpr int jobMilliseconds = 1200;
@@ -48,6 +47,7 @@ void Tourist::open(const Wanted& expected) {
   environment.insert(u"SORVAN_SERVICE"_qs, sandbox_.configurationPath());
   program_->setProcessEnvironment(environment);
   program_->setProcessChannelMode(QProcess::ForwardedChannels);
+  programEnvironment_ = environment;
   program_->start(QStringLiteral(SORVAN_STUDIO), {});
   ASSERT_TRUE(program_->waitForStarted(10000)) << "the program did not start";
   waitFor(expected, 30);
@@ -120,6 +120,37 @@ void Tourist::drag(QPoint from, QPoint to) {
 }
 
 void Tourist::type(const QString& text) { xdotool({u"type"_qs, u"--delay"_qs, u"8"_qs, u"--"_qs, text}); }
+
+void Tourist::tabTo(const Wanted& wanted) {
+  constexpr int mostStops = 80;
+  QStringList passed;
+  for (int stop = 0; stop < mostStops; ++stop) {
+    for (const Control& control : accessibility_.controls()) {
+      if (!control.focused) continue;
+      if (control.name == wanted.name || (wanted.prefix && control.name.startsWith(wanted.name))) return;
+      passed += control.role + u" “"_qs + control.name + u'”';
+    }
+    key(u"Tab"_qs);
+  }
+  throw std::runtime_error((u"Tab does not lead to “"_qs + wanted.name + u"” but to:\n"_qs + passed.join(u'\n')).toStdString());
+}
+
+QString Tourist::run(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.setProcessEnvironment(desktop_.environment());
+  process.start(program, arguments);
+  if (!process.waitForFinished(20000) || process.exitCode() != 0)
+    throw std::runtime_error((program.toUtf8() + " failed: " + process.readAllStandardError()).toStdString());
+  return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+int Tourist::startAgain(const QStringList& arguments) {
+  QProcess second;
+  second.setProcessEnvironment(programEnvironment_);
+  second.setProcessChannelMode(QProcess::ForwardedChannels);
+  second.start(QStringLiteral(SORVAN_STUDIO), arguments);
+  return second.waitForFinished(20000) ? second.exitCode() : -1;
+}
 
 void Tourist::key(const QString& chord) { xdotool({u"key"_qs, u"--clearmodifiers"_qs, chord}); }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QProcess>
+#include <functional>
 #include <memory>
 
 #include "support_sandbox/sandbox_process.h"
@@ -10,6 +11,9 @@
 #include "tour/desktop.h"
 
 namespace tour {
+
+// Looks again and again, with a pause, until the test holds or the time is over. Answers whether it held.
+bool within(int seconds, const std::function<bool()>& test);
 
 class Tourist {
  public:
@@ -38,6 +42,12 @@ class Tourist {
   void drag(QPoint from, QPoint to);
   // Types into whatever has the focus.
   void type(const QString& text);
+  // Presses Tab until the control has the keyboard; fails the test when Tab does not lead there.
+  void tabTo(const Wanted& wanted);
+  // Runs a program of the desktop to its end and answers what it printed.
+  QString run(const QString& program, const QStringList& arguments);
+  // Starts the program once more, beside the running one, and answers its exit code.
+  int startAgain(const QStringList& arguments);
   // Presses one key or chord in xdotool's names, e.g. "ctrl+a", "Return".
   void key(const QString& chord);
   // Saves the screen as docs/pictures-style PNG when pictures were asked for; always takes it, so that a black
@@ -54,6 +64,7 @@ class Tourist {
   Desktop desktop_;
   Accessibility accessibility_;
   QString prefix_;
+  QProcessEnvironment programEnvironment_;
   sorvan::test::SandboxProcess sandbox_;
   std::unique_ptr<QProcess> program_;
 };
