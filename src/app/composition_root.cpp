@@ -101,6 +101,7 @@ Presenters CompositionRoot::presenters() {
   all.curation = &curation_;
   all.transfer = &transfer_;
   all.composer = &composer_;
+  all.savedReferences = &savedReferences_;
   all.marking = &marking_;
   all.settings = &settingsPresenter_;
   all.health = &health_;
@@ -122,14 +123,24 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       store_(storeServices(profile)),
       queue_(store_, generationPorts()),
       maintenance_(store_),
+      unfinishedImports_(store_),
       messages_(store_, alerts_),
       displays_(store_, queue_),
       composing_(selectableModels(*catalog_), clock_),
       prices_(pricing_, [this](std::stop_token stop) { return falKey(stop); }),
       browser_({CatalogClient(transport_), catalog_, clock_, composing_, alerts_, prices_}),
+      references_({store_, composing_, state_,
+                   [this](const QString& search, std::size_t most) {
+                     return newestPictures(store_, gallery_.index(), search, most);
+                   }}),
+      savedReferences_({store_, composing_, state_, alerts_, references_,
+                        [this](const QString& search, std::size_t most) {
+                          return newestPictures(store_, gallery_.index(), search, most);
+                        }}),
       composer_({store_, queue_, state_, composing_,
                  [keys = keys_](std::stop_token stop) { return keys->ready(ProviderID::fal, stop); }, prices_,
-                 alerts_, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }, &browser_}),
+                 alerts_, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }, &browser_,
+                 &references_}),
       marking_(store_, composing_, state_),
       windowPresenter_(store_, state_, alerts_, profile.title),
       welcome_(store_, profile.defaultWorkspace),
@@ -229,6 +240,8 @@ void CompositionRoot::shutDown() {
 }
 
 Task<> CompositionRoot::finish() {
+  co_await references_.drain();
+  co_await unfinishedImports_.drain();
   co_await maintenance_.drain();
   co_await gallery_.index().drain();
   co_await queue_.drain();

@@ -17,6 +17,7 @@
 #include "composer/composer_state.h"
 #include "core/library_store.h"
 #include "core/thumbnail_maintenance.h"
+#include "exchange/unfinished_imports.h"
 #include "generation/job_queue.h"
 #include "shell/actions_presenter.h"
 #include "shell/alerts_presenter.h"
@@ -29,6 +30,8 @@
 #include "shell/inspector_presenter.h"
 #include "shell/job_displays.h"
 #include "shell/jobs_presenter.h"
+#include "shell/library_references.h"
+#include "shell/library_saved_references.h"
 #include "shell/marking_presenter.h"
 #include "shell/model_prices.h"
 #include "shell/profile.h"
@@ -91,6 +94,7 @@ class CompositionRoot : public QObject {
   core::LibraryStore store_;
   generation::JobQueue queue_;
   core::ThumbnailMaintenance maintenance_;
+  exchange::UnfinishedImports unfinishedImports_;
 
   shell::WorkspaceState state_;
   shell::AlertsPresenter alerts_;
@@ -99,6 +103,8 @@ class CompositionRoot : public QObject {
   composer::ComposerState composing_;
   shell::ModelPrices prices_;
   shell::CatalogueBrowser browser_;
+  shell::LibraryReferences references_;
+  shell::LibrarySavedReferences savedReferences_;
   shell::GenerationComposer composer_;
   shell::MarkingPresenter marking_;
   shell::WindowPresenter windowPresenter_;

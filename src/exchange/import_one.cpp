@@ -93,44 +93,8 @@ void requireWorkspace(const LibraryStore& store) {
   if (!store.hasWorkspace()) throw SorvanError(texts::workspaceUnavailable());
 }
 
-/// On the pool. A picture that goes to a model must be all there.
-void requireWholePicture(const QString& path) {
-  const QFileInfo file(path);
-  if (inspectMedia(path).type != MediaType::image) throw SorvanError(texts::notAnImage(file.fileName()));
-  if (!pictureIsWhole(path)) throw SorvanError(texts::imageNotRead());
-}
-
-Task<AssetRef> importAsReference(LibraryStore* store, ImportPorts ports, ImportOrder order, std::stop_token stop) {
-  requireWorkspace(*store);
-  const LocalOperation operation = store->beginLocalOperation();
-  const std::uint64_t opening = store->opening();
-  // 1. The bytes first: what is here already is never copied.
-  const QString path = order.path;
-  const QString checksum = co_await onPool(
-      [path, stop] {
-        requireWholePicture(path);
-        return sha256OfFile(path, stop);
-      },
-      stop);
-  throwIfStopped(stop);
-  if (store->opening() != opening) throw Cancelled();
-  if (const AssetRef known = liveItemOf(*store, checksum)) co_return known;
-  // 2. A new item.
-  order.checksum = checksum;
-  order.folder = u"references"_s;
-  order.reuses = true;
-  co_return co_await importOne(store, std::move(ports), std::move(order), stop);
-}
-
-}  // namespace
-
-AssetRef liveItemOf(const LibraryStore& store, const QString& checksum) {
-  for (const AssetRef& asset : store.assets())
-    if (asset->checksum == checksum && !asset->isTrashed() && QFileInfo(store.fileOf(*asset)).isFile()) return asset;
-  return nullptr;
-}
-
-Task<AssetRef> importOne(LibraryStore* store, ImportPorts ports, ImportOrder order, std::stop_token stop) {
+Task<ImportedReference> importOrReuse(LibraryStore* store, ImportPorts ports, ImportOrder order,
+                                      std::stop_token stop) {
   // 1. to 3. Not during a backup, and not without a workspace.
   requireWorkspace(*store);
   store->requireWorkspaceInPlace();
@@ -170,17 +134,59 @@ Task<AssetRef> importOne(LibraryStore* store, ImportPorts ports, ImportOrder ord
   };
   co_await onPool(settle);
   if (failure) std::rethrow_exception(failure);
-  co_return item;
+  co_return ImportedReference{item, item->id == plan.note.asset};
 }
 
-Task<AssetRef> importReference(LibraryStore* store, ImportPorts ports, QString path, std::optional<QUuid> project,
-                               std::stop_token stop) {
+/// On the pool. A picture that goes to a model must be all there.
+void requireWholePicture(const QString& path) {
+  const QFileInfo file(path);
+  if (inspectMedia(path).type != MediaType::image) throw SorvanError(texts::notAnImage(file.fileName()));
+  if (!pictureIsWhole(path)) throw SorvanError(texts::imageNotRead());
+}
+
+Task<ImportedReference> importAsReference(LibraryStore* store, ImportPorts ports, ImportOrder order,
+                                          std::stop_token stop) {
+  requireWorkspace(*store);
+  const LocalOperation operation = store->beginLocalOperation();
+  const std::uint64_t opening = store->opening();
+  // 1. The bytes first: what is here already is never copied.
+  const QString path = order.path;
+  const QString checksum = co_await onPool(
+      [path, stop] {
+        requireWholePicture(path);
+        return sha256OfFile(path, stop);
+      },
+      stop);
+  throwIfStopped(stop);
+  if (store->opening() != opening) throw Cancelled();
+  if (const AssetRef known = liveItemOf(*store, checksum)) co_return ImportedReference{known, false};
+  // 2. A new item.
+  order.checksum = checksum;
+  order.folder = u"references"_s;
+  order.reuses = true;
+  co_return co_await importOrReuse(store, std::move(ports), std::move(order), stop);
+}
+
+}  // namespace
+
+AssetRef liveItemOf(const LibraryStore& store, const QString& checksum) {
+  for (const AssetRef& asset : store.assets())
+    if (asset->checksum == checksum && !asset->isTrashed() && QFileInfo(store.fileOf(*asset)).isFile()) return asset;
+  return nullptr;
+}
+
+Task<AssetRef> importOne(LibraryStore* store, ImportPorts ports, ImportOrder order, std::stop_token stop) {
+  co_return (co_await importOrReuse(store, std::move(ports), std::move(order), stop)).item;
+}
+
+Task<ImportedReference> importReference(LibraryStore* store, ImportPorts ports, QString path,
+                                        std::optional<QUuid> project, std::stop_token stop) {
   ImportOrder order{path, project, {}};
   co_return co_await importAsReference(store, std::move(ports), std::move(order), stop);
 }
 
-Task<AssetRef> importPastedReference(LibraryStore* store, ImportPorts ports, QImage picture,
-                                     std::optional<QUuid> project, std::stop_token stop) {
+Task<ImportedReference> importPastedReference(LibraryStore* store, ImportPorts ports, QImage picture,
+                                              std::optional<QUuid> project, std::stop_token stop) {
   if (picture.isNull()) throw SorvanError(texts::imageNotRead());
   // The file has a name of its own, which the copy keeps; it goes when the import is over.
   const TemporaryFile file(u"pasted"_s, u"png"_s);

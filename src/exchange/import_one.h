@@ -42,13 +42,19 @@ struct ImportOrder {
 /// or Cancelled.
 Task<AssetRef> importOne(LibraryStore* store, ImportPorts ports, ImportOrder order, std::stop_token stop);
 
+/// What an import as a reference came to.
+struct ImportedReference {
+  AssetRef item;
+  bool isNew = false;  ///< false: it was in the library already
+};
+
 /// Imports a picture as a reference, into "references": a live item of its bytes is answered instead of a copy, while
 /// one in Trash counts for nothing. Refuses what is no picture, and a picture that does not decode to its end.
-Task<AssetRef> importReference(LibraryStore* store, ImportPorts ports, QString path, std::optional<QUuid> project,
-                               std::stop_token stop);
+Task<ImportedReference> importReference(LibraryStore* store, ImportPorts ports, QString path,
+                                        std::optional<QUuid> project, std::stop_token stop);
 /// The same for a picture without a file, from the clipboard or another program.
-Task<AssetRef> importPastedReference(LibraryStore* store, ImportPorts ports, QImage picture,
-                                     std::optional<QUuid> project, std::stop_token stop);
+Task<ImportedReference> importPastedReference(LibraryStore* store, ImportPorts ports, QImage picture,
+                                              std::optional<QUuid> project, std::stop_token stop);
 
 /// The newest item outside Trash with these bytes whose file is there; null without one.
 AssetRef liveItemOf(const LibraryStore& store, const QString& checksum);

@@ -104,8 +104,9 @@ void addItemRows(std::vector<ActionRow>& rows) {
       row(ActionId::reusePrompt, menu, 5, texts::reusePrompt, "R", EnabledWhen::promptKnown, KeyScope::mediaView));
   rows.push_back(row(ActionId::useSeed, menu, 5, texts::useSeed, "", EnabledWhen::seedKnown));
   rows.push_back(row(ActionId::copyPrompt, menu, 5, texts::copyPrompt, "", EnabledWhen::promptKnown));
-  rows.push_back(row(ActionId::useAsReference, menu, 5, texts::useAsReference, "Shift+R", EnabledWhen::pictureSelected,
+  rows.push_back(row(ActionId::useAsReference, menu, 5, texts::useAsReference, "Shift+R", EnabledWhen::picturesSelected,
                      KeyScope::mediaView));
+  rows.push_back(row(ActionId::saveAsReference, menu, 5, texts::saveAsReference, "", EnabledWhen::picturesSelected));
   rows.push_back(
       row(ActionId::markAreas, menu, 5, texts::markAreas, "M", EnabledWhen::pictureSelected, KeyScope::mediaView));
   rows.push_back(row(ActionId::showInFiles, menu, 5, texts::showInFiles, "", EnabledWhen::itemSelected));

@@ -64,6 +64,7 @@ enum class ActionId {
   useSeed,
   copyPrompt,
   useAsReference,
+  saveAsReference,
   markAreas,
   showInFiles,
   generate,
@@ -89,6 +90,7 @@ enum class EnabledWhen {
   liveItemSelected,     // at least one item outside Trash is selected
   trashedItemSelected,  // at least one item in Trash is selected
   oneLiveItemSelected,
+  picturesSelected,  // at least one selected item is a picture that is not in Trash
   pictureSelected,  // exactly one item is selected, a picture that is not in Trash
   jobSelected,      // exactly one job is selected
   jobCanRetry,

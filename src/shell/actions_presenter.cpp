@@ -12,6 +12,7 @@
 #include "shell/marking_presenter.h"
 #include "shell/presenters.h"
 #include "shell/recipes.h"
+#include "shell/saved_references_presenter.h"
 #include "shell/texts.h"
 #include "shell/transfer_presenter.h"
 #include "shell/welcome_presenter.h"
@@ -108,6 +109,21 @@ QUuid ActionsPresenter::selectedPicture() const {
   return isPicture ? asset->id : QUuid();
 }
 
+// In the order of the gallery.
+std::vector<QUuid> ActionsPresenter::selectedPictures() const {
+  std::vector<core::AssetRef> pictures;
+  for (const QUuid& id : ports_.presenters.state->selection()) {
+    const core::AssetRef asset = ports_.store.asset(id);
+    if (asset && !asset->isTrashed() && asset->type() == core::MediaType::image) pictures.push_back(asset);
+  }
+  std::sort(pictures.begin(), pictures.end(), [this](const auto& left, const auto& right) {
+    return ports_.store.position(*left) < ports_.store.position(*right);
+  });
+  std::vector<QUuid> ids;
+  for (const core::AssetRef& picture : pictures) ids.push_back(picture->id);
+  return ids;
+}
+
 void ActionsPresenter::toggleMarking() {
   MarkingPresenter* marking = ports_.presenters.marking;
   if (!marking) return;
@@ -156,6 +172,8 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
       return textFocused_ || core::canTake(ports_.store, core::HistoryDirection::redo);
     case EnabledWhen::itemSelected:
       return itemSelected();
+    case EnabledWhen::picturesSelected:
+      return !selectedPictures().empty();
     case EnabledWhen::pictureSelected:
       return !selectedPicture().isNull();
     case EnabledWhen::liveItemSelected:
@@ -314,7 +332,10 @@ bool ActionsPresenter::triggerForComposer(ActionId id) {
       composer.clear();
       return true;
     case ActionId::useAsReference:
-      composer.useAsReference(selectedPicture());
+      composer.useAsReferences(selectedPictures());
+      return true;
+    case ActionId::saveAsReference:
+      if (ports_.presenters.savedReferences) ports_.presenters.savedReferences->saveSelection();
       return true;
     case ActionId::reusePrompt:
       composer.reusePrompt(*ports_.presenters.state->selection().begin());

@@ -59,6 +59,7 @@ class ActionsPresenter : public QObject {
   bool isHere(ModeKind mode) const;
   bool itemSelected() const;
   QUuid selectedPicture() const;
+  std::vector<QUuid> selectedPictures() const;
   void toggleMarking();
   bool itemsShown() const;
   bool promptKnown() const;

@@ -11,6 +11,7 @@
 namespace sorvan::shell {
 
 class ModelBrowserPresenter;
+class ReferencesPresenter;
 
 // Something that a model takes or makes beyond words and a picture: an icon and what it stands for.
 struct ModelAbility {
@@ -132,6 +133,8 @@ class ComposerPresenter : public QObject {
   virtual std::vector<ModelSection> modelSections() const = 0;
   // Where more models are found; null where they cannot be added.
   virtual ModelBrowserPresenter* browser() { return nullptr; }
+  // Where pictures come from and what they are called; null where none can be attached.
+  virtual ReferencesPresenter* references() { return nullptr; }
   virtual MessageLine message() const = 0;
   virtual QString draft() const = 0;
 
@@ -161,6 +164,10 @@ class ComposerPresenter : public QObject {
   virtual void copyPrompt(QUuid itemOrJob) { Q_UNUSED(itemOrJob) }
   // Makes this picture the first reference, and chooses a model that takes pictures where none is chosen.
   virtual void useAsReference(QUuid item) = 0;
+  // The same for one picture; several are attached behind what is there, in their order.
+  virtual void useAsReferences(const std::vector<QUuid>& items) {
+    for (const QUuid& item : items) useAsReference(item);
+  }
   virtual void detachReference(QUuid item) = 0;
   // Takes the marks away; their picture stays attached.
   virtual void removeMarks() = 0;

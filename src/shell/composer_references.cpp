@@ -1,4 +1,5 @@
 // The composer's references, and the marks that it takes over from where they were drawn.
+#include "composer/attach_items.h"
 #include "core/library_store.h"
 #include "generation/generation_request.h"
 #include "generation/mentions.h"
@@ -54,6 +55,18 @@ void GenerationComposer::useAsReference(QUuid item) {
   if (!asset || asset->isTrashed() || asset->type() != core::MediaType::image) return;
   try {
     attach(item, std::nullopt);
+  } catch (const SorvanError& failure) {
+    ports_.state.report(failure.message(), true);
+  }
+  ports_.state.focus();
+}
+
+// All of them or none: half a set is nobody's wish.
+void GenerationComposer::useAsReferences(const std::vector<QUuid>& items) {
+  if (items.size() == 1) return useAsReference(items.front());
+  try {
+    const int added = composer::attachItems(ports_.store, items, ports_.state);
+    if (added > 0 && !chooseModelFor(std::nullopt)) ports_.state.report(texts::noModelForThis, true);
   } catch (const SorvanError& failure) {
     ports_.state.report(failure.message(), true);
   }

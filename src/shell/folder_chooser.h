@@ -3,6 +3,7 @@
 #include "shell/room.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -22,6 +23,8 @@ class FolderChooser {
   virtual ~FolderChooser() = default;
   // Calls `chosen` once on the main thread: with the absolute path, or with nothing when the person gave up.
   virtual void chooseFolder(const FolderQuestion& question, std::function<void(std::optional<QString>)> chosen) = 0;
+  // The same for picture files, several at once; with none when the person gave up or nothing can ask for them.
+  virtual void choosePictures(const FolderQuestion&, std::function<void(QStringList)> chosen) { chosen({}); }
 };
 
 }  // namespace sorvan::shell

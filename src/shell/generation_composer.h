@@ -48,6 +48,7 @@ class GenerationComposer final : public ComposerPresenter {
     std::function<void(const QString&)> copyText;
     // Null where models cannot be added.
     ModelBrowserPresenter* browser = nullptr;
+    ReferencesPresenter* references = nullptr;
   };
   explicit GenerationComposer(Ports ports, QObject* parent = nullptr);
   ~GenerationComposer() override;
@@ -55,6 +56,7 @@ class GenerationComposer final : public ComposerPresenter {
   ComposerDisplay display() const override;
   std::vector<ModelSection> modelSections() const override;
   ModelBrowserPresenter* browser() override { return ports_.browser; }
+  ReferencesPresenter* references() override { return ports_.references; }
   MessageLine message() const override;
   QString draft() const override;
 
@@ -77,6 +79,7 @@ class GenerationComposer final : public ComposerPresenter {
   void useSeed(QUuid itemOrJob) override;
   void copyPrompt(QUuid itemOrJob) override;
   void useAsReference(QUuid item) override;
+  void useAsReferences(const std::vector<QUuid>& items) override;
   void detachReference(QUuid item) override;
   void removeMarks() override;
   void openMarks(QUuid item) override;

@@ -14,6 +14,7 @@ class HealthPresenter;
 class InspectorPresenter;
 class JobsPresenter;
 class MarkingPresenter;
+class SavedReferencesPresenter;
 class SettingsPresenter;
 class SidebarPresenter;
 class TransferPresenter;
@@ -34,6 +35,7 @@ struct Presenters {
   CurationPresenter* curation = nullptr;
   TransferPresenter* transfer = nullptr;
   ComposerPresenter* composer = nullptr;
+  SavedReferencesPresenter* savedReferences = nullptr;  // without one, there are no pages of them
   MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
   SettingsPresenter* settings = nullptr;
   HealthPresenter* health = nullptr;

@@ -48,6 +48,7 @@ inline const QString fullScreen = QStringLiteral("Full Screen");
 inline const QString favorite = QStringLiteral("Favorite");
 inline const QString reusePrompt = QStringLiteral("Reuse Prompt");
 inline const QString useAsReference = QStringLiteral("Use as Reference");
+inline const QString saveAsReference = QStringLiteral("Save as Reference…");
 inline const QString markAreas = QStringLiteral("Mark Areas");
 inline const QString showInFiles = QStringLiteral("Show in Files");
 inline const QString retry = QStringLiteral("Retry");

@@ -38,7 +38,7 @@ struct ImportOneTest : test::LibraryFixture {
     return folder / (u"outside/"_s + name);
   }
   AssetRef bring(const QString& path, std::optional<QUuid> project = {}) {
-    return runTask(importReference(&store, ports, path, project, {}));
+    return runTask(importReference(&store, ports, path, project, {})).item;
   }
   std::string refusal(const QString& path) {
     return test::messageOf([&] { bring(path); });
@@ -126,8 +126,10 @@ TEST_F(ImportOneTest, ImportsAnewWhatHasLostItsFileUnderAnotherName) {
 TEST_F(ImportOneTest, CopiesOnceWhenTwoRoadsBringTheSameBytesAtOnce) {
   auto one = importReference(&store, ports, outside(u"a.png"_s, png({90, 8})), {}, {});
   auto two = importReference(&store, ports, outside(u"b.png"_s, png({90, 8})), {}, {});
-  const AssetRef first = runTask(std::move(one));
-  EXPECT_EQ(runTask(std::move(two)), first);
+  const ImportedReference first = runTask(std::move(one));
+  const ImportedReference second = runTask(std::move(two));
+  EXPECT_EQ(first.item, second.item);
+  EXPECT_NE(first.isNew, second.isNew);
   EXPECT_EQ(store.assets().size(), 1u);
   EXPECT_EQ(filesInside().filter(u"/references/"_s).size(), 1);
   EXPECT_TRUE(importNotes(files()).empty());
@@ -297,10 +299,10 @@ TEST_F(ImportOneTest, ARecoveredPromptComesInWithTheItem) {
 
 TEST_F(ImportOneTest, APastedPictureIsKeptAsClipboardOnce) {
   const QImage picture = test::cornerMarked({16, 16});
-  const AssetRef first = runTask(importPastedReference(&store, ports, picture, {}, {}));
+  const AssetRef first = runTask(importPastedReference(&store, ports, picture, {}, {})).item;
   EXPECT_EQ(first->sourceType(), AssetSourceType::clipboard);
   EXPECT_TRUE(first->originalFilename.startsWith(u"Pasted-"_s));
-  EXPECT_EQ(runTask(importPastedReference(&store, ports, picture, {}, {})), first);
+  EXPECT_EQ(runTask(importPastedReference(&store, ports, picture, {}, {})).item, first);
   EXPECT_EQ(test::messageOf([&] { runTask(importPastedReference(&store, ports, QImage(), {}, {})); }),
             "This image could not be read.");
 }

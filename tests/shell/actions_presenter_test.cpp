@@ -261,7 +261,7 @@ TEST_F(ActionsTest, AboutTellsTheVersion) {
   EXPECT_TRUE(desk.alerts.current()->text.contains(QStringLiteral("9.9")));
 }
 
-TEST_F(ActionsTest, OnlyOnePictureCanBeMarkedOrUsedAsAReference) {
+TEST_F(ActionsTest, OnlyOnePictureCanBeMarkedAndOnlyPicturesAreUsedAsReferences) {
   const QUuid item = makeItem();
   const QUuid job = failJob();
   const std::array both{ActionId::markAreas, ActionId::useAsReference};
@@ -271,10 +271,21 @@ TEST_F(ActionsTest, OnlyOnePictureCanBeMarkedOrUsedAsAReference) {
     desk.state.select({job});
     EXPECT_FALSE(actions.isEnabled(id));
     desk.state.select({item, job});
-    EXPECT_FALSE(actions.isEnabled(id));
+    EXPECT_EQ(actions.isEnabled(id), id == ActionId::useAsReference);
     desk.state.select({});
     EXPECT_FALSE(actions.isEnabled(id));
   }
+}
+
+TEST_F(ActionsTest, UseAsReferenceTakesSeveralPicturesInTheOrderOfTheGallery) {
+  const QUuid first = makeItem();
+  const QUuid second = makeItem();
+  desk.state.select({first, second});
+  actions.trigger(ActionId::useAsReference);
+  std::vector<QUuid> inOrder;
+  for (const core::AssetRef& asset : desk.store.assets()) inOrder.push_back(asset->id);
+  EXPECT_EQ(inOrder.size(), 2u);
+  EXPECT_EQ(desk.composing.request().referenceIDs, inOrder);
 }
 
 TEST_F(ActionsTest, UseAsReferenceAttachesTheSelectedPicture) {

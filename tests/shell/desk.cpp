@@ -76,8 +76,12 @@ Desk::Desk()
       composing(composer::selectableModels(*catalog), clock),
       prices(pricing, [this](std::stop_token stop) { return readKey(stop); }),
       browser({catalogue::CatalogClient(web), catalog, clock, composing, alerts, prices}),
+      references({store, composing, state,
+                  [this](const QString& search, std::size_t most) {
+                    return shell::newestPictures(store, gallery.index(), search, most);
+                  }}),
       composer({store, queue, state, composing, [this](std::stop_token stop) { return awaitKey(stop); }, prices,
-                alerts, [this](const QString& text) { copied = text; }, &browser}),
+                alerts, [this](const QString& text) { copied = text; }, &browser, &references}),
       marking(store, composing, state),
       gallery(store, state, displays),
       jobs({store, queue, state, alerts, displays, [this](const QString& text) { copied = text; }}),
@@ -87,7 +91,10 @@ Desk::Desk()
   runPosted();
 }
 
-Desk::~Desk() { runTask(queue.drain()); }
+Desk::~Desk() {
+  runTask(references.drain());
+  runTask(queue.drain());
+}
 
 void Desk::settle() {
   runUntil([this] { return queue.runningCount() == 0 && store.activeJobs().empty(); });

@@ -21,6 +21,7 @@
 #include "shell/inspector_presenter.h"
 #include "shell/job_displays.h"
 #include "shell/jobs_presenter.h"
+#include "shell/library_references.h"
 #include "shell/marking_presenter.h"
 #include "shell/model_prices.h"
 #include "shell/transfer_presenter.h"
@@ -83,6 +84,7 @@ struct Desk {
       std::make_shared<catalogue::FalPricing>(catalogue::FalPricing::Services{web, catalog, clock, settings});
   shell::ModelPrices prices;
   shell::CatalogueBrowser browser;
+  shell::LibraryReferences references;
   shell::GenerationComposer composer;
   shell::MarkingPresenter marking;
   shell::GalleryPresenter gallery;

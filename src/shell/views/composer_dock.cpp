@@ -19,10 +19,11 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 ComposerDock::ComposerDock(ComposerPresenter& composer, ThumbnailStore& thumbnails, QWidget* parent)
-    : QWidget(parent), composer_(composer) {
+    : QWidget(parent), composer_(composer), thumbnails_(thumbnails) {
   setAccessibleName(texts::composerZone());
   build(thumbnails);
   connectControls();
+  connectReferences();
   messageLeaves_.setSingleShot(true);
   messageLeaves_.setInterval(metrics().motionMessageHold);
   connect(&messageLeaves_, &QTimer::timeout, this, [this] {

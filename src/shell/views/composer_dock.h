@@ -36,19 +36,29 @@ class ComposerDock final : public QWidget {
   static constexpr int margin = 16;
 
   void openModelPicker();
+  void openAttachPanel();
   void focusPrompt();
 
  Q_SIGNALS:
   void heightChanged();
+  // Picture files are to be chosen for attaching.
+  void filesRequested();
   // Escape was pressed in the prompt: the keyboard goes back to the content.
   void left();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
   void build(ThumbnailStore& thumbnails);
+  void connectReferences();
+  bool takeDrag(QDropEvent& event);
+  bool takeDrop(QDropEvent& event);
   void connectControls();
   void refresh();
   void refreshEstimate(const ComposerDisplay& display);
@@ -57,6 +67,8 @@ class ComposerDock final : public QWidget {
   void refreshMessage();
   void chooseKind(int index);
   void arrange();
+  // Sounds take none; what is attached all the same can be taken off.
+  bool hasReferences() const;
   int arrangeCollapsed(int width, bool place) const;
   int arrangeExpanded(int width, bool place) const;
   int placeControls(int left, int right, int top, bool place) const;
@@ -65,7 +77,9 @@ class ComposerDock final : public QWidget {
   void open(Popover* popover);
 
   ComposerPresenter& composer_;
+  ThumbnailStore& thumbnails_;
   ComposerDisplay display_;
+  bool dropping_ = false;  // something that can be attached is held over the dock
   SegmentedControl* kind_;
   SegmentedControl* kindIcons_;
   QWidget* destination_;

@@ -47,7 +47,7 @@ void ComposerDock::arrange() {
   const bool open = display_.expanded;
   for (QWidget* widget : std::initializer_list<QWidget*>{kind_, destination_, clear_, collapse_})
     widget->setVisible(open);
-  references_->setVisible(open && !references_->isEmpty());
+  references_->setVisible(open && hasReferences());
   kindIcons_->setVisible(!open);
   length_->setVisible(open && display_.lengthShown);
   count_->setVisible(open && display_.countShown);
@@ -113,7 +113,7 @@ int ComposerDock::arrangeExpanded(int width, bool place) const {
     centre(destination_, right - 2 * head - 16 - wished, y, head, wished);
   }
   y += head + kRowGap;
-  if (!references_->isEmpty()) {
+  if (hasReferences()) {
     const int height = references_->heightForWidth(right - left);
     if (place) put(references_, left, y, right - left, height);
     y += height + kRowGap;
@@ -190,6 +190,7 @@ void ComposerDock::paintEvent(QPaintEvent*) {
   const QRect panel = rect().adjusted(margin, margin, -margin, -margin);
   paintShadow(painter, panel, metrics().radiusDock, colors().dockShadow);
   paintPanel(painter, panel, metrics().radiusDock, colors().surfaceRaised, colors().lineDefault);
+  if (dropping_) paintRing(painter, panel, metrics().radiusDock, 2, colors().accentFill);
 }
 
 }  // namespace sorvan::views

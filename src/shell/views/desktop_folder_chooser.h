@@ -1,4 +1,4 @@
-// Asks for a folder with the desktop's own chooser, and with the toolkit's where there is none.
+// Asks for a folder, or for picture files, with the desktop's own chooser, and with the toolkit's where there is none.
 #pragma once
 
 #include <QDBusConnection>
@@ -23,9 +23,11 @@ class DesktopFolderChooser final : public FolderChooser {
   ~DesktopFolderChooser() override;
 
   void chooseFolder(const FolderQuestion& question, std::function<void(std::optional<QString>)> chosen) override;
+  void choosePictures(const FolderQuestion& question, std::function<void(QStringList)> chosen) override;
 
  private:
-  void openDialog(const FolderQuestion& question, std::function<void(std::optional<QString>)> chosen);
+  void ask(const FolderQuestion& question, bool pictures, std::function<void(QStringList)> chosen);
+  void openDialog(const FolderQuestion& question, bool pictures, std::function<void(QStringList)> chosen);
 
   QWidget* window_;
   QDBusConnection bus_;

@@ -1,9 +1,10 @@
 #include "shell/views/pages.h"
 
 #include "shell/views/library_view.h"
+#include "shell/views/reference_pages.h"
 
 namespace sorvan::views {
 
-void addPages(const PageDesk&) {}
+void addPages(const PageDesk& desk) { addReferencePages(desk); }
 
 }  // namespace sorvan::views

@@ -46,10 +46,11 @@ void whenFinished(QObject* owner, const QDBusPendingCall& call, Finished finishe
   });
 }
 
-std::optional<QString> localFolder(const QVariant& addresses) {
-  const QStringList list = addresses.toStringList();
-  const QString path = list.isEmpty() ? QString() : QUrl(list.front()).toLocalFile();
-  return path.isEmpty() ? std::nullopt : std::optional(path);
+QStringList localPaths(const QVariant& addresses) {
+  QStringList paths;
+  for (const QString& address : addresses.toStringList())
+    if (const QString path = QUrl(address).toLocalFile(); !path.isEmpty()) paths << path;
+  return paths;
 }
 
 }  // namespace
@@ -72,7 +73,8 @@ void PortalFolderQuestion::askVersion() {
   message << kChooser << u"version"_s;
   whenFinished(this, bus_.asyncCall(message, kPatienceMilliseconds), [this](const QDBusPendingCall& call) {
     const QDBusPendingReply<QDBusVariant> reply = call;
-    if (reply.isError() || reply.value().variant().toUInt() < kFirstVersionWithFolders) return giveUp();
+    if (reply.isError()) return giveUp();
+    if (!pictures_ && reply.value().variant().toUInt() < kFirstVersionWithFolders) return giveUp();
     open();
   });
 }
@@ -81,8 +83,8 @@ QVariantMap PortalFolderQuestion::options() const {
   return {{u"handle_token"_s, token_},
           {u"accept_label"_s, question_.acceptLabel},
           {u"modal"_s, true},
-          {u"multiple"_s, false},
-          {u"directory"_s, true},
+          {u"multiple"_s, pictures_},
+          {u"directory"_s, !pictures_},
           // Bytes of a path, with the zero at their end.
           {u"current_folder"_s, QFile::encodeName(question_.startFolder) + '\0'}};
 }
@@ -92,7 +94,7 @@ void PortalFolderQuestion::open() {
   expectAnswerAt(requestPath(bus_, token_));
   // 2. A portal that ends answers nothing any more.
   auto* watcher = new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForUnregistration, this);
-  connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { finish(std::nullopt); });
+  connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { finish({}); });
   // 3. The question.
   QDBusMessage message = QDBusMessage::createMethodCall(kService, kPath, kChooser, u"OpenFile"_s);
   message << parentWindow_ << (question_.message.isEmpty() ? question_.acceptLabel : question_.message) << options();
@@ -113,11 +115,11 @@ void PortalFolderQuestion::expectAnswerAt(const QString& request) {
 }
 
 void PortalFolderQuestion::receive(uint code, const QVariantMap& results) {
-  finish(code == kAnswered ? localFolder(results.value(u"uris"_s)) : std::nullopt);
+  finish(code == kAnswered ? localPaths(results.value(u"uris"_s)) : QStringList());
 }
 
-void PortalFolderQuestion::finish(const std::optional<QString>& folder) {
-  if (!std::exchange(done_, true)) Q_EMIT answered(folder);
+void PortalFolderQuestion::finish(const QStringList& paths) {
+  if (!std::exchange(done_, true)) Q_EMIT answered(paths);
 }
 
 void PortalFolderQuestion::giveUp() {

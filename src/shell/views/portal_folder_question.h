@@ -1,4 +1,4 @@
-// One question for a folder to the desktop's own chooser, over the desktop portal.
+// One question for a folder, or for picture files, to the desktop's own chooser, over the desktop portal.
 #pragma once
 
 #include <QDBusConnection>
@@ -20,12 +20,15 @@ class PortalFolderQuestion final : public QObject {
   // `bus` is the session bus, but in tests.
   PortalFolderQuestion(QDBusConnection bus, FolderQuestion question, QObject* parent = nullptr);
 
+  // Before `ask`: for picture files, several at once, in place of a folder.
+  void setAsksForPictures(bool pictures) { pictures_ = pictures; }
   // `parentWindow` as the portal names windows: "x11:" and the number in hexadecimal, or empty. Once.
   void ask(const QString& parentWindow);
 
  Q_SIGNALS:
-  // The absolute path of a folder on this machine, or nothing when the person gave up or the portal ended.
-  void answered(const std::optional<QString>& folder);
+  // The absolute path of a folder on this machine, or those of picture files; none when the person gave up or the
+  // portal ended.
+  void answered(const QStringList& paths);
   // There is no portal, or it cannot choose folders; the person was asked nothing.
   void unavailable();
 
@@ -36,7 +39,7 @@ class PortalFolderQuestion final : public QObject {
   void askVersion();
   void open();
   void expectAnswerAt(const QString& request);
-  void finish(const std::optional<QString>& folder);
+  void finish(const QStringList& paths);
   void giveUp();
   QVariantMap options() const;
 
@@ -45,6 +48,7 @@ class PortalFolderQuestion final : public QObject {
   QString token_;
   QString parentWindow_;
   QString request_;  // path of the object that will answer
+  bool pictures_ = false;
   bool done_ = false;
 };
 

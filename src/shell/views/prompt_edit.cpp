@@ -1,9 +1,18 @@
 #include "shell/views/prompt_edit.h"
 
+#include <QAbstractTextDocumentLayout>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
 #include <QTextBlock>
+#include <QTimer>
+#include <QToolTip>
 
+#include "generation/texts.h"
+#include "shell/views/dropped_media.h"
+#include "shell/views/painting.h"
 #include "shell/views/theme.h"
 #include "shell/views/typography.h"
 
@@ -33,6 +42,7 @@ void PromptEdit::dress() {
   own.setColor(QPalette::Highlight, colors().accentFill);
   own.setColor(QPalette::HighlightedText, colors().textOnAccent);
   setPalette(own);
+  dressMarks();
 }
 
 // New lines take their distance from the line before, so that it is enough to set it where text is replaced.
@@ -45,24 +55,145 @@ void PromptEdit::setLineDistance() {
 }
 
 void PromptEdit::setDraft(const QString& text) {
-  if (text == toPlainText()) return;
-  const QSignalBlocker quiet(this);
-  setPlainText(text);
-  setLineDistance();
-  moveCursor(QTextCursor::End);
+  const QString present = toPlainText();
+  if (text == present) return;
+  {
+    const QSignalBlocker quiet(this);
+    if (text.isEmpty() || present.isEmpty()) {
+      setPlainText(text);
+      setLineDistance();
+      moveCursor(QTextCursor::End);
+    } else {
+      replaceDifference(text);
+    }
+  }
+  Q_EMIT draftTaken();
 }
 
-int PromptEdit::wishedHeight(int width) const {
-  const std::unique_ptr<QTextDocument> copy(document()->clone());
-  copy->setTextWidth(width);
-  return std::clamp(static_cast<int>(std::ceil(copy->size().height())), metrics().composerEditorMin,
-                    metrics().composerEditorMax);
+void PromptEdit::replaceDifference(const QString& text) {
+  const QString present = toPlainText();
+  const auto shorter = std::min(present.size(), text.size());
+  qsizetype front = 0;
+  while (front < shorter && present[front] == text[front]) ++front;
+  // Never between the two halves of one character.
+  if (front > 0 && present[front - 1].isHighSurrogate()) --front;
+  qsizetype back = 0;
+  while (back < shorter - front && present[present.size() - 1 - back] == text[text.size() - 1 - back]) ++back;
+  if (back > 0 && present[present.size() - back].isLowSurrogate()) --back;
+  QTextCursor edit(document());
+  edit.setPosition(static_cast<int>(front));
+  edit.setPosition(static_cast<int>(present.size() - back), QTextCursor::KeepAnchor);
+  edit.insertText(text.sliced(front, text.size() - front - back));
 }
+
+// Asked several times for each key, so it lays nothing out twice.
+int PromptEdit::wishedHeight(int width) const {
+  const int revision = document()->revision();
+  if (heightRevision_ == revision && heightWidth_ == width) return height_;
+  double wished = 0;
+  if (qFuzzyCompare(document()->textWidth(), static_cast<double>(width))) {
+    wished = document()->size().height();
+  } else {
+    const std::unique_ptr<QTextDocument> copy(document()->clone());
+    copy->setTextWidth(width);
+    wished = copy->size().height();
+  }
+  heightRevision_ = revision;
+  heightWidth_ = width;
+  height_ = std::clamp(static_cast<int>(std::ceil(wished)), metrics().composerEditorMin, metrics().composerEditorMax);
+  return height_;
+}
+
+// ---- Mentions
+
+void PromptEdit::setMarks(std::vector<MentionMark> marks) {
+  if (marks == marks_) return;
+  marks_ = std::move(marks);
+  dressMarks();
+  viewport()->update();
+}
+
+// The colour of their letters; it belongs to the painting and not to the document, so that Undo knows nothing of it.
+void PromptEdit::dressMarks() {
+  QList<ExtraSelection> coloured;
+  for (const MentionMark& mark : marks_) {
+    ExtraSelection selection;
+    selection.cursor = QTextCursor(document());
+    selection.cursor.setPosition(mark.start);
+    selection.cursor.setPosition(mark.start + mark.length, QTextCursor::KeepAnchor);
+    selection.format.setForeground(mark.attached ? colors().accentText : colors().warningText);
+    coloured << selection;
+  }
+  setExtraSelections(coloured);
+}
+
+// One area for each line that the mention stands on.
+std::vector<QRectF> PromptEdit::areasOf(const MentionMark& mark) const {
+  std::vector<QRectF> areas;
+  const QTextBlock block = document()->findBlock(mark.start);
+  const QTextLayout* layout = block.isValid() ? block.layout() : nullptr;
+  if (!layout || mark.start + mark.length > block.position() + block.length()) return areas;
+  // What an input method has under way stands in the lines, and not in the text.
+  const auto inLayout = [&](int position) {
+    const int composed = static_cast<int>(layout->preeditAreaText().size());
+    return position > layout->preeditAreaPosition() ? position + composed : position;
+  };
+  const int from = inLayout(mark.start - block.position());
+  const int to = inLayout(mark.start + mark.length - block.position());
+  const QPointF origin = document()->documentLayout()->blockBoundingRect(block).topLeft();
+  const QPointF scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+  for (int index = 0; index < layout->lineCount(); ++index) {
+    const QTextLine line = layout->lineAt(index);
+    const int first = std::max(from, line.textStart());
+    const int last = std::min(to, line.textStart() + line.textLength());
+    if (first >= last) continue;
+    const double left = line.cursorToX(first);
+    const double right = line.cursorToX(last);
+    areas.emplace_back(origin.x() + std::min(left, right) - scrolled.x(), origin.y() + line.y() - scrolled.y(),
+                       std::abs(right - left), line.height());
+  }
+  return areas;
+}
+
+QRect PromptEdit::rectOf(int position) const {
+  QTextCursor at(document());
+  at.setPosition(std::clamp(position, 0, std::max(0, document()->characterCount() - 1)));
+  return cursorRect(at);
+}
+
+void PromptEdit::paintEvent(QPaintEvent* event) {
+  if (!marks_.empty()) {
+    QPainter painter(viewport());
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF view = viewport()->rect();
+    for (const MentionMark& mark : marks_)
+      for (const QRectF& area : areasOf(mark))
+        if (area.intersects(view))
+          paintPanel(painter, area.adjusted(-3, 1, 3, -1), 5, mark.attached ? colors().accentSoft : colors().warningSoft);
+  }
+  QTextEdit::paintEvent(event);
+}
+
+bool PromptEdit::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTextEdit::viewportEvent(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  const int position = cursorForPosition(help->pos()).position();
+  for (const MentionMark& mark : marks_) {
+    if (mark.attached || position < mark.start || position > mark.start + mark.length) continue;
+    const QString name = toPlainText().mid(mark.start + 1, mark.length - 1);
+    QToolTip::showText(help->globalPos(), generation::texts::notAttached(name), this);
+    return true;
+  }
+  QToolTip::hideText();
+  return true;
+}
+
+// ---- Keys
 
 void PromptEdit::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (enter && !event->modifiers().testFlag(Qt::ShiftModifier)) {
-    Q_EMIT submitted();
+    if (!composing_ && !justComposed_ && !event->isAutoRepeat()) Q_EMIT submitted();
     return;
   }
   if (event->key() == Qt::Key_Escape) {
@@ -70,6 +201,18 @@ void PromptEdit::keyPressEvent(QKeyEvent* event) {
     return;
   }
   QTextEdit::keyPressEvent(event);
+}
+
+void PromptEdit::inputMethodEvent(QInputMethodEvent* event) {
+  const bool was = composing_;
+  QTextEdit::inputMethodEvent(event);
+  composing_ = !event->preeditString().isEmpty();
+  if (was == composing_) return;
+  if (was) {
+    justComposed_ = true;
+    QTimer::singleShot(0, this, [this] { justComposed_ = false; });
+  }
+  Q_EMIT composingChanged();
 }
 
 void PromptEdit::focusInEvent(QFocusEvent* event) {
@@ -84,8 +227,16 @@ void PromptEdit::mousePressEvent(QMouseEvent* event) {
   Q_EMIT focused();
 }
 
+bool PromptEdit::canInsertFromMimeData(const QMimeData* source) const {
+  return source->hasText() || holdsMedia(*source);
+}
+
 void PromptEdit::insertFromMimeData(const QMimeData* source) {
-  if (source->hasText()) insertPlainText(source->text());
+  if (pastesMedia(*source)) {
+    Q_EMIT mediaPasted(*source);
+  } else if (source->hasText()) {
+    insertPlainText(source->text());
+  }
 }
 
 }  // namespace sorvan::views
