@@ -10,6 +10,7 @@
 #include "shell/views/feedback.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/painting.h"
+#include "shell/views/texts.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -52,6 +53,7 @@ QWidget* wordsOf(const QString& text, int width) {
   }
   auto* scroll = new QScrollArea;
   scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setAccessibleName(texts::alertMessage());
   scroll->setWidgetResizable(true);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setWidget(words);

@@ -5,7 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "shell/views/focus_ring.h"
+#include "shell/views/accessible_role.h"
 #include "shell/views/icons.h"
 #include "shell/views/labels.h"
 #include "shell/views/mark_bar.h"
@@ -200,9 +200,9 @@ AssetView::AssetView(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
       canvas_(new PictureCanvas(thumbnails)),
       filmstrip_(new Filmstrip(source, thumbnails)),
       facts_(new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight)),
-      place_(new ElidedLabel(Type::small, &Colors::textTertiary, Qt::ElideRight)) {
+      place_(new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight)) {
   setFocusPolicy(Qt::StrongFocus);
-  setProperty(ownFocusProperty, true);
+  giveRole(*this, QAccessible::Graphic);
   auto* line = new QHBoxLayout;
   line->setContentsMargins(28, 8, 28, 10);
   line->addWidget(facts_, 1);

@@ -31,6 +31,8 @@ void prepare(QAbstractButton& button) {
 Button::Button(const QString& text, ButtonVariant variant, QWidget* parent)
     : QPushButton(text, parent), variant_(variant) {
   prepare(*this);
+  // Enter presses the button that has the keyboard; by itself the toolkit does so in dialogs only.
+  setAutoDefault(true);
   setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 }
 
@@ -260,7 +262,7 @@ void Chip::paintEvent(QPaintEvent*) {
   }
   const int used = paintText(painter, inner.adjusted(0, 0, 1, 0), {text(), fontFor(Type::small, Weight::medium), ink});
   inner.setLeft(inner.left() + used + kChipGap);
-  if (!value_.isEmpty()) paintText(painter, inner.adjusted(0, 0, 1, 0), {value_, fontFor(Type::small), c.textTertiary});
+  if (!value_.isEmpty()) paintText(painter, inner.adjusted(0, 0, 1, 0), {value_, fontFor(Type::small), c.textSecondary});
 }
 
 void Chip::keyPressEvent(QKeyEvent* event) {

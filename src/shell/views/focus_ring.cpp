@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QTextEdit>
 
+#include "shell/views/painted_list.h"
 #include "shell/views/painting.h"
 
 namespace sorvan::views {
@@ -16,6 +17,9 @@ constexpr int kDistance = 2;
 bool keyboard = false;  // what the last input came from
 
 bool drawsItself(const QWidget* widget) {
+  // A list draws the keyboard's place at its current row; while it has none the ring is around the list.
+  const auto* list = dynamic_cast<const PaintedList*>(widget);
+  if (list && list->rowIndex(list->currentRow()) < 0) return false;
   return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QTextEdit*>(widget) ||
          widget->property(ownFocusProperty).toBool();
 }
@@ -42,6 +46,9 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
       QMetaObject::invokeMethod(
           this, [this] { follow(QApplication::focusWidget()); }, Qt::QueuedConnection);
   }
+  if (type == QEvent::KeyRelease && dynamic_cast<PaintedList*>(QApplication::focusWidget()))
+    QMetaObject::invokeMethod(
+        this, [this] { follow(QApplication::focusWidget()); }, Qt::QueuedConnection);
   const bool moved = type == QEvent::Resize || type == QEvent::Move || type == QEvent::Show || type == QEvent::Hide;
   if (moved && target_ && watched->isWidgetType()) {
     auto* widget = static_cast<QWidget*>(watched);

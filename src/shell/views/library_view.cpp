@@ -238,6 +238,7 @@ std::vector<QWidget*> LibraryView::zones() {
   std::vector<QWidget*> all{sidebar_, toolbar_, banner_, stack_->currentWidget(), pane, dock_, toaster_};
   if (filters_) all.insert(all.begin() + 2, filters_);
   if (selectionBar_) all.insert(all.begin() + 2, selectionBar_);
+  all.insert(all.end(), outerZones_.begin(), outerZones_.end());
   return all;
 }
 

@@ -99,6 +99,8 @@ class LibraryView final : public QWidget {
   void summonDock();
   // The next zone in the order sidebar, toolbar, content, inspector, composer, toasts.
   void cycleZones(int direction);
+  // A part of the window outside this view that the keyboard visits last. The window owns it.
+  void addZone(QWidget* zone) { outerZones_.push_back(zone); }
 
  Q_SIGNALS:
   // The window became too narrow for the inspector beside the content.
@@ -127,6 +129,7 @@ class LibraryView final : public QWidget {
   QWidget* keyboardOf(ModeKind page) const;
   bool hasDock() const;
   std::vector<QWidget*> zones();
+  std::vector<QWidget*> outerZones_;
 
   ThumbnailStore thumbnails_;
   SidebarView* sidebar_;

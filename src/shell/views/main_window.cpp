@@ -89,6 +89,7 @@ void MainWindow::build() {
   pages_ = new QStackedWidget;
   welcome_ = new WelcomeView(on_.welcome->display());
   library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts, on_.marking, on_.filters});
+  library_->addZone(strip_);
   addPages({*library_, on_});
   on_.state->setAvailable(library_->pageKinds());
   pages_->addWidget(welcome_);

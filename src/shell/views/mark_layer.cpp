@@ -3,7 +3,6 @@
 #include <QPainter>
 
 #include "shell/views/asset_view.h"
-#include "shell/views/focus_ring.h"
 #include "shell/views/mark_layer_accessible.h"
 #include "shell/views/marks_painting.h"
 #include "shell/views/painting.h"
@@ -20,7 +19,6 @@ constexpr double kReadoutGap = 26;
 MarkLayer::MarkLayer(MarkingPresenter& marking, PictureCanvas& canvas)
     : QWidget(&canvas), marking_(marking), canvas_(canvas) {
   setFocusPolicy(Qt::StrongFocus);
-  setProperty(ownFocusProperty, true);
   setMouseTracking(true);
   setAccessibleName(texts::markedAreas());
   setAccessibleDescription(texts::markHint());

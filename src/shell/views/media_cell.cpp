@@ -43,15 +43,18 @@ QRect moreAt(const QRect& cell) {
 
 QRect heartAt(const QRect& cell) { return moreAt(cell).translated(-kButton - 4, 0); }
 
-void paintPlaceholder(QPainter& painter, const QRect& area, ThumbnailStore::State state) {
+void paintPlaceholder(QPainter& painter, const QRect& area, const GalleryCell& cell, ThumbnailStore::State state) {
   const Colors& c = colors();
-  paintPanel(painter, area, metrics().radiusPicture, c.surfacePlaceholder);
+  // A sound's words are written in white, as on its waveform.
+  const bool sound = cell.kind == CellKind::audio;
+  const QColor ink = sound ? c.textOnPicture : c.textSecondary;
+  paintPanel(painter, area, metrics().radiusPicture, sound ? c.waveGround : c.surfacePlaceholder);
   if (state == ThumbnailStore::State::loading) return;
   const QString words =
       state == ThumbnailStore::State::missing ? texts::originalMissing() : texts::pictureUnreadable();
-  paintIcon(painter, u"triangle-alert"_s, area.adjusted(0, -10, 0, -10), 18, {c.textTertiary});
+  paintIcon(painter, u"triangle-alert"_s, area.adjusted(0, -10, 0, -10), 18, {ink});
   paintText(painter, QRect(area.left() + 6, area.center().y() + 8, area.width() - 12, 16),
-            {words, fontFor(Type::caption), c.textTertiary, Qt::AlignCenter});
+            {words, fontFor(Type::caption), ink, Qt::AlignCenter});
 }
 
 // A picture of just that size is laid down as it is; another one stands in, scaled.
@@ -158,7 +161,7 @@ void paintMediaCell(QPainter& painter, const QRect& area, const GalleryCell& cel
   if (look.thumbnail.state == ThumbnailStore::State::ready)
     paintPicture(painter, area, look.thumbnail.picture);
   else
-    paintPlaceholder(painter, area, look.thumbnail.state);
+    paintPlaceholder(painter, area, cell, look.thumbnail.state);
   painter.setOpacity(1);
   painter.setClipRect(area);
   if (cell.kind == CellKind::audio)

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "shell/views/accessible_role.h"
 #include "shell/views/painting.h"
 
 namespace sorvan::views {
@@ -18,6 +19,7 @@ constexpr int kWindowEdge = 8;
 
 Popover::Popover(const QString& name, QWidget* parent) : QWidget(parent), panel_(new QWidget(this)) {
   setAccessibleName(name);
+  giveRole(*this, QAccessible::Dialog);
   setFocusPolicy(Qt::StrongFocus);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(kShadowRoom, kShadowRoom, kShadowRoom, kShadowRoom);

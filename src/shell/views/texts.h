@@ -172,6 +172,8 @@ inline QString modelColumn() { return QStringLiteral("Model, saved to"); }
 inline QString startedColumn() { return QStringLiteral("Started"); }
 inline QString costColumn() { return QStringLiteral("Cost"); }
 
+inline QString alertMessage() { return QStringLiteral("Message"); }
+
 // Settings.
 inline QString settingsTitle() { return QStringLiteral("Settings"); }
 inline QString appearanceTitle() { return QStringLiteral("Appearance"); }
