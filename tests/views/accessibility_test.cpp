@@ -1,0 +1,137 @@
+#include <QDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "core/workspace_opening.h"
+#include "shell/actions_presenter.h"
+#include "shell/views/controls.h"
+#include "shell/views/popover.h"
+#include "views/access_walk.h"
+#include "views/text_contrast.h"
+#include "views/whole_window.h"
+
+namespace sorvan::views {
+namespace {
+using namespace Qt::Literals::StringLiterals;
+using test::keyboardFaults;
+using test::namelessElements;
+
+std::string lines(const QStringList& faults) { return faults.join(u'\n').toStdString(); }
+
+class Accessibility : public WholeWindow {
+ protected:
+  // Names, keys, focus and contrast of what is in front now.
+  void expectAccessible(QWidget& part) {
+    EXPECT_EQ(lines(namelessElements(part)), "");
+    for (const Appearance look : {Appearance::light, Appearance::dark}) {
+      Theme::instance().setAppearance(look);
+      QCoreApplication::processEvents();
+      EXPECT_EQ(test::faintTexts(part).toStdString(), "") << (look == Appearance::dark ? "dark" : "light");
+    }
+    EXPECT_EQ(lines(keyboardFaults(part)), "");
+  }
+  void makeItem(const QString& prompt) {
+    type(prompt);
+    desk.settle();
+  }
+  QDialog* openDialog() {
+    for (QWidget* top : QApplication::topLevelWidgets())
+      if (auto* dialog = qobject_cast<QDialog*>(top); dialog && dialog->isVisible()) return dialog;
+    return shown<QDialog>();
+  }
+  static void closeMenus() {
+    while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+  }
+  void close(QDialog* dialog) {
+    dialog->reject();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::setActiveWindow(window.get());
+    test::runPosted();
+  }
+};
+
+TEST_F(Accessibility, OfTheFirstPage) {
+  desk.store.close();
+  test::runPosted();
+  ASSERT_TRUE(welcome.isShown());
+  expectAccessible(*window);
+}
+
+TEST_F(Accessibility, EnterPressesTheButtonThatHasTheKeyboard) {
+  desk.store.close();
+  test::runPosted();
+  auto* focused = qobject_cast<Button*>(QApplication::focusWidget());
+  ASSERT_NE(focused, nullptr) << "the first page has the keyboard on its first button";
+  QTest::keyClick(focused, Qt::Key_Return);
+  EXPECT_EQ(desk.store.workspaceRoot(), desk.folder / u"Default"_s);
+}
+
+TEST_F(Accessibility, OfAnAlert) {
+  desk.alerts.ask({0, AlertTone::warning, u"Work is still in progress"_s, u"Quitting stops it."_s,
+                   {{u"Keep Working"_s, AlertButtonRole::primary, true}, {u"Quit"_s, AlertButtonRole::destructive, false}}},
+                  {});
+  test::runPosted();
+  QDialog* alert = openDialog();
+  ASSERT_NE(alert, nullptr);
+  expectAccessible(*alert);
+}
+
+TEST_F(Accessibility, OfMarkingAPicture) {
+  makeItem(u"a boat"_s);
+  desk.state.select({wall().rowId(0)});
+  actions->trigger(ActionId::markAreas);
+  test::runPosted();
+  ASSERT_TRUE(desk.marking.isMarking());
+  expectAccessible(*window);
+}
+
+// What the walk itself can see.
+class AccessWalk : public Dressed {
+ protected:
+  struct Bare : QAbstractButton {
+    using QAbstractButton::QAbstractButton;
+    void paintEvent(QPaintEvent*) override {}
+  };
+  QWidget window;
+  QVBoxLayout layout{&window};
+};
+
+TEST_F(AccessWalk, FindsAButtonWithoutAName) {
+  layout.addWidget(new QPushButton);
+  show(window, {200, 80});
+  EXPECT_TRUE(lines(namelessElements(window)).find("without a name") != std::string::npos);
+}
+
+TEST_F(AccessWalk, FindsAFocusableWithoutARole) {
+  auto* plain = new QWidget;
+  plain->setAccessibleName(u"Plain"_s);
+  plain->setFocusPolicy(Qt::StrongFocus);
+  layout.addWidget(plain);
+  show(window, {200, 80});
+  EXPECT_TRUE(lines(namelessElements(window)).find("without a role") != std::string::npos);
+}
+
+TEST_F(AccessWalk, FindsAButtonThatKeysPassBy) {
+  layout.addWidget(new QPushButton(u"First"_s));
+  auto* passed = new QPushButton(u"Passed by"_s);
+  passed->setFocusPolicy(Qt::NoFocus);
+  layout.addWidget(passed);
+  show(window, {200, 80});
+  EXPECT_TRUE(lines(keyboardFaults(window)).find("not reached by keys: “Passed by”") != std::string::npos);
+}
+
+TEST_F(AccessWalk, FindsAFocusThatCannotBeSeen) {
+  auto* bare = new Bare;
+  bare->setAccessibleName(u"Bare"_s);
+  bare->setFocusPolicy(Qt::StrongFocus);
+  bare->setFixedSize(80, 30);
+  layout.addWidget(bare);
+  layout.addWidget(new QLineEdit);
+  show(window, {200, 120});
+  EXPECT_TRUE(lines(keyboardFaults(window)).find("shows no focus: “Bare”") != std::string::npos);
+}
+
+}  // namespace
+}  // namespace sorvan::views
