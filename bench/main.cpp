@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <exception>
 
-#include <QGuiApplication>
+#include <QApplication>
 
 #include "bench/measuring.h"
 
@@ -28,6 +28,7 @@ const Row* rowNamed(const QString& name) {
 
 int run(const QStringList& arguments) {
   const QString order = arguments.value(0);
+  if (const Order special = orderNamed(order)) return special(arguments.mid(1));
   if (order == QStringLiteral("--list")) {
     for (const Row& row : allRows()) print(row.name);
     return 0;
@@ -48,7 +49,7 @@ int run(const QStringList& arguments) {
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QGuiApplication application(argc, argv);
+  const QApplication application(argc, argv);
   try {
     return run(QCoreApplication::arguments().mid(1));
   } catch (const std::exception& error) {

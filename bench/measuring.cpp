@@ -94,10 +94,11 @@ Result measured(const Row& row) {
   result.ours = ours.median();
   result.peer = peer.median();
   result.limit = limit.median();
+  if (contestants.note) result.note = contestants.note();
   return result;
 }
 
-QString header() { return QStringLiteral("row | ours | peer | limit | ours/peer | ours/limit | peak MiB"); }
+QString header() { return QStringLiteral("row | ours | peer | limit | ours/peer | ours/limit | peak MiB | note"); }
 
 QString line(const QString& name, const Result& result) {
   return QStringList{name,
@@ -106,7 +107,8 @@ QString line(const QString& name, const Result& result) {
                      milliseconds(result.limit),
                      ratio(result.ours, result.peer),
                      ratio(result.ours, result.limit),
-                     QString::number(result.peakMiB, 'f', 1)}
+                     QString::number(result.peakMiB, 'f', 1),
+                     result.note}
       .join(QStringLiteral(" | "));
 }
 

@@ -10,6 +10,7 @@ struct Result {
   std::optional<double> peer;   ///< seconds, median
   std::optional<double> limit;  ///< seconds, median
   double peakMiB = 0;           ///< of this process while ours ran
+  QString note;
 };
 
 /// Makes the data in a process of its own, which is this program with "--make".

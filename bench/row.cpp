@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <map>
 #include <stdexcept>
 
 #include <QFile>
@@ -18,6 +19,11 @@ namespace {
 
 std::vector<Row>& rows() {
   static std::vector<Row> all;
+  return all;
+}
+
+std::map<QString, Order>& orders() {
+  static std::map<QString, Order> all;
   return all;
 }
 
@@ -49,6 +55,13 @@ RegisterRow::RegisterRow(Row row) {
   auto& all = rows();
   const auto before = [](const Row& left, const Row& right) { return left.name < right.name; };
   all.insert(std::upper_bound(all.begin(), all.end(), row, before), std::move(row));
+}
+
+RegisterOrder::RegisterOrder(const QString& name, Order order) { orders().emplace(name, std::move(order)); }
+
+Order orderNamed(const QString& name) {
+  const auto found = orders().find(name);
+  return found == orders().end() ? Order() : found->second;
 }
 
 const std::vector<Row>& allRows() { return rows(); }

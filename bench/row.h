@@ -28,6 +28,8 @@ struct Contestants {
   Run ours;
   Run peer;   ///< another program that does the same work on the same data
   Run limit;  ///< the least that the work could take
+  /// What else our last run showed, a few words; asked once, after all rounds. May be left out.
+  std::function<QString()> note = {};
 };
 
 struct Row {
@@ -48,6 +50,16 @@ class RegisterRow {
 
 /// All rows by name.
 const std::vector<Row>& allRows();
+
+/// What this program does for a row in a process of its own: started with these words and given the arguments that
+/// follow them. Its standard output goes to whoever started it.
+using Order = std::function<int(const QStringList& arguments)>;
+class RegisterOrder {
+ public:
+  RegisterOrder(const QString& name, Order order);
+};
+/// Null when there is no such order.
+Order orderNamed(const QString& name);
 
 /// Seconds that the work takes.
 double timed(const std::function<void()>& work);

@@ -1,7 +1,5 @@
 // From the start of the program with a large library, against an empty window: to the window's first picture, which
 // comes before the library is read, and to the library in it.
-#include <X11/Xlib.h>
-#include <X11/Xutil.h>
 #include <poll.h>
 
 #include <QCoreApplication>
@@ -10,6 +8,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "bench/display.h"
 #include "bench/library_data.h"
 #include "bench/row.h"
 
@@ -20,49 +19,6 @@ constexpr int manyItems = 100'000;
 constexpr unsigned seed = 7;
 constexpr int longestStartSeconds = 20;
 
-enum class Picture { nothing, plainWindow, content };
-constexpr int lineWidth = 1200;
-
-// A display of its own, without a screen and without a window manager.
-class Display {
- public:
-  Display() {
-    server_.start(QStringLiteral("Xvfb"),
-                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-                   QStringLiteral("1440x900x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
-    QByteArray number;
-    while (!number.contains('\n')) {
-      if (!server_.waitForReadyRead(10000)) return;
-      number += server_.readAllStandardOutput();
-    }
-    name_ = ':' + number.trimmed();
-    connection_ = XOpenDisplay(name_.constData());
-  }
-  ~Display() {
-    if (connection_) XCloseDisplay(connection_);
-    server_.kill();
-    server_.waitForFinished(3000);
-  }
-  bool works() const { return connection_; }
-  QString name() const { return QString::fromLatin1(name_); }
-  // What a line across the screen shows. The empty screen is black, and a window without content has one colour.
-  Picture shown() const {
-    XImage* line = XGetImage(connection_, DefaultRootWindow(connection_), 100, 300, lineWidth, 1, AllPlanes, ZPixmap);
-    if (!line) return Picture::nothing;
-    const auto colour = [&](int x) { return XGetPixel(line, x, 0) & 0xFFFFFF; };
-    const unsigned long first = colour(0);
-    bool plain = true;
-    for (int x = 1; x < lineWidth; ++x) plain = plain && colour(x) == first;
-    XDestroyImage(line);
-    if (!plain) return Picture::content;
-    return first == 0 ? Picture::nothing : Picture::plainWindow;
-  }
-
- private:
-  QProcess server_;
-  QByteArray name_;
-  ::Display* connection_ = nullptr;
-};
 
 // Seconds from the start of the program until the screen shows at least that.
 std::optional<double> untilShown(Picture wanted, const Display& display, const QString& program,
