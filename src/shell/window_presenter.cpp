@@ -33,6 +33,8 @@ Banner WindowPresenter::banner() const {
   if (!store_.hasWorkspace()) return {};
   if (store_.canRetryMetadataSave()) return {texts::unsavedBanner, texts::openWorkspaceHealth};
   if (core::workspaceIsTemporary(store_)) return {texts::temporaryWorkspaceBanner, {}};
+  if (state_.mode().kind == ModeKind::gallery && state_.location() == trashLocation)
+    return {texts::trashKeepsFiles, {}, false};
   return {};
 }
 

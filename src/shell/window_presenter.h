@@ -23,6 +23,7 @@ class WorkspaceState;
 struct Banner {
   QString text;         // empty: no banner
   QString actionTitle;  // empty: no button
+  bool isWarning = true;
 };
 
 // The window as a whole: its title, its banner, and whether it may close. Main thread.

@@ -48,6 +48,16 @@ TEST_F(WindowTest, AsksBeforeQuittingWhileAJobRuns) {
   desk.settle();
 }
 
+TEST_F(WindowTest, InTrashItSaysThatFilesAreKeptAndElsewhereNothing) {
+  EXPECT_TRUE(window.banner().text.isEmpty());
+  desk.state.setLocation(trashLocation);
+  EXPECT_EQ(window.banner().text,
+            QStringLiteral("Files and provenance are retained. Restore them from Trash at any time."));
+  EXPECT_FALSE(window.banner().isWarning);
+  desk.state.setMode({ModeKind::activity});
+  EXPECT_TRUE(window.banner().text.isEmpty());
+}
+
 TEST_F(WindowTest, AsksOnceHoweverOftenTheWindowIsClosed) {
   desk.provider->gate.emplace();
   desk.generate(QStringLiteral("one"));

@@ -10,12 +10,15 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 BannerBar::BannerBar(QWidget* parent)
-    : QWidget(parent), text_(new Paragraph({}, Type::small)), action_(new Button({})) {
+    : QWidget(parent),
+      icon_(new IconView(u"triangle-alert"_s, metrics().iconRegular, &Colors::warningText)),
+      text_(new Paragraph({}, Type::small)),
+      action_(new Button({})) {
   action_->setControlSize(ControlSize::compact);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(16, 7, 12, 7);
   row->setSpacing(9);
-  row->addWidget(new IconView(u"triangle-alert"_s, metrics().iconRegular, &Colors::warningText));
+  row->addWidget(icon_);
   row->addWidget(text_, 1, Qt::AlignVCenter);
   row->addWidget(action_);
   connect(action_, &Button::clicked, this, &BannerBar::actionRequested);
@@ -23,6 +26,8 @@ BannerBar::BannerBar(QWidget* parent)
 }
 
 void BannerBar::show(const Banner& banner) {
+  warns_ = banner.isWarning;
+  icon_->setIcon(warns_ ? u"triangle-alert"_s : u"info"_s, warns_ ? &Colors::warningText : &Colors::textTertiary);
   text_->setParagraph(banner.text);
   action_->setText(banner.actionTitle);
   action_->setVisible(!banner.actionTitle.isEmpty());
@@ -32,7 +37,7 @@ void BannerBar::show(const Banner& banner) {
 void BannerBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), colors().surfaceChrome);
-  painter.fillRect(rect(), colors().warningSoft);
+  if (warns_) painter.fillRect(rect(), colors().warningSoft);
   painter.fillRect(QRect(0, height() - 1, width(), 1), colors().lineSubtle);
 }
 

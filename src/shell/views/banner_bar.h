@@ -9,6 +9,7 @@
 namespace sorvan::views {
 
 class Button;
+class IconView;
 class Paragraph;
 
 class BannerBar final : public QWidget {
@@ -26,8 +27,10 @@ class BannerBar final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  IconView* icon_;
   Paragraph* text_;
   Button* action_;
+  bool warns_ = true;
 };
 
 }  // namespace sorvan::views

@@ -106,9 +106,6 @@ bool MediaWall::keyActs(QKeyEvent* event) {
       else
         request({});
       return true;
-    case Qt::Key_Menu:
-      openMenuByKey();
-      return true;
     default:
       return false;
   }
