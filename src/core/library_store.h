@@ -175,6 +175,8 @@ class LibraryStore final : public QObject {
   const AnalysisLedger& analyses() const { return analyses_; }
   ComposerSidecar& composer() { return composer_; }
   void keepComposer(const ComposerDraft& draft) { composer_.keep(draft); }
+  /// The same without waiting for the disk: see ComposerSidecar.
+  void keepComposerSoon(const ComposerDraft& draft) { composer_.keepSoon(draft); }
   std::optional<ComposerDraft> keptComposer() const { return composer_.kept(); }
   /// Whether the composer's draft in memory is not the one on disk.
   bool hasUnsavedDraft() const { return composer_.hasUnsavedDraft(); }

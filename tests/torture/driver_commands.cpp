@@ -164,11 +164,31 @@ void keepPrompt(HeadlessStudio& studio, const QJsonObject& command) {
   }
 }
 
-void keepDraft(HeadlessStudio& studio, const QJsonObject& command) {
+core::ComposerDraft draftOf(int number) {
   core::ComposerDraft draft;
-  draft.text = QString::number(command.value(QLatin1String("number")).toInt());
-  studio.store->keepComposer(draft);
+  draft.text = QString::number(number);
+  draft.request = core::encodeRequest(core::GenerationRequest());
+  return draft;
+}
+
+void keepDraft(HeadlessStudio& studio, const QJsonObject& command) {
+  studio.store->keepComposer(draftOf(command.value(QLatin1String("number")).toInt()));
   if (!studio.store->hasUnsavedDraft()) acknowledgeDraft(*studio.store);
+}
+
+// Somebody types: drafts follow one another without waiting for the disk. What came to rest was promised, and the flush
+// that overtakes the rest is the last word.
+base::Task<> typeDrafts(HeadlessStudio& studio, QJsonObject command) {
+  core::LibraryStore& store = *studio.store;
+  const int first = command.value(QLatin1String("number")).toInt();
+  for (int number = first; number < first + 3; ++number) store.keepComposerSoon(draftOf(number));
+  co_await store.composer().whenWritten();
+  if (!store.hasUnsavedDraft()) acknowledgeDraft(store);
+  store.keepComposerSoon(draftOf(first + 3));
+  store.keepComposerSoon(draftOf(first + 4));
+  store.keepComposer(draftOf(first + 5));
+  if (!store.hasUnsavedDraft()) acknowledgeDraft(store);
+  co_await store.composer().whenWritten();
 }
 
 void keepReview(HeadlessStudio& studio) {
@@ -224,6 +244,7 @@ base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command) {
   else if (name == QStringLiteral("restore")) restoreAll(studio, command);
   else if (name == QStringLiteral("prompt")) keepPrompt(studio, command);
   else if (name == QStringLiteral("draft")) keepDraft(studio, command);
+  else if (name == QStringLiteral("type")) co_await typeDrafts(studio, command);
   else if (name == QStringLiteral("review")) keepReview(studio);
   else if (name == QStringLiteral("retry-save")) retrySave(studio);
   else if (name == QStringLiteral("gateway")) changeGateway(studio, command);

@@ -18,6 +18,7 @@ namespace sorvan::torture {
 //   handle     waits until the newest active job has its remote handle on the disk, or until none is active
 //   save-raw   Save Raw Result on every failed job
 //   prompt ("text"), draft ("number"), review (of the newest item): what is kept beside the library
+//   type ("number"): six drafts, numbered from there, as a typist gives them
 //   trash (the newest item), restore (whatever is in Trash); "quietly": nothing is promised
 //   retry-save tries again to write whatever is not on the disk
 //   gateway    "pays": credits pay from now on; "away": nobody can ask for cancelled operations

@@ -39,6 +39,8 @@ QJsonObject prompt(const QString& text) { return {{u"do"_s, u"prompt"_s}, {u"tex
 
 QJsonObject draft(int number) { return {{u"do"_s, u"draft"_s}, {u"number"_s, number}}; }
 
+QJsonObject type(int number) { return {{u"do"_s, u"type"_s}, {u"number"_s, number}}; }
+
 QJsonObject gateway(const QString& what) { return {{u"do"_s, u"gateway"_s}, {what, true}}; }
 
 QJsonObject place(const QString& file) { return {{u"do"_s, u"place"_s}, {u"file"_s, file}}; }
@@ -111,6 +113,7 @@ std::vector<Scenario> ownWork(const QJsonArray& library) {
       after(library, {},
             plain(u"sidecars"_s, {prompt(u"a first one, %1"_s), draft(1), command(u"review"_s), draft(2),
                                   prompt(u"a second one, %1"_s), rate(2), save, save})),
+      after(library, {}, plain(u"typing"_s, {type(1), type(7), save, save})),
   };
   const QJsonObject quietTrash{{u"do"_s, u"trash"_s}, {u"quietly"_s, true}};
   QJsonArray withTrash = library;
@@ -118,7 +121,7 @@ std::vector<Scenario> ownWork(const QJsonArray& library) {
   withTrash.append(library.first());
   all.push_back(after(withTrash, {}, plain(u"trash"_s, {command(u"restore"_s), command(u"trash"_s)})));
   all[1].damagedSidecar = u"charges.json"_s;
-  all[0].endsSaved = all[2].endsSaved = true;
+  all[0].endsSaved = all[2].endsSaved = all[3].endsSaved = true;
   return all;
 }
 
