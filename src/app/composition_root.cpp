@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QCoreApplication>
+#include <QDBusConnection>
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -13,6 +14,7 @@
 #include "catalogue/catalogue_client.h"
 #include "catalogue/openai_pricing.h"
 #include "catalogue/request_for_model.h"
+#include "core/projects.h"
 #include "core/workspace_opening.h"
 #include "generation/mark_notes_backfill.h"
 #include "generation/settle_cancelled.h"
@@ -66,7 +68,7 @@ GenerationPorts CompositionRoot::generationPorts() {
     return std::make_shared<RetiredProvider>();
   };
   ports.keyReader = [this](ProviderID id) { return keys_->key(id); };
-  ports.billing = [] { return Billing{PayWith::ownKey, true}; };
+  ports.billing = [this] { return payment_.billing(); };
   ports.models = std::make_shared<CatalogFacts>(catalog_);
   ports.forModel = [this](const GenerationRequest& request, const ComparisonModel& model) {
     return requestForModel(*catalog_, request, model);
@@ -100,6 +102,7 @@ Presenters CompositionRoot::presenters() {
   all.inspector = &inspector_;
   all.curation = &curation_;
   all.transfer = &transfer_;
+  all.comparison = &comparison_;
   all.composer = &composer_;
   all.savedReferences = &savedReferences_;
   all.marking = &marking_;
@@ -137,10 +140,12 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
                         [this](const QString& search, std::size_t most) {
                           return newestPictures(store_, gallery_.index(), search, most);
                         }}),
+      desk_({store_, queue_, state_, [this](const QUuid& cell) { return gallery_.indexOf(cell); },
+             [this](const QString& name) { return core::createProject(store_, name)->id; }}),
       composer_({store_, queue_, state_, composing_,
                  [keys = keys_](std::stop_token stop) { return keys->ready(ProviderID::fal, stop); }, prices_,
-                 alerts_, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }, &browser_,
-                 &references_}),
+                 alerts_, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }, desk_,
+                 payment_, &browser_, &references_}),
       marking_(store_, composing_, state_),
       windowPresenter_(store_, state_, alerts_, profile.title),
       welcome_(store_, profile.defaultWorkspace),
@@ -149,10 +154,13 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       filters_(gallery_, state_),
       jobs_({store_, queue_, state_, alerts_, displays_,
              [](const QString& text) { QGuiApplication::clipboard()->setText(text); }}),
+      newsStand_(QDBusConnection::sessionBus()),
+      news_({store_, queue_, state_, windowPresenter_, jobs_, displays_, newsStand_}),
       inspector_(store_, state_, displays_),
       curation_({store_, state_, gallery_, alerts_}),
       transfer_({store_, state_, gallery_, alerts_,
                  [](std::unique_ptr<QMimeData> data) { QGuiApplication::clipboard()->setMimeData(data.release()); }}),
+      comparison_({store_, state_, gallery_, displays_, jobs_, alerts_}),
       settingsPresenter_(providerSettings_, *settings_),
       health_(store_),
       actions_(actionPorts()) {
@@ -174,20 +182,32 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
 CompositionRoot::~CompositionRoot() = default;
 
 void CompositionRoot::start(const std::optional<QString>& problem) {
-  // 1. The key store may take its time, so it is asked first. What a crash left of files for sending goes meanwhile.
-  providerSettings_.load();
-  sweepTemporaryFiles(clock_->now().toDateTime());
-  // 2. The window, in the look that was chosen. A large library takes a moment to read, so the window comes first.
+  startOrder(problem).run([this](const QString& failure) { alerts_.showError(failure); });
+}
+
+shell::StartOrder CompositionRoot::startOrder(const std::optional<QString>& problem) {
+  shell::StartOrder order;
+  // The key store may take its time, so it is asked first. What a crash left of files for sending goes meanwhile.
+  order.add(QStringLiteral("keys"), [this] { providerSettings_.load(); });
+  order.add(QStringLiteral("temporary files"), [this] { sweepTemporaryFiles(clock_->now().toDateTime()); });
+  // The window, in the look that was chosen. A large library takes a moment to read, so the window comes first.
+  order.add(QStringLiteral("window"), [this] { openWindow(); });
+  // The library as it was left, once the window stands; a window that nobody sees is not waited for.
+  order.add(QStringLiteral("library"), [this, problem] {
+    const auto open = [this, problem] { openLibrary(problem); };
+    connect(window_.get(), &views::MainWindow::firstPainted, this, open, Qt::SingleShotConnection);
+    QTimer::singleShot(longestWaitForWindow, this, open);
+  });
+  // Models that an older version read are read again.
+  order.add(QStringLiteral("models"), [this] { browser_.rereadModels(settings_); });
+  return order;
+}
+
+void CompositionRoot::openWindow() {
   welcome_.setOpening(core::hasWorkspaceToRestore(store_));
   views::Theme::instance().setAppearance(settingsPresenter_.appearance());
   window_ = std::make_unique<views::MainWindow>(presenters());
   window_->show();
-  // 3. The library as it was left, once the window stands; a window that nobody sees is not waited for.
-  const auto open = [this, problem] { openLibrary(problem); };
-  connect(window_.get(), &views::MainWindow::firstPainted, this, open, Qt::SingleShotConnection);
-  QTimer::singleShot(longestWaitForWindow, this, open);
-  // 4. Models that an older version read are read again.
-  browser_.rereadModels(settings_);
 }
 
 void CompositionRoot::openLibrary(const std::optional<QString>& problem) {
@@ -242,6 +262,7 @@ void CompositionRoot::shutDown() {
 Task<> CompositionRoot::finish() {
   co_await references_.drain();
   co_await unfinishedImports_.drain();
+  co_await composing_.drain();
   co_await maintenance_.drain();
   co_await gallery_.index().drain();
   co_await queue_.drain();

@@ -22,6 +22,7 @@
 #include "shell/actions_presenter.h"
 #include "shell/alerts_presenter.h"
 #include "shell/catalogue_browser.h"
+#include "shell/comparison_presenter.h"
 #include "shell/curation_presenter.h"
 #include "shell/filter_presenter.h"
 #include "shell/gallery_presenter.h"
@@ -34,14 +35,19 @@
 #include "shell/library_saved_references.h"
 #include "shell/marking_presenter.h"
 #include "shell/model_prices.h"
+#include "shell/payment_desk.h"
 #include "shell/profile.h"
 #include "shell/settings_presenter.h"
 #include "shell/sidebar_presenter.h"
 #include "shell/transfer_presenter.h"
+#include "shell/start_order.h"
 #include "shell/store_messages.h"
+#include "shell/views/desktop_news.h"
 #include "shell/views/main_window.h"
 #include "shell/welcome_presenter.h"
+#include "shell/window_desk.h"
 #include "shell/window_presenter.h"
+#include "shell/work_news.h"
 #include "shell/workspace_state.h"
 
 namespace sorvan::app {
@@ -80,6 +86,8 @@ class CompositionRoot : public QObject {
   shell::ActionsPresenter::Ports actionPorts();
   shell::Presenters presenters();
   void openLibrary(const std::optional<QString>& problem);
+  shell::StartOrder startOrder(const std::optional<QString>& problem);
+  void openWindow();
   Task<std::optional<QString>> falKey(std::stop_token stop) const;
   Task<> finish();
 
@@ -91,6 +99,7 @@ class CompositionRoot : public QObject {
   std::shared_ptr<catalogue::FalCatalog> catalog_;
   std::shared_ptr<catalogue::FalPricing> pricing_;
   std::shared_ptr<catalogue::FalProvider> provider_;
+  shell::PaymentDesk payment_;
   core::LibraryStore store_;
   generation::JobQueue queue_;
   core::ThumbnailMaintenance maintenance_;
@@ -105,6 +114,7 @@ class CompositionRoot : public QObject {
   shell::CatalogueBrowser browser_;
   shell::LibraryReferences references_;
   shell::LibrarySavedReferences savedReferences_;
+  shell::WindowDesk desk_;
   shell::GenerationComposer composer_;
   shell::MarkingPresenter marking_;
   shell::WindowPresenter windowPresenter_;
@@ -113,9 +123,12 @@ class CompositionRoot : public QObject {
   shell::GalleryPresenter gallery_;
   shell::FilterPresenter filters_;
   shell::JobsPresenter jobs_;
+  views::DesktopNewsStand newsStand_;
+  shell::WorkNews news_;
   shell::InspectorPresenter inspector_;
   shell::CurationPresenter curation_;
   shell::TransferPresenter transfer_;
+  shell::ComparisonPresenter comparison_;
   shell::SettingsPresenter settingsPresenter_;
   shell::HealthPresenter health_;
   shell::ActionsPresenter actions_;

@@ -57,8 +57,13 @@ std::vector<SelectableModel> ComposerState::chosenModels() const {
 
 ComposerDraft ComposerState::saved() const {
   ComposerDraft snapshot;
-  snapshot.text = draft_;
-  snapshot.request = encodeRequest(request_);
+  snapshot.text = prompt();
+  try {
+    encodedRequest_ = encodeRequest(request_);
+  } catch (const std::exception&) {
+    // The last that could be encoded keeps the words beside it restorable.
+  }
+  snapshot.request = encodedRequest_;
   snapshot.selectedModels = std::vector<QString>(selectedModels_.begin(), selectedModels_.end());
   std::sort(snapshot.selectedModels.begin(), snapshot.selectedModels.end());
   snapshot.projectID = projectId_;
@@ -86,6 +91,8 @@ void ComposerState::restore(const ComposerDraft& saved, const std::function<bool
   } catch (const std::exception&) {
     return;
   }
+  mode_ = ComposerMode::generation;
+  waitingPrompt_.clear();
   // 2, 3. What is gone from the library goes from the request.
   takeRequest(std::move(request), usable);
   seedText_ = saved.seedText;
@@ -108,6 +115,8 @@ void ComposerState::reset() {
   selectedModels_ = {defaultModel};
   seedText_.clear();
   markupAssetId_.reset();
+  waitingPrompt_.clear();
+  improvements_.clear();
   setText({});
   clearMessage();
   fitOutputSettings();
@@ -117,7 +126,7 @@ void ComposerState::reset() {
 bool ComposerState::isUntouched() const {
   const GenerationRequest start = startingRequest();
   const bool noOptions = !request_.options || request_.options->isEmpty();
-  return draft_.trimmed().isEmpty() && request_.referenceIDs.empty() &&
+  return prompt().trimmed().isEmpty() && request_.referenceIDs.empty() &&
          selectedModels_ == QSet<QString>{defaultModel} && request_.size == start.size &&
          request_.count == start.count && noOptions && seedText_.isEmpty() && !request_.markup;
 }
@@ -125,7 +134,7 @@ bool ComposerState::isUntouched() const {
 void ComposerState::updateLiveDraft(const QString& text) {
   if (text == draft_) return;
   const bool emptinessChanged = text.isEmpty() != draft_.isEmpty();
-  if (text.isEmpty()) improvements_.clear();
+  if (text.isEmpty() && mode_ == ComposerMode::generation) improvements_.clear();
   draft_ = text;
   Q_EMIT draftEdited();
   if (emptinessChanged) Q_EMIT changed();
@@ -133,9 +142,20 @@ void ComposerState::updateLiveDraft(const QString& text) {
 
 void ComposerState::setText(const QString& text) {
   draft_ = text;
-  if (text.isEmpty()) improvements_.clear();
+  if (text.isEmpty() && mode_ == ComposerMode::generation) improvements_.clear();
   Q_EMIT draftReplaced(text);
   Q_EMIT draftEdited();
+  Q_EMIT changed();
+}
+
+void ComposerState::setMode(ComposerMode mode) {
+  if (mode_ == mode) return;
+  // The words of one mode mean nothing in the other, and a prompt is not given up for a command.
+  const QString shown = mode == ComposerMode::command ? QString() : std::exchange(waitingPrompt_, QString());
+  if (mode == ComposerMode::command) waitingPrompt_ = draft_;
+  mode_ = ComposerMode::command;
+  setText(shown);
+  mode_ = mode;
   Q_EMIT changed();
 }
 

@@ -13,6 +13,7 @@
 #include "base/clock.h"
 #include "base/task_scope.h"
 #include "catalogue/fal_model.h"
+#include "composer/intent.h"
 #include "composer/reference_names.h"
 #include "composer/selectable_models.h"
 #include "core/ledger_values.h"
@@ -35,6 +36,10 @@ class ComposerState : public QObject {
   /// The key of the model that a composer starts with.
   static const QString defaultModel;
 
+  /// How the text is read. While commands are typed the prompt waits, and `saved` holds it.
+  ComposerMode mode() const { return mode_; }
+  /// Turns to commands or back to the prompt, which is there again as it was left.
+  void setMode(ComposerMode mode);
   const QString& draft() const { return draft_; }
   const GenerationRequest& request() const { return request_; }
   const QSet<QString>& selectedModels() const { return selectedModels_; }
@@ -88,6 +93,9 @@ class ComposerState : public QObject {
   void focus();
   /// Sets the message line. An error stays until it is replaced; a note leaves after `noteSeconds`.
   void report(const QString& text, bool isError);
+  /// Ends what waits, such as the time of a message; nothing is left to wait for afterwards. Awaited before the program
+  /// ends: a task that still sleeps then would never end.
+  Task<> drain() { return tasks_.drain(); }
   void clearMessage();
 
   void chooseOnly(const QString& key);
@@ -123,6 +131,7 @@ class ComposerState : public QObject {
   void focusRequested();
 
  private:
+  const QString& prompt() const { return mode_ == ComposerMode::command ? waitingPrompt_ : draft_; }
   void adoptFirstSelected();
   void fitOutputSettings();
   void fitOptions(const std::vector<SelectableModel>& chosen);
@@ -138,7 +147,10 @@ class ComposerState : public QObject {
   std::vector<SelectableModel> models_;
   std::shared_ptr<const Clock> clock_;
   TaskScope tasks_;
+  ComposerMode mode_ = ComposerMode::generation;
   QString draft_;
+  QString waitingPrompt_;  ///< the prompt while commands are typed
+  mutable QByteArray encodedRequest_;  ///< the last that could be encoded
   std::vector<PromptImprovement> improvements_;
   GenerationRequest request_;
   std::optional<QUuid> markupAssetId_;

@@ -46,6 +46,8 @@ bool ComposerState::reuse(const GenerationRequest& recipe, const std::function<b
   fitOutputSettings();
   seedText_.clear();
   // 4. The words, with automatic names counted from one again.
+  mode_ = ComposerMode::generation;
+  waitingPrompt_.clear();
   improvements_.clear();
   setText(prompt);
   synchronizeReferenceNames();

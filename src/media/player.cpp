@@ -217,7 +217,9 @@ void Player::stepFrames(int frames) {
   pause();
   if (!pictures_) return seek(from_ + frames * kSoundStep);
   const double rate = facts_.framesPerSecond > 0 ? facts_.framesPerSecond : 25;
-  if (frames == 1 && !stepping_) {
+  if (stepping_) {
+    goTo(from_ + frames / rate);  // the frame to count from is not shown yet
+  } else if (frames == 1) {
     stepping_ = true;  // the next one waits already, or will
   } else if (frames > 0) {
     goTo(frameSeconds_ + frames / rate + kBeforeFrame);

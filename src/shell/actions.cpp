@@ -2,7 +2,9 @@
 
 #include "shell/composer_texts.h"
 #include "shell/project_texts.h"
+#include "shell/sheet_texts.h"
 #include "shell/texts.h"
+#include "shell/viewer_texts.h"
 
 #include <algorithm>
 
@@ -39,6 +41,25 @@ void addEditRows(std::vector<ActionRow>& rows) {
                      KeyScope::mediaView));
 }
 
+// The large view: looking closer, and playing.
+void addViewerRows(std::vector<ActionRow>& rows) {
+  const auto add = [&](ActionId id, int group, const QString& title, const char* keys, EnabledWhen when) {
+    rows.push_back(row(id, MenuId::view, group, title, keys, when, KeyScope::mediaView));
+  };
+  add(ActionId::zoomIn, 5, texts::zoomIn, "+", EnabledWhen::pictureOpen);
+  add(ActionId::zoomOut, 5, texts::zoomOut, "-", EnabledWhen::pictureOpen);
+  add(ActionId::toggleFit, 5, texts::fitOrActualSize, "Z", EnabledWhen::pictureOpen);
+  add(ActionId::playPause, 6, texts::playPause, "Space", EnabledWhen::playerOpen);
+  add(ActionId::previousFrame, 6, texts::previousFrame, ",", EnabledWhen::clipOpen);
+  add(ActionId::nextFrame, 6, texts::nextFrame, ".", EnabledWhen::clipOpen);
+  add(ActionId::secondBack, 6, texts::secondBack, "Shift+Left", EnabledWhen::playerOpen);
+  add(ActionId::secondForward, 6, texts::secondForward, "Shift+Right", EnabledWhen::playerOpen);
+  add(ActionId::playerStart, 6, texts::playerStart, "Home", EnabledWhen::playerOpen);
+  add(ActionId::playerEnd, 6, texts::playerEnd, "End", EnabledWhen::playerOpen);
+  add(ActionId::toggleMute, 6, texts::mute, "M", EnabledWhen::playerOpen);
+  add(ActionId::toggleLoop, 6, texts::loop, "", EnabledWhen::playerOpen);
+}
+
 void addViewRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::view;
   const EnabledWhen open = EnabledWhen::workspaceOpen;
@@ -58,6 +79,7 @@ void addViewRows(std::vector<ActionRow>& rows) {
   rows.push_back(row(ActionId::smallerThumbnails, menu, 3, texts::smaller, "Ctrl+-", open));
   rows.push_back(
       row(ActionId::fullScreen, menu, 4, texts::fullScreen, "F11", EnabledWhen::always, KeyScope::window, true));
+  addViewerRows(rows);
 }
 
 void addRatingRows(std::vector<ActionRow>& rows) {
@@ -95,6 +117,10 @@ void addPlaceRows(std::vector<ActionRow>& rows) {
 
 void addItemRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::item;
+  const EnabledWhen shown = EnabledWhen::galleryItemSelected;
+  // The wall takes Enter itself: as a shortcut it would be taken from the dialogs that open over the wall.
+  rows.push_back(row(ActionId::openItem, menu, -1, texts::openItem, "", shown, KeyScope::mediaView));
+  rows.push_back(row(ActionId::quickLook, menu, -1, texts::quickLook, "Space", shown, KeyScope::mediaView));
   rows.push_back(
       row(ActionId::toggleFavorite, menu, 0, texts::favorite, "F", EnabledWhen::liveItemSelected, KeyScope::mediaView));
   addRatingRows(rows);
@@ -109,6 +135,11 @@ void addItemRows(std::vector<ActionRow>& rows) {
   rows.push_back(row(ActionId::saveAsReference, menu, 5, texts::saveAsReference, "", EnabledWhen::picturesSelected));
   rows.push_back(
       row(ActionId::markAreas, menu, 5, texts::markAreas, "M", EnabledWhen::pictureSelected, KeyScope::mediaView));
+  rows.push_back(row(ActionId::compareItems, menu, 5, texts::compare, "C", EnabledWhen::itemsComparable,
+                     KeyScope::mediaView));
+  rows.push_back(row(ActionId::newContactSheet, menu, 5, texts::newContactSheet, "", EnabledWhen::itemsComparable));
+  rows.push_back(row(ActionId::showLineage, menu, 5, texts::showLineage, "L", EnabledWhen::oneItemSelected,
+                     KeyScope::mediaView));
   rows.push_back(row(ActionId::showInFiles, menu, 5, texts::showInFiles, "", EnabledWhen::itemSelected));
   rows.push_back(row(ActionId::retryJob, menu, 6, texts::retry, "", EnabledWhen::jobCanRetry));
   rows.push_back(row(ActionId::saveResult, menu, 6, texts::saveResult, "", EnabledWhen::jobHasResult));
@@ -120,6 +151,8 @@ void addGenerateRows(std::vector<ActionRow>& rows) {
   const EnabledWhen open = EnabledWhen::workspaceOpen;
   rows.push_back(row(ActionId::generate, menu, 0, texts::generate, "Ctrl+Return", open));
   rows.push_back(row(ActionId::chooseModels, menu, 1, texts::chooseModels, "Ctrl+M", open));
+  rows.push_back(row(ActionId::commandMode, menu, 1, texts::commandMode, "Ctrl+K", open));
+  rows.push_back(row(ActionId::promptHistory, menu, 1, texts::promptHistory, "Ctrl+Shift+H", open));
   rows.push_back(row(ActionId::clearComposer, menu, 2, texts::clearTheComposer, "", open));
 }
 

@@ -36,6 +36,20 @@ enum class ActionId {
   largerThumbnails,
   smallerThumbnails,
   fullScreen,
+  zoomIn,
+  zoomOut,
+  toggleFit,
+  playPause,
+  previousFrame,
+  nextFrame,
+  secondBack,
+  secondForward,
+  playerStart,
+  playerEnd,
+  toggleMute,
+  toggleLoop,
+  openItem,
+  quickLook,
   goBack,
   toggleFavorite,
   rateNone,
@@ -67,8 +81,13 @@ enum class ActionId {
   saveAsReference,
   markAreas,
   showInFiles,
+  compareItems,
+  newContactSheet,
+  showLineage,
   generate,
   chooseModels,
+  commandMode,
+  promptHistory,
   clearComposer,
   keyboardShortcuts,
   about,
@@ -92,7 +111,7 @@ enum class EnabledWhen {
   oneLiveItemSelected,
   picturesSelected,  // at least one selected item is a picture that is not in Trash
   pictureSelected,  // exactly one item is selected, a picture that is not in Trash
-  jobSelected,      // exactly one job is selected
+  jobSelected,      // at least one job is selected
   jobCanRetry,
   jobHasResult,
   jobCanSubmitAgain,
@@ -101,6 +120,12 @@ enum class EnabledWhen {
   seedKnown,    // the selected item or job has a seed
   sheetsHere,      // the location has contact sheets
   referencesHere,  // the location has references of its own
+  galleryItemSelected,  // at least one item is selected in the gallery
+  pictureOpen,          // a picture fills the large view
+  playerOpen,           // a clip or a sound fills the large view
+  clipOpen,             // a clip fills the large view
+  itemsComparable,  // two to eight items outside Trash are selected
+  oneItemSelected,  // exactly one item is selected, in Trash or not
   subView,      // a view that was opened from another one is in front
 };
 

@@ -3,6 +3,7 @@
 #include "core/history.h"
 #include "core/library_store.h"
 #include "shell/alerts_presenter.h"
+#include "shell/comparison_presenter.h"
 #include "shell/composer_presenter.h"
 #include "shell/curation_presenter.h"
 #include "shell/gallery_presenter.h"
@@ -95,6 +96,13 @@ QUuid ActionsPresenter::selectedJob() const {
   return ports_.store.job(*selection.begin()) ? *selection.begin() : QUuid();
 }
 
+QSet<QUuid> ActionsPresenter::selectedJobs() const {
+  QSet<QUuid> jobs;
+  for (const QUuid& id : ports_.presenters.state->selection())
+    if (ports_.store.job(id)) jobs.insert(id);
+  return jobs;
+}
+
 bool ActionsPresenter::itemSelected() const {
   for (const QUuid& id : ports_.presenters.state->selection())
     if (ports_.store.asset(id)) return true;
@@ -145,6 +153,13 @@ bool ActionsPresenter::seedKnown() const {
   return selection.size() == 1 && seedOf(ports_.store, *selection.begin()).has_value();
 }
 
+// What the large view shows; empty while it is not in front.
+std::optional<core::MediaType> ActionsPresenter::openMedia() const {
+  const WorkspaceMode& mode = ports_.presenters.state->mode();
+  const core::AssetRef asset = mode.kind == ModeKind::asset ? ports_.store.asset(mode.subject) : nullptr;
+  return asset ? std::optional(asset->type()) : std::nullopt;
+}
+
 bool ActionsPresenter::itemsShown() const {
   const Presenters& p = ports_.presenters;
   return ports_.store.hasWorkspace() && p.state->mode().kind == ModeKind::gallery && p.gallery->count() > 0;
@@ -163,7 +178,7 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
     case EnabledWhen::textFocusedOrItemsShown:
       return textFocused_ || itemsShown();
     case EnabledWhen::textFocusedOrCellSelected:
-      return textFocused_ || !selectedJob().isNull() || ports_.presenters.transfer->hasItems();
+      return textFocused_ || !selectedJobs().isEmpty() || ports_.presenters.transfer->hasItems();
     case EnabledWhen::itemsShown:
       return itemsShown();
     case EnabledWhen::textFocusedOrUndo:
@@ -183,7 +198,7 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
     case EnabledWhen::oneLiveItemSelected:
       return ports_.presenters.curation->soleItem() != nullptr;
     case EnabledWhen::jobSelected:
-      return !selectedJob().isNull();
+      return !selectedJobs().isEmpty();
     case EnabledWhen::jobCanRetry:
       return job().canRetry;
     case EnabledWhen::jobHasResult:
@@ -196,10 +211,22 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
       return promptKnown();
     case EnabledWhen::seedKnown:
       return seedKnown();
+    case EnabledWhen::itemsComparable:
+      return ports_.presenters.comparison && ports_.presenters.comparison->canCompare();
+    case EnabledWhen::oneItemSelected:
+      return ports_.presenters.comparison && ports_.presenters.comparison->canShowLineage();
     case EnabledWhen::sheetsHere:
       return open && isHere(ModeKind::contactSheets);
     case EnabledWhen::referencesHere:
       return open && isHere(ModeKind::projectReferences);
+    case EnabledWhen::galleryItemSelected:
+      return ports_.presenters.state->mode().kind == ModeKind::gallery && itemSelected();
+    case EnabledWhen::pictureOpen:
+      return openMedia() == core::MediaType::image;
+    case EnabledWhen::playerOpen:
+      return openMedia() == core::MediaType::video || openMedia() == core::MediaType::audio;
+    case EnabledWhen::clipOpen:
+      return openMedia() == core::MediaType::video;
     case EnabledWhen::subView:
       return open && ports_.presenters.state->mode().kind != ModeKind::gallery;
   }
@@ -231,6 +258,11 @@ bool ActionsPresenter::isOffered(ActionId id) const {
       return state.isAvailable(ModeKind::contactSheets);
     case ActionId::showReferences:
       return state.isAvailable(ModeKind::projectReferences);
+    case ActionId::compareItems:
+    case ActionId::newContactSheet:
+      return ports_.presenters.comparison && state.isAvailable(ModeKind::contactSheet);
+    case ActionId::showLineage:
+      return ports_.presenters.comparison && state.isAvailable(ModeKind::lineage);
     default:
       return true;
   }
@@ -257,7 +289,7 @@ QString ActionsPresenter::title(ActionId id) const {
 void ActionsPresenter::trigger(ActionId id) {
   if (!isEnabled(id)) return;
   if (triggerForWindow(id) || triggerForComposer(id) || triggerForHistory(id) || triggerForCuration(id) ||
-      triggerForSelection(id))
+      triggerForComparison(id) ||      triggerForSelection(id))
     return;
   Q_EMIT viewActionRequested(id);
 }
@@ -287,8 +319,8 @@ bool ActionsPresenter::triggerForWindow(ActionId id) {
       p.state->goBack();
       return true;
     case ActionId::searchMedia:
-      // The field stands over the gallery only; the window gives it the keyboard.
-      p.state->setMode({ModeKind::gallery});
+      // The gallery and the history have a field each; the window gives it the keyboard.
+      if (p.state->mode().kind != ModeKind::activity) p.state->setMode({ModeKind::gallery});
       return false;
     case ActionId::toggleFilters:
       p.state->setFiltersVisible(!p.state->filtersVisible());
@@ -331,6 +363,9 @@ bool ActionsPresenter::triggerForComposer(ActionId id) {
     case ActionId::clearComposer:
       composer.clear();
       return true;
+    case ActionId::commandMode:
+      composer.setCommandMode(!composer.display().command);
+      return true;
     case ActionId::useAsReference:
       composer.useAsReferences(selectedPictures());
       return true;
@@ -356,10 +391,10 @@ bool ActionsPresenter::triggerForSelection(ActionId id) {
   switch (id) {
     case ActionId::copy:
       if (textFocused_) return false;
-      if (selectedJob().isNull())
+      if (ports_.presenters.transfer->hasItems())
         p.transfer->copySelected();
       else
-        p.jobs->copyDetails(selectedJob());
+        p.jobs->copyDetails(selectedJobs());
       return true;
     case ActionId::selectAll:
       return !textFocused_ && selectAllItems();
@@ -379,7 +414,7 @@ bool ActionsPresenter::triggerForSelection(ActionId id) {
       p.jobs->cancel(selectedJob());
       return true;
     case ActionId::copyJobDetails:
-      p.jobs->copyDetails(selectedJob());
+      p.jobs->copyDetails(selectedJobs());
       return true;
     case ActionId::showInFiles:
       showInFiles();
@@ -401,6 +436,23 @@ bool ActionsPresenter::triggerForHistory(ActionId id) {
       return true;
     case ActionId::aboutUndo:
       ports_.presenters.alerts->showInformation(texts::aboutUndoTitle, texts::aboutUndo);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool ActionsPresenter::triggerForComparison(ActionId id) {
+  ComparisonPresenter* comparison = ports_.presenters.comparison;
+  switch (id) {
+    case ActionId::compareItems:
+      comparison->compareSelected();
+      return true;
+    case ActionId::newContactSheet:
+      comparison->makeSheet();
+      return true;
+    case ActionId::showLineage:
+      comparison->showLineage();
       return true;
     default:
       return false;

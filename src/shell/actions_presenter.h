@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/records.h"
 #include "shell/actions.h"
 #include "shell/presenters.h"
 #include "shell/workspace_mode.h"
@@ -8,6 +9,7 @@
 #include <QUuid>
 
 #include <functional>
+#include <optional>
 
 namespace sorvan::core {
 class LibraryStore;
@@ -48,7 +50,8 @@ class ActionsPresenter : public QObject {
  Q_SIGNALS:
   // The answers of `isEnabled`, `isChecked` or `title` may differ now.
   void changed();
-  // The window carries this one out: newProject, undo, redo, cut, copy, paste, selectAll (in a field), renameItem, editNotes,
+  // The window carries this one out: newProject, undo, redo, cut, copy, paste, selectAll (in a field), renameItem,
+  // editNotes,
   // moveToProject, fullScreen, chooseModels, openSettings,
   // workspaceHealth.
   void viewActionRequested(sorvan::shell::ActionId id);
@@ -62,14 +65,17 @@ class ActionsPresenter : public QObject {
   std::vector<QUuid> selectedPictures() const;
   void toggleMarking();
   bool itemsShown() const;
+  std::optional<core::MediaType> openMedia() const;
   bool promptKnown() const;
   bool seedKnown() const;
   QUuid selectedJob() const;
+  QSet<QUuid> selectedJobs() const;
   bool triggerForWindow(ActionId id);
   bool triggerForComposer(ActionId id);
   bool triggerForSelection(ActionId id);
   bool triggerForHistory(ActionId id);
   bool triggerForCuration(ActionId id);
+  bool triggerForComparison(ActionId id);
   bool selectAllItems();
   void showInFiles();
 

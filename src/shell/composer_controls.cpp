@@ -2,7 +2,12 @@
 
 #include "catalogue/audio_models.h"
 #include "catalogue/video_length.h"
+#include "composer/composer_rules.h"
+#include "composer/notice_texts.h"
+#include "composer/notices.h"
+#include "composer/shape_control.h"
 #include "core/image_format.h"
+#include "shell/composer_texts.h"
 #include "shell/texts.h"
 #include "shell/wording.h"
 
@@ -19,7 +24,8 @@ using Models = std::vector<SelectableModel>;
 
 bool isSound(const Models& chosen) { return !chosen.empty() && makesSound(chosen.front()); }
 
-QString placeholderOf(const Models& chosen) {
+QString placeholderOf(const ComposerState& state, const Models& chosen) {
+  if (state.mode() == ComposerMode::command) return texts::commandPlaceholder;
   if (!isSound(chosen)) return texts::imagePlaceholder;
   switch (audioKindOf(chosen.front().record.id).value_or(AudioKind::effect)) {
     case AudioKind::voice:
@@ -32,48 +38,30 @@ QString placeholderOf(const Models& chosen) {
   return texts::effectPlaceholder;
 }
 
-QString modelLabelOf(const Models& chosen) {
-  if (chosen.empty()) return texts::selectModel;
-  return chosen.size() == 1 ? chosen.front().record.name : texts::modelCount(static_cast<qsizetype>(chosen.size()));
-}
-
-bool takesRatio(const SelectableModel& model, const QString& ratio) {
-  const auto& ratios = model.comparison.model.ratios;
-  return !ratios || ratios->contains(ratio);
-}
-
-bool allTakeRatio(const Models& chosen, const QString& ratio) {
-  return std::all_of(chosen.begin(), chosen.end(), [&](const auto& model) { return takesRatio(model, ratio); });
-}
-
 void fillRatio(ComposerDisplay& display, const ComposerState& state, const Models& chosen) {
-  display.ratioShown = !chosen.empty() && !isSound(chosen);
-  display.ratioFixed = std::all_of(chosen.begin(), chosen.end(), [](const auto& model) {
-    return std::holds_alternative<NoSizing>(model.record.sizing);
-  });
+  const ShapeControl control = shapeControl(state.request(), chosen);
   const QString& size = state.request().size;
+  const bool isPicked = !followsImage(state.request(), chosen) || state.request().shapeChosen.value_or(false);
+  display.ratioShown = !chosen.empty() && !isSound(chosen);
+  display.ratioFixed = control.isFixed;
+  display.ratioLabel = control.text;
+  display.ratioTooltip = control.tooltip;
   for (const core::ImageFormat& format : core::ImageFormat::all())
     display.ratios.push_back({format.size, format.ratio, format.name, format.width, format.height,
-                              allTakeRatio(chosen, format.ratio), format.size == size});
-  const core::ImageFormat* format = core::ImageFormat::find(size);
-  display.ratioLabel = display.ratioFixed ? texts::setByModel : format ? QString(format->ratio) : QString();
-  display.ratioTooltip = display.ratioFixed ? texts::shapeFixedTooltip
-                         : format           ? texts::ratioTooltip(format->name)
-                                            : QString();
+                              control.sizes.contains(format.size), isPicked && format.size == size});
+  display.ratioRefused = display.ratioShown && !control.isFixed && isPicked && !control.sizes.contains(size);
 }
 
 void fillCount(ComposerDisplay& display, const ComposerState& state, const Models& chosen) {
   display.count = state.request().count;
-  display.countMaximum = chosen.empty() ? 4 : chosen.front().comparison.model.maxCount;
+  display.countMaximum = mostOutputs(chosen);
   bool clips = !chosen.empty();
-  for (const SelectableModel& model : chosen) {
-    display.countMaximum = std::min(display.countMaximum, model.comparison.model.maxCount);
+  for (const SelectableModel& model : chosen)
     clips = clips && model.record.output == core::MediaType::video;
-  }
   display.countShown = !chosen.empty() && !isSound(chosen);
   display.countLabel = clips ? texts::clipCount(display.count) : texts::imageCount(display.count);
   display.countSuffix = chosen.size() > 1 ? texts::perModel : QString();
-  display.countTooltip = texts::countTooltip(texts::imageCount(display.count), chosen.size() > 1);
+  display.countTooltip = composer::texts::countTooltip(display.count, chosen.size() > 1);
 }
 
 void fillSoundLength(ComposerDisplay& display, const ComposerState& state, const FalModel& model) {
@@ -89,43 +77,44 @@ void fillSoundLength(ComposerDisplay& display, const ComposerState& state, const
     display.lengths.push_back({value, lengthLabel(setting->field, value), value == current});
 }
 
-std::vector<FalModel> recordsOf(const Models& chosen) {
-  std::vector<FalModel> records;
-  for (const SelectableModel& model : chosen) records.push_back(model.record);
-  return records;
+void fillChoices(std::vector<LengthChoice>& choices, const QStringList& values, const QString& current) {
+  for (const QString& value : values) choices.push_back({value, video_length::label(value), value == current});
 }
 
-void fillVideoLength(ComposerDisplay& display, const ComposerState& state, const Models& chosen) {
-  const auto all = chosen.size() > 1 ? video_length::Lengths::fixedOnly : video_length::Lengths::all;
-  const auto plan = video_length::plan(state.request(), recordsOf(chosen), all);
-  const QStringList offered = video_length::shared(plan);
-  if (plan.empty() || offered.isEmpty()) return;
-  const bool alike =
-      std::all_of(plan.begin(), plan.end(), [&](const auto& c) { return c.value == plan.front().value; });
+void describeVideoLength(ComposerDisplay& display, bool several) {
   display.lengthShown = true;
-  display.lengthLabel = alike ? video_length::label(plan.front().value) : texts::differentLengths;
-  display.lengthTitle = texts::videoLength;
-  display.lengthFoot = texts::lengthFoot;
-  display.lengthTooltip = chosen.size() > 1 ? texts::lengthsTooltip : texts::lengthTooltip;
-  for (const QString& value : offered)
-    display.lengths.push_back({value, video_length::label(value), alike && value == plan.front().value});
-  if (plan.size() < 2) return;
-  QStringList items;
-  for (const auto& choice : plan) items << choice.name + QLatin1Char(' ') + video_length::label(choice.value);
-  display.notices.push_back(alike ? texts::everyModelLength(display.lengthLabel)
-                                  : texts::differingLengths(items.join(QStringLiteral(" · "))));
+  display.lengthTitle = composer::texts::videoLength();
+  display.lengthFoot = composer::texts::lengthFoot();
+  display.lengthTooltip = composer::texts::lengthTooltip(several);
 }
 
-void fillRatioNotice(ComposerDisplay& display, const ComposerState& state, const Models& chosen) {
-  const core::ImageFormat* format = core::ImageFormat::find(state.request().size);
-  if (format && !isSound(chosen) && !allTakeRatio(chosen, format->ratio))
-    display.notices.push_back(texts::ratioNotice(format->name, format->ratio));
+void fillVideoLength(ComposerDisplay& display, const ComposerState& state, const SelectableModel& model) {
+  const auto plan = video_length::plan(state.request(), {model.record}, video_length::Lengths::all);
+  if (plan.empty()) return;
+  describeVideoLength(display, false);
+  display.lengthLabel = settingText(plan.front().value, *model.record.setting(QStringLiteral("duration")));
+  fillChoices(display.lengths, plan.front().values, plan.front().value);
 }
 
-void fillReferenceNotice(ComposerDisplay& display, const ComposerState& state, const Models& chosen) {
-  const bool taken = std::all_of(chosen.begin(), chosen.end(),
-                                 [](const auto& model) { return model.comparison.model.supportsReferences; });
-  if (!state.request().referenceIDs.empty() && !taken) display.notices.push_back(texts::referencesUnusable);
+// One row for all of them where they have lengths in common, and one for each.
+void fillVideoLengths(ComposerDisplay& display, const ComposerState& state, const Models& chosen) {
+  const LengthPanel panel = lengthPanel(state.request(), chosen);
+  if (panel.rows.empty()) return;
+  describeVideoLength(display, true);
+  QStringList lengths;
+  for (const video_length::Choice& row : panel.rows) {
+    LengthRow shown{row.id, row.name, {}};
+    fillChoices(shown.lengths, row.values, row.value);
+    display.lengthRows.push_back(std::move(shown));
+    lengths << video_length::label(row.value);
+  }
+  lengths.removeDuplicates();
+  const bool alike = lengths.size() == 1;
+  display.lengthLabel = alike ? lengths.front() : texts::lengthWord;
+  if (!alike) display.lengthValue = lengths.join(QStringLiteral(", "));
+  display.sharedLength = panel.sharedValue;
+  if (panel.shared.isEmpty() && panel.rows.size() > 1) display.lengthNote = composer::texts::noLengthInCommon();
+  if (panel.rows.size() > 1) fillChoices(display.lengths, panel.shared, alike ? panel.rows.front().value : QString());
 }
 
 }  // namespace
@@ -152,23 +141,20 @@ QString lengthLabel(const QString& field, const QString& value) {
 ComposerDisplay makeComposerControls(const ComposerState& state) {
   const Models chosen = state.chosenModels();
   ComposerDisplay display;
-  display.placeholder = placeholderOf(chosen);
-  display.modelLabel = modelLabelOf(chosen);
+  display.placeholder = placeholderOf(state, chosen);
+  display.modelLabel = modelLabel(chosen);
   display.audio = isSound(chosen);
   fillRatio(display, state, chosen);
   fillCount(display, state, chosen);
   if (isSound(chosen)) {
     fillSoundLength(display, state, chosen.front().record);
   } else {
-    fillVideoLength(display, state, chosen);
+    chosen.size() == 1 ? fillVideoLength(display, state, chosen.front()) : fillVideoLengths(display, state, chosen);
   }
-  fillRatioNotice(display, state, chosen);
-  fillReferenceNotice(display, state, chosen);
   display.seedShown = std::any_of(chosen.begin(), chosen.end(), [](const auto& model) { return model.record.hasSeed; });
   display.seedText = state.seedText();
-  display.seedTooltip = texts::seedTooltip;
-  display.seedDetail = texts::seedDetail;
-  display.submitTitle = chosen.size() > 1 ? texts::generateAndCompare : texts::generate;
+  display.seedTooltip = composer::texts::seedTooltip();
+  display.seedDetail = composer::texts::seedDetail();
   return display;
 }
 

@@ -21,7 +21,7 @@ QString lengthLabel(const QString& field, const QString& value);
 // The picker's tabs for what is being composed. `priceOf` is asked for each model.
 std::vector<ModelSection> makeModelSections(const ComposerState& state,
                                             const std::function<PriceText(const QString&)>& priceOf);
-// Fills everything but destination, submission and `expanded`.
+// Fills everything but destination, notices, submission and `expanded`.
 ComposerDisplay makeComposerControls(const ComposerState& state);
 
 }  // namespace sorvan::shell

@@ -6,7 +6,11 @@
 #include <QString>
 #include <QUuid>
 
+#include <optional>
+#include <utility>
 #include <vector>
+
+#include "shell/alerts_presenter.h"
 
 namespace sorvan::shell {
 
@@ -76,6 +80,37 @@ struct AttachedReference {
   bool operator==(const AttachedReference&) const = default;
 };
 
+// The lengths of one of several models.
+struct LengthRow {
+  QString modelId;  // what `chooseLengthOf` takes
+  QString modelName;
+  std::vector<LengthChoice> lengths;
+};
+
+// A line above the controls, with what can be done about it.
+struct ComposerNotice {
+  ComposerNotice(QString words, std::vector<QString> titles = {}, AlertTone howGrave = AlertTone::warning)
+      : text(std::move(words)), buttons(std::move(titles)), tone(howGrave) {}
+  QString text;
+  std::vector<QString> buttons;
+  AlertTone tone = AlertTone::warning;
+  bool operator==(const ComposerNotice&) const = default;
+};
+
+// A place for what is made.
+struct ComposerDestination {
+  std::optional<QUuid> project;  // none: the Inbox
+  QString name;
+  bool chosen = false;
+};
+
+// A prompt that was saved, or used lately.
+struct PastPrompt {
+  QUuid saved;  // null: not saved, only used
+  QString title;
+  QString text;
+};
+
 // Everything that the dock draws beside the prompt.
 struct ComposerDisplay {
   QString placeholder;
@@ -84,6 +119,7 @@ struct ComposerDisplay {
   QString ratioTooltip;
   bool ratioShown = true;
   bool ratioFixed = false;  // the chip opens nothing
+  bool ratioRefused = false;  // some chosen model does not make it
   std::vector<RatioChoice> ratios;
   QString countLabel;   // “1 image”
   QString countSuffix;  // “per model”, or empty
@@ -96,21 +132,33 @@ struct ComposerDisplay {
   QString lengthTooltip;
   QString lengthTitle;  // “Video Length”, or “Length” for a sound
   QString lengthFoot;
-  std::vector<LengthChoice> lengths;
+  QString lengthValue = {};  // beside the label, when the models differ: “5 s, 6 s”
+  std::vector<LengthChoice> lengths;  // for the model, or for all of several models
+  QString sharedLength = {};          // what all of several models have, or “Different lengths”
+  QString lengthNote = {};            // why there is no length for all of them
+  std::vector<LengthRow> lengthRows;  // each of several models; empty with one
   bool seedShown = true;
   QString seedText;
   QString seedTooltip;
   QString seedDetail;
   QString destination;  // the project, or “Inbox”
+  QString payer = {};   // “Pay with Credits”; empty where there is no choice
+  bool ownKeyPays = true;
+  bool command = false;       // the text is a command to the library
+  QString commandLabel = {};  // what it is understood as: “Find media”
+  QString review = {};        // “Review: …”: what an interpreter made of the command, until it is run
+  bool interpretOffered = false;  // commands that are not understood can be sent to an interpreter
+  bool interprets = false;        // and are
   bool audio = false;   // the composer of sounds
   QString estimate;     // “≈ $0.060” beside the button that spends it, or empty: no figure rather than a false one
+  QString estimateSpoken = {};  // for those who do not see it
   QString estimateTooltip;
   QString submitTitle;  // “Generate”, “Generate & Compare”
   QString submitTooltip;
   bool submitEmphasised = false;  // false with an empty prompt: drawn as secondary, pressing does nothing
-  bool submitBusy = false;        // the first answer about the key is awaited
+  bool submitBusy = false;        // an answer is awaited: pressing does nothing
   std::vector<AttachedReference> references;  // in the order in which they are sent
-  std::vector<QString> notices;   // above the controls, top to bottom
+  std::vector<ComposerNotice> notices;  // above the controls, top to bottom
   bool expanded = false;
 };
 
@@ -146,6 +194,8 @@ class ComposerPresenter : public QObject {
   virtual void chooseSize(const QString& size) = 0;
   virtual void chooseCount(int count) = 0;
   virtual void chooseLength(const QString& value) = 0;
+  // The length of one of several models, by its id.
+  virtual void chooseLengthOf(const QString& model, const QString& value) { Q_UNUSED(model) Q_UNUSED(value) }
   virtual void editSeed(const QString& text) = 0;
   virtual void rollSeed() = 0;
   virtual void setExpanded(bool expanded) = 0;
@@ -155,6 +205,24 @@ class ComposerPresenter : public QObject {
   // Back to the pictures and clips: the models that were chosen for them last.
   virtual void startImages() = 0;
   virtual void submit() = 0;
+  // Turns the text field to commands to the library, and back to the prompt, which waits meanwhile.
+  virtual void setCommandMode(bool command) { Q_UNUSED(command) }
+  // Whether commands that are not understood go to the interpreter.
+  virtual void setInterprets(bool interprets) { Q_UNUSED(interprets) }
+  // A button of a notice was pressed; one that is not shown any more does nothing.
+  virtual void performNotice(const QString& text, int button) { Q_UNUSED(text) Q_UNUSED(button) }
+  // The Inbox and the projects.
+  virtual std::vector<ComposerDestination> destinations() const { return {}; }
+  virtual void payWithOwnKey(bool ownKey) { Q_UNUSED(ownKey) }
+  virtual void chooseDestination(std::optional<QUuid> project) { Q_UNUSED(project) }
+  // The user turned to something else: what was typed goes to the disk now.
+  virtual void keyboardLeft() {}
+  // Saved prompts before those that were used lately, each text once.
+  virtual std::vector<PastPrompt> pastPrompts() const { return {}; }
+  // Puts the prompt in place of the draft, which comes back with Undo.
+  virtual void usePastPrompt(const QString& text) { Q_UNUSED(text) }
+  virtual void savePrompt() {}
+  virtual void forgetSavedPrompt(QUuid saved) { Q_UNUSED(saved) }
   virtual void clear() = 0;
   // Takes the recipe of this item or job over: prompt, model, settings and references, without the seed. What stood in
   // the composer comes back with Undo.
@@ -181,6 +249,8 @@ class ComposerPresenter : public QObject {
   void draftReplaced(const QString& text);
   void focusRequested();
   void marksRequested(QUuid item);
+  // The lengths of several models are to be chosen.
+  void lengthsRequested();
 };
 
 }  // namespace sorvan::shell

@@ -23,17 +23,6 @@ QString modelName(const ComposerState& state, const QString& id) {
 
 }  // namespace
 
-bool GenerationComposer::isUsable(const QUuid& asset) const {
-  const core::AssetRef found = ports_.store.asset(asset);
-  return found && !found->isTrashed();
-}
-
-void GenerationComposer::takeBack(const core::ComposerDraft& draft) {
-  ports_.state.restore(
-      draft, [this](const QUuid& id) { return isUsable(id); },
-      [this](const QUuid& id) { return ports_.store.project(id) != nullptr; });
-}
-
 // The card leaves with the workspace: a draft belongs to the one in which it was written.
 void GenerationComposer::offerUndo(const QString& text, const core::ComposerDraft& before) {
   const QPointer<GenerationComposer> self(this);
@@ -46,7 +35,7 @@ void GenerationComposer::offerUndo(const QString& text, const core::ComposerDraf
   ports_.alerts.showToast(card, [self, before, after, root] {
     if (!self || self->ports_.store.workspaceRoot() != root) return;
     const core::ComposerDraft present = self->ports_.state.saved();
-    self->takeBack(before);
+    self->keeper_.takeBack(before);
     // What was written since then would be lost by the way back.
     if (present.text != after.text && !present.text.trimmed().isEmpty())
       self->offerUndo(texts::laterPromptReplaced, present);
@@ -60,19 +49,26 @@ void GenerationComposer::clear() {
   if (hadSomething) offerUndo(texts::composerCleared, before);
 }
 
+// The way back is offered where something is lost without it.
+void GenerationComposer::replaceDraft(const std::function<void()>& change, const QString& text) {
+  const core::ComposerDraft before = ports_.state.saved();
+  const bool hadSomething = !before.text.trimmed().isEmpty() || !ports_.state.request().referenceIDs.empty();
+  change();
+  if (hadSomething && ports_.state.saved() != before) offerUndo(text, before);
+  ports_.state.focus();
+}
+
 void GenerationComposer::reusePrompt(QUuid itemOrJob) {
   const auto recipe = recipeOf(ports_.store, itemOrJob);
   if (!recipe || recipe->prompt.isEmpty()) return;
-  const bool hadSomething = !ports_.state.draft().trimmed().isEmpty() || !ports_.state.request().referenceIDs.empty();
-  const core::ComposerDraft before = ports_.state.saved();
-  const bool modelIsThere = ports_.state.reuse(*recipe, [this](const QUuid& id) { return isUsable(id); });
-  if (modelIsThere) {
-    ports_.state.clearMessage();
-  } else {
-    ports_.state.report(texts::reusedModelGone(modelName(ports_.state, recipe->model)), true);
-  }
-  if (hadSomething && ports_.state.saved() != before) offerUndo(texts::composerReplaced, before);
-  ports_.state.focus();
+  const auto takeOver = [this, &recipe] {
+    if (ports_.state.reuse(*recipe, [this](const QUuid& id) { return keeper_.isUsable(id); })) {
+      ports_.state.clearMessage();
+    } else {
+      ports_.state.report(texts::reusedModelGone(modelName(ports_.state, recipe->model)), true);
+    }
+  };
+  replaceDraft(takeOver, texts::composerReplaced);
 }
 
 void GenerationComposer::useSeed(QUuid itemOrJob) {

@@ -17,8 +17,18 @@ inline QString reusedModelGone(const QString& model) {
              "it again from the model picker.")
       .arg(model);
 }
+inline const QString lengthWord = QStringLiteral("Length");
+inline const QString commandPlaceholder =
+    QStringLiteral("Find, filter, move, mark or compare media, or create a project");
+inline const QString emptyCommandTooltip = QStringLiteral("Enter a command first.");
+inline const QString payWithCredits = QStringLiteral("Pay with Credits");
+inline const QString payWithFalKey = QStringLiteral("Pay with fal.ai Key");
 inline const QString composerCleared = QStringLiteral("Composer cleared");
 inline const QString composerReplaced = QStringLiteral("Your earlier prompt was replaced");
+inline const QString promptSaved = QStringLiteral("Prompt saved. Find it under Prompt History in the composer.");
+inline const QString promptForgotten = QStringLiteral("Saved prompt removed");
+inline const QString commandMode = QStringLiteral("Command Mode");
+inline const QString promptHistory = QStringLiteral("Prompt History");
 inline const QString laterPromptReplaced = QStringLiteral("Your later prompt was replaced");
 
 }  // namespace sorvan::shell::texts

@@ -5,6 +5,7 @@
 #include "core/history.h"
 #include "core/sheet_listing.h"
 #include "generation/enqueue.h"
+#include "shell/sheet_texts.h"
 #include "shell/texts.h"
 #include "shell/workspace_state.h"
 
@@ -136,6 +137,15 @@ std::vector<core::ContactSheetRef> sheetsAt(const core::LibraryStore& store, con
       sheets.push_back(sheet);
   std::ranges::stable_sort(sheets, std::greater<>(), [](const auto& sheet) { return sheet->updatedAt; });
   return sheets;
+}
+
+void renameContactSheet(core::LibraryStore& store, const core::ContactSheetRef& sheet, const QString& title) {
+  const QString wanted = title.trimmed();
+  if (wanted.isEmpty() || wanted == sheet->title) return;
+  changeSheet(store, texts::renameContactSheet, sheet, [&](core::ContactSheet& changed) {
+    changed.title = wanted;
+    changed.updatedAt = store.now();
+  });
 }
 
 void deleteContactSheet(core::LibraryStore& store, const core::ContactSheetRef& sheet) {

@@ -34,6 +34,9 @@ std::vector<core::ContactSheetRef> sheetsAt(const core::LibraryStore& store, con
                                             const QString& query = {},
                                             const std::function<QString(const QString&)>& modelName = {});
 
+// Gives the sheet another title, trimmed; a blank one is ignored. One step of Undo, as the one above.
+void renameContactSheet(core::LibraryStore& store, const core::ContactSheetRef& sheet, const QString& title);
+
 // Into Trash and out of it; the media stay as they are. One step of Undo each; a failure becomes the store's `error`.
 void deleteContactSheet(core::LibraryStore& store, const core::ContactSheetRef& sheet);
 void restoreContactSheet(core::LibraryStore& store, const core::ContactSheetRef& sheet);

@@ -33,6 +33,14 @@ std::vector<core::AssetRef> CurationPresenter::shownItems(bool inTrash) const {
   std::vector<core::AssetRef> items;
   const QSet<QUuid>& selection = on_.state.selection();
   if (selection.isEmpty()) return items;
+  // Outside the gallery, what is selected is what is seen.
+  if (on_.state.mode().kind != ModeKind::gallery) {
+    for (const QUuid& id : selection) {
+      core::AssetRef item = on_.store.asset(id);
+      if (item && item->isTrashed() == inTrash) items.push_back(std::move(item));
+    }
+    return items;
+  }
   // In the order of the wall, so that what counts names or opens the first does what the eye expects.
   for (int index = on_.gallery.jobCount(); index < on_.gallery.count(); ++index) {
     const QUuid id = on_.gallery.idAt(index);
@@ -100,7 +108,9 @@ void CurationPresenter::withinHistory(qint64 bytes, const std::vector<core::Asse
 // The neighbour is looked for first: the mark may change the order of the wall.
 void CurationPresenter::mark(const std::function<void(const std::vector<core::AssetRef>&)>& change) {
   const std::vector<core::AssetRef> items = shownItems(false);
-  const QUuid next = stepsOn() && items.size() == 1 ? itemAfter({items.front()->id}) : QUuid();
+  const ModeKind mode = on_.state.mode().kind;
+  const bool walks = stepsOn() && (mode == ModeKind::gallery || mode == ModeKind::asset);
+  const QUuid next = walks && items.size() == 1 ? itemAfter({items.front()->id}) : QUuid();
   withinHistory(core::historyBytesOfMarks(static_cast<qsizetype>(items.size())), items, change);
   if (!next.isNull() && !on_.store.error()) goTo(next);
 }

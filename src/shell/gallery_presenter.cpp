@@ -228,6 +228,17 @@ GalleryCell GalleryPresenter::cellAt(int index) const {
   return cell;
 }
 
+GalleryCell GalleryPresenter::cellOf(QUuid item) const {
+  const core::AssetRef asset = store_.asset(item);
+  const bool measured = asset && asset->width > 0 && asset->height > 0;
+  return itemCell({item, measured ? static_cast<float>(asset->width) / static_cast<float>(asset->height) : 1.6F});
+}
+
+bool GalleryPresenter::canShow(QUuid item) const {
+  const core::AssetRef asset = store_.asset(item);
+  return asset && (!asset->isTrashed() || place_ == Place::trash);
+}
+
 GalleryCell GalleryPresenter::itemCell(const Entry& entry) const {
   GalleryCell cell;
   cell.id = entry.id;

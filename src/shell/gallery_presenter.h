@@ -60,6 +60,10 @@ class GalleryPresenter : public QObject {
   double aspectRatioAt(int index) const;
   bool isJobAt(int index) const;
   GalleryCell cellAt(int index) const;
+  // An item that need not be among the cells here.
+  GalleryCell cellOf(QUuid item) const;
+  // Whether the item is in the library and, outside Trash itself, not in Trash.
+  bool canShow(QUuid item) const;
   // -1 when the id is not shown.
   int indexOf(QUuid id) const;
   int jobCount() const;

@@ -4,9 +4,16 @@
 #include <QSet>
 
 #include "base/task_scope.h"
+#include "composer/command_review.h"
+#include "composer/command_router.h"
+#include "composer/composer_rules.h"
 #include "composer/composer_state.h"
+#include "composer/intent_preview.h"
+#include "composer/notices.h"
 #include "core/request_values.h"
 #include "shell/composer_presenter.h"
+#include "shell/draft_keeper.h"
+#include "shell/payment_desk.h"
 
 #include <functional>
 #include <memory>
@@ -27,12 +34,17 @@ class ModelBrowserPresenter;
 class ModelPrices;
 class WorkspaceState;
 
-// The composer of pictures, clips and sounds: what its controls show, and the one road from Generate to the queue.
-// The unfinished prompt is kept in the workspace shortly after each change. Main thread.
+// The composer of pictures, clips and sounds, and of commands: what its controls show, and the one road from its button
+// to the queue and the library. Main thread.
 class GenerationComposer final : public ComposerPresenter {
   Q_OBJECT
 
  public:
+  // Reads commands that the local rules do not understand, for credits. Both outlive the composer.
+  struct Interpreting {
+    CommandInterpreter& interpreter;
+    InterpretationBooks& books;
+  };
   // What the composer uses; all of it outlives the composer.
   struct Ports {
     core::LibraryStore& store;
@@ -46,9 +58,14 @@ class GenerationComposer final : public ComposerPresenter {
     AlertsPresenter& alerts;
     // Puts a text on the clipboard.
     std::function<void(const QString&)> copyText;
+    // Carries commands and submissions out.
+    LibraryDesk& desk;
+    PaymentDesk& payment;
     // Null where models cannot be added.
     ModelBrowserPresenter* browser = nullptr;
     ReferencesPresenter* references = nullptr;
+    // None: what the local rules do not understand stays not understood.
+    std::optional<Interpreting> interpreting = {};
   };
   explicit GenerationComposer(Ports ports, QObject* parent = nullptr);
   ~GenerationComposer() override;
@@ -67,6 +84,7 @@ class GenerationComposer final : public ComposerPresenter {
   void chooseSize(const QString& size) override;
   void chooseCount(int count) override;
   void chooseLength(const QString& value) override;
+  void chooseLengthOf(const QString& model, const QString& value) override;
   void editSeed(const QString& text) override;
   void rollSeed() override;
   void setExpanded(bool expanded) override;
@@ -74,54 +92,86 @@ class GenerationComposer final : public ComposerPresenter {
   void startAudio() override;
   void startImages() override;
   void submit() override;
+  void setCommandMode(bool command) override;
+  void setInterprets(bool interprets) override;
+  void performNotice(const QString& text, int button) override;
+  std::vector<ComposerDestination> destinations() const override;
+  void chooseDestination(std::optional<QUuid> project) override;
+  void payWithOwnKey(bool ownKey) override;
+  void keyboardLeft() override { keeper_.keepNow(); }
   void clear() override;
   void reusePrompt(QUuid itemOrJob) override;
   void useSeed(QUuid itemOrJob) override;
   void copyPrompt(QUuid itemOrJob) override;
+  std::vector<PastPrompt> pastPrompts() const override;
+  void usePastPrompt(const QString& text) override;
+  void savePrompt() override;
+  void forgetSavedPrompt(QUuid saved) override;
   void useAsReference(QUuid item) override;
   void useAsReferences(const std::vector<QUuid>& items) override;
   void detachReference(QUuid item) override;
   void removeMarks() override;
   void openMarks(QUuid item) override;
 
-  // Writes the unfinished prompt into the workspace now, when it differs from what is kept there.
+  // Writes the unfinished prompt into the workspace, when it differs from what is kept there, and waits for the disk.
   void keepNow();
   // Asks for the prices of the chosen models that are not known for today.
   void refreshPrices();
 
  private:
   // One press of Generate, as it stood when it was pressed.
-  struct Submission {
-    GenerationRequest request;
-    std::vector<SelectableModel> models;
-    std::optional<QUuid> project;
+  struct Press {
+    Submission submission;
     QString draft;
-    QString note;
   };
-  Submission makeSubmission() const;
-  Submission makePictureSubmission(const std::vector<SelectableModel>& models) const;
+
+  void connectState();
+  void noteContext();
+  CommandReview::Situation situation() const;
+
+  // What the button does; see composer_submission.cpp.
+  void run(bool confirmed);
+  PressedSubmit pressed(bool confirmed) const;
+  void confirm(std::int64_t credits);
+  void execute(const SorvanIntent& intent);
+  void generate(const GenerationInstruction& instruction);
+  void command(const SorvanIntent& intent);
   Submission makeSoundSubmission(const SelectableModel& model) const;
-  Task<> submitWhenKeyIsKnown(Submission submission, std::stop_token stop);
-  void enqueue(const Submission& submission);
+  Task<> submitWhenKeyIsKnown(Press press, std::stop_token stop);
+  void enqueue(const Press& press);
+
+  // What is known of prices and commands; see composer_estimates.cpp.
+  KnownPrices knownPrices() const;
+  EstimateInput estimateInput() const;
+  NoticeInput noticeInput() const;
+  SorvanIntent shownIntent() const;
+  bool interprets() const;
+  bool needsInterpreter() const;
+  bool importsReferences() const;
+  void fillEstimate(ComposerDisplay& display) const;
+  void fillNotices(ComposerDisplay& display) const;
+  void fillSubmit(ComposerDisplay& display) const;
+  void fillCommand(ComposerDisplay& display) const;
+
   std::vector<AttachedReference> attachedReferences() const;
   void attach(QUuid item, const std::optional<QString>& role);
   bool chooseModelFor(const std::optional<QString>& role);
   void takePendingMarks();
   void noteChoice();
-  QString estimate() const;
-  bool isUsable(const QUuid& asset) const;
-  void takeBack(const core::ComposerDraft& draft);
+  void replaceDraft(const std::function<void()>& change, const QString& text);
   void offerUndo(const QString& text, const core::ComposerDraft& before);
-  void restoreKept();
-  void scheduleKeeping();
-  Task<> keepLater(std::stop_token stop);
   void adoptLocation();
 
   Ports ports_;
-  QSet<QString> pricedChoice_;   // the choice whose prices were asked for last
-  QSet<QString> visualChoice_;   // the pictures' and clips' models that were chosen last
+  DraftKeeper keeper_;
+  SorvanCommandRouter router_;
+  ComposerIntentPreview preview_;
+  std::unique_ptr<CommandReview> review_;  // only with an interpreter
+  QSet<QString> pricedChoice_;             // the choice whose prices were asked for last
+  QSet<QString> visualChoice_;             // the pictures' and clips' models that were chosen last
+  std::pair<std::optional<QUuid>, std::vector<QUuid>> context_;  // destination and references, as last noted
   bool submitting_ = false;
-  bool keepingScheduled_ = false;
+  bool confirming_ = false;
   TaskScope tasks_;
 };
 

@@ -5,8 +5,12 @@
 #include "core/image_format.h"
 #include "core/library_store.h"
 #include "core/small_edits.h"
+#include "shell/composer_texts.h"
+#include "shell/inspector_sections.h"
+#include "shell/inspector_texts.h"
 #include "shell/job_displays.h"
 #include "shell/locations.h"
+#include "shell/recipes.h"
 #include "shell/texts.h"
 #include "shell/wording.h"
 #include "shell/workspace_state.h"
@@ -117,6 +121,8 @@ InspectorDisplay InspectorPresenter::display() const {
   const qsizetype selected = state_.selection().size();
   display.subject = selected > 1 ? InspectorSubject::severalItems : InspectorSubject::nothing;
   display.title = selected > 1 ? texts::severalItems(countText(selected)) : texts::nothingSelected;
+  const auto items = selectedItems();
+  if (items.size() > 1) display.sections.push_back(commonSection(store_, items));
   return display;
 }
 
@@ -138,18 +144,25 @@ InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
     display.buttons = {{ActionId::useAsReference, texts::useAsReference, false},
                        {ActionId::markAreas, texts::markAreas, false}};
   display.buttons.push_back({ActionId::showInFiles, texts::showInFiles, false});
-  if (const core::GenerationRef generation = store_.generationOf(id)) {
-    if (!generation->prompt.isEmpty()) {
-      display.sections.push_back({texts::promptSection, generation->prompt, {}});
-      display.buttons.insert(display.buttons.begin(), {ActionId::reusePrompt, texts::reusePrompt, false});
-    }
-    display.sections.push_back(madeWith(*generation));
-  }
-  InspectorSection file{texts::fileSection, {}, {}};
-  addRow(file, texts::savedToLabel, destinationName(store_, asset->projectID));
-  addRow(file, texts::pathLabel, asset->localFilePath, true);
-  display.sections.push_back(std::move(file));
+  display.sections = itemSections(*asset);
   return display;
+}
+
+std::vector<InspectorSection> InspectorPresenter::itemSections(const core::Asset& asset) const {
+  std::vector<InspectorSection> sections = promptSections(store_, asset.id);
+  const auto addLinks = [&sections](InspectorSection section) {
+    if (!section.links.empty()) sections.push_back(std::move(section));
+  };
+  if (const core::GenerationRef generation = store_.generationOf(asset.id)) {
+    sections.push_back(madeWith(*generation));
+    addLinks(referencesSection(store_, *generation));
+  }
+  addLinks(parentsSection(store_, asset.id));
+  addLinks(childrenSection(store_, asset.id));
+  const QString notes = asset.notes.value_or(QString());
+  if (!notes.isEmpty()) sections.push_back({texts::notesSection, notes, {}});
+  sections.push_back(fileSectionOf(store_, asset));
+  return sections;
 }
 
 InspectorSection InspectorPresenter::madeWith(const core::Generation& generation) const {
@@ -160,12 +173,22 @@ InspectorSection InspectorPresenter::madeWith(const core::Generation& generation
     const core::AssetRef asset = store_.asset(generation.assetID);
     if (!asset || asset->type() != core::MediaType::audio) addRow(section, texts::ratioLabel, ratioText(*recipe));
   }
-  if (generation.seed) addRow(section, texts::seedLabel, QString::number(*generation.seed), true);
+  if (recipe) {
+    addRow(section, texts::shotLabel, recipe->shot.value_or(QString()));
+    addRow(section, texts::varianceLabel, recipe->variance.value_or(QString()));
+  }
+  addRow(section, texts::negativePromptLabel, generation.negativePrompt.value_or(QString()));
+  if (const auto seed = seedOf(store_, generation.assetID)) {
+    addRow(section, texts::seedLabel, QString::number(*seed), true);
+    section.headActions = {{ActionId::useSeed, texts::useSeed}};
+  }
   const account::Charge charge = account::chargeOf(generation, nullptr);
   section.rows.push_back(
       {texts::costLabel, charge.costDisplay(jobs_.spend()), false, charge.note.value_or(QString())});
   addRow(section, texts::paidWithLabel, charge.paidWith());
   if (generation.generationDuration) addRow(section, texts::tookLabel, clockText(*generation.generationDuration));
+  addRow(section, texts::modelIdLabel, generation.model, true);
+  addRow(section, texts::requestLabel, generation.providerRequestID.value_or(QString()), true);
   return section;
 }
 
@@ -197,7 +220,7 @@ InspectorDisplay InspectorPresenter::jobDisplay(QUuid id) const {
   display.detail = shown.detail;
   display.canSaveRawResult = shown.canSaveRawResult;
   display.buttons = jobButtons(shown);
-  if (!shown.prompt.isEmpty()) display.sections.push_back({texts::promptSection, shown.prompt, {}});
+  display.sections = promptSections(store_, id);
   InspectorSection request{texts::requestSection, {}, {}};
   const auto stored = job->request();
   if (stored) addRow(request, texts::paidWithLabel, account::paidWith(rawValue(stored->provider)));

@@ -30,16 +30,34 @@ struct InspectorRow {
   QString note = {};        // one sentence about the value, or empty
 };
 
-struct InspectorSection {
-  QString title;
-  QString text;  // a paragraph, selectable; may be empty
-  std::vector<InspectorRow> rows;
+// Part of a text, in UTF-16 units.
+struct InspectorSpan {
+  int start = 0;
+  int length = 0;
 };
 
 struct InspectorButton {
   ActionId action;
   QString title;
   bool primary = false;
+};
+
+// Another item, by its picture; a press opens it.
+struct InspectorLink {
+  QUuid item;
+  QString title;     // “@Tin”, a file name, or “Deleted”
+  QString subtitle;  // what it is here, such as “Edited from”; may be empty
+  QString thumbnailPath;
+  bool canOpen = true;  // false once the item was deleted for good
+};
+
+struct InspectorSection {
+  QString title;
+  QString text;  // a paragraph, selectable; may be empty
+  std::vector<InspectorRow> rows;
+  std::vector<InspectorSpan> mentions = {};       // parts of the text that name an attached picture
+  std::vector<InspectorLink> links = {};
+  std::vector<InspectorButton> headActions = {};  // beside the title
 };
 
 // The areas that were marked for a job, on the picture they were drawn on.
@@ -92,6 +110,7 @@ class InspectorPresenter : public QObject {
   InspectorDisplay itemDisplay(QUuid id) const;
   InspectorDisplay jobDisplay(QUuid id) const;
   InspectorMarks marksOf(const core::GenerationRequest& request) const;
+  std::vector<InspectorSection> itemSections(const core::Asset& asset) const;
   InspectorSection madeWith(const core::Generation& generation) const;
   std::vector<std::shared_ptr<const core::Asset>> selectedItems() const;
   void tick();

@@ -101,8 +101,11 @@ void JobDisplays::fillRequest(JobDisplay& display, const core::GenerationJob& jo
 void JobDisplays::fillTimes(JobDisplay& display, const core::GenerationJob& job) const {
   display.startedText = dayText(job.createdAt, store_.now());
   if (display.state == JobState::queued) return;
-  const Instant end = job.finishedAt.value_or(store_.now());
-  display.elapsedText = clockText(end - startOf(job));
+  display.elapsedText = clockText(secondsAtWork(job));
+}
+
+double JobDisplays::secondsAtWork(const core::GenerationJob& job) const {
+  return job.finishedAt.value_or(store_.now()) - startOf(job);
 }
 
 void JobDisplays::fillOutputs(JobDisplay& display, const core::GenerationJob& job) const {

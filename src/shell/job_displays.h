@@ -36,6 +36,8 @@ class JobDisplays : public QObject {
   QString modelName(const QString& model) const;
   // How amounts are told at present.
   account::Spend spend() const;
+  // From its start, or its last one, to its end or to now.
+  double secondsAtWork(const core::GenerationJob& job) const;
   // Width by height of the expected output.
   double aspectRatio(const core::GenerationJob& job) const;
 

@@ -1,9 +1,11 @@
 #include "shell/jobs_presenter.h"
 
+#include "base/text.h"
 #include "core/library_store.h"
 #include "generation/cancel_and_retry.h"
 #include "generation/job_queue.h"
 #include "shell/alerts_presenter.h"
+#include "shell/history_texts.h"
 #include "shell/job_displays.h"
 #include "shell/texts.h"
 #include "shell/wording.h"
@@ -76,7 +78,7 @@ void JobsPresenter::refresh() {
   for (const core::JobRef& job : ports_.store.jobs()) {
     const JobState state = ports_.displays.stateOf(*job);
     if (isActive(state)) ++active;
-    if (belongs(state, segment_)) shown.push_back(job.get());
+    if (belongs(state, segment_) && isFound(*job)) shown.push_back(job.get());
   }
   std::stable_sort(shown.begin(), shown.end(), [this](const auto* left, const auto* right) {
     return groupRank(ports_.displays.stateOf(*left)) < groupRank(ports_.displays.stateOf(*right));
@@ -124,6 +126,20 @@ void JobsPresenter::setSegment(JobSegment segment) {
   refresh();
 }
 
+void JobsPresenter::setSearch(const QString& text) {
+  if (search_ == text) return;
+  search_ = text;
+  foldedSearch_ = foldForSearch(text.trimmed());
+  refresh();
+}
+
+bool JobsPresenter::isFound(const core::GenerationJob& job) const {
+  if (foldedSearch_.isEmpty()) return true;
+  const JobDisplay shown = ports_.displays.display(job);
+  const QStringList words{shown.prompt, shown.modelName, shown.destination, shown.detail, shown.message};
+  return foldForSearch(words.join(QLatin1Char('\n'))).contains(foldedSearch_);
+}
+
 QString JobsPresenter::segmentTitle(JobSegment segment) {
   switch (segment) {
     case JobSegment::all:
@@ -150,13 +166,49 @@ int JobsPresenter::indexOf(QUuid id) const {
   return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
 }
 
-QString JobsPresenter::emptyTitle() const { return texts::noGenerations; }
+QString JobsPresenter::emptyTitle() const {
+  return ports_.store.jobs().empty() ? texts::noGenerations : texts::noMatchingGenerations;
+}
 int JobsPresenter::activeCount() const { return activeCount_; }
 QString JobsPresenter::activeText() const {
   return activeCount_ == 0 ? QString() : texts::generatingCount(activeCount_);
 }
 
 void JobsPresenter::cancel(QUuid id) { generation::cancel(ports_.queue, id); }
+
+void JobsPresenter::cancelJobs(const QSet<QUuid>& ids) {
+  std::vector<core::JobRef> active;
+  for (const core::JobRef& job : ports_.store.jobs())
+    if (ids.contains(job->id) && job->isActive()) active.push_back(job);
+  std::stable_partition(active.begin(), active.end(),
+                        [](const core::JobRef& job) { return job->status == core::jobStatus::queued; });
+  for (const core::JobRef& job : active) cancel(job->id);
+}
+
+int JobsPresenter::activeAmong(const QSet<QUuid>& ids) const {
+  int active = 0;
+  for (const QUuid& id : ids) {
+    const core::JobRef job = ports_.store.job(id);
+    if (job && job->isActive()) ++active;
+  }
+  return active;
+}
+
+void JobsPresenter::cancelAll() {
+  if (activeCount_ == 0) return;
+  Alert question{0,
+                 AlertTone::warning,
+                 texts::cancelAllTitle(activeCount_),
+                 texts::cancelAllText,
+                 {{texts::keepRunning, AlertButtonRole::primary, true},
+                  {texts::cancelAll, AlertButtonRole::plain, false}}};
+  ports_.alerts.ask(std::move(question), [this](int button) {
+    if (button != 1) return;
+    QSet<QUuid> all;
+    for (const core::JobRef& job : ports_.store.jobs()) all.insert(job->id);
+    cancelJobs(all);
+  });
+}
 
 void JobsPresenter::retry(QUuid id) {
   const auto question = generation::retry(ports_.queue, id);
@@ -182,9 +234,14 @@ void JobsPresenter::submitAgain(QUuid id) {
                     });
 }
 
-void JobsPresenter::copyDetails(QUuid id) {
-  if (!ports_.store.job(id)) return;
-  ports_.copyText(generation::failureDetails(ports_.queue, id));
+void JobsPresenter::copyDetails(QUuid id) { copyDetails(QSet<QUuid>{id}); }
+
+void JobsPresenter::copyDetails(const QSet<QUuid>& ids) {
+  QStringList details;
+  for (const core::JobRef& job : ports_.store.jobs())
+    if (ids.contains(job->id)) details << generation::failureDetails(ports_.queue, job->id);
+  if (details.isEmpty()) return;
+  ports_.copyText(details.join(QStringLiteral("\n\n")));
   ports_.alerts.showToast({0, AlertTone::success, texts::detailsCopied, {}, {}, false});
 }
 

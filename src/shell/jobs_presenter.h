@@ -3,6 +3,7 @@
 #include "shell/job_display.h"
 
 #include <QObject>
+#include <QSet>
 
 #include <functional>
 #include <vector>
@@ -51,6 +52,9 @@ class JobsPresenter : public QObject {
   JobSegment segment() const { return segment_; }
   void setSegment(JobSegment segment);
   static QString segmentTitle(JobSegment segment);
+  // Shows the jobs whose prompt, model, place or outcome has this in it, case and marks aside; empty shows all.
+  void setSearch(const QString& text);
+  const QString& search() const { return search_; }
   int count() const;
   JobDisplay rowAt(int index) const;
   QUuid idAt(int index) const;
@@ -65,6 +69,12 @@ class JobsPresenter : public QObject {
   JobDisplay job(QUuid id) const;
 
   void cancel(QUuid id);
+  // Cancels those that wait or run. The waiting ones go first, so that none starts, and is paid for, in between.
+  void cancelJobs(const QSet<QUuid>& ids);
+  // How many of these wait or run.
+  int activeAmong(const QSet<QUuid>& ids) const;
+  // Asks, and cancels everything that waits or runs by then.
+  void cancelAll();
   void retry(QUuid id);
   void saveResult(QUuid id);
   // Lands what the provider sent without confining it to the marked areas. Only while a result is retained.
@@ -72,6 +82,8 @@ class JobsPresenter : public QObject {
   // Asks first, saying that it may be paid twice; only the person's yes submits.
   void submitAgain(QUuid id);
   void copyDetails(QUuid id);
+  // The same of several, in the order of the list.
+  void copyDetails(const QSet<QUuid>& ids);
   // Selects the outputs in the gallery.
   void show(QUuid id);
   // What the cell's or row's one button does.
@@ -87,10 +99,13 @@ class JobsPresenter : public QObject {
   void refresh();
   void setRows(const std::vector<const core::GenerationJob*>& jobs);
   QString groupTitle(const core::GenerationJob& job) const;
+  bool isFound(const core::GenerationJob& job) const;
   void announce(const QUuid& id);
 
   Ports ports_;
   JobSegment segment_ = JobSegment::all;
+  QString search_;
+  QString foldedSearch_;
   std::vector<QUuid> rows_;
   std::vector<JobGroup> groups_;
   int activeCount_ = 0;

@@ -84,12 +84,14 @@ struct LibraryReferences::ImportGuard {
     owner.importing_ = true;
     store->setImporting(true);
     Q_EMIT owner.changed();
+    Q_EMIT owner.importingChanged();
   }
   ~ImportGuard() {
     if (store) store->setImporting(false);
     if (!references) return;
     references->importing_ = false;
     Q_EMIT references->changed();
+    Q_EMIT references->importingChanged();
   }
   ImportGuard(const ImportGuard&) = delete;
   ImportGuard& operator=(const ImportGuard&) = delete;

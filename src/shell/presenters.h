@@ -6,6 +6,7 @@ namespace sorvan::shell {
 
 class ActionsPresenter;
 class AlertsPresenter;
+class ComparisonPresenter;
 class ComposerPresenter;
 class CurationPresenter;
 class FilterPresenter;
@@ -36,6 +37,7 @@ struct Presenters {
   TransferPresenter* transfer = nullptr;
   ComposerPresenter* composer = nullptr;
   SavedReferencesPresenter* savedReferences = nullptr;  // without one, there are no pages of them
+  ComparisonPresenter* comparison = nullptr;  // without one, there are no contact sheets and no lineage
   MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
   SettingsPresenter* settings = nullptr;
   HealthPresenter* health = nullptr;

@@ -114,6 +114,7 @@ class ReferencesPresenter : public QObject {
  Q_SIGNALS:
   // References, their names, what can be attached, or whether an import runs.
   void changed();
+  void importingChanged();
   // An editor for a new saved reference is to open with these pictures.
   void saveRequested(const std::vector<QUuid>& items);
 };

@@ -9,6 +9,8 @@ namespace sorvan::shell {
 namespace {
 
 const QString appearanceKey = QStringLiteral("appearance");
+const QString playerVolumeKey = QStringLiteral("playerVolume");
+const QString playerMutedKey = QStringLiteral("playerMuted");
 
 QString rawValue(Appearance appearance) {
   switch (appearance) {
@@ -58,6 +60,22 @@ void SettingsPresenter::setAppearance(Appearance appearance) {
   if (appearance == this->appearance()) return;
   try {
     settings_.set(appearanceKey, rawValue(appearance));
+  } catch (const std::exception& failure) {
+    Q_EMIT failed(describe(failure));
+  }
+}
+
+double SettingsPresenter::playerVolume() const {
+  return std::clamp(settings_.get(playerVolumeKey, 1.0), 0.0, 1.0);
+}
+
+bool SettingsPresenter::playerMuted() const { return settings_.get(playerMutedKey, false); }
+
+void SettingsPresenter::setPlayerVolume(double volume, bool muted) {
+  if (volume == playerVolume() && muted == playerMuted()) return;
+  try {
+    settings_.set(playerVolumeKey, volume);
+    settings_.set(playerMutedKey, muted);
   } catch (const std::exception& failure) {
     Q_EMIT failed(describe(failure));
   }

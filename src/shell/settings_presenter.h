@@ -45,6 +45,12 @@ class SettingsPresenter : public QObject {
   // Applies at once and is remembered.
   void setAppearance(Appearance appearance);
 
+  // How loud players are, 0 to 1.
+  double playerVolume() const;
+  bool playerMuted() const;
+  // Remembered for the next start.
+  void setPlayerVolume(double volume, bool muted);
+
  Q_SIGNALS:
   void keyPageChanged();
   void appearanceChanged();

@@ -1,5 +1,6 @@
 #include "shell/window_presenter.h"
 
+#include "base/settings.h"
 #include "core/library_store.h"
 #include "core/workspace_opening.h"
 #include "shell/alerts_presenter.h"
@@ -9,6 +10,10 @@
 #include "shell/workspace_state.h"
 
 namespace sorvan::shell {
+
+namespace {
+const QString windowPlaceKey = QStringLiteral("windowPlace");
+}  // namespace
 
 WindowPresenter::WindowPresenter(core::LibraryStore& store, WorkspaceState& state, AlertsPresenter& alerts,
                                  QString applicationTitle, QObject* parent)
@@ -46,6 +51,27 @@ std::vector<ModeKind> WindowPresenter::modesHere() const {
   std::vector<ModeKind> modes = modesAt(store_, state_.location());
   std::erase_if(modes, [this](ModeKind kind) { return !state_.isAvailable(kind); });
   return modes;
+}
+
+void WindowPresenter::setInFront(bool inFront) {
+  if (inFront_ == inFront) return;
+  inFront_ = inFront;
+  Q_EMIT inFrontChanged();
+}
+
+void WindowPresenter::comeForward(const QString& token) { Q_EMIT raiseRequested(token); }
+
+std::optional<WindowPlace> WindowPresenter::rememberedPlace() const {
+  return store_.settings().get<WindowPlace>(windowPlaceKey);
+}
+
+void WindowPresenter::rememberPlace(const WindowPlace& place) {
+  if (rememberedPlace() == place) return;
+  try {
+    store_.settings().set(windowPlaceKey, place);
+  } catch (const SorvanError&) {
+    // The window opens at its first place next time.
+  }
 }
 
 bool WindowPresenter::requestQuit() {

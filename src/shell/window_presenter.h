@@ -2,11 +2,13 @@
 
 #include "shell/room.h"
 
+#include "shell/window_place.h"
 #include "shell/workspace_mode.h"
 
 #include <QObject>
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace sorvan::core {
@@ -47,14 +49,26 @@ class WindowPresenter : public QObject {
   // otherwise the question is on the screen, and `quitAgreed` follows a yes.
   bool requestQuit();
 
+  // Whether a window of the program has the keyboard; the view tells.
+  bool isInFront() const { return inFront_; }
+  void setInFront(bool inFront);
+  // Brings the window to the front, with the desktop's leave in `token` where it gave one.
+  void comeForward(const QString& token = {});
+
+  // Where the window stood when it was closed last; empty before the first time.
+  std::optional<WindowPlace> rememberedPlace() const;
+  // Written down at once; a failure costs only this convenience.
+  void rememberPlace(const WindowPlace& place);
+
  Q_SIGNALS:
   void changed();
   // The program ends: the window hides, and the composition root ends what is at work.
   void quitAgreed();
   // The banner's button: the window opens Workspace Health.
   void healthRequested();
-  // A second start of the program asks this one to come to the front.
-  void raiseRequested();
+  // A second start of the program, or a card of the desktop, asks this one to come to the front.
+  void raiseRequested(const QString& token = {});
+  void inFrontChanged();
 
  private:
   core::LibraryStore& store_;
@@ -62,6 +76,7 @@ class WindowPresenter : public QObject {
   AlertsPresenter& alerts_;
   QString applicationTitle_;
   bool asking_ = false;
+  bool inFront_ = true;
 };
 
 }  // namespace sorvan::shell

@@ -88,6 +88,14 @@ TEST_F(ComposerStateTest, ANoteLeavesAfterFiveSeconds) {
   EXPECT_EQ(state.message(), QString());
 }
 
+TEST_F(ComposerStateTest, NothingThatWaitsOutlivesTheEndOfTheProgram) {
+  state.report(QStringLiteral("Queued"), false);
+  EXPECT_EQ(clock->sleepers(), 1);
+  test::runTask(state.drain());
+  EXPECT_EQ(clock->sleepers(), 0);
+  EXPECT_EQ(state.message(), QStringLiteral("Queued"));
+}
+
 TEST_F(ComposerStateTest, AnErrorStaysUntilItIsReplaced) {
   state.report(QStringLiteral("Wrong"), true);
   pass(60s);

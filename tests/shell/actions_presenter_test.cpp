@@ -38,6 +38,7 @@ struct ActionsTest : testing::Test {
     all.inspector = &desk.inspector;
     all.curation = &desk.curation;
     all.transfer = &desk.transfer;
+    all.comparison = &desk.comparison;
     all.composer = &desk.composer;
     all.marking = &desk.marking;
     all.alerts = &desk.alerts;

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QSignalSpy>
 
+#include "core/projects.h"
 #include "core/workspace_opening.h"
 #include "desk.h"
+#include "two_clips.h"
 
 namespace sorvan::shell {
 namespace {
@@ -103,7 +106,7 @@ TEST_F(ComposerTest, ASeedMustBeAWholeNumber) {
   EXPECT_TRUE(desk.store.jobs().empty());
   EXPECT_EQ(desk.composer.message().text, QStringLiteral("The seed must be a non-negative whole number."));
   holdJobs();
-  desk.composer.editSeed(QStringLiteral(" 12 "));
+  desk.composer.editSeed(QStringLiteral("+12"));
   desk.composer.submit();
   test::runPosted();
   ASSERT_EQ(desk.store.jobs().size(), 1u);
@@ -152,6 +155,7 @@ TEST_F(ComposerTest, TheDraftIsKeptShortlyAfterTypingAndComesBack) {
   test::runPosted();
   desk.clock->advance(500ms);
   test::runPosted();
+  test::runTask(desk.store.composer().whenWritten());
   ASSERT_TRUE(desk.store.keptComposer());
   EXPECT_EQ(desk.store.keptComposer()->text, QStringLiteral("half a thought"));
 
@@ -214,6 +218,98 @@ TEST_F(ComposerTest, ReusingTakesThePromptOver) {
   desk.composer.reusePrompt(desk.store.assets().front()->id);
   EXPECT_EQ(desk.composer.draft(), QStringLiteral("a red boat"));
   EXPECT_EQ(replaced.count(), 1);
+}
+
+// ---- Bad input
+
+TEST_F(ComposerTest, AReferenceThatWentToTrashMeanwhileIsSaidAndNothingIsQueued) {
+  desk.generate(QStringLiteral("a red boat"));
+  desk.settle();
+  const core::AssetRef item = desk.store.assets().front();
+  desk.composer.useAsReference(item->id);
+  desk.store.context().edit(item).deletedAt = desk.store.now();
+  desk.store.context().save();
+  const std::size_t jobs = desk.store.jobs().size();
+  desk.generate(QStringLiteral("a boat like this"));
+  EXPECT_EQ(desk.store.jobs().size(), jobs);
+  EXPECT_TRUE(desk.composer.message().isError);
+  EXPECT_EQ(desk.composer.draft(), QStringLiteral("a boat like this"));
+}
+
+TEST_F(ComposerTest, AMegabyteOfTextIsKeptWholeAndGivenBack) {
+  const QString pasted = QStringLiteral("wörter 🦊 ").repeated(1'000'000 / 10);
+  desk.composer.editDraft(pasted);
+  test::runPosted();
+  EXPECT_FALSE(desk.composer.display().submitTitle.isEmpty());
+  desk.composer.keepNow();
+  const QString root = *desk.store.workspaceRoot();
+  core::openWorkspace(desk.store, desk.folder / QStringLiteral("Another"), core::Remember::no);
+  core::openWorkspace(desk.store, root, core::Remember::no);
+  test::runPosted();
+  EXPECT_EQ(desk.composer.draft(), pasted);
+}
+
+TEST_F(ComposerTest, SettingsEditedByHandNeverStopTheComposer) {
+  desk.settings->set(QStringLiteral("interpretWithAI"), QStringLiteral("perhaps"));
+  desk.settings->set(QStringLiteral("pendingInterpretations"), QStringLiteral("none"));
+  desk.composer.setCommandMode(true);
+  desk.composer.editDraft(QStringLiteral("a red bicycle"));
+  EXPECT_EQ(desk.composer.display().submitTitle, QStringLiteral("Run"));
+  desk.composer.setCommandMode(false);
+  holdJobs();
+  desk.generate(QStringLiteral("a red boat"));
+  EXPECT_EQ(desk.store.jobs().size(), 1u);
+  releaseJobs();
+}
+
+TEST_F(ComposerTest, ADraftWhoseRequestDoesNotDecodeIsPutAsideBeforeItIsReplaced) {
+  const QString root = *desk.store.workspaceRoot();
+  core::openWorkspace(desk.store, desk.folder / QStringLiteral("Another"), core::Remember::no);
+  core::ComposerDraft lost;
+  lost.text = QStringLiteral("words that matter");
+  lost.request = "no request";
+  desk.store.composer().open(root);
+  desk.store.keepComposer(lost);
+  core::openWorkspace(desk.store, root, core::Remember::no);
+  test::runPosted();
+  EXPECT_EQ(desk.composer.draft(), QString());
+  desk.composer.editDraft(QStringLiteral("a new thought"));
+  desk.composer.keepNow();
+  EXPECT_EQ(desk.store.keptComposer()->text, QStringLiteral("a new thought"));
+  QFile aside(root + QStringLiteral("/.sorvan/composer.json.unreadable"));
+  ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(aside.readAll().contains("words that matter"));
+}
+
+TEST_F(ComposerTest, TwoClipsOfDifferentLengthsOfferTheirLengths) {
+  desk.composing.setModels(test::twoClips());
+  desk.composer.chooseOnlyModel(QStringLiteral("fal.ai:one"));
+  desk.composer.setModelChosen(QStringLiteral("fal.ai:two"), true);
+  const ComposerDisplay differing = desk.composer.display();
+  ASSERT_EQ(differing.lengthRows.size(), 2u);
+  EXPECT_EQ(differing.sharedLength, QStringLiteral("Different lengths"));
+  EXPECT_EQ(differing.lengthValue, QStringLiteral("5 s, 6 s"));
+  ASSERT_FALSE(differing.notices.empty());
+  EXPECT_EQ(differing.notices.front(),
+            ComposerNotice(QStringLiteral("Clips will differ in length: one 5 s · two 6 s."),
+                           {QStringLiteral("Choose Lengths…")}, AlertTone::information));
+  QSignalSpy asked(&desk.composer, &ComposerPresenter::lengthsRequested);
+  desk.composer.performNotice(differing.notices.front().text, 0);
+  EXPECT_EQ(asked.count(), 1);
+  desk.composer.chooseLengthOf(QStringLiteral("one"), QStringLiteral("10"));
+  EXPECT_EQ(desk.composer.display().lengthValue, QStringLiteral("10 s, 6 s"));
+  desk.composer.chooseLength(QStringLiteral("10"));
+  EXPECT_EQ(desk.composer.display().notices.front().text, QStringLiteral("Every model will make a 10 s clip."));
+  EXPECT_EQ(desk.composer.display().lengthLabel, QStringLiteral("10 s"));
+}
+
+TEST_F(ComposerTest, WhereToSaveIsChosenInTheDock) {
+  const core::ProjectRef project = core::createProject(desk.store, QStringLiteral("Campaign"));
+  ASSERT_EQ(desk.composer.destinations().size(), 2u);
+  EXPECT_TRUE(desk.composer.destinations()[0].chosen);
+  desk.composer.chooseDestination(project->id);
+  EXPECT_EQ(desk.composer.display().destination, QStringLiteral("Campaign"));
+  EXPECT_TRUE(desk.composer.destinations()[1].chosen);
 }
 
 }  // namespace

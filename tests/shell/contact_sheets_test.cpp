@@ -255,6 +255,16 @@ TEST_F(ContactSheetsTest, SheetsStandAtTheirLocationLastChangedFirst) {
   EXPECT_EQ(sheetAssetIDs(store, *old), ids({1, 0}));
 }
 
+TEST_F(ContactSheetsTest, ATitleIsChangedInOneStepAndABlankOneIsIgnored) {
+  const core::ContactSheetRef sheet = make(2);
+  renameContactSheet(store, sheet, QStringLiteral("  Boats  "));
+  EXPECT_EQ(sheet->title, QStringLiteral("Boats"));
+  renameContactSheet(store, sheet, QStringLiteral("   "));
+  EXPECT_EQ(sheet->title, QStringLiteral("Boats"));
+  undo();
+  EXPECT_EQ(sheet->title, QStringLiteral("Comparison of 2 assets"));
+}
+
 TEST_F(ContactSheetsTest, SheetsAreFoundByTitleAndByTheModelsOfTheirJobs) {
   addComparisonJob(0, jobStatus::complete);
   const core::ContactSheetRef sheet = comparisonSheet();

@@ -4,6 +4,7 @@
 #include <QImage>
 
 #include "catalogue/request_for_model.h"
+#include "core/projects.h"
 #include "core/workspace_opening.h"
 
 namespace sorvan::test {
@@ -80,13 +81,16 @@ Desk::Desk()
                   [this](const QString& search, std::size_t most) {
                     return shell::newestPictures(store, gallery.index(), search, most);
                   }}),
+      desk({store, queue, state, [this](const QUuid& cell) { return gallery.indexOf(cell); },
+            [this](const QString& name) { return core::createProject(store, name)->id; }}),
       composer({store, queue, state, composing, [this](std::stop_token stop) { return awaitKey(stop); }, prices,
-                alerts, [this](const QString& text) { copied = text; }, &browser, &references}),
+                alerts, [this](const QString& text) { copied = text; }, desk, ownKey, &browser, &references}),
       marking(store, composing, state),
       gallery(store, state, displays),
       jobs({store, queue, state, alerts, displays, [this](const QString& text) { copied = text; }}),
       inspector(store, state, displays),
-      curation({store, state, gallery, alerts}) {
+      curation({store, state, gallery, alerts}),
+      comparison({store, state, gallery, displays, jobs, alerts}) {
   core::openWorkspace(store, folder / QStringLiteral("Workspace"), core::Remember::no);
   runPosted();
 }

@@ -14,6 +14,7 @@
 #include "generation/job_queue.h"
 #include "shell/alerts_presenter.h"
 #include "shell/catalogue_browser.h"
+#include "shell/comparison_presenter.h"
 #include "shell/curation_presenter.h"
 #include "shell/filter_presenter.h"
 #include "shell/gallery_presenter.h"
@@ -24,7 +25,9 @@
 #include "shell/library_references.h"
 #include "shell/marking_presenter.h"
 #include "shell/model_prices.h"
+#include "shell/payment_desk.h"
 #include "shell/transfer_presenter.h"
+#include "shell/window_desk.h"
 #include "shell/workspace_state.h"
 #include "support/fake_clock.h"
 #include "support/run_task.h"
@@ -85,6 +88,8 @@ struct Desk {
   shell::ModelPrices prices;
   shell::CatalogueBrowser browser;
   shell::LibraryReferences references;
+  shell::PaymentDesk ownKey;
+  shell::WindowDesk desk;
   shell::GenerationComposer composer;
   shell::MarkingPresenter marking;
   shell::GalleryPresenter gallery;
@@ -96,6 +101,7 @@ struct Desk {
   std::unique_ptr<QMimeData> clipboard;
   shell::TransferPresenter transfer{
       {store, state, gallery, alerts, [this](std::unique_ptr<QMimeData> data) { clipboard = std::move(data); }}};
+  shell::ComparisonPresenter comparison;
 
  private:
   core::LibraryStore::Services services();

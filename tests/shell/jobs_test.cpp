@@ -46,6 +46,63 @@ TEST_F(JobsTest, GroupsWhatRunsWhatToLookAtAndTheRestByDay) {
   EXPECT_EQ(desk.jobs.activeText(), QString());
 }
 
+TEST_F(JobsTest, CancellingAllAsksAndStartsNothingThatWaited) {
+  desk.provider->gate.emplace();
+  for (int number = 0; number < 5; ++number) desk.generate(QStringLiteral("boat %1").arg(number));
+  test::runPosted();
+  const std::size_t sent = desk.provider->requests.size();
+  ASSERT_GT(desk.jobs.activeCount(), static_cast<int>(sent));
+  desk.jobs.cancelAll();
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_EQ(desk.alerts.current()->title, QStringLiteral("Cancel all 5 generations in progress?"));
+  desk.alerts.answer(desk.alerts.current()->id, 0);
+  EXPECT_EQ(desk.jobs.activeCount(), 5);
+  desk.jobs.cancelAll();
+  desk.alerts.answer(desk.alerts.current()->id, 1);
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_EQ(desk.provider->requests.size(), sent);
+  desk.jobs.setSegment(JobSegment::cancelled);
+  EXPECT_EQ(desk.jobs.count(), 5);
+}
+
+TEST_F(JobsTest, ASelectionIsCancelledAndTheRestGoesOn) {
+  desk.provider->gate.emplace();
+  QSet<QUuid> chosen;
+  for (int number = 0; number < 4; ++number) {
+    desk.generate(QStringLiteral("boat %1").arg(number));
+    if (number > 1) chosen.insert(desk.newestJob()->id);
+  }
+  EXPECT_EQ(desk.jobs.activeAmong(chosen), 2);
+  desk.jobs.cancelJobs(chosen);
+  EXPECT_EQ(desk.jobs.activeAmong(chosen), 0);
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_EQ(desk.store.assets().size(), 2u);
+}
+
+TEST_F(JobsTest, SearchFindsPromptsModelsAndOutcomes) {
+  fail(QStringLiteral("A crème boat"));
+  desk.generate(QStringLiteral("an owl"));
+  desk.settle();
+  desk.jobs.setSearch(QStringLiteral("CREME"));
+  EXPECT_EQ(desk.jobs.count(), 1);
+  desk.jobs.setSearch(QStringLiteral("planted"));
+  EXPECT_EQ(desk.jobs.count(), 1);
+  desk.jobs.setSearch(QStringLiteral("nowhere"));
+  EXPECT_EQ(desk.jobs.count(), 0);
+  EXPECT_EQ(desk.jobs.emptyTitle(), QStringLiteral("No generations match"));
+  desk.jobs.setSearch({});
+  EXPECT_EQ(desk.jobs.count(), 2);
+}
+
+TEST_F(JobsTest, DetailsOfSeveralAreCopiedTogether) {
+  const QUuid first = fail(QStringLiteral("one")), second = fail(QStringLiteral("two"));
+  desk.jobs.copyDetails(QSet<QUuid>{first, second});
+  EXPECT_TRUE(desk.copied.contains(base::uuidText(first)));
+  EXPECT_TRUE(desk.copied.contains(base::uuidText(second)));
+}
+
 TEST_F(JobsTest, SegmentsShowOnlyTheirOwn) {
   fail(QStringLiteral("one"));
   desk.generate(QStringLiteral("two"));

@@ -92,6 +92,17 @@ TEST_F(ReferencesTest, ASecondImportWaitsForTheFirst) {
   EXPECT_FALSE(desk.store.isImporting());
 }
 
+TEST_F(ReferencesTest, NothingIsSubmittedWhilePicturesComeIn) {
+  desk.composer.editDraft(u"a fox"_s);
+  references.importFiles(pictures(1));
+  EXPECT_TRUE(desk.composer.display().submitBusy);
+  EXPECT_EQ(desk.composer.display().notices.back().text.toStdString(), "Importing reference images…");
+  desk.composer.submit();
+  test::runUntil([this] { return !references.isImporting(); });
+  EXPECT_FALSE(desk.composer.display().submitBusy);
+  EXPECT_TRUE(desk.store.jobs().empty());
+}
+
 TEST_F(ReferencesTest, AFileThatFailsIsNamedAndWhatCameBeforeItStays) {
   const QByteArray whole = png(64);
   bring({file(u"good.png"_s, whole), file(u"cut.png"_s, whole.chopped(30)), file(u"late.png"_s, png(65))});

@@ -35,6 +35,7 @@ base::Task<> drive(HeadlessStudio& studio, QString workspace, QJsonArray command
   if (!refused.isEmpty()) report.insert(QStringLiteral("refused"), refused);
   std::puts(QJsonDocument(report).toJson(QJsonDocument::Compact).constData());
   std::fflush(stdout);
+  co_await studio.imports->drain();
   co_await studio.maintenance->drain();
   co_await studio.queue->drain();
   QCoreApplication::exit(refused.isEmpty() ? 0 : 1);

@@ -5,6 +5,7 @@
 
 #include <QFileInfo>
 #include <QJsonArray>
+#include <QImage>
 #include <QJsonDocument>
 
 #include "base/checksum.h"
@@ -13,9 +14,12 @@
 #include "base/sorvan_error.h"
 #include "core/media_inspection.h"
 #include "core/small_edits.h"
+#include "core/history.h"
+#include "exchange/import_one.h"
 #include "exchange/trash.h"
 #include "generation/cancel_and_retry.h"
 #include "generation/enqueue.h"
+#include "torture/driver_sheets.h"
 
 namespace sorvan::torture {
 namespace {
@@ -75,6 +79,25 @@ void place(HeadlessStudio& studio, const QJsonObject& command) {
   store.context().insert(std::move(asset));
   store.save(core::LibraryTables::all);
   acknowledge(QStringLiteral("place"), id, {{QStringLiteral("checksum"), checksum}});
+}
+
+// As the composer does it: what came in is one step to undo, and a failure is what the user is told.
+base::Task<> importAsReference(HeadlessStudio& studio, QJsonObject command) {
+  core::LibraryStore& store = *studio.store;
+  const QString file = textOf(command, "file");
+  std::optional<QString> failed;
+  try {
+    QImage painted(48, 32, QImage::Format_RGB32);
+    painted.fill(QColor(static_cast<int>(command.value(QLatin1String("shade")).toInt()), 90, 40));
+    const exchange::ImportedReference came =
+        file.isEmpty() ? co_await exchange::importPastedReference(&store, {}, painted, std::nullopt, {})
+                       : co_await exchange::importReference(&store, {}, file, std::nullopt, {});
+    if (came.isNew) core::rememberAddedAssets(store, {came.item}, QStringLiteral("Import Media"));
+    acknowledge(QStringLiteral("place"), came.item->id, {{QStringLiteral("checksum"), *came.item->checksum}});
+  } catch (const base::SorvanError& failure) {
+    failed = failure.message();
+  }
+  if (failed) store.setError(failed);
 }
 
 std::vector<JobRef> endedBadly(const core::LibraryStore& store) {
@@ -139,6 +162,12 @@ void restoreAll(HeadlessStudio& studio, const QJsonObject& command) {
     if (asset->isTrashed()) trashed.push_back(asset);
   if (!exchange::restore(store, trashed, exchange::Rejoin::everywhere)) return;
   for (const AssetRef& asset : trashed) acknowledgeTrash(asset, command);
+}
+
+void handleSheet(HeadlessStudio& studio, const QJsonObject& command) {
+  const QJsonObject promise = changeSheet(studio, command);
+  if (!promise.isEmpty() && !command.value(QLatin1String("quietly")).toBool())
+    acknowledge(QStringLiteral("sheet"), base::uuidFromText(textOf(promise, "id")), promise);
 }
 
 void saveRaw(HeadlessStudio& studio) {
@@ -228,13 +257,14 @@ base::Task<> untilSettled(HeadlessStudio& studio) {
 
 base::Task<> untilMaintained(HeadlessStudio& studio) {
   const base::SystemClock clock;
-  while (studio.maintenance->running() > 0) co_await clock.sleep(std::chrono::milliseconds(5), {});
+  while (studio.maintenance->running() > 0 || studio.imports->running() > 0) co_await clock.sleep(std::chrono::milliseconds(5), {});
 }
 
 base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command) {
   const QString name = textOf(command, "do");
   if (name == QStringLiteral("enqueue")) enqueue(studio, command);
   else if (name == QStringLiteral("place")) place(studio, command);
+  else if (name == QStringLiteral("import")) co_await importAsReference(studio, command);
   else if (name == QStringLiteral("retry")) retryAll(studio);
   else if (name == QStringLiteral("submit-again")) submitAgain(studio);
   else if (name == QStringLiteral("cancel")) cancelNewest(studio);
@@ -242,6 +272,7 @@ base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command) {
   else if (name == QStringLiteral("save-raw")) saveRaw(studio);
   else if (name == QStringLiteral("trash")) trashNewest(studio, command);
   else if (name == QStringLiteral("restore")) restoreAll(studio, command);
+  else if (name == QStringLiteral("sheet")) handleSheet(studio, command);
   else if (name == QStringLiteral("prompt")) keepPrompt(studio, command);
   else if (name == QStringLiteral("draft")) keepDraft(studio, command);
   else if (name == QStringLiteral("type")) co_await typeDrafts(studio, command);

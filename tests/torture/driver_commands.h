@@ -12,6 +12,7 @@ namespace sorvan::torture {
 //   enqueue    "model", "prompt", "seed"?, "count"?, "size"?, "references"? (numbers of items, newest first),
 //              "marks"? (boxes [x, y, width, height], to which the result is kept)
 //   place      "file": a picture is put into the workspace as an item, as a reference for later requests
+//   import     "file", or a picture of "shade" from the clipboard: becomes a reference as the composer does it
 //   run        waits until no job runs or waits
 //   retry      Retry on every failed or cancelled job
 //   submit-again, cancel (the newest active job), rate (the newest item gets "stars")
@@ -20,6 +21,9 @@ namespace sorvan::torture {
 //   prompt ("text"), draft ("number"), review (of the newest item): what is kept beside the library
 //   type ("number"): six drafts, numbered from there, as a typist gives them
 //   trash (the newest item), restore (whatever is in Trash); "quietly": nothing is promised
+//   sheet      "what" is done with a contact sheet: "make" (of the newest items), "order" (the oldest sheet's items the
+//              other way round), "title" (the oldest sheet gets "number"), "restore" (the oldest sheet), "trash" (the
+//              newest sheet); "quietly": nothing is promised
 //   retry-save tries again to write whatever is not on the disk
 //   gateway    "pays": credits pay from now on; "away": nobody can ask for cancelled operations
 //   settled    waits until the fate of cancelled operations is known, as far as it can be

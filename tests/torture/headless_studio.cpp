@@ -104,6 +104,7 @@ HeadlessStudio::HeadlessStudio() {
   store = std::make_unique<core::LibraryStore>(
       core::LibraryStore::Services{settings, clock, std::nullopt, QString()});
   maintenance = std::make_unique<core::ThumbnailMaintenance>(*store);
+  imports = std::make_unique<exchange::UnfinishedImports>(*store);
   generation::GenerationPorts ports = portsFor(transport, settings, clock, service->key);
   gateway.plugInto(ports, *store, transport, service->key.value_or(QString()));
   queue = std::make_unique<generation::JobQueue>(*store, std::move(ports));

@@ -7,6 +7,7 @@
 #include "base/clock.h"
 #include "core/library_store.h"
 #include "core/thumbnail_maintenance.h"
+#include "exchange/unfinished_imports.h"
 #include "generation/job_queue.h"
 #include "platform/http.h"
 #include "torture/stand_in_gateway.h"
@@ -29,6 +30,7 @@ struct HeadlessStudio {
   StandInGateway gateway;
   std::unique_ptr<core::LibraryStore> store;
   std::unique_ptr<core::ThumbnailMaintenance> maintenance;
+  std::unique_ptr<exchange::UnfinishedImports> imports;
   std::unique_ptr<generation::JobQueue> queue;
 };
 

@@ -46,6 +46,7 @@ class Judge {
   QJsonObject jobOf(const QString& prompt) const;
   QJsonObject item(const QString& id) const;
   bool keeps(const QJsonObject& promise) const;
+  bool keepsSheet(const QJsonObject& promise) const;
   void result(const Purchase& purchase);
   void rawResult(const Purchase& purchase);
   void markedResult(const Purchase& purchase, const QJsonObject& job);
@@ -75,6 +76,18 @@ void Judge::purchases() {
   }
 }
 
+// A sheet's number grows as a draft's does; its order and its place in Trash are changed once each.
+bool Judge::keepsSheet(const QJsonObject& promise) const {
+  for (const QJsonValue& value : seen.report.value(u"contactSheets"_s).toArray()) {
+    const QJsonObject sheet = value.toObject();
+    if (sheet.value(u"id"_s) != promise.value(u"id"_s)) continue;
+    const auto same = [&](const QString& part) { return !promise.contains(part) || sheet[part] == promise[part]; };
+    return same(u"items"_s) && same(u"trashed"_s) &&
+           sheet.value(u"title"_s).toString().toInt() >= promise.value(u"number"_s).toInt();
+  }
+  return false;
+}
+
 // Whether what was promised is there. Drafts and ratings are numbers that grow: a later one may have reached the disk
 // without its acknowledgement, an earlier one may not come back.
 bool Judge::keeps(const QJsonObject& promise) const {
@@ -86,6 +99,7 @@ bool Judge::keeps(const QJsonObject& promise) const {
   if (did == u"rate"_s)
     return item(id.toString()).value(u"stars"_s).toInt() >= promise.value(u"stars"_s).toInt();
   if (did == u"trash"_s) return item(id.toString()).value(u"trashed"_s) == promise.value(u"trashed"_s);
+  if (did == u"sheet"_s) return keepsSheet(promise);
   if (did == u"prompt"_s) return seen.report.value(u"prompts"_s).toArray().contains(promise.value(u"text"_s));
   if (did == u"review"_s) return seen.report.value(u"reviews"_s).toArray().contains(id);
   if (did == u"draft"_s)
@@ -188,6 +202,13 @@ void Judge::files() {
     if (file.key().contains(u"/generated/"_s) && !owned.contains(file.key()) &&
         !checksums.contains(QString::fromLatin1(file.value())))
       violated("I4", u"bytes that no record names: "_s + file.key());
+  // What was imported has its record once the next opening has settled it, and then no note speaks of it.
+  for (auto file = seen.after.begin(); file != seen.after.end(); ++file) {
+    if (file.key().contains(u"/references/"_s) && !owned.contains(file.key()))
+      violated("I4", u"an imported file without a record: "_s + file.key());
+    if (file.key().startsWith(u".sorvan/imports/"_s))
+      violated("I4", u"an import that is not settled: "_s + file.key());
+  }
   for (const QJsonObject& job : jobs)
     if (job.value(u"status"_s).toString() == u"complete"_s && job.value(u"recoveryFolder"_s).toBool())
       violated("I4", u"a finished job still has its recovery folder"_s);
@@ -260,7 +281,8 @@ void Judge::secondRecovery() {
                                    QSet<QString>(seen.second.keyBegin(), seen.second.keyEnd()))
       if (seen.after.value(path) != seen.second.value(path)) violated("I9", u"another start changed "_s + path);
   }
-  for (const QString& part : {u"jobs"_s, u"items"_s, u"prompts"_s, u"reviews"_s, u"draft"_s, u"charges"_s})
+  for (const QString& part : {u"jobs"_s, u"items"_s, u"prompts"_s, u"reviews"_s, u"draft"_s, u"charges"_s,
+                              u"contactSheets"_s})
     if (seen.report.value(part) != seen.secondReport.value(part))
       violated("I9", u"another start changed the "_s + part);
 }

@@ -45,6 +45,10 @@ QJsonObject gateway(const QString& what) { return {{u"do"_s, u"gateway"_s}, {wha
 
 QJsonObject place(const QString& file) { return {{u"do"_s, u"place"_s}, {u"file"_s, file}}; }
 
+QJsonObject importFile(const QString& file) { return {{u"do"_s, u"import"_s}, {u"file"_s, file}}; }
+
+QJsonObject importPasted(int shade) { return {{u"do"_s, u"import"_s}, {u"shade"_s, shade}}; }
+
 QJsonObject rate(int stars) { return {{u"do"_s, u"rate"_s}, {u"stars"_s, stars}}; }
 
 // A scenario that begins with an empty library and does only this.
@@ -103,6 +107,26 @@ std::vector<Scenario> secondThoughts(const QJsonObject& placed) {
   return all;
 }
 
+QJsonObject sheet(const QString& what, int number = 0) {
+  return {{u"do"_s, u"sheet"_s}, {u"what"_s, what}, {u"number"_s, number}};
+}
+
+QJsonObject quietly(QJsonObject command) {
+  command.insert(u"quietly"_s, true);
+  return command;
+}
+
+// A contact sheet comes out of Trash, is put into another order and titled; another one is made and moved to Trash.
+Scenario contactSheets(const QJsonArray& library) {
+  QJsonArray withSheet = library;
+  for (const QJsonObject& more :
+       {library.first().toObject(), quietly(sheet(u"make"_s)), quietly(sheet(u"trash"_s))})
+    withSheet.append(more);
+  return after(withSheet, {},
+               plain(u"sheet"_s, {sheet(u"restore"_s), sheet(u"order"_s), sheet(u"title"_s, 1), sheet(u"make"_s),
+                                  sheet(u"trash"_s), sheet(u"title"_s, 2)}));
+}
+
 // Work that is no order.
 std::vector<Scenario> ownWork(const QJsonArray& library) {
   const QJsonObject save = command(u"retry-save"_s);
@@ -120,9 +144,15 @@ std::vector<Scenario> ownWork(const QJsonArray& library) {
   withTrash.append(quietTrash);
   withTrash.append(library.first());
   all.push_back(after(withTrash, {}, plain(u"trash"_s, {command(u"restore"_s), command(u"trash"_s)})));
+  all.push_back(contactSheets(library));
   all[1].damagedSidecar = u"charges.json"_s;
   all[0].endsSaved = all[2].endsSaved = all[3].endsSaved = true;
   return all;
+}
+
+// A file and a pasted picture become references, the file a second time too, which copies nothing.
+std::vector<Scenario> imports(const QString& file) {
+  return {plain(u"import"_s, {importFile(file), importPasted(200), importFile(file)})};
 }
 
 // Libraries of every earlier form, each with one picture.
@@ -139,7 +169,7 @@ std::vector<Scenario> upgrades() {
 
 std::vector<Scenario> allScenarios(const QString& file) {
   std::vector<Scenario> all = orders({place(file)});
-  for (const auto& part : {secondThoughts(place(file)), ownWork({place(file)}), upgrades()})
+  for (const auto& part : {secondThoughts(place(file)), ownWork({place(file)}), imports(file), upgrades()})
     all.insert(all.end(), part.begin(), part.end());
   return all;
 }

@@ -80,6 +80,17 @@ TEST(ModelTour, AddsAnEditorAndAModelThatAnimatesAndGeneratesWithAReferenceOnEac
   EXPECT_EQ(mediaIn(workspace, {u"*.mp4"_qs}).size(), 1);
   person.click(clipItem);
   person.picture(u"animated"_qs);
+
+  // It plays large, stops at a key and goes on by single frames.
+  person.doubleClick(clipItem);
+  person.waitFor({u"Next Frame"_qs, u"push button"_qs});
+  person.key(u"End"_qs);
+  person.waitFor({u"Play"_qs, u"push button"_qs});
+  person.key(u"comma"_qs);
+  person.key(u"period"_qs);
+  person.picture(u"clip"_qs);
+  person.key(u"Escape"_qs);
+  person.waitForCount(clipItem, 1, 20);
   EXPECT_EQ(person.sandbox().ledger().size(), 3);
 
   // Everything that was added is there after the next start, in its tab.

@@ -119,6 +119,18 @@ void Tourist::drag(QPoint from, QPoint to) {
           QStringList{u"mouseup"_qs, u"1"_qs});
 }
 
+void Tourist::carry(QPoint from, QPoint to) {
+  constexpr int steps = 8;
+  const auto moveTo = [this](QPoint point) {
+    xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(point.x()), QString::number(point.y())});
+  };
+  moveTo(from);
+  xdotool({u"mousedown"_qs, u"1"_qs});
+  for (int step = 1; step <= steps; ++step) moveTo(from + (to - from) * step / steps);
+  for (int step = 1; step <= steps; ++step) moveTo(to + QPoint(step, 0));
+  xdotool({u"mouseup"_qs, u"1"_qs});
+}
+
 void Tourist::type(const QString& text) { xdotool({u"type"_qs, u"--delay"_qs, u"8"_qs, u"--"_qs, text}); }
 
 void Tourist::tabTo(const Wanted& wanted) {

@@ -40,6 +40,8 @@ class Tourist {
   void doubleClick(const Wanted& wanted);
   // Presses the left button at one point of the screen and lets it go at another.
   void drag(QPoint from, QPoint to);
+  // The same as slowly as a hand does it, so that whatever is dragged over has time to answer.
+  void carry(QPoint from, QPoint to);
   // Types into whatever has the focus.
   void type(const QString& text);
   // Presses Tab until the control has the keyboard; fails the test when Tab does not lead there.

@@ -232,7 +232,7 @@ TEST_F(ComposerDockTest, TheFigureStandsBesideTheButtonThatSpendsIt) {
 
 TEST_F(ComposerDockTest, NoticesStandAboveTheControlsAndErrorsStay) {
   dock.focusPrompt();
-  composer.shown.notices = {u"References require models that accept images."_s};
+  composer.shown.notices = {ComposerNotice(u"References require models that accept images."_s)};
   Q_EMIT composer.changed();
   auto* notice = dock.findChild<NoticeBar*>();
   ASSERT_NE(notice, nullptr);

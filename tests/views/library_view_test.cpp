@@ -207,7 +207,7 @@ TEST_F(LibraryViewTest, AHistoryRowIsSelectedByKeyAndItsButtonActs) {
   show(library, {1440, 866});
   library.setPage(ModeKind::activity);
   HistoryList& list = library.history().list();
-  QObject::connect(&list, &HistoryList::selected, &list, &HistoryList::setSelected);
+  QObject::connect(&list, &HistoryList::selectionRequested, &list, &HistoryList::setSelection);
   QSignalSpy asked(&list, &HistoryList::actionRequested);
   QTest::keyClick(&list, Qt::Key_Home);
   QTest::keyClick(&list, Qt::Key_Down);
@@ -216,6 +216,36 @@ TEST_F(LibraryViewTest, AHistoryRowIsSelectedByKeyAndItsButtonActs) {
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(row.right() - 40, row.center().y()));
   ASSERT_EQ(asked.count(), 1);
   EXPECT_EQ(asked.front().at(1).value<JobAction>(), JobAction::saveResult);
+}
+
+TEST_F(LibraryViewTest, SeveralJobsAreSelectedByKeysAndByPresses) {
+  show(library, {1440, 866});
+  library.setPage(ModeKind::activity);
+  HistoryList& list = library.history().list();
+  QSignalSpy asked(&list, &HistoryList::selectionRequested);
+  const auto last = [&asked] { return asked.back()[0].value<QSet<QUuid>>(); };
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.cellRect(0).center());
+  QTest::keyClick(&list, Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_EQ(last(), (QSet<QUuid>{history.idAt(0), history.idAt(1)}));
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, list.cellRect(3).center());
+  EXPECT_EQ(last().size(), 3);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, list.cellRect(0).center());
+  EXPECT_EQ(last(), (QSet<QUuid>{history.idAt(1), history.idAt(3)}));
+  QTest::keyClick(&list, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(last().size(), history.count());
+}
+
+TEST_F(LibraryViewTest, TheHistoryOffersToCancelWhatIsAtWork) {
+  show(library, {1440, 866});
+  library.setPage(ModeKind::activity);
+  QSignalSpy selected(&library.history(), &HistoryView::cancelSelectedPressed);
+  QSignalSpy all(&library.history(), &HistoryView::cancelAllPressed);
+  EXPECT_FALSE(named<Button>(library, u"Cancel All"_s)->isVisible());
+  library.history().setActive(3, 2);
+  QTest::mouseClick(named<Button>(library, u"Cancel 2 Selected"_s), Qt::LeftButton);
+  QTest::mouseClick(named<Button>(library, u"Cancel All"_s), Qt::LeftButton);
+  EXPECT_EQ(selected.count(), 1);
+  EXPECT_EQ(all.count(), 1);
 }
 
 TEST_F(LibraryViewTest, NoKeyCancelsAJob) {

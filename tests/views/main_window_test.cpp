@@ -422,7 +422,7 @@ class WallMenusTest : public MainWindowTest {
 TEST_F(WallMenusTest, OneItemsMenuOffersWhatCanBeDoneWithIt) {
   makeTwo();
   const QString rows = menuFor({wall().rowId(0)});
-  EXPECT_TRUE(rows.startsWith(u"Favorite | [Rating] | [Status] | - | "_s)) << rows.toStdString();
+  EXPECT_TRUE(rows.startsWith(u"Open | Quick Look | - | Favorite | [Rating] | [Status] | - | "_s)) << rows.toStdString();
   for (const char* row : {"Rename", "Copy", "Show in Files", "Move to Trash"})
     EXPECT_TRUE(rows.contains(QString::fromLatin1(row))) << rows.toStdString();
   EXPECT_FALSE(rows.contains(u"Restore"_s));

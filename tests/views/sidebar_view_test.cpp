@@ -5,9 +5,9 @@
 #include <QMimeData>
 #include <QSignalSpy>
 
+#include "shell/item_transfer.h"
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
-#include "shell/views/item_mime.h"
 #include "views/dressed.h"
 #include "views/samples.h"
 
@@ -77,8 +77,8 @@ TEST_F(SidebarViewTest, TheHeadingOfTheProjectsAddsOne) {
 TEST_F(SidebarViewTest, ItemsAreDroppedOnAProjectAsACopyWhateverWasAskedFor) {
   QSignalSpy dropped(&sidebar, &SidebarView::dropped);
   const std::vector<QUuid> items{QUuid::createUuid(), QUuid::createUuid()};
-  QMimeData data;
-  setItems(data, items);
+  const auto held = transferOf({{items[0], u"/tmp/a.png"_s, true}, {items[1], u"/tmp/b.png"_s, true}});
+  QMimeData& data = *held;
   SidebarRowButton* target = row(u"Harbour Film"_s);
   QDragEnterEvent enter({5, 5}, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(target, &enter);

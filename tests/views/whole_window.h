@@ -40,6 +40,7 @@ class WholeWindow : public Dressed {
     all.jobs = &desk.jobs;
     all.inspector = &desk.inspector;
     all.curation = &desk.curation;
+    all.comparison = &desk.comparison;
     all.transfer = &desk.transfer;
     all.composer = &desk.composer;
     all.marking = &desk.marking;

@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QMenuBar>
 
+#include "comparison_samples.h"
 #include "shell/views/alert_dialog.h"
 #include "shell/views/choice_popovers.h"
 #include "shell/views/controls.h"
@@ -121,8 +122,8 @@ void saveWindows(const QString& folder, QSize size) {
     main.library->wall().setSelection({main.wall.idAt(0)});
     main.writePrompt();
     save(main.window, folder, u"main-"_s + tag);
-    main.composer.shown.notices = {
-        u"Social Portrait · 4:5 isn’t supported by every selected model. Choose a compatible ratio below."_s};
+    main.composer.shown.notices = {ComposerNotice(
+        u"Social Portrait · 4:5 isn’t supported by every selected model. Choose a compatible ratio below."_s)};
     main.composer.shown.lengthShown = true;
     main.composer.shown.countSuffix = u"per model"_s;
     main.composer.line = {u"Queued · outputs will be saved in Inbox."_s, false};
@@ -201,6 +202,7 @@ int main(int argc, char** argv) {
   for (const Appearance appearance : {Appearance::dark, Appearance::light}) {
     Theme::instance().setAppearance(appearance);
     saveSheets(folder);
+    saveComparison([&folder](QWidget& widget, const QString& name) { save(widget, folder, name); });
     for (const QSize size : {QSize(1440, 900), QSize(1024, 680)}) {
       WelcomeView welcome(welcomeSample());
       welcome.resize(size - QSize(0, 34));

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStackedLayout>
 
 #include "shell/views/accessible_role.h"
 #include "shell/views/icons.h"
@@ -17,118 +18,10 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-constexpr int kCanvasPadding = 24;
-constexpr int kLargePicture = 2560;  // device pixels of the long side
-constexpr double kMostZoom = 8;
-constexpr double kLeastZoom = 0.05;
 constexpr int kStripPicture = 46;
 constexpr int kStripGap = 6;
 constexpr int kBarMargin = 12;
 }  // namespace
-
-// PictureCanvas
-
-PictureCanvas::PictureCanvas(ThumbnailStore& thumbnails, QWidget* parent)
-    : QWidget(parent), thumbnails_(thumbnails), centre_(0.5, 0.5) {
-  connect(&thumbnails_, &ThumbnailStore::loaded, this, &PictureCanvas::viewMoved);
-  setCursor(Qt::ArrowCursor);
-}
-
-void PictureCanvas::setPicture(const QString& path, const QString& standIn, const QString& accessibleName) {
-  if (path == path_ && standIn == standIn_ && accessibleName == this->accessibleName()) return;
-  path_ = path;
-  standIn_ = standIn;
-  zoom_ = 0;
-  centre_ = QPointF(0.5, 0.5);
-  setAccessibleName(accessibleName);
-  viewMoved();
-}
-
-void PictureCanvas::viewMoved() {
-  update();
-  Q_EMIT viewChanged();
-}
-
-void PictureCanvas::resizeEvent(QResizeEvent*) { viewMoved(); }
-
-QPixmap PictureCanvas::current() const {
-  ThumbnailStore::Answer large;
-  if (!path_.isEmpty()) large = thumbnails_.picture(path_, {}, kLargePicture);
-  if (large.state == ThumbnailStore::State::ready && !path_.isEmpty()) return large.picture;
-  return thumbnails_.picture(standIn_, {}, 640).picture;
-}
-
-double PictureCanvas::fitScale(const QSizeF& picture) const {
-  const QSizeF room(std::max(1, width() - 2 * kCanvasPadding), std::max(1, height() - 2 * kCanvasPadding));
-  return std::min({room.width() / picture.width(), room.height() / picture.height(), 4.0});
-}
-
-void PictureCanvas::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.fillRect(rect(), colors().surfaceSurround);
-  const QPixmap picture = current();
-  if (picture.isNull()) return paintIcon(painter, u"image"_s, rect(), 32, {colors().textTertiary});
-  const QSizeF size = picture.size();
-  const QRectF place = placeOf(size);
-  painter.setRenderHint(QPainter::SmoothPixmapTransform, place.width() < 3 * size.width());
-  painter.drawPixmap(place, picture, QRectF(QPointF(), size));
-}
-
-QRectF PictureCanvas::placeOf(const QSizeF& picture) const {
-  const QSizeF shown = picture * (isFitted() ? fitScale(picture) : zoom_);
-  const QPointF centre = isFitted() ? QPointF(0.5, 0.5) : centre_;
-  return {width() / 2.0 - centre.x() * shown.width(), height() / 2.0 - centre.y() * shown.height(), shown.width(),
-          shown.height()};
-}
-
-QRectF PictureCanvas::picturePlace() const {
-  const QPixmap picture = current();
-  return picture.isNull() ? QRectF() : placeOf(picture.size());
-}
-
-void PictureCanvas::toggleFit() {
-  zoom_ = isFitted() ? 1 / devicePixelRatioF() : 0;
-  centre_ = QPointF(0.5, 0.5);
-  viewMoved();
-  Q_EMIT zoomChanged();
-}
-
-// What lies under the pointer stays there.
-void PictureCanvas::zoomAt(QPointF point, double factor) {
-  const QPixmap picture = current();
-  if (picture.isNull()) return;
-  const QSizeF size = picture.size();
-  const double before = isFitted() ? fitScale(size) : zoom_;
-  const double after = std::clamp(before * factor, kLeastZoom, kMostZoom);
-  const QPointF away = point - QPointF(width() / 2.0, height() / 2.0);
-  const QPointF under = centre_ + QPointF(away.x() / (size.width() * before), away.y() / (size.height() * before));
-  zoom_ = after;
-  centre_ = under - QPointF(away.x() / (size.width() * after), away.y() / (size.height() * after));
-  viewMoved();
-  Q_EMIT zoomChanged();
-}
-
-void PictureCanvas::wheelEvent(QWheelEvent* event) {
-  if (!event->modifiers().testFlag(Qt::ControlModifier)) return event->ignore();
-  zoomAt(event->position(), std::pow(1.0015, event->angleDelta().y()));
-}
-
-void PictureCanvas::mousePressEvent(QMouseEvent* event) { dragFrom_ = event->position(); }
-
-void PictureCanvas::mouseMoveEvent(QMouseEvent* event) {
-  if (!(event->buttons() & Qt::LeftButton)) return;
-  panBy(event->position() - dragFrom_);
-  dragFrom_ = event->position();
-}
-
-void PictureCanvas::panBy(QPointF pixels) {
-  const QSizeF shown = QSizeF(current().size()) * zoom_;
-  if (isFitted() || shown.isEmpty()) return;
-  centre_ -= QPointF(pixels.x() / shown.width(), pixels.y() / shown.height());
-  viewMoved();
-}
-
-void PictureCanvas::mouseDoubleClickEvent(QMouseEvent*) { toggleFit(); }
 
 // Filmstrip
 
@@ -198,6 +91,8 @@ AssetView::AssetView(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
     : QWidget(parent),
       source_(source),
       canvas_(new PictureCanvas(thumbnails)),
+      player_(new PlayerView(thumbnails)),
+      media_(new QStackedLayout),
       filmstrip_(new Filmstrip(source, thumbnails)),
       facts_(new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight)),
       place_(new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight)) {
@@ -210,7 +105,9 @@ AssetView::AssetView(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  column->addWidget(canvas_, 1);
+  media_->addWidget(canvas_);
+  media_->addWidget(player_);
+  column->addLayout(media_, 1);
   column->addLayout(line);
   column->addWidget(filmstrip_);
   connect(filmstrip_, &Filmstrip::chosen, this, &AssetView::itemChosen);
@@ -241,16 +138,34 @@ void AssetView::placeBar() {
 
 void AssetView::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().surfaceSurround); }
 
-void AssetView::show(QUuid item) {
+void AssetView::show(QUuid item, Begin begin) {
   item_ = item;
   refresh();
+  if (begin == Begin::playing && showsPlayer()) player_->player().play();
+}
+
+bool AssetView::showsPlayer() const { return media_->currentWidget() == player_; }
+
+// What is not seen neither plays nor keeps its file open.
+void AssetView::hideEvent(QHideEvent* event) {
+  if (!event->spontaneous()) player_->close();
+}
+
+void AssetView::showMedia(const GalleryCell& cell) {
+  const bool isPicture = cell.kind == CellKind::image;
+  canvas_->setPicture(isPicture ? cell.filePath : QString(), cell.thumbnailPath, cell.fileName);
+  media_->setCurrentWidget(isPicture ? static_cast<QWidget*>(canvas_) : player_);
+  if (isPicture)
+    player_->close();
+  else
+    player_->open({cell.filePath, cell.thumbnailPath, cell.fileName, cell.kind == CellKind::audio}, Begin::paused);
 }
 
 void AssetView::refresh() {
   const int index = source_.indexOf(item_);
   if (index < 0) return;
   const GalleryCell cell = source_.cellAt(index);
-  canvas_->setPicture(cell.kind == CellKind::image ? cell.filePath : QString(), cell.thumbnailPath, cell.fileName);
+  showMedia(cell);
   setAccessibleName(cell.accessibleName.isEmpty() ? cell.fileName : cell.accessibleName);
   filmstrip_->setCurrent(item_);
   QStringList facts;
@@ -280,11 +195,66 @@ void AssetView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Space:
       Q_EMIT closeRequested();
       return;
-    case Qt::Key_Z:
-      canvas_->toggleFit();
+    case Qt::Key_Equal:  // the plus of keyboards that have it on the upper half of the key
+      perform(ActionId::zoomIn);
       return;
     default:
       QWidget::keyPressEvent(event);
+  }
+}
+
+bool AssetView::perform(ActionId action) {
+  return showsPlayer() ? performOnPlayer(action) : performOnPicture(action);
+}
+
+bool AssetView::performOnPicture(ActionId action) {
+  switch (action) {
+    case ActionId::zoomIn:
+      canvas_->zoomIn();
+      return true;
+    case ActionId::zoomOut:
+      canvas_->zoomOut();
+      return true;
+    case ActionId::toggleFit:
+      canvas_->toggleFit();
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool AssetView::performOnPlayer(ActionId action) {
+  media::Player& player = player_->player();
+  switch (action) {
+    case ActionId::playPause:
+      player.togglePlaying();
+      return true;
+    case ActionId::previousFrame:
+      player.stepFrames(-1);
+      return true;
+    case ActionId::nextFrame:
+      player.stepFrames(+1);
+      return true;
+    case ActionId::secondBack:
+      player_->skip(-1);
+      return true;
+    case ActionId::secondForward:
+      player_->skip(+1);
+      return true;
+    case ActionId::playerStart:
+      player_->goToStart();
+      return true;
+    case ActionId::playerEnd:
+      player_->goToEnd();
+      return true;
+    case ActionId::toggleMute:
+      player.setMuted(!player.isMuted());
+      return true;
+    case ActionId::toggleLoop:
+      player.setLooping(!player.isLooping());
+      return true;
+    default:
+      return false;
   }
 }
 

@@ -3,8 +3,12 @@
 
 #include <QWidget>
 
-#include "shell/views/thumbnail_store.h"
+#include "shell/actions.h"
+#include "shell/views/picture_canvas.h"
+#include "shell/views/player_view.h"
 #include "shell/views/wall_source.h"
+
+class QStackedLayout;
 
 namespace sorvan::shell {
 class MarkingPresenter;
@@ -15,50 +19,6 @@ namespace sorvan::views {
 class ElidedLabel;
 class MarkBar;
 class MarkLayer;
-
-// A picture that fits its place or is looked at closely: the wheel with Ctrl zooms at the pointer, a drag moves it.
-class PictureCanvas final : public QWidget {
-  Q_OBJECT
-
- public:
-  explicit PictureCanvas(ThumbnailStore& thumbnails, QWidget* parent = nullptr);
-
-  // Shows the file; the second path (a thumbnail) stands in until it is read, or for what is no picture.
-  void setPicture(const QString& path, const QString& standIn, const QString& accessibleName);
-  bool isFitted() const { return zoom_ <= 0; }
-  void toggleFit();
-  // Where the picture lies in the canvas; empty while there is none.
-  QRectF picturePlace() const;
-  // Moves the picture by so many logical pixels; one that is fitted stays.
-  void panBy(QPointF pixels);
-
- Q_SIGNALS:
-  void zoomChanged();
-  // The picture lies elsewhere or in another size now.
-  void viewChanged();
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-  void wheelEvent(QWheelEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
-
- private:
-  QPixmap current() const;
-  double fitScale(const QSizeF& picture) const;
-  QRectF placeOf(const QSizeF& picture) const;
-  void viewMoved();
-  void zoomAt(QPointF point, double factor);
-
-  ThumbnailStore& thumbnails_;
-  QString path_;
-  QString standIn_;
-  double zoom_ = 0;  // logical pixels for a pixel of the picture; 0 fits
-  QPointF centre_;   // what part of the picture is in the middle, 0 to 1
-  QPointF dragFrom_;
-};
 
 // The row of small pictures; a press chooses.
 class Filmstrip final : public QWidget {
@@ -99,8 +59,14 @@ class AssetView final : public QWidget {
   void setMarking(MarkingPresenter& marking);
   MarkLayer* marks() const { return marks_; }
 
-  void show(QUuid item);
+  // A clip or sound opens with its first picture, or playing.
+  void show(QUuid item, Begin begin = Begin::paused);
   QUuid item() const { return item_; }
+  PictureCanvas& canvas() { return *canvas_; }
+  PlayerView& playerView() { return *player_; }
+  bool showsPlayer() const;
+  // Zooms or plays. False when the action is none of those.
+  bool perform(ActionId action);
   // The next item in that direction, jobs left out; null at the end.
   QUuid neighbour(int direction) const;
 
@@ -112,14 +78,20 @@ class AssetView final : public QWidget {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
+  bool performOnPicture(ActionId action);
+  bool performOnPlayer(ActionId action);
+  void showMedia(const GalleryCell& cell);
   void refresh();
   void refreshMarking(const MarkingPresenter& marking);
   void placeBar();
 
   WallSource& source_;
   PictureCanvas* canvas_;
+  PlayerView* player_;
+  QStackedLayout* media_;
   MarkLayer* marks_ = nullptr;
   MarkBar* bar_ = nullptr;
   Filmstrip* filmstrip_;

@@ -148,11 +148,12 @@ Popover* openLengthPopover(ComposerPresenter& composer, QWidget* chip) {
   const ComposerDisplay display = composer.display();
   QVBoxLayout* column = nullptr;
   Popover* popover = columnPopover(display.lengthTitle.isEmpty() ? texts::length() : display.lengthTitle, column);
+  if (!display.lengthRows.empty()) fillLengthRows(composer, popover, column);
   auto* grid = new QGridLayout;
   grid->setSpacing(2);
   const int rows = display.lengths.size() > 10 ? static_cast<int>(display.lengths.size() + 1) / 2 : 10;
   int place = 0;
-  for (const LengthChoice& length : display.lengths) {
+  for (const LengthChoice& length : display.lengthRows.empty() ? display.lengths : std::vector<LengthChoice>()) {
     auto* button = new LengthButton(length);
     QObject::connect(button, &QAbstractButton::clicked, popover, [&composer, popover, value = length.value] {
       composer.chooseLength(value);

@@ -1,16 +1,19 @@
 #include "shell/views/composer_dock.h"
 
 #include <QAccessible>
-#include <QHBoxLayout>
+#include <QApplication>
 #include <QPainter>
 
 #include "shell/views/choice_popovers.h"
+#include "shell/views/composer_head.h"
+#include "shell/views/composer_words.h"
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
 #include "shell/views/labels.h"
 #include "shell/views/model_picker.h"
 #include "shell/views/painting.h"
 #include "shell/views/prompt_edit.h"
+#include "shell/views/prompt_history.h"
 #include "shell/views/reference_strip.h"
 #include "shell/views/segmented_control.h"
 #include "shell/views/texts.h"
@@ -35,10 +38,17 @@ ComposerDock::ComposerDock(ComposerPresenter& composer, ThumbnailStore& thumbnai
   connect(&composer_, &ComposerPresenter::messageChanged, this, &ComposerDock::refreshMessage);
   connect(&composer_, &ComposerPresenter::draftReplaced, prompt_, &PromptEdit::setDraft);
   connect(&composer_, &ComposerPresenter::focusRequested, this, &ComposerDock::focusPrompt);
+  connect(&composer_, &ComposerPresenter::lengthsRequested, this, &ComposerDock::openLengths);
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* before, const QWidget*) {
+    if (before == prompt_) composer_.keyboardLeft();
+  });
   prompt_->setDraft(composer_.draft());
   refresh();
   refreshMessage();
 }
+
+// The keyboard that moves while the children go is nobody's business any more.
+ComposerDock::~ComposerDock() { disconnect(qApp, nullptr, this, nullptr); }
 
 // Children are made in the order in which the keyboard visits them.
 void ComposerDock::build(ThumbnailStore& thumbnails) {
@@ -60,18 +70,24 @@ void ComposerDock::build(ThumbnailStore& thumbnails) {
   kindIcons_ = new SegmentedControl(texts::kind(),
                                     {{{}, u"image"_s, texts::imagesAndVideo()}, {{}, u"audio-lines"_s, texts::audio()}},
                                     ControlSize::regular, this);
-  destination_ = new QWidget(this);
-  auto* row = new QHBoxLayout(destination_);
-  row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(6);
-  row->addWidget(new IconView(u"folder"_s, metrics().iconSmall, &Colors::textSecondary));
-  row->addWidget(new Label(texts::saveTo(), Type::small, &Colors::textSecondary));
-  destinationName_ = new ElidedLabel(Type::small, &Colors::textPrimary, Qt::ElideRight);
-  destinationName_->setWeight(Weight::semibold);
-  row->addWidget(destinationName_);
+  payer_ = new HeadChoice(u"coins"_s, {}, this);
+  destination_ = new HeadChoice(u"folder"_s, texts::saveTo(), this);
+  command_ = new IconButton(u"terminal"_s, texts::commandMode(), u"Ctrl+K"_s, this);
+  command_->setCheckable(true);
   clear_ = new IconButton(u"eraser"_s, texts::clearComposer(), {}, this);
   collapse_ = new IconButton(u"chevron-down"_s, texts::collapse(), u"Esc"_s, this);
-  for (IconButton* button : {clear_, collapse_}) button->setControlSize(ControlSize::compact);
+  clear_->setToolTip(texts::clearTooltip());
+  history_ = new IconButton(u"history"_s, texts::promptHistory(), {}, this);
+  history_->setToolTip(texts::promptHistoryTooltip());
+  for (IconButton* button : {command_, clear_, collapse_, history_}) button->setControlSize(ControlSize::compact);
+  commandIcon_ = new IconView(u"terminal"_s, metrics().iconRegular, &Colors::textSecondary, this);
+  commandLabel_ = new ElidedLabel(Type::small, &Colors::accentText, Qt::ElideRight, this);
+  commandLabel_->setWeight(Weight::medium);
+  interpret_ = new Chip(u"wand-sparkles"_s, this);
+  interpret_->setChevron(false);
+  interpret_->setCheckable(true);
+  interpret_->setLabel(texts::interpretWithAI());
+  interpret_->setAccessibleName(texts::interpretWithAI());
   messageIcon_ = new IconView(u"info"_s, metrics().iconSmall, &Colors::textSecondary, this);
   message_ = new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight, this);
 }
@@ -85,19 +101,20 @@ void ComposerDock::connectControls() {
   });
   connect(prompt_, &PromptEdit::submitted, this, [this] { composer_.submit(); });
   connect(prompt_, &PromptEdit::focused, this, [this] { composer_.setExpanded(true); });
-  const auto leave = [this] {
-    composer_.setExpanded(false);
-    Q_EMIT left();
-  };
-  connect(prompt_, &PromptEdit::escapePressed, this, leave);
-  connect(collapse_, &IconButton::clicked, this, leave);
+  connect(prompt_, &PromptEdit::escapePressed, this, &ComposerDock::leave);
+  connect(collapse_, &IconButton::clicked, this, &ComposerDock::leave);
+  connect(command_, &IconButton::clicked, this, [this] { composer_.setCommandMode(!display_.command); });
+  connect(interpret_, &Chip::clicked, this, [this] { composer_.setInterprets(!display_.interprets); });
+  connect(history_, &IconButton::clicked, this, &ComposerDock::openPromptHistory);
+  connect(destination_, &HeadChoice::clicked, this, [this] { openDestinationMenu(composer_, destination_); });
+  connect(payer_, &HeadChoice::clicked, this, [this] { openPayerMenu(composer_, payer_); });
   connect(clear_, &IconButton::clicked, this, [this] { composer_.clear(); });
   connect(submit_, &Button::clicked, this, [this] { composer_.submit(); });
   connect(model_, &Chip::clicked, this, &ComposerDock::openModelPicker);
   connect(ratio_, &Chip::clicked, this, [this] {
     if (!display_.ratioFixed) open(openRatioPopover(composer_, ratio_));
   });
-  connect(length_, &Chip::clicked, this, [this] { open(openLengthPopover(composer_, length_)); });
+  connect(length_, &Chip::clicked, this, &ComposerDock::openLengths);
   connect(count_, &Chip::clicked, this, [this] { open(openCountPopover(composer_, count_)); });
   connect(seed_, &Chip::clicked, this, [this] { open(openSeedPopover(composer_, seed_)); });
   connect(kind_, &SegmentedControl::chosen, this, &ComposerDock::chooseKind);
@@ -112,12 +129,30 @@ void ComposerDock::openModelPicker() {
   picker->openAt(model_, this);
 }
 
+void ComposerDock::openPromptHistory() {
+  composer_.setExpanded(true);
+  auto* history = new PromptHistory(composer_, Popover::roomAbove(this));
+  open(history);
+  history->openAt(history_, this);
+}
+
+void ComposerDock::openLengths() {
+  if (length_->isVisibleTo(this)) open(openLengthPopover(composer_, length_));
+}
+
+void ComposerDock::leave() {
+  if (display_.command) composer_.setCommandMode(false);
+  composer_.setExpanded(false);
+  Q_EMIT left();
+}
+
 void ComposerDock::focusPrompt() {
   composer_.setExpanded(true);
   prompt_->setFocus(Qt::ShortcutFocusReason);
 }
 
 void ComposerDock::chooseKind(int index) {
+  if (display_.command) composer_.setCommandMode(false);
   if (index == 1)
     composer_.startAudio();
   else
@@ -126,7 +161,9 @@ void ComposerDock::chooseKind(int index) {
 
 void ComposerDock::refresh() {
   display_ = composer_.display();
-  destinationName_->setText(display_.destination);
+  destination_->setValue(display_.destination);
+  payer_->setValue(display_.payer);
+  refreshCommand(display_);
   submit_->setText(display_.submitTitle);
   refreshEstimate(display_);
   submit_->setVariant(display_.submitEmphasised ? ButtonVariant::primary : ButtonVariant::secondary);
@@ -146,10 +183,10 @@ void ComposerDock::refresh() {
 void ComposerDock::refreshEstimate(const ComposerDisplay& display) {
   estimate_->setText(display.estimate);
   estimate_->setToolTip(display.estimateTooltip);
-  estimate_->setAccessibleName(display.estimate);
+  estimate_->setAccessibleName(display.estimateSpoken.isEmpty() ? display.estimate : display.estimateSpoken);
   estimate_->setAccessibleDescription(display.estimateTooltip);
   QStringList about;
-  for (const QString& part : {display.estimate, display.estimateTooltip, display.submitTooltip}) {
+  for (const QString& part : {estimate_->accessibleName(), display.estimateTooltip, display.submitTooltip}) {
     if (!part.isEmpty()) about << part;
   }
   submit_->setToolTip(display.submitTooltip.isEmpty() ? display.estimateTooltip : display.submitTooltip);
@@ -166,9 +203,11 @@ void ComposerDock::refreshChips(const ComposerDisplay& display) {
   name(model_, texts::model(), display.modelLabel, {});
   ratio_->setLabel(display.ratioLabel);
   ratio_->setChevron(!display.ratioFixed);
+  ratio_->setTone(display.ratioRefused ? ChipTone::attention : ChipTone::set);
   name(ratio_, texts::ratio(), display.ratioLabel, display.ratioTooltip);
-  length_->setLabel(display.lengthLabel);
-  name(length_, texts::length(), display.lengthLabel, display.lengthTooltip);
+  length_->setLabel(display.lengthLabel, display.lengthValue);
+  name(length_, texts::length(), display.lengthValue.isEmpty() ? display.lengthLabel : display.lengthValue,
+       display.lengthTooltip);
   count_->setLabel(display.countLabel, display.countSuffix);
   name(count_, texts::count(), display.countLabel, display.countTooltip);
   seed_->setLabel(display.seedText.isEmpty() ? texts::seed() : display.seedText);
@@ -176,16 +215,37 @@ void ComposerDock::refreshChips(const ComposerDisplay& display) {
   name(seed_, texts::seed(), display.seedText, display.seedTooltip);
 }
 
+void ComposerDock::refreshCommand(const ComposerDisplay& display) {
+  prompt_->setAccessibleName(display.command ? texts::command() : texts::prompt());
+  command_->setChecked(display.command);
+  command_->setName(display.command ? texts::leaveCommandMode() : texts::commandMode(), u"Ctrl+K"_s);
+  commandLabel_->setText(display.commandLabel);
+  commandLabel_->setAccessibleName(display.commandLabel);
+  prompt_->setAccessibleDescription(display.commandLabel);
+  interpret_->setChecked(display.interprets);
+  interpret_->setTone(display.interprets ? ChipTone::active : ChipTone::quiet);
+  if (review_ && review_->accessibleName() == display.review) return;
+  if (review_) review_->deleteLater();
+  review_ = display.review.isEmpty() ? nullptr : new NoticeBar(AlertTone::information, display.review, this);
+  if (review_) review_->setAccessibleName(display.review), review_->show();
+}
+
 // Bars are made anew only when the notices differ, so that a screen reader does not hear them again at each key.
 void ComposerDock::refreshNotices(const ComposerDisplay& display) {
-  if (noticeTexts_ == display.notices) return;
-  noticeTexts_ = display.notices;
+  if (noticesShown_ == display.notices) return;
+  noticesShown_ = display.notices;
   for (NoticeBar* notice : notices_) notice->deleteLater();
   notices_.clear();
-  for (const QString& text : display.notices) {
-    notices_.push_back(new NoticeBar(AlertTone::warning, text, this));
-    notices_.back()->show();
-  }
+  for (const ComposerNotice& notice : display.notices) addNotice(notice);
+}
+
+void ComposerDock::addNotice(const ComposerNotice& notice) {
+  auto* bar = new NoticeBar(notice.tone, notice.text, this);
+  for (int button = 0; button < static_cast<int>(notice.buttons.size()); ++button)
+    connect(bar->addAction(notice.buttons[static_cast<std::size_t>(button)]), &Button::clicked, this,
+            [this, text = notice.text, button] { composer_.performNotice(text, button); });
+  notices_.push_back(bar);
+  bar->show();
 }
 
 void ComposerDock::refreshMessage() {

@@ -12,6 +12,7 @@ namespace sorvan::views {
 class Button;
 class Chip;
 class ElidedLabel;
+class HeadChoice;
 class IconButton;
 class Label;
 class NoticeBar;
@@ -29,6 +30,7 @@ class ComposerDock final : public QWidget {
  public:
   // Both outlive the dock.
   ComposerDock(ComposerPresenter& composer, ThumbnailStore& thumbnails, QWidget* parent = nullptr);
+  ~ComposerDock() override;
 
   // Of the panel with the room for its shadow around it.
   int heightForWidth(int width) const override;
@@ -37,6 +39,8 @@ class ComposerDock final : public QWidget {
 
   void openModelPicker();
   void openAttachPanel();
+  void openPromptHistory();
+  void openLengths();
   void focusPrompt();
 
  Q_SIGNALS:
@@ -65,6 +69,9 @@ class ComposerDock final : public QWidget {
   void refreshChips(const ComposerDisplay& display);
   void refreshNotices(const ComposerDisplay& display);
   void refreshMessage();
+  void refreshCommand(const ComposerDisplay& display);
+  void addNotice(const ComposerNotice& notice);
+  void leave();
   void chooseKind(int index);
   void arrange();
   // Sounds take none; what is attached all the same can be taken off.
@@ -72,6 +79,8 @@ class ComposerDock final : public QWidget {
   int arrangeCollapsed(int width, bool place) const;
   int arrangeExpanded(int width, bool place) const;
   int placeControls(int left, int right, int top, bool place) const;
+  int placePrompt(int left, int right, int top, bool place) const;
+  int placeHead(int left, int right, int top) const;
   int placeEstimate(int right, int top, int height) const;
   void fitChips(int room) const;
   void open(Popover* popover);
@@ -82,8 +91,14 @@ class ComposerDock final : public QWidget {
   bool dropping_ = false;  // something that can be attached is held over the dock
   SegmentedControl* kind_;
   SegmentedControl* kindIcons_;
-  QWidget* destination_;
-  ElidedLabel* destinationName_;
+  HeadChoice* payer_;
+  HeadChoice* destination_;
+  IconButton* command_;
+  QWidget* commandIcon_;
+  ElidedLabel* commandLabel_;
+  NoticeBar* review_ = nullptr;  // none: nothing awaits Run
+  Chip* interpret_;
+  IconButton* history_;
   IconButton* clear_;
   IconButton* collapse_;
   ReferenceStrip* references_;
@@ -98,7 +113,7 @@ class ComposerDock final : public QWidget {
   QWidget* messageIcon_;
   ElidedLabel* message_;
   std::vector<NoticeBar*> notices_;
-  std::vector<QString> noticeTexts_;
+  std::vector<ComposerNotice> noticesShown_;
   QPointer<Popover> popover_;
   QTimer messageLeaves_;
 };

@@ -2,6 +2,7 @@
 #include <QPainter>
 
 #include "shell/views/composer_dock.h"
+#include "shell/views/composer_head.h"
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
 #include "shell/views/labels.h"
@@ -45,14 +46,22 @@ void ComposerDock::resizeEvent(QResizeEvent*) { arrange(); }
 
 void ComposerDock::arrange() {
   const bool open = display_.expanded;
-  for (QWidget* widget : std::initializer_list<QWidget*>{kind_, destination_, clear_, collapse_})
+  const bool prompting = !display_.command;
+  for (QWidget* widget : std::initializer_list<QWidget*>{kind_, destination_, command_, clear_, collapse_})
     widget->setVisible(open);
-  references_->setVisible(open && hasReferences());
+  payer_->setVisible(open && !display_.payer.isEmpty());
+  history_->setVisible(open && prompting);
+  references_->setVisible(open && prompting && hasReferences());
   kindIcons_->setVisible(!open);
-  length_->setVisible(open && display_.lengthShown);
-  count_->setVisible(open && display_.countShown);
-  seed_->setVisible(open && display_.seedShown);
-  ratio_->setVisible(display_.ratioShown);
+  model_->setVisible(prompting);
+  length_->setVisible(open && prompting && display_.lengthShown);
+  count_->setVisible(open && prompting && display_.countShown);
+  seed_->setVisible(open && prompting && display_.seedShown);
+  ratio_->setVisible(prompting && display_.ratioShown);
+  commandIcon_->setVisible(open && display_.command);
+  commandLabel_->setVisible(open && display_.command && !display_.commandLabel.isEmpty());
+  interpret_->setVisible(open && display_.interpretOffered);
+  if (review_) review_->setVisible(open);
   estimate_->setVisible(!display_.estimate.isEmpty());
   const bool message = !message_->text().isEmpty();
   message_->setVisible(message);
@@ -68,7 +77,6 @@ int ComposerDock::arrangeCollapsed(int width, bool place) const {
   const int row = metrics().composerCollapsed - 2;
   const bool message = !message_->text().isEmpty();
   int height = metrics().composerCollapsed;
-  for (const NoticeBar* notice : notices_) Q_UNUSED(notice);
   if (message) height += kMessageHeight + 4;
   if (!place) return height;
   for (NoticeBar* notice : notices_) notice->hide();
@@ -104,24 +112,19 @@ int ComposerDock::arrangeExpanded(int width, bool place) const {
   const int right = margin + width - kPadX;
   int y = margin + kPadTop;
   const int head = metrics().controlCompact;
-  if (place) {
-    centre(kind_, left, y, head, kind_->sizeHint().width());
-    centre(collapse_, right - head, y, head, head);
-    centre(clear_, right - 2 * head - 4, y, head, head);
-    const int room = right - 2 * head - 16 - (left + kind_->sizeHint().width() + kRowGap);
-    const int wished = std::min(destination_->sizeHint().width(), std::max(0, room));
-    centre(destination_, right - 2 * head - 16 - wished, y, head, wished);
-  }
+  if (place) placeHead(left, right, y);
   y += head + kRowGap;
-  if (hasReferences()) {
+  if (!display_.command && hasReferences()) {
     const int height = references_->heightForWidth(right - left);
     if (place) put(references_, left, y, right - left, height);
     y += height + kRowGap;
   }
-  const int promptWidth = right - left - 8;
-  const int promptHeight = prompt_->wishedHeight(promptWidth);
-  if (place) put(prompt_, left + 4, y, promptWidth, promptHeight), prompt_->setPlaceholderText(display_.placeholder);
-  y += promptHeight + kRowGap;
+  if (review_) {
+    const int height = std::max(32, review_->heightForWidth(right - left));
+    if (place) put(review_, left, y, right - left, height);
+    y += height + kRowGap;
+  }
+  y += placePrompt(left, right, y, place) + kRowGap;
   for (NoticeBar* notice : notices_) {
     const int height = std::max(32, notice->heightForWidth(right - left));
     if (place) put(notice, left, y, right - left, height), notice->show();
@@ -139,6 +142,53 @@ int ComposerDock::arrangeExpanded(int width, bool place) const {
   return y + kPadBottom - margin;
 }
 
+// From the right: collapse, clear, the command switch, where to save, who pays.
+int ComposerDock::placeHead(int left, int right, int top) const {
+  const int head = metrics().controlCompact;
+  const int kind = kind_->sizeHint().width();
+  centre(kind_, left, top, head, kind);
+  int end = right;
+  for (QWidget* button : std::initializer_list<QWidget*>{collapse_, clear_, command_}) {
+    centre(button, end - head, top, head, head);
+    end -= head + 4;
+  }
+  end -= kChipGap;
+  for (QWidget* choice : std::initializer_list<QWidget*>{destination_, payer_}) {
+    if (!choice->isVisibleTo(this)) continue;
+    const int room = std::max(0, end - (left + kind + kRowGap));
+    const int wished = std::min(choice->sizeHint().width(), room);
+    put(choice, end - wished, top, wished, head);
+    end -= wished + kChipGap;
+  }
+  return end;
+}
+
+// The prompt with its tools behind it, or the command between its sign and what it is understood as.
+int ComposerDock::placePrompt(int left, int right, int top, bool place) const {
+  const int side = metrics().controlCompact;
+  int start = left + 4;
+  int end = right - 4;
+  if (display_.command) {
+    start += metrics().iconRegular + 8;
+    if (!display_.commandLabel.isEmpty()) end -= commandLabel_->sizeHint().width() + kRowGap;
+  } else {
+    end -= side + 4;
+  }
+  const int width = end - start;
+  const int height = display_.command ? lineHeight(Type::prompt) : prompt_->wishedHeight(width);
+  if (!place) return height;
+  put(prompt_, start, top, width, height);
+  prompt_->setPlaceholderText(display_.placeholder);
+  if (display_.command) {
+    centre(commandIcon_, left + 4, top, height, metrics().iconRegular);
+    const int label = commandLabel_->sizeHint().width();
+    centre(commandLabel_, right - 4 - label, top, height, label);
+  } else {
+    put(history_, right - side, top + height - side, side, side);
+  }
+  return height;
+}
+
 int ComposerDock::placeControls(int left, int right, int top, bool place) const {
   if (!place) return top + kSubmitHeight;
   const int submitWidth = submit_->sizeHint().width();
@@ -146,6 +196,7 @@ int ComposerDock::placeControls(int left, int right, int top, bool place) const 
   const int end = placeEstimate(right - submitWidth - kRowGap, top, kSubmitHeight);
   fitChips(end - left);
   int x = left;
+  if (interpret_->isVisibleTo(this)) centre(interpret_, x, top, kSubmitHeight, interpret_->sizeHint().width());
   for (Chip* chip : {model_, ratio_, length_, count_, seed_}) {
     if (!chip->isVisibleTo(this)) continue;
     centre(chip, x, top, kSubmitHeight, chip->width());

@@ -28,9 +28,8 @@ QVariant unwrapped(QVariant value) {
 }  // namespace
 
 void DesktopAppearance::start() {
-  QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) return;
-  bus.connect(kService, kPath, kInterface, u"SettingChanged"_s, this,
+  if (!bus_.isConnected()) return;
+  bus_.connect(kService, kPath, kInterface, u"SettingChanged"_s, this,
               SLOT(settingChanged(QString, QString, QDBusVariant)));
   ask(kAppearance, kColorScheme);
   ask(kGnome, kAnimations);
@@ -39,7 +38,7 @@ void DesktopAppearance::start() {
 void DesktopAppearance::ask(const QString& space, const QString& key) {
   QDBusMessage message = QDBusMessage::createMethodCall(kService, kPath, kInterface, u"Read"_s);
   message << space << key;
-  auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), this);
+  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(message), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, space, key](QDBusPendingCallWatcher* call) {
     call->deleteLater();
     const QDBusPendingReply<QDBusVariant> reply = *call;

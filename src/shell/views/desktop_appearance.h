@@ -1,6 +1,7 @@
 // What the desktop asks of every program: light or dark, more or less motion. Read from the desktop portal.
 #pragma once
 
+#include <QDBusConnection>
 #include <QDBusVariant>
 
 #include "shell/views/room.h"
@@ -12,7 +13,8 @@ class DesktopAppearance final : public QObject {
   Q_OBJECT
 
  public:
-  explicit DesktopAppearance(QObject* parent = nullptr) : QObject(parent) {}
+  explicit DesktopAppearance(QObject* parent = nullptr) : QObject(parent), bus_(QDBusConnection::sessionBus()) {}
+  DesktopAppearance(QDBusConnection bus, QObject* parent = nullptr) : QObject(parent), bus_(std::move(bus)) {}
 
   // Asks the portal without waiting for it; `changed` follows when an answer differs from what is known.
   void start();
@@ -32,6 +34,7 @@ class DesktopAppearance final : public QObject {
  private:
   void ask(const QString& space, const QString& key);
 
+  QDBusConnection bus_;
   bool prefersLight_ = false;
   bool reducedMotion_ = false;
 };

@@ -1,5 +1,6 @@
 #include "shell/views/fitted_picture.h"
 
+#include <QColorSpace>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
@@ -42,7 +43,11 @@ QImage read(const QString& path, QSize box, Fit fit, qint64 mostPixels) {
   const QSize wanted =
       size.scaled(box, fit == Fit::cover ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio).expandedTo({1, 1});
   if (wanted.width() < size.width() && wanted.height() < size.height()) reader.setScaledSize(wanted);
-  return reader.read();
+  QImage image = reader.read();
+  // The numbers of a wide-gamut picture mean other colours than the screen's.
+  const QColorSpace screen(QColorSpace::SRgb);
+  if (image.colorSpace().isValid() && image.colorSpace() != screen) image.convertToColorSpace(screen);
+  return image;
 }
 
 // Both files in turn: the thumbnail, then a picture's original.

@@ -6,6 +6,9 @@
 #include <QPainter>
 #include <QScrollBar>
 
+#include "shell/history_texts.h"
+#include "shell/views/controls.h"
+#include "shell/views/fields.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/history_row.h"
 #include "shell/views/icons.h"
@@ -23,6 +26,7 @@ namespace {
 constexpr int kHeading = 36;
 constexpr int kFrame = 40;
 constexpr int kColumnHeads = 30;
+constexpr int kSearch = 190;
 
 // The names of the columns, over the list.
 class ColumnHeads final : public QWidget {
@@ -87,8 +91,11 @@ void HistoryList::setBottomInset(int pixels) {
   relayout();
 }
 
-void HistoryList::setSelected(QUuid job) {
-  selected_ = job;
+void HistoryList::setSelected(QUuid job) { setSelection(job.isNull() ? QSet<QUuid>() : QSet<QUuid>{job}); }
+
+void HistoryList::setSelection(const QSet<QUuid>& jobs) {
+  selection_ = jobs;
+  if (jobs.size() == 1) current_ = anchor_ = *jobs.begin();
   viewport()->update();
 }
 
@@ -155,7 +162,7 @@ void HistoryList::paintEvent(QPaintEvent* event) {
   for (int index = first; index < std::min(end, source_.count()); ++index) {
     const JobDisplay job = source_.rowAt(index);
     moves = moves || isMoving(job);
-    HistoryRowLook look{job.id == selected_, index == hovered_, index == hovered_ && hoversButton_, {}};
+    HistoryRowLook look{selection_.contains(job.id), index == hovered_, index == hovered_ && hoversButton_, {}};
     look.thumbnail = thumbnails_.picture(job.thumbnailPath, {}, 128);
     paintHistoryRow(painter, cellRect(index), job, look);
   }
@@ -165,14 +172,44 @@ void HistoryList::paintEvent(QPaintEvent* event) {
     motion_.stop();
 }
 
-void HistoryList::select(int index) {
-  if (index < 0 || index >= source_.count()) return;
+void HistoryList::bringIntoView(int index) {
   const QRect row = cellRect(index);
   if (row.top() < 0) verticalScrollBar()->setValue(verticalScrollBar()->value() + row.top() - kHeading);
   const int low = viewport()->height() - bottomInset_;
   if (row.bottom() > low) verticalScrollBar()->setValue(verticalScrollBar()->value() + row.bottom() - low);
-  Q_EMIT selected(source_.idAt(index));
+}
+
+void HistoryList::propose(const QSet<QUuid>& jobs) {
+  selection_ = jobs;
+  viewport()->update();
+  Q_EMIT selectionRequested(jobs);
+}
+
+// A range from the anchor, a job more or less, or this one alone.
+void HistoryList::select(int index, Qt::KeyboardModifiers modifiers) {
+  if (index < 0 || index >= source_.count()) return;
+  const QUuid job = source_.idAt(index);
+  bringIntoView(index);
+  if (modifiers & Qt::ShiftModifier) {
+    selectTo(index);
+  } else if (modifiers & Qt::ControlModifier) {
+    QSet<QUuid> jobs = selection_;
+    if (!jobs.remove(job)) jobs.insert(job);
+    anchor_ = job;
+    propose(jobs);
+  } else {
+    anchor_ = job;
+    propose({job});
+  }
+  current_ = job;
   announceCurrentRow(*this, index);
+}
+
+void HistoryList::selectTo(int index) {
+  const int anchor = std::max(0, source_.indexOf(anchor_));
+  QSet<QUuid> jobs;
+  for (int row = std::min(anchor, index); row <= std::max(anchor, index); ++row) jobs.insert(source_.idAt(row));
+  propose(jobs);
 }
 
 void HistoryList::mousePressEvent(QMouseEvent* event) {
@@ -183,7 +220,7 @@ void HistoryList::mousePressEvent(QMouseEvent* event) {
   if (historyButton(cellRect(index), job).contains(point))
     Q_EMIT actionRequested(job.id, job.action);
   else
-    select(index);
+    select(index, event->modifiers());
 }
 
 void HistoryList::mouseMoveEvent(QMouseEvent* event) {
@@ -194,16 +231,21 @@ void HistoryList::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void HistoryList::keyPressEvent(QKeyEvent* event) {
-  const int now = source_.indexOf(selected_);
+  const int now = source_.indexOf(current_);
+  const Qt::KeyboardModifiers range = event->modifiers() & Qt::ShiftModifier;
+  if (event->matches(QKeySequence::SelectAll)) {
+    selectTo(source_.count() - 1);
+    return;
+  }
   switch (event->key()) {
     case Qt::Key_Down:
-      return select(std::min(source_.count() - 1, now + 1));
+      return select(std::min(source_.count() - 1, now + 1), range);
     case Qt::Key_Up:
-      return select(std::max(0, now - 1));
+      return select(std::max(0, now - 1), range);
     case Qt::Key_Home:
-      return select(0);
+      return select(0, range);
     case Qt::Key_End:
-      return select(source_.count() - 1);
+      return select(source_.count() - 1, range);
     case Qt::Key_Return:
     case Qt::Key_Enter:
       if (now >= 0) performRowAction(now, source_.rowAt(now).actionTitle);
@@ -236,7 +278,7 @@ QStringList HistoryList::rowActions(int index) const {
 void HistoryList::performRowAction(int index, const QString& action) {
   const JobDisplay job = source_.rowAt(index);
   if (action == selectRowAction)
-    Q_EMIT selected(job.id);
+    select(index);
   else if (!action.isEmpty() && action == job.actionTitle && job.action != JobAction::cancel)
     Q_EMIT actionRequested(job.id, job.action);
 }
@@ -252,6 +294,12 @@ HistoryView::HistoryView(HistorySource& source, ThumbnailStore& thumbnails, QWid
   row->setContentsMargins(16, 9, 16, 9);
   row->addWidget(segments_);
   row->addStretch(1);
+  row->addWidget(cancelSelected_ = new Button({}, ButtonVariant::quiet));
+  row->addWidget(cancelAll_ = new Button(shell::texts::cancelAll, ButtonVariant::quiet));
+  search_ = new TextField(shell::texts::searchHistory, shell::texts::searchHistory);
+  search_->setIconName(u"search"_s);
+  search_->setKeyHint(u"Ctrl F"_s);
+  search_->setFixedWidth(kSearch);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -261,6 +309,24 @@ HistoryView::HistoryView(HistorySource& source, ThumbnailStore& thumbnails, QWid
   column->addWidget(list_, 1);
   connect(segments_, &SegmentedControl::chosen, this,
           [this](int index) { Q_EMIT segmentChosen(static_cast<JobSegment>(index)); });
+  connect(cancelSelected_, &Button::clicked, this, &HistoryView::cancelSelectedPressed);
+  connect(cancelAll_, &Button::clicked, this, &HistoryView::cancelAllPressed);
+  connect(search_, &TextField::textChanged, this, &HistoryView::searchChosen);
+  connect(search_, &TextField::returnPressed, list_, [this] { list_->setFocus(Qt::OtherFocusReason); });
+  connect(search_, &TextField::escapePressed, list_, [this] {
+    search_->clear();
+    list_->setFocus(Qt::OtherFocusReason);
+  });
+  setActive(0, 0);
+}
+
+// A button that goes while it has the keyboard hands it to the list.
+void HistoryView::setActive(int all, int selected) {
+  if ((cancelAll_->hasFocus() && all == 0) || (cancelSelected_->hasFocus() && selected == 0))
+    list_->setFocus(Qt::OtherFocusReason);
+  cancelSelected_->setText(shell::texts::cancelSelected(selected));
+  cancelSelected_->setVisible(selected > 0);
+  cancelAll_->setVisible(all > 0);
 }
 
 void HistoryView::setSegment(JobSegment segment) { segments_->setCurrent(static_cast<int>(segment)); }

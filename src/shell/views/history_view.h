@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QSet>
 #include <QTimer>
 
 #include "shell/jobs_presenter.h"
@@ -10,7 +11,9 @@
 
 namespace sorvan::views {
 
+class Button;
 class SegmentedControl;
+class TextField;
 
 // What the history asks of whoever knows the jobs. Lives on the main thread and outlives the views that show it.
 class HistorySource : public QObject {
@@ -38,7 +41,11 @@ class HistoryList final : public QAbstractScrollArea, public PaintedList {
  public:
   HistoryList(HistorySource& source, ThumbnailStore& thumbnails, QWidget* parent = nullptr);
 
+  // Selects one job, and brings nothing into view.
   void setSelected(QUuid job);
+  // Those of these that are jobs.
+  void setSelection(const QSet<QUuid>& jobs);
+  const QSet<QUuid>& selection() const { return selection_; }
   void setBottomInset(int pixels);
 
   QAbstractScrollArea& area() override { return *this; }
@@ -49,13 +56,13 @@ class HistoryList final : public QAbstractScrollArea, public PaintedList {
   QRect cellRect(int index) const override;
   QString rowName(int index) const override;
   QString rowDescription(int index) const override;
-  bool rowSelected(int index) const override { return source_.idAt(index) == selected_; }
-  QUuid currentRow() const override { return selected_; }
+  bool rowSelected(int index) const override { return selection_.contains(source_.idAt(index)); }
+  QUuid currentRow() const override { return current_; }
   QStringList rowActions(int index) const override;
   void performRowAction(int index, const QString& action) override;
 
  Q_SIGNALS:
-  void selected(QUuid job);
+  void selectionRequested(const QSet<QUuid>& jobs);
   void actionRequested(QUuid job, sorvan::shell::JobAction action);
   void escapePressed();
 
@@ -70,7 +77,10 @@ class HistoryList final : public QAbstractScrollArea, public PaintedList {
  private:
   void relayout();
   int rowAt(QPoint point) const;
-  void select(int index);
+  void select(int index, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  void selectTo(int index);
+  void bringIntoView(int index);
+  void propose(const QSet<QUuid>& jobs);
 
   HistorySource& source_;
   ThumbnailStore& thumbnails_;
@@ -78,7 +88,9 @@ class HistoryList final : public QAbstractScrollArea, public PaintedList {
   std::vector<int> groupTops_;  // of each group's heading, in the list's own coordinates
   int contentHeight_ = 0;
   int bottomInset_ = 0;
-  QUuid selected_;
+  QSet<QUuid> selection_;
+  QUuid current_;  // the row of the keyboard
+  QUuid anchor_;   // where a range starts
   int hovered_ = -1;
   bool hoversButton_ = false;
   QTimer motion_;
@@ -93,15 +105,25 @@ class HistoryView final : public QWidget {
 
   HistoryList& list() { return *list_; }
   void setSegment(JobSegment segment);
+  // How many jobs are at work, in all and among the selected ones: what can be cancelled.
+  void setActive(int all, int selected);
+  // The search field, which stands in the toolbar while the history is in front.
+  TextField& search() { return *search_; }
 
  Q_SIGNALS:
   void segmentChosen(sorvan::shell::JobSegment segment);
+  void searchChosen(const QString& text);
+  void cancelSelectedPressed();
+  void cancelAllPressed();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
   SegmentedControl* segments_;
+  Button* cancelSelected_;
+  Button* cancelAll_;
+  TextField* search_;
   HistoryList* list_;
 };
 

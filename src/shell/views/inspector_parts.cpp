@@ -6,7 +6,9 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "shell/views/controls.h"
 #include "shell/views/icons.h"
+#include "shell/views/inspector_links.h"
 #include "shell/views/marks_painting.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
@@ -233,7 +235,7 @@ void StatusView::paintEvent(QPaintEvent*) {
 
 // InspectorSectionView
 
-InspectorSectionView::InspectorSectionView(const InspectorSection& section, QWidget* parent)
+InspectorSectionView::InspectorSectionView(const InspectorSection& section, ThumbnailStore& thumbnails, QWidget* parent)
     : QWidget(parent), head_(new QWidget), body_(new QWidget) {
   auto* head = new SectionHead(section.title);
   auto* headRow = new QHBoxLayout(head_);
@@ -245,17 +247,46 @@ InspectorSectionView::InspectorSectionView(const InspectorSection& section, QWid
   body->setContentsMargins(0, 0, 0, 0);
   body->setSpacing(8);
   if (!section.text.isEmpty()) {
-    text_ = new Paragraph(section.text, Type::small);
+    text_ = new Paragraph({}, Type::small);
+    showText(section);
     text_->setSelectable(true);
     body->addWidget(text_);
   }
   if (!section.rows.empty()) body->addWidget(buildRows(section));
+  if (!section.links.empty()) {
+    auto* links = new InspectorLinks(thumbnails, section.links);
+    connect(links, &InspectorLinks::opened, this, &InspectorSectionView::itemOpened);
+    body->addWidget(links);
+    headRow->addWidget(new Label(QString::number(section.links.size()), Type::small, &Colors::textTertiary));
+  }
+  for (const InspectorButton& spec : section.headActions) buildHeadAction(spec);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(16, 10, 16, 12);
   column->setSpacing(6);
   column->addWidget(head_);
   column->addWidget(body_);
   setAccessibleName(section.title);
+}
+
+void InspectorSectionView::buildHeadAction(const InspectorButton& spec) {
+  QAbstractButton* button = nullptr;
+  if (spec.action == ActionId::copyPrompt) {
+    auto* icon = new IconButton(u"copy"_s, spec.title);
+    icon->setControlSize(ControlSize::compact);
+    button = icon;
+  } else {
+    auto* link = new Button(spec.title, ButtonVariant::link);
+    link->setControlSize(ControlSize::compact);
+    button = link;
+  }
+  connect(button, &QAbstractButton::clicked, this, [this, action = spec.action] { Q_EMIT actionRequested(action); });
+  addHeadAction(button);
+}
+
+void InspectorSectionView::showText(const InspectorSection& section) {
+  std::vector<std::pair<int, int>> names;
+  for (const InspectorSpan& span : section.mentions) names.emplace_back(span.start, span.length);
+  text_->setParagraph(section.text, names);
 }
 
 QWidget* InspectorSectionView::buildRows(const InspectorSection& section) {
@@ -288,7 +319,7 @@ QWidget* InspectorSectionView::buildRows(const InspectorSection& section) {
 }
 
 void InspectorSectionView::setWords(const InspectorSection& section) {
-  if (text_ && text_->paragraph() != section.text) text_->setParagraph(section.text);
+  if (text_ && text_->paragraph() != section.text) showText(section);
   for (size_t index = 0; index < values_.size() && index < section.rows.size(); ++index) {
     const QString& words = section.rows[index].value;
     if (values_[index] && values_[index]->paragraph() != words) values_[index]->setParagraph(words);

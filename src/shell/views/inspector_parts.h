@@ -109,14 +109,21 @@ class InspectorSectionView final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit InspectorSectionView(const InspectorSection& section, QWidget* parent = nullptr);
+  // The store outlives the section.
+  InspectorSectionView(const InspectorSection& section, ThumbnailStore& thumbnails, QWidget* parent = nullptr);
   // The section must have as many rows as at first.
   void setWords(const InspectorSection& section);
   // A control at the right end of the heading.
   void addHeadAction(QWidget* action);
 
+ Q_SIGNALS:
+  void actionRequested(sorvan::shell::ActionId action);
+  void itemOpened(QUuid item);
+
  private:
   QWidget* buildRows(const InspectorSection& section);
+  void buildHeadAction(const InspectorButton& spec);
+  void showText(const InspectorSection& section);
 
   QWidget* head_;
   QWidget* body_;

@@ -53,6 +53,13 @@ QString iconOfAction(ActionId action) {
 
 bool isQuiet(ActionId action) { return action == ActionId::copyJobDetails || action == ActionId::showInFiles; }
 
+// Which items a section names; other items are other widgets.
+QString linksOf(const InspectorSection& section) {
+  QStringList links;
+  for (const InspectorLink& link : section.links) links.append(link.item.toString() + link.title + link.subtitle);
+  return links.join(u',');
+}
+
 AlertTone toneOf(JobState state) {
   if (state == JobState::failed) return AlertTone::error;
   return state == JobState::complete ? AlertTone::success : AlertTone::information;
@@ -98,7 +105,8 @@ QString InspectorView::shapeOf(const InspectorDisplay& display) const {
   for (const InspectorButton& button : display.buttons) parts.append(button.title);
   parts.append(QString::number(display.marks.areas.empty()));
   for (const InspectorSection& section : display.sections)
-    parts.append(section.title + (section.text.isEmpty() ? u"-"_s : u"t"_s) + QString::number(section.rows.size()));
+    parts.append(section.title + (section.text.isEmpty() ? u"-"_s : u"t"_s) + QString::number(section.rows.size()) +
+                 linksOf(section));
   return parts.join(u'|');
 }
 
@@ -258,7 +266,9 @@ void InspectorView::buildMarks(QVBoxLayout& column) {
 void InspectorView::buildSections(QVBoxLayout& column) {
   for (const InspectorSection& section : display_.sections) {
     column.addWidget(new Hairline);
-    auto* view = new InspectorSectionView(section);
+    auto* view = new InspectorSectionView(section, thumbnails_);
+    connect(view, &InspectorSectionView::actionRequested, this, &InspectorView::actionRequested);
+    connect(view, &InspectorSectionView::itemOpened, this, &InspectorView::previewOpened);
     column.addWidget(view);
     sections_.push_back(view);
   }

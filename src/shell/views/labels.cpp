@@ -42,11 +42,31 @@ Paragraph::Paragraph(const QString& text, Type type, ColorRole color, QWidget* p
   setParagraph(text);
 }
 
-void Paragraph::setParagraph(const QString& text) {
+namespace {
+// Rich text takes opaque grounds only.
+QColor blended(const QColor& over, const QColor& ground) {
+  const float share = over.alphaF();
+  return QColor::fromRgbF(over.redF() * share + ground.redF() * (1 - share),
+                          over.greenF() * share + ground.greenF() * (1 - share),
+                          over.blueF() * share + ground.blueF() * (1 - share));
+}
+}  // namespace
+
+void Paragraph::setParagraph(const QString& text) { setParagraph(text, {}); }
+
+void Paragraph::setParagraph(const QString& text, const std::vector<std::pair<int, int>>& names) {
   plain_ = text;
   setAccessibleName(text);
   if (text.isEmpty()) return setText({});
-  QString body = text.toHtmlEscaped();
+  QString body;
+  int done = 0;
+  for (const auto& [start, length] : names) {
+    body += text.mid(done, start - done).toHtmlEscaped();
+    body += u"<span style=\"color:%1;background-color:%2\">%3</span>"_s.arg(
+        colors().accentMention.name(), blended(colors().accentMentionFill, colors().surfaceChrome).name(), text.mid(start, length).toHtmlEscaped());
+    done = start + length;
+  }
+  body += text.mid(done).toHtmlEscaped();
   body.replace(u'\n', u"<br>"_s);
   setText(u"<p style=\"margin:0;line-height:%1%\">%2</p>"_s.arg(QString::number(linePercent_), body));
 }

@@ -38,6 +38,8 @@ class Paragraph final : public Label {
 
   // Plain text; line breaks are kept.
   void setParagraph(const QString& text);
+  // The same with parts of it marked as names: start and length in UTF-16 units, in order and without overlap.
+  void setParagraph(const QString& text, const std::vector<std::pair<int, int>>& names);
   const QString& paragraph() const { return plain_; }
   void setSelectable(bool selectable);
 

@@ -5,8 +5,10 @@
 #include <QMouseEvent>
 #include <QStackedWidget>
 
+#include "shell/views/fields.h"
 #include "shell/views/mark_layer.h"
 #include "shell/views/texts.h"
+#include "shell/views/zoom_bar.h"
 
 namespace sorvan::views {
 
@@ -38,22 +40,28 @@ LibraryView::LibraryView(Parts parts, QWidget* parent)
       stack_(new QStackedWidget(this)),
       wall_(new MediaWall(parts.wall, thumbnails_)),
       history_(new HistoryView(parts.history, thumbnails_)),
-      asset_(new AssetView(parts.wall, thumbnails_)),
+      asset_(new AssetView(parts.sequence ? *parts.sequence : parts.wall, thumbnails_)),
       inspector_(new InspectorView(thumbnails_, this)),
       dock_(new ComposerDock(parts.composer, thumbnails_, this)),
-      toaster_(new Toaster(parts.alerts, this)) {
+      toaster_(new Toaster(parts.alerts, this)),
+      sidebarEdge_(new PaneHandle(this)),
+      inspectorEdge_(new PaneHandle(this)) {
   stack_->setAccessibleName(texts::contentZone());
   PageTraits gallery;
   gallery.hasDock = true;
   addPage(ModeKind::gallery, wall_, gallery);
   PageTraits history;
   history.keyboard = &history_->list();
+  history.tools = &history_->search();
   addPage(ModeKind::activity, history_, history);
   PageTraits asset;
   asset.show = [this](const WorkspaceMode& mode) {
     if (!mode.subject.isNull()) asset_->show(mode.subject);
   };
+  asset.tools = new ZoomBar(asset_->canvas());
   addPage(ModeKind::asset, asset_, asset);
+  setPaneWidths(0, 0);
+  bindHandles();
   if (parts.marking) setMarking(*parts.marking);
   connect(dock_, &ComposerDock::heightChanged, this, &LibraryView::placeDock);
   connect(&parts.composer, &ComposerPresenter::focusRequested, this, &LibraryView::summonDock);
@@ -160,6 +168,48 @@ void LibraryView::setInspectorShown(bool shown) {
   arrange();
 }
 
+void LibraryView::setPaneWidths(int sidebar, int inspector) {
+  const Metrics& m = metrics();
+  sidebarWidth_ = std::clamp(sidebar > 0 ? sidebar : m.sidebarDefault, m.sidebarMin, m.sidebarMax);
+  inspectorWidth_ = std::clamp(inspector > 0 ? inspector : m.inspectorDefault, m.inspectorMin, m.inspectorMax);
+  arrange();
+}
+
+void LibraryView::bindHandles() {
+  connect(sidebarEdge_, &PaneHandle::dragged, this, [this](int pixels) {
+    if (grabbedWidth_ == 0) grabbedWidth_ = sidebarWidth_;
+    setPaneWidths(std::max(1, grabbedWidth_ + pixels), inspectorWidth_);
+  });
+  connect(inspectorEdge_, &PaneHandle::dragged, this, [this](int pixels) {
+    if (grabbedWidth_ == 0) grabbedWidth_ = inspectorWidth_;
+    setPaneWidths(sidebarWidth_, std::max(1, grabbedWidth_ - pixels));
+  });
+  const auto letGo = [this] {
+    grabbedWidth_ = 0;
+    Q_EMIT paneWidthsChanged();
+  };
+  connect(sidebarEdge_, &PaneHandle::released, this, letGo);
+  connect(inspectorEdge_, &PaneHandle::released, this, letGo);
+  connect(sidebarEdge_, &PaneHandle::resetRequested, this, [this, letGo] {
+    setPaneWidths(0, inspectorWidth_);
+    letGo();
+  });
+  connect(inspectorEdge_, &PaneHandle::resetRequested, this, [this, letGo] {
+    setPaneWidths(sidebarWidth_, 0);
+    letGo();
+  });
+}
+
+void LibraryView::placeHandles(int left, int top, bool rail) {
+  const int half = PaneHandle::width / 2;
+  sidebarEdge_->setVisible(sidebarShown_ && !rail);
+  sidebarEdge_->setGeometry(left - half - 1, 0, PaneHandle::width, height());
+  inspectorEdge_->setVisible(inspectorShown_ || marking_);
+  inspectorEdge_->setGeometry(inspector_->x() - half, top, PaneHandle::width, height() - top);
+  sidebarEdge_->raise();
+  inspectorEdge_->raise();
+}
+
 void LibraryView::setFiltersShown(bool shown) {
   filtersShown_ = shown;
   toolbar_->setFiltersShown(shown);
@@ -190,7 +240,7 @@ void LibraryView::arrange() {
   const bool floats = width() < kFloatBelow;
   sidebar_->setVisible(sidebarShown_);
   sidebar_->setNarrow(rail);
-  const int left = sidebarShown_ ? (rail ? kRail : metrics().sidebarDefault) : 0;
+  const int left = sidebarShown_ ? (rail ? kRail : sidebarWidth_) : 0;
   sidebar_->setGeometry(0, 0, left, height());
   toolbar_->setGeometry(left, 0, width() - left, metrics().toolbar);
   int top = metrics().toolbar;
@@ -200,7 +250,7 @@ void LibraryView::arrange() {
     top += height;
   }
   inspector_->setVisible(inspectorShown_ && !marking_);
-  const int pane = metrics().inspectorDefault;
+  const int pane = inspectorWidth_;
   inspector_->setGeometry(width() - pane, top, pane, height() - top);
   if (markPanel_) markPanel_->setGeometry(inspector_->geometry());
   // Marks are drawn on all of the picture, so their panel never covers it.
@@ -216,6 +266,7 @@ void LibraryView::arrange() {
   }
   stack_->setGeometry(left, top, right - left, height() - top);
   if (floats) inspector_->raise();
+  placeHandles(left, top, rail);
   placeDock();
 }
 

@@ -15,6 +15,7 @@
 #include "shell/views/inspector_view.h"
 #include "shell/views/mark_panel.h"
 #include "shell/views/media_wall.h"
+#include "shell/views/pane_handle.h"
 #include "shell/views/sidebar_view.h"
 #include "shell/views/toolbar_view.h"
 #include "shell/workspace_mode.h"
@@ -60,6 +61,7 @@ class LibraryView final : public QWidget {
     AlertsPresenter& alerts;
     MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
     FilterPresenter* filters = nullptr;   // none: no filter row
+    WallSource* sequence = nullptr;       // the order in which the large view steps; none: that of the wall
   };
   explicit LibraryView(Parts parts, QWidget* parent = nullptr);
 
@@ -92,6 +94,10 @@ class LibraryView final : public QWidget {
   std::optional<PageTitle> pageTitle() const;
   void setSidebarShown(bool shown);
   void setInspectorShown(bool shown);
+  // Widths in logical pixels, kept within the bounds of the design; 0 is that of a new window.
+  void setPaneWidths(int sidebar, int inspector);
+  int sidebarWidth() const { return sidebarWidth_; }
+  int inspectorWidth() const { return inspectorWidth_; }
   void setFiltersShown(bool shown);
   // Gives the keyboard to what the page shows.
   void focusContent();
@@ -103,6 +109,8 @@ class LibraryView final : public QWidget {
   void addZone(QWidget* zone) { outerZones_.push_back(zone); }
 
  Q_SIGNALS:
+  // A panel was made wider or narrower, and let go.
+  void paneWidthsChanged();
   // The window became too narrow for the inspector beside the content.
   void inspectorCrowded();
   // A page asks for its title to be read again: `Q_EMIT library.titleChanged()`.
@@ -121,6 +129,8 @@ class LibraryView final : public QWidget {
   void setMarking(MarkingPresenter& marking);
   void refreshMarking(const MarkingPresenter& marking);
   void arrange();
+  void bindHandles();
+  void placeHandles(int left, int top, bool rail);
   void placeDock();
   struct Page {
     QWidget* widget;
@@ -148,6 +158,11 @@ class LibraryView final : public QWidget {
   Toaster* toaster_;
   std::map<ModeKind, Page> registered_;
   ModeKind page_ = ModeKind::gallery;
+  PaneHandle* sidebarEdge_;
+  PaneHandle* inspectorEdge_;
+  int sidebarWidth_ = 0;
+  int inspectorWidth_ = 0;
+  int grabbedWidth_ = 0;
   bool sidebarShown_ = true;
   bool inspectorShown_ = true;
   bool marking_ = false;  // the marks' panel stands where the inspector stands otherwise

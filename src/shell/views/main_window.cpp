@@ -17,6 +17,7 @@
 #include "shell/sidebar_presenter.h"
 #include "shell/views/alert_dialog.h"
 #include "shell/views/desktop_folder_chooser.h"
+#include "shell/views/fields.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/gallery_source.h"
 #include "shell/views/health_dialog.h"
@@ -27,9 +28,11 @@
 #include "shell/views/menus.h"
 #include "shell/views/selection_bar.h"
 #include "shell/views/pages.h"
+#include "shell/views/sequence_source.h"
 #include "shell/views/settings_dialog.h"
 #include "shell/views/text_dialog.h"
 #include "shell/views/texts.h"
+#include "shell/views/viewer_desk.h"
 #include "shell/views/wall_binding.h"
 #include "shell/views/wall_menus.h"
 #include "shell/views/welcome_view.h"
@@ -42,8 +45,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 constexpr QSize kFirstSize(1440, 900);
-constexpr QSize kSmallestSize(1024, 680);
-constexpr QSize kFrame(0, 28);  // room for the title that most desktops put over a window
+constexpr QSize kSmallestSize(1024, 680);  // with its frame
+constexpr int kFrame = 28;                 // the title that most desktops put over a window
 
 // The pages, in the order in which they are added.
 constexpr int kWelcomePage = 0;
@@ -55,6 +58,7 @@ MainWindow::MainWindow(Presenters presenters, QWidget* parent)
     : QMainWindow(parent),
       on_(presenters),
       wallSource_(std::make_unique<GallerySource>(*on_.gallery)),
+      sequenceSource_(std::make_unique<SequenceSource>(*on_.state, *on_.gallery)),
       historySource_(std::make_unique<JobsSource>(*on_.jobs)),
       folders_(std::make_unique<DesktopFolderChooser>(this)) {
   setWindowIcon(windowIcon());
@@ -82,15 +86,17 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::build() {
-  setMinimumSize(kSmallestSize);
-  resize(kFirstSize.boundedTo(screen()->availableSize() - kFrame).expandedTo(kSmallestSize));
+  placeWindow();
   strip_ = new MenuStrip;
   setMenuWidget(strip_);
   pages_ = new QStackedWidget;
   welcome_ = new WelcomeView(on_.welcome->display());
-  library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts, on_.marking, on_.filters});
+  library_ = new LibraryView({*wallSource_, *historySource_, *on_.composer, *on_.alerts, on_.marking, on_.filters,
+                              sequenceSource_.get()});
   library_->addZone(strip_);
   addPages({*library_, on_});
+  if (const auto place = on_.window->rememberedPlace())
+    library_->setPaneWidths(place->sidebarWidth, place->inspectorWidth);
   on_.state->setAvailable(library_->pageKinds());
   pages_->addWidget(welcome_);
   pages_->addWidget(library_);
@@ -112,7 +118,12 @@ void MainWindow::bindWindow() {
     close();
   });
   connect(on_.window, &WindowPresenter::healthRequested, this, &MainWindow::openHealth);
-  connect(on_.window, &WindowPresenter::raiseRequested, this, [this] {
+  connect(qApp, &QGuiApplication::applicationStateChanged, on_.window,
+          [this](Qt::ApplicationState state) { on_.window->setInFront(state == Qt::ApplicationActive); });
+  connect(library_, &LibraryView::paneWidthsChanged, this, &MainWindow::rememberPlace);
+  connect(on_.window, &WindowPresenter::raiseRequested, this, [this](const QString& token) {
+    // Where windows may not come forward by themselves, the desktop's leave is read from here.
+    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
     setWindowState(windowState() & ~Qt::WindowMinimized);
     raise();
     activateWindow();
@@ -147,9 +158,16 @@ void MainWindow::bindSidebar() {
 }
 
 // Asks for the name of a project: of a new one for an empty key.
+void MainWindow::focusSearch() {
+  if (library_->page() != ModeKind::activity) return library_->toolbar().focusSearch();
+  library_->history().search().setFocus(Qt::ShortcutFocusReason);
+  library_->history().search().selectAll();
+}
+
 void MainWindow::askProjectName(const QString& key, const QString& name) {
-  auto* dialog = key.isEmpty() ? new TextDialog(texts::newProjectTitle(), texts::projectName(), texts::create(), this)
-                               : new TextDialog(texts::renameProjectTitle(), texts::projectName(), texts::rename(), this);
+  const QString title = key.isEmpty() ? texts::newProjectTitle() : texts::renameProjectTitle();
+  const QString verb = key.isEmpty() ? texts::create() : texts::rename();
+  auto* dialog = new TextDialog(title, texts::projectName(), verb, this);
   dialog->setText(name);
   connect(dialog, &TextDialog::written, on_.sidebar, [this, key](const QString& written) {
     key.isEmpty() ? on_.sidebar->createProject(written) : on_.sidebar->renameProject(key, written);
@@ -168,7 +186,6 @@ void MainWindow::bindGallery() {
   MediaWall& wall = library_->wall();
   new WallBinding(wall, on_, this);
   connect(&wall, &MediaWall::opened, this, &MainWindow::openCell);
-  connect(&wall, &MediaWall::quickLookRequested, this, [this, &wall] { openCell(wall.currentRow()); });
   connect(on_.state, &WorkspaceState::layoutChanged, this, &MainWindow::refreshLayout);
   connect(on_.state, &WorkspaceState::modeChanged, this, &MainWindow::refreshPage);
   connect(on_.state, &WorkspaceState::locationChanged, this, &MainWindow::refreshPage);
@@ -222,27 +239,38 @@ void MainWindow::bindInspector() {
   connect(&pane, &InspectorView::actionRequested, on_.actions, &ActionsPresenter::trigger);
   connect(&pane, &InspectorView::ratingChosen, on_.inspector, &InspectorPresenter::setRating);
   connect(&pane, &InspectorView::favoriteToggled, on_.inspector, &InspectorPresenter::toggleFavorite);
-  connect(&pane, &InspectorView::previewOpened, this, &MainWindow::openAsset);
+  connect(&pane, &InspectorView::previewOpened, this, [this](QUuid item) { openAsset(item, Autoplay::no); });
   pane.show(on_.inspector->display());
 }
 
 void MainWindow::bindHistory() {
   HistoryView& history = library_->history();
   connect(&history, &HistoryView::segmentChosen, on_.jobs, &JobsPresenter::setSegment);
-  connect(&history.list(), &HistoryList::selected, this, [this](QUuid job) { on_.state->select({job}); });
+  connect(&history.list(), &HistoryList::selectionRequested, on_.state, &WorkspaceState::select);
+  connect(&history, &HistoryView::searchChosen, on_.jobs, &JobsPresenter::setSearch);
+  connect(&history, &HistoryView::cancelSelectedPressed, this,
+          [this] { on_.jobs->cancelJobs(on_.state->selection()); });
+  connect(&history, &HistoryView::cancelAllPressed, on_.jobs, &JobsPresenter::cancelAll);
+  const auto refreshActive = [this, &history] {
+    history.setActive(on_.jobs->activeCount(), on_.jobs->activeAmong(on_.state->selection()));
+  };
+  connect(on_.jobs, &JobsPresenter::activeChanged, &history, refreshActive);
+  connect(on_.state, &WorkspaceState::selectionChanged, &history, refreshActive);
   connect(&history.list(), &HistoryList::actionRequested, on_.jobs, &JobsPresenter::perform);
   connect(&history.list(), &HistoryList::escapePressed, this, [this] { on_.actions->trigger(ActionId::showGallery); });
-  connect(on_.state, &WorkspaceState::inspectedChanged, &history,
-          [this, &history] { history.list().setSelected(on_.state->inspectedId()); });
+  connect(on_.state, &WorkspaceState::selectionChanged, &history,
+          [this, &history] { history.list().setSelection(on_.state->selection()); });
   history.setSegment(on_.jobs->segment());
 }
 
 void MainWindow::bindAsset() {
   AssetView& asset = library_->asset();
   connect(&asset, &AssetView::stepRequested, this, &MainWindow::stepAsset);
-  connect(&asset, &AssetView::itemChosen, this, &MainWindow::openAsset);
+  connect(&asset, &AssetView::itemChosen, this, &MainWindow::openInSequence);
   connect(&asset, &AssetView::closeRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
   connect(&library_->toolbar(), &ToolbarView::stepped, this, &MainWindow::stepAsset);
+  viewer_ = new ViewerDesk(on_, *wallSource_, *library_, this);
+  connect(viewer_, &ViewerDesk::openRequested, this, &MainWindow::openCell);
 }
 
 void MainWindow::bindMarking() {
@@ -294,7 +322,7 @@ void MainWindow::refreshPage() {
 void MainWindow::refreshToolbar() {
   ToolbarView& toolbar = library_->toolbar();
   const bool asset = library_->page() == ModeKind::asset;
-  if (asset && wallSource_->indexOf(library_->asset().item()) < 0) return on_.state->goBack();
+  if (asset && sequenceSource_->indexOf(library_->asset().item()) < 0) return on_.state->goBack();
   const PageTitle title = library_->pageTitle().value_or(ownTitle());
   toolbar.setTitle(title.title, title.countText);
   toolbar.setBack(on_.state->canGoBack() ? titleOfMode(on_.state->returnMode()) : QString());
@@ -307,7 +335,7 @@ void MainWindow::refreshToolbar() {
 PageTitle MainWindow::ownTitle() const {
   switch (library_->page()) {
     case ModeKind::asset:
-      return {wallSource_->cellAt(wallSource_->indexOf(library_->asset().item())).fileName, {}};
+      return {on_.gallery->cellOf(library_->asset().item()).fileName, {}};
     case ModeKind::gallery:
       return {on_.gallery->title(), on_.gallery->countText()};
     default:
@@ -333,20 +361,27 @@ void MainWindow::openCell(QUuid cell) {
   const int index = wallSource_->indexOf(cell);
   if (index < 0) return;
   if (wallSource_->isJobAt(index)) return on_.state->select({cell});
-  openAsset(cell);
+  openAsset(cell, Autoplay::yes);
 }
 
-void MainWindow::openAsset(QUuid item) {
-  if (wallSource_->indexOf(item) < 0) return;
+void MainWindow::openAsset(QUuid item, Autoplay autoplay) {
+  if (!on_.gallery->canShow(item)) return;
   std::vector<QUuid> order;
+  if (wallSource_->indexOf(item) < 0) return on_.state->openAsset(item, {item}, autoplay);
   for (int index = 0; index < wallSource_->count(); ++index)
     if (!wallSource_->isJobAt(index)) order.push_back(wallSource_->idAt(index));
-  on_.state->openAsset(item, std::move(order));
+  on_.state->openAsset(item, std::move(order), autoplay);
 }
 
 void MainWindow::stepAsset(int direction) {
   const QUuid next = library_->asset().neighbour(direction);
-  if (!next.isNull()) openAsset(next);
+  if (!next.isNull()) openInSequence(next);
+}
+
+// Who listens and watches goes on doing so with the next one.
+void MainWindow::openInSequence(QUuid item) {
+  const bool plays = library_->asset().showsPlayer() && library_->asset().playerView().player().isPlaying();
+  on_.state->openAsset(item, on_.state->assetSequence(), plays ? Autoplay::yes : Autoplay::no);
 }
 
 void MainWindow::performForWindow(ActionId id) {
@@ -366,11 +401,14 @@ void MainWindow::performForWindow(ActionId id) {
     case ActionId::moveToProject:
       return chooseDestination();
     case ActionId::searchMedia:
-      return library_->toolbar().focusSearch();
+      return focusSearch();
     case ActionId::fullScreen:
       return toggleFullScreen();
     case ActionId::chooseModels:
       return library_->dock().openModelPicker();
+    case ActionId::promptHistory:
+      library_->summonDock();
+      return library_->dock().openPromptHistory();
     case ActionId::openSettings:
       return openSettings();
     case ActionId::workspaceHealth:
@@ -379,6 +417,7 @@ void MainWindow::performForWindow(ActionId id) {
       close();
       return;
     default:
+      if (!viewer_->perform(id)) Q_EMIT actionUnhandled(id);
       return;
   }
 }
@@ -452,6 +491,33 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     QTimer::singleShot(0, this, &MainWindow::firstPainted);
   }
   return QMainWindow::eventFilter(watched, event);
+}
+
+// As it was left, on a screen that is there; the first time in the middle of the screen, where the desktop puts it.
+void MainWindow::placeWindow() {
+  const QSize smallest = smallestContents(kSmallestSize, kFrame);
+  setMinimumSize(smallest);
+  const std::optional<WindowPlace> place = on_.window->rememberedPlace();
+  if (!place || place->width <= 0 || place->height <= 0) {
+    const QSize room = screen()->availableSize() - QSize(0, kFrame);
+    resize(kFirstSize.boundedTo(room).expandedTo(smallest));
+    return;
+  }
+  std::vector<QRect> screens;
+  for (const QScreen* each : QGuiApplication::screens()) screens.push_back(each->availableGeometry());
+  setGeometry(placeOnScreens({place->x, place->y, place->width, place->height}, screens, smallest, kFrame));
+  if (place->maximized) setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+void MainWindow::rememberPlace() {
+  const QRect normal = isMaximized() || isFullScreen() ? normalGeometry() : geometry();
+  on_.window->rememberPlace({normal.x(), normal.y(), normal.width(), normal.height(), isMaximized(),
+                             library_->sidebarWidth(), library_->inspectorWidth()});
+}
+
+void MainWindow::hideEvent(QHideEvent* event) {
+  rememberPlace();
+  QMainWindow::hideEvent(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

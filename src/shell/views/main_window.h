@@ -8,6 +8,7 @@
 #include "shell/presenters.h"
 #include "shell/workspace_mode.h"
 #include "shell/views/room.h"
+#include "shell/workspace_state.h"
 
 class QMenuBar;
 class QStackedWidget;
@@ -23,7 +24,9 @@ class LibraryView;
 struct PageTitle;
 class MenuStrip;
 class Menus;
+class SequenceSource;
 class SettingsDialog;
+class ViewerDesk;
 class WelcomeView;
 
 // Binds the presenters to their views: it shows what they say and forwards what people do. The presenters outlive it.
@@ -35,17 +38,23 @@ class MainWindow final : public QMainWindow {
   ~MainWindow() override;
 
   LibraryView& library() { return *library_; }
+  ViewerDesk& viewer() { return *viewer_; }
 
  Q_SIGNALS:
   // The first picture of the window is on the screen.
   void firstPainted();
+  // A menu, a key or a button asked for what nobody carries out. Never, or the entry should not be there.
+  void actionUnhandled(sorvan::shell::ActionId id);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void build();
+  void placeWindow();
+  void rememberPlace();
   void bindWindow();
   void bindSidebar();
   void bindGallery();
@@ -63,13 +72,15 @@ class MainWindow final : public QMainWindow {
   void refreshLayout();
   void refreshFilters();
   void offerSorts(QPoint globalPosition);
-  void openAsset(QUuid item);
+  void openAsset(QUuid item, Autoplay autoplay);
+  void openInSequence(QUuid item);
   void openCell(QUuid cell);
   void stepAsset(int direction);
   void performForWindow(ActionId id);
   void editFocused(ActionId id);
   void writeAboutItem(ActionId id);
   void chooseDestination();
+  void focusSearch();
   void askProjectName(const QString& key, const QString& name);
   void dropOnSidebar(const std::vector<QUuid>& items, const QString& key);
   void openSettings();
@@ -78,6 +89,7 @@ class MainWindow final : public QMainWindow {
 
   Presenters on_;
   std::unique_ptr<GallerySource> wallSource_;
+  std::unique_ptr<SequenceSource> sequenceSource_;
   std::unique_ptr<HistorySource> historySource_;
   std::unique_ptr<DesktopFolderChooser> folders_;
   QStackedWidget* pages_ = nullptr;
@@ -85,6 +97,7 @@ class MainWindow final : public QMainWindow {
   LibraryView* library_ = nullptr;
   MenuStrip* strip_ = nullptr;
   Menus* menus_ = nullptr;
+  ViewerDesk* viewer_ = nullptr;
   QPointer<SettingsDialog> settings_;
   QPointer<HealthDialog> health_;
   bool painted_ = false;

@@ -63,11 +63,11 @@ QMenu* Menus::submenuFor(QMenu& menu, const ActionRow& row) const {
 }
 
 void Menus::fillMenu(QMenu& menu, MenuId id, Rows rows) const {
-  int group = -1;
+  std::optional<int> group;
   for (const ActionRow& row : actionTable()) {
     const bool now = rows == Rows::offeredNow;
     if (row.menu != id || (now && (row.checkable || !presenter_.isEnabled(row.id)))) continue;
-    if (group >= 0 && group != row.group) menu.addSeparator();
+    if (group && *group != row.group) menu.addSeparator();
     group = row.group;
     submenuFor(menu, row)->addAction(action(row.id));
     if (row.id == ActionId::openAnotherWorkspace && recents_) menu.addMenu(recents_);

@@ -1,10 +1,14 @@
 #include "shell/views/pages.h"
 
+#include "shell/views/comparison_pages.h"
 #include "shell/views/library_view.h"
 #include "shell/views/reference_pages.h"
 
 namespace sorvan::views {
 
-void addPages(const PageDesk& desk) { addReferencePages(desk); }
+void addPages(const PageDesk& desk) {
+  addComparisonPages(desk);
+  addReferencePages(desk);
+}
 
 }  // namespace sorvan::views

@@ -26,7 +26,7 @@ class RowInterface final : public QAccessibleInterface, public QAccessibleAction
   QAccessibleInterface* childAt(int, int) const override { return nullptr; }
   int childCount() const override { return 0; }
   int indexOfChild(const QAccessibleInterface*) const override { return -1; }
-  QAccessible::Role role() const override { return QAccessible::ListItem; }
+  QAccessible::Role role() const override { return list() ? list()->rowRole() : QAccessible::ListItem; }
   void setText(QAccessible::Text, const QString&) override {}
 
   QString text(QAccessible::Text kind) const override {
@@ -77,6 +77,8 @@ class ListInterface final : public QAccessibleWidget {
     if (!list()) return 0;
     return standIn() ? 1 : std::max(0, last() - first());
   }
+  QAccessible::Role role() const override { return list() ? list()->listRole() : QAccessible::List; }
+
 
   QAccessibleInterface* child(int number) const override {
     if (standIn()) return number == 0 ? QAccessible::queryAccessibleInterface(standIn()) : nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QAccessible>
 
 #include "shell/views/room.h"
 
@@ -12,6 +13,9 @@ class PaintedList {
  public:
   virtual ~PaintedList() = default;
 
+  // What assistive technology calls it and its rows.
+  virtual QAccessible::Role listRole() const { return QAccessible::List; }
+  virtual QAccessible::Role rowRole() const { return QAccessible::ListItem; }
   virtual QAbstractScrollArea& area() = 0;
   virtual int rowCount() const = 0;
   virtual QUuid rowId(int index) const = 0;

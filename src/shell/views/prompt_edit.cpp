@@ -90,10 +90,12 @@ void PromptEdit::replaceDifference(const QString& text) {
 int PromptEdit::wishedHeight(int width) const {
   const int revision = document()->revision();
   if (heightRevision_ == revision && heightWidth_ == width) return height_;
-  double wished = 0;
-  if (qFuzzyCompare(document()->textWidth(), static_cast<double>(width))) {
-    wished = document()->size().height();
-  } else {
+  const double ownWidth = document()->textWidth();
+  double wished = document()->size().height();
+  // A long prompt scrolls, beside a scroll bar and so in narrower lines: it is too high at any width like this one.
+  const bool scrolls = ownWidth > 0 && ownWidth <= width &&
+                       wished * ownWidth / width > metrics().composerEditorMax + 2 * lineHeight(Type::prompt);
+  if (!scrolls && !qFuzzyCompare(ownWidth, static_cast<double>(width))) {
     const std::unique_ptr<QTextDocument> copy(document()->clone());
     copy->setTextWidth(width);
     wished = copy->size().height();

@@ -20,7 +20,7 @@ bool isComplete(const MentionOffer& offer) {
 }  // namespace
 
 PromptMentions::PromptMentions(PromptEdit& prompt, ReferencesPresenter& references, ThumbnailStore& thumbnails)
-    : QObject(&prompt), prompt_(prompt), alive_(&prompt), references_(references), thumbnails_(thumbnails) {
+    : QObject(&prompt), prompt_(prompt), references_(references), thumbnails_(thumbnails) {
   soon_.setSingleShot(true);
   soon_.setInterval(0);
   connect(&soon_, &QTimer::timeout, this, &PromptMentions::offer);
@@ -136,8 +136,9 @@ bool PromptMentions::takeKey(int key) {
   }
 }
 
-bool PromptMentions::eventFilter(QObject*, QEvent* event) {
-  if (!alive_) return false;
+bool PromptMentions::eventFilter(QObject* watched, QEvent* event) {
+  // A field that is going loses the keyboard once more, and is a bare widget by then.
+  if (!qobject_cast<PromptEdit*>(watched)) return false;
   if (event->type() == QEvent::FocusOut) {
     close();
     mark();

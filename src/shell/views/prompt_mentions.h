@@ -38,7 +38,6 @@ class PromptMentions final : public QObject {
   bool takeKey(int key);
 
   PromptEdit& prompt_;
-  QPointer<PromptEdit> alive_;  // a field that is going loses the keyboard once more
   ReferencesPresenter& references_;
   ThumbnailStore& thumbnails_;
   QPointer<MentionPopup> popup_;

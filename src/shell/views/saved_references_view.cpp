@@ -122,6 +122,7 @@ SavedReferencesView::SavedReferencesView(SavedReferencesPresenter& references, R
       references_(references),
       scope_(scope),
       grid_(new ReferenceGrid(thumbnails)),
+      emptyRoom_(new QWidget),
       empty_(new EmptyNote),
       tools_(new QWidget),
       search_(new TextField(texts::searchReferences(), texts::searchReferences())) {
@@ -163,7 +164,11 @@ void SavedReferencesView::build() {
   column->addLayout(row);
   column->addWidget(new Hairline(&Colors::lineSubtle));
   column->addWidget(grid_, 1);
-  column->addWidget(empty_, 1);
+  auto* room = new QVBoxLayout(emptyRoom_);
+  room->addStretch(1);
+  room->addWidget(empty_);
+  room->addStretch(1);
+  column->addWidget(emptyRoom_, 1);
   setFocusProxy(grid_);
   search_->setIconName(u"search"_s);
   search_->setFixedWidth(190);
@@ -184,7 +189,7 @@ void SavedReferencesView::refresh() {
   const ReferencePage page = references_.page(scope_, kind_, search_->text());
   grid_->show(page.cards);
   grid_->setVisible(!page.cards.empty());
-  empty_->setVisible(page.cards.empty());
+  emptyRoom_->setVisible(page.cards.empty());
   empty_->setWords({u"at-sign"_s, page.emptyTitle, page.emptyText, {}});
   Q_EMIT titleChanged();
 }

@@ -64,6 +64,7 @@ class SavedReferencesView final : public QWidget {
   ReferenceScope scope_;
   SegmentedControl* kinds_ = nullptr;
   ReferenceGrid* grid_;
+  QWidget* emptyRoom_;  // keeps the note together in the middle
   EmptyNote* empty_;
   QWidget* tools_;
   TextField* search_;

@@ -27,6 +27,8 @@ class SegmentedControl final : public QWidget {
   int current() const;
   // Does not emit `chosen`.
   void setCurrent(int index);
+  // A segment that makes no sense now is away.
+  void setSegmentShown(int index, bool shown);
   // All segments share the width.
   void setStretched(bool stretched);
 

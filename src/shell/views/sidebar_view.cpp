@@ -9,10 +9,10 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "shell/item_transfer.h"
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
 #include "shell/views/icons.h"
-#include "shell/views/item_mime.h"
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
@@ -21,7 +21,6 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-constexpr int kNarrowWidth = 52;
 constexpr int kPadding = 8;
 constexpr int kGap = 9;
 constexpr int kMark = 26;
@@ -117,7 +116,7 @@ void SidebarRowButton::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void SidebarRowButton::dragEnterEvent(QDragEnterEvent* event) {
-  if (!row_.takesItems || !event->mimeData()->hasFormat(itemMimeType)) return;
+  if (!row_.takesItems || !event->mimeData()->hasFormat(itemsFormat)) return;
   event->setDropAction(Qt::CopyAction);
   event->accept();
   dropHere_ = true;
@@ -135,7 +134,7 @@ void SidebarRowButton::dropEvent(QDropEvent* event) {
   update();
   event->setDropAction(Qt::CopyAction);
   event->accept();
-  Q_EMIT dropped(itemsOf(*event->mimeData()));
+  Q_EMIT dropped(itemsFromInside(*event->mimeData()));
 }
 
 // WorkspaceButton
@@ -218,7 +217,6 @@ void SidebarView::show(const SidebarDisplay& display) {
 
 void SidebarView::setNarrow(bool narrow) {
   narrow_ = narrow;
-  setFixedWidth(narrow ? kNarrowWidth : metrics().sidebarDefault);
   workspace_->setNarrow(narrow);
   for (SidebarRowButton* row : rows_) row->setNarrow(narrow);
   for (QWidget* heading : headings_) heading->setVisible(!narrow);

@@ -1,0 +1,153 @@
+#include "shell/inspector_sections.h"
+
+#include "base/ids.h"
+#include "core/library_store.h"
+#include "generation/mentions.h"
+#include "shell/composer_texts.h"
+#include "shell/inspector_texts.h"
+#include "shell/locations.h"
+#include "shell/recipes.h"
+#include "shell/texts.h"
+#include "shell/wording.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <set>
+
+namespace sorvan::shell {
+
+namespace {
+
+void addRow(InspectorSection& section, const QString& label, const QString& value, bool monospaced = false) {
+  if (!value.isEmpty()) section.rows.push_back({label, value, monospaced});
+}
+
+// The mentions that stand for a picture of the request; others are words like any.
+std::vector<InspectorSpan> mentionsIn(const QString& prompt, const std::vector<core::ReferenceBinding>& bindings) {
+  std::set<QString> names;
+  for (const core::ReferenceBinding& binding : bindings) names.insert(generation::nameKey(generation::handleOf(binding)));
+  std::vector<InspectorSpan> spans;
+  for (auto found = generation::ReferenceMentions::pattern().globalMatch(prompt); found.hasNext();) {
+    const QRegularExpressionMatch match = found.next();
+    if (names.contains(generation::nameKey(match.captured(1))))
+      spans.push_back({static_cast<int>(match.capturedStart(0)), static_cast<int>(match.capturedLength(0))});
+  }
+  return spans;
+}
+
+InspectorLink linkTo(const core::LibraryStore& store, QUuid item, const QString& subtitle) {
+  const core::AssetRef asset = store.asset(item);
+  if (!asset) return {item, texts::deletedForGood, subtitle, {}, false};
+  QString under = subtitle;
+  if (asset->isTrashed()) under = under.isEmpty() ? texts::linkInTrash : under + QStringLiteral(" · ") + texts::linkInTrash;
+  return {item, asset->filename(), under, store.thumbnailOf(*asset).value_or(QString()), true};
+}
+
+QString sourceText(core::AssetSourceType source) {
+  switch (source) {
+    case core::AssetSourceType::imported:
+      return texts::imported;
+    case core::AssetSourceType::clipboard:
+      return texts::pasted;
+    case core::AssetSourceType::generated:
+      break;
+  }
+  return texts::generated;
+}
+
+QString commonText(const std::vector<core::AssetRef>& items, const std::function<QString(const core::Asset&)>& of) {
+  const QString first = of(*items.front());
+  const bool same = std::all_of(items.begin(), items.end(), [&](const auto& item) { return of(*item) == first; });
+  return same ? first : texts::mixed;
+}
+
+}  // namespace
+
+std::vector<InspectorSection> promptSections(const core::LibraryStore& store, QUuid item) {
+  const auto recipe = recipeOf(store, item);
+  std::vector<InspectorSection> sections;
+  if (!recipe || recipe->prompt.isEmpty()) return sections;
+  InspectorSection prompt{texts::promptSection, recipe->prompt, {}};
+  prompt.mentions = mentionsIn(recipe->prompt, recipe->referenceBindings.value_or(std::vector<core::ReferenceBinding>()));
+  prompt.headActions = {{ActionId::reusePrompt, texts::reuse}, {ActionId::copyPrompt, texts::copyPrompt}};
+  sections.push_back(std::move(prompt));
+  for (const core::PromptImprovement& before : recipe->improvements.value_or(std::vector<core::PromptImprovement>())) {
+    if (!before.from.isEmpty()) sections.push_back({texts::promptRewritten, before.from, {}});
+  }
+  return sections;
+}
+
+InspectorSection referencesSection(const core::LibraryStore& store, const core::Generation& generation) {
+  InspectorSection section{texts::referencesSection, {}, {}};
+  const auto recipe = generation.recipe();
+  if (recipe && recipe->referenceBindings) {
+    for (const core::ReferenceBinding& binding : *recipe->referenceBindings) {
+      InspectorLink link = linkTo(store, binding.assetID, binding.role.value_or(QString()));
+      if (!binding.label.isEmpty()) link.title = u'@' + generation::handleOf(binding);
+      section.links.push_back(std::move(link));
+    }
+    return section;
+  }
+  std::vector<core::ReferenceRef> references = store.referencesOf(generation.id);
+  std::sort(references.begin(), references.end(),
+            [](const auto& one, const auto& other) { return one->position < other->position; });
+  for (const core::ReferenceRef& reference : references) section.links.push_back(linkTo(store, reference->assetID, {}));
+  return section;
+}
+
+InspectorSection parentsSection(const core::LibraryStore& store, QUuid item) {
+  InspectorSection section{texts::lineageSection, {}, {}};
+  for (const core::RelationshipRef& edge : store.parentEdges(item)) {
+    const auto type = edge->type();
+    section.links.push_back(linkTo(store, edge->parentAssetID, type ? core::label(*type) : QString()));
+  }
+  return section;
+}
+
+InspectorSection childrenSection(const core::LibraryStore& store, QUuid item) {
+  InspectorSection section{texts::madeFromItSection, {}, {}};
+  for (const core::RelationshipRef& edge : store.childEdges(item)) {
+    const auto type = edge->type();
+    section.links.push_back(linkTo(store, edge->childAssetID, type ? core::label(*type) : QString()));
+  }
+  return section;
+}
+
+InspectorSection fileSectionOf(const core::LibraryStore& store, const core::Asset& asset) {
+  InspectorSection file{texts::fileSection, {}, {}};
+  const Instant now = store.now();
+  addRow(file, texts::savedToLabel, destinationName(store, asset.projectID));
+  addRow(file, texts::cameFromLabel, sourceText(asset.sourceType()));
+  if (asset.originalFilename != asset.filename()) addRow(file, texts::nameLabel, asset.originalFilename);
+  addRow(file, texts::typeLabel, asset.mimeType);
+  addRow(file, texts::addedLabel, dayAndTimeText(asset.createdAt, now));
+  if (asset.importedAt) addRow(file, texts::importedLabel, dayAndTimeText(*asset.importedAt, now));
+  if (asset.deletedAt) addRow(file, texts::trashedLabel, dayAndTimeText(*asset.deletedAt, now));
+  addRow(file, texts::pathLabel, asset.localFilePath, true);
+  addRow(file, texts::checksumLabel, asset.checksum.value_or(QString()), true);
+  addRow(file, texts::itemLabel, uuidText(asset.id), true);
+  return file;
+}
+
+InspectorSection commonSection(const core::LibraryStore& store, const std::vector<core::AssetRef>& items) {
+  InspectorSection section{texts::selectionSection, {}, {}};
+  if (items.empty()) return section;
+  std::int64_t bytes = 0;
+  qsizetype favorites = 0;
+  for (const core::AssetRef& item : items) bytes += item->fileSize, favorites += item->favorite ? 1 : 0;
+  addRow(section, texts::kindLabel, commonText(items, [](const auto& item) { return kindText(item.type()); }));
+  addRow(section, texts::statusLabel, commonText(items, [](const auto& item) { return statusText(item.status()); }));
+  addRow(section, texts::ratingLabel, commonText(items, [](const auto& item) {
+           return item.rating.value_or(0) > 0 ? texts::starsText(*item.rating) : texts::noRating;
+         }));
+  addRow(section, texts::favoritesLabel, texts::shareOf(favorites, static_cast<qsizetype>(items.size())));
+  addRow(section, texts::projectLabel,
+         commonText(items, [&store](const auto& item) { return destinationName(store, item.projectID); }));
+  addRow(section, texts::sizeLabel, fileSizeText(bytes));
+  return section;
+}
+
+}  // namespace sorvan::shell

@@ -1,0 +1,23 @@
+// The sections of the inspector for items: pure reading of the library.
+#pragma once
+
+#include "shell/inspector_presenter.h"
+
+#include "core/records.h"
+
+namespace sorvan::shell {
+
+// The prompt with its mentions marked, and what it was before it was rewritten. Without sections when there is none.
+std::vector<InspectorSection> promptSections(const core::LibraryStore& store, QUuid item);
+// The pictures that were sent with the prompt, in their order. No links: there were none.
+InspectorSection referencesSection(const core::LibraryStore& store, const core::Generation& generation);
+// What the item was made from, each with what it is to it; no links: it is an original.
+InspectorSection parentsSection(const core::LibraryStore& store, QUuid item);
+// What was made from it.
+InspectorSection childrenSection(const core::LibraryStore& store, QUuid item);
+// Everything that is known of the file and of the record.
+InspectorSection fileSectionOf(const core::LibraryStore& store, const core::Asset& asset);
+// What several items have in common; “Mixed” where they differ.
+InspectorSection commonSection(const core::LibraryStore& store, const std::vector<core::AssetRef>& items);
+
+}  // namespace sorvan::shell

@@ -1,0 +1,75 @@
+#include "shell/views/viewer_desk.h"
+
+#include "shell/settings_presenter.h"
+#include "shell/views/library_view.h"
+#include "shell/workspace_state.h"
+
+namespace sorvan::views {
+
+namespace {
+constexpr std::chrono::milliseconds kVolumePause{400};
+}
+
+ViewerDesk::ViewerDesk(Presenters presenters, WallSource& source, LibraryView& library, QObject* parent)
+    : QObject(parent),
+      on_(presenters),
+      source_(source),
+      library_(library),
+      hover_(new HoverPlay(library.wall(), source, this)),
+      look_(new QuickLook(source, library.thumbnails(), &library)) {
+  bindVolume();
+  bindQuickLook();
+  connect(on_.state, &WorkspaceState::modeChanged, this, &ViewerDesk::refresh);
+  refresh();
+}
+
+media::Player& ViewerDesk::player() { return library_.asset().playerView().player(); }
+
+void ViewerDesk::bindVolume() {
+  if (!on_.settings) return;
+  player().setVolume(on_.settings->playerVolume());
+  player().setMuted(on_.settings->playerMuted());
+  volumePause_.setSingleShot(true);
+  volumePause_.setInterval(kVolumePause);
+  connect(&player(), &media::Player::volumeChanged, &volumePause_, qOverload<>(&QTimer::start));
+  connect(&volumePause_, &QTimer::timeout, this,
+          [this] { on_.settings->setPlayerVolume(player().volume(), player().isMuted()); });
+}
+
+void ViewerDesk::bindQuickLook() {
+  connect(&library_.wall(), &MediaWall::quickLookRequested, this, [this] { perform(ActionId::quickLook); });
+  connect(look_, &QuickLook::stepped, this, [this](QUuid item) { on_.state->select({item}); });
+  connect(look_, &QuickLook::itemOpened, this, [this](QUuid item) {
+    look_->close();
+    Q_EMIT openRequested(item);
+  });
+  connect(look_, &QuickLook::closed, &library_, &LibraryView::focusContent);
+}
+
+void ViewerDesk::refresh() {
+  hover_->stop();
+  look_->close();
+  // A clip that was asked to play is open by now, with its first picture.
+  const WorkspaceMode& mode = on_.state->mode();
+  if (mode.kind == ModeKind::asset && on_.state->takeAutoplay() == mode.subject)
+    library_.asset().show(mode.subject, Begin::playing);
+}
+
+bool ViewerDesk::perform(ActionId action) {
+  if (action == ActionId::quickLook) {
+    hover_->stop();
+    look_->open(on_.state->selection());
+    return true;
+  }
+  if (action == ActionId::openItem) {
+    for (const QUuid& id : on_.state->selection()) {
+      if (source_.indexOf(id) < 0 || source_.isJobAt(source_.indexOf(id))) continue;
+      Q_EMIT openRequested(id);
+      break;
+    }
+    return true;
+  }
+  return library_.asset().perform(action);
+}
+
+}  // namespace sorvan::views

@@ -1,0 +1,77 @@
+// Contact sheets as a person uses them: several models at once, results that drop into their places, pictures that are
+// compared closely, and the family of one of them.
+#include <gtest/gtest.h>
+
+#include "tour/steps.h"
+
+namespace tour {
+namespace {
+
+const Wanted anyPicture{u"A-lighthouse"_qs, u"list item"_qs, true};
+
+void makePicture(Tourist& person, int number) {
+  writePrompt(person, u"A lighthouse on a cliff in evening light"_qs);
+  person.click(generate);
+  person.waitForCount(anyPicture, number, 40);
+}
+
+// Both pictures of the gallery, closely and over each other.
+void compareClosely(Tourist& person) {
+  person.click(anyPicture);
+  person.key(u"ctrl+a"_qs);
+  person.key(u"c"_qs);
+  person.waitFor({u"Side by Side"_qs, {}});
+  person.key(u"plus"_qs);
+  person.key(u"plus"_qs);
+  person.key(u"plus"_qs);
+  person.key(u"shift+Right"_qs);
+  person.picture(u"compare-in-step"_qs);
+  person.click({u"Divider"_qs, {}});
+  person.picture(u"compare-divider"_qs);
+  person.click({u"Difference"_qs, {}});
+  person.waitFor({u"Amplify"_qs, {}});
+  person.picture(u"compare-difference"_qs);
+  person.key(u"Escape"_qs);
+  person.waitUntilGone({u"Side by Side"_qs, {}});
+}
+
+TEST(Tour, ComparesPicturesOnAContactSheetAndLooksAtTheirFamily) {
+  Tourist person(QSize(1440, 900), u"comparison-"_qs);
+  person.open(chooseFolder);
+  chooseWorkspace(person, person.desktop().home() + u"/Pictures/Northlight"_qs);
+  makePicture(person, 1);
+  makePicture(person, 2);
+  compareClosely(person);
+
+  person.key(u"ctrl+m"_qs);
+  person.waitFor({u"Search models"_qs, {}});
+  person.type(u"FLUX.1"_qs);
+  person.click({u"FLUX.1 Schnell"_qs, u"check box"_qs, true});
+  person.key(u"Escape"_qs);
+  person.sandbox().setManualPace(true);
+  writePrompt(person, u"A harbour in fog"_qs);
+  person.key(u"ctrl+Return"_qs);
+  person.waitFor({u"Add Media"_qs, u"push button"_qs});
+  person.waitFor({u"Cancel"_qs, u"push button"_qs});
+  person.picture(u"sheet-running"_qs);
+  person.sandbox().setManualPace(false);
+  person.waitUntilGone({u"Cancel"_qs, u"push button"_qs}, 60);
+  person.picture(u"sheet-done"_qs);
+  person.key(u"2"_qs);
+  person.key(u"alt+4"_qs);
+  person.key(u"p"_qs);
+  person.picture(u"sheet-marked"_qs);
+  person.key(u"l"_qs);
+  person.waitFor({u"Generation History"_qs, u"tree"_qs});
+  person.picture(u"lineage"_qs);
+  person.key(u"Escape"_qs);
+  person.waitUntilGone({u"Generation History"_qs, u"tree"_qs});
+  person.key(u"Escape"_qs);
+  person.key(u"ctrl+2"_qs);
+  person.waitFor({u"A harbour in fog"_qs, {}, true});
+  person.picture(u"sheets"_qs);
+  person.close();
+}
+
+}  // namespace
+}  // namespace tour

@@ -1,0 +1,344 @@
+#include <QAccessible>
+#include <QScrollBar>
+
+#include "core/history.h"
+#include "generation/enqueue.h"
+#include "shell/sheet_texts.h"
+#include "shell/views/add_media_dialog.h"
+#include "shell/views/controls.h"
+#include "shell/views/lineage_view.h"
+#include "shell/views/sheet_cards.h"
+#include "shell/views/sheet_keys.h"
+#include "shell/views/sheet_view.h"
+#include "views/whole_window.h"
+
+namespace sorvan::views {
+namespace {
+using namespace Qt::Literals::StringLiterals;
+
+// A window with a real library in it, over which sheets, comparing and lineage are walked.
+class ComparisonPagesTest : public WholeWindow {
+ protected:
+  QUuid made(const QString& prompt) {
+    desk.generate(prompt);
+    desk.settle();
+    desk.clock->advance(std::chrono::seconds(1));
+    return desk.store.generationsOf(desk.newestJob()->id).front()->assetID;
+  }
+  std::vector<QUuid> several(int count) {
+    std::vector<QUuid> ids;
+    for (int number = 0; number < count; ++number) ids.push_back(made(u"a boat"_s));
+    desk.state.setLocation(allMediaLocation);
+    test::runPosted();
+    return ids;
+  }
+  QUuid compareModels(int jobs) {
+    std::vector<core::GenerationRequest> requests;
+    const QUuid comparison = base::newUuid();
+    for (int order = 0; order < jobs; ++order) {
+      core::GenerationRequest request;
+      request.model = u"fal-ai/flux/schnell"_s;
+      request.prompt = u"a boat at dusk"_s;
+      request.comparisonID = comparison;
+      request.comparisonOrder = order;
+      requests.push_back(request);
+    }
+    generation::enqueueRequests(desk.queue, requests, std::nullopt);
+    test::runPosted();
+    return comparison;
+  }
+  template <class Kind>
+  Kind* the() {
+    return window->findChild<Kind*>();
+  }
+  SheetView& sheet() { return *the<SheetView>(); }
+  CompareView& comparing() { return sheet().comparing(); }
+  SheetPlaces& places() { return sheet().places(); }
+  void key(int pressed, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(window->focusWidget(), static_cast<Qt::Key>(pressed), modifiers);
+    test::runPosted();
+  }
+  void openSheet(const std::vector<QUuid>& ids) {
+    desk.state.select({ids.begin(), ids.end()});
+    actions->trigger(ActionId::newContactSheet);
+    test::runPosted();
+  }
+  void openCompare(const std::vector<QUuid>& ids) {
+    desk.state.select({ids.begin(), ids.end()});
+    actions->trigger(ActionId::compareItems);
+    test::runPosted();
+  }
+};
+
+TEST_F(ComparisonPagesTest, ASheetOfSelectedItemsOpensWithItsPlacesAndBackReturns) {
+  const std::vector<QUuid> ids = several(3);
+  openSheet(ids);
+  EXPECT_EQ(window->library().page(), ModeKind::contactSheet);
+  ASSERT_EQ(places().count(), 3);
+  for (int place = 0; place < 3; ++place) EXPECT_GT(places().at(place)->picture().height(), 120);
+  EXPECT_TRUE(sheet().hasFocus() || sheet().isAncestorOf(window->focusWidget()));
+  key(Qt::Key_Escape);
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
+  desk.state.setMode({ModeKind::contactSheets});
+  auto* cards = the<SheetCards>();
+  ASSERT_EQ(cards->rowCount(), 1);
+  EXPECT_EQ(cards->rowName(0).section(u',', 0, 0), u"a boat"_s);
+  key(Qt::Key_Return);
+  EXPECT_EQ(window->library().page(), ModeKind::contactSheet);
+}
+
+TEST_F(ComparisonPagesTest, OneAndNineItemsOfferNoSheet) {
+  const std::vector<QUuid> ids = several(9);
+  desk.state.select({ids.front()});
+  EXPECT_FALSE(actions->isEnabled(ActionId::newContactSheet));
+  EXPECT_FALSE(actions->isEnabled(ActionId::compareItems));
+  desk.state.select({ids.begin(), ids.end()});
+  EXPECT_FALSE(actions->isEnabled(ActionId::newContactSheet));
+  desk.state.select({ids.begin(), ids.begin() + 8});
+  EXPECT_TRUE(actions->isEnabled(ActionId::newContactSheet));
+}
+
+TEST_F(ComparisonPagesTest, AComparisonFromTheComposerOpensItsSheetAndResultsDropIn) {
+  desk.provider->gate.emplace();
+  desk.state.openContactSheet(ComparisonBatch{compareModels(3)});
+  test::runPosted();
+  ASSERT_EQ(places().count(), 3);
+  SheetPlace* first = places().at(0);
+  auto* cancel = named<Button>(*first, u"Cancel"_s);
+  ASSERT_NE(cancel, nullptr);
+  EXPECT_TRUE(cancel->isVisible());
+  auto* add = named<Button>(*window, shell::texts::addMedia);
+  EXPECT_FALSE(add->isEnabled());
+  EXPECT_EQ(add->toolTip(), u"Add media after the comparison finishes"_s);
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_EQ(places().at(0), first);
+  EXPECT_FALSE(first->place().asset.isNull());
+  EXPECT_FALSE(cancel->isVisible());
+  EXPECT_TRUE(add->isEnabled());
+}
+
+TEST_F(ComparisonPagesTest, AFailedPlaceIsTriedAgainByItsButton) {
+  desk.provider->failure = std::make_exception_ptr(SorvanError(u"The model is busy."_s));
+  desk.state.openContactSheet(ComparisonBatch{compareModels(2)});
+  desk.settle();
+  desk.provider->failure = nullptr;
+  auto* retry = named<Button>(*places().at(1), u"Retry"_s);
+  ASSERT_NE(retry, nullptr);
+  QTest::mouseClick(retry, Qt::LeftButton);
+  desk.settle();
+  EXPECT_FALSE(places().at(1)->place().asset.isNull());
+  EXPECT_TRUE(places().at(0)->place().asset.isNull());
+}
+
+TEST_F(ComparisonPagesTest, DigitsChoosePlacesAndAltAndADigitRates) {
+  const std::vector<QUuid> ids = several(3);
+  openSheet(ids);
+  key(Qt::Key_2);
+  EXPECT_EQ(places().current(), 1);
+  const QUuid second = places().at(1)->place().asset;
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{second});
+  key(Qt::Key_4, Qt::AltModifier);
+  EXPECT_EQ(desk.store.asset(second)->rating, 4);
+  key(Qt::Key_P);
+  EXPECT_EQ(desk.store.asset(second)->status(), core::AssetStatus::shortlist);
+  key(Qt::Key_D);
+  EXPECT_EQ(desk.store.asset(second)->status(), core::AssetStatus::rejected);
+  EXPECT_EQ(desk.store.asset(second)->rating, 4);
+}
+
+TEST_F(ComparisonPagesTest, MarksReachAnItemThatTheGalleryDoesNotShow) {
+  const std::vector<QUuid> ids = several(2);
+  openSheet(ids);
+  GalleryFilter none = desk.state.filter();
+  none.search = u"nothing has this"_s;
+  desk.state.setFilter(none);
+  test::runPosted();
+  key(Qt::Key_1);
+  key(Qt::Key_F);
+  EXPECT_TRUE(desk.store.asset(places().at(0)->place().asset)->favorite);
+}
+
+TEST_F(ComparisonPagesTest, ItemsMoveByKeyAndLeaveByTheirButton) {
+  openSheet(several(3));
+  const std::vector<QUuid> before = desk.comparison.sheet().ids();
+  key(Qt::Key_2);
+  key(Qt::Key_Left);
+  EXPECT_EQ(places().current(), 0);
+  key(Qt::Key_Right, Qt::ControlModifier);
+  EXPECT_EQ(desk.comparison.sheet().ids(), (std::vector<QUuid>{before[1], before[0], before[2]}));
+  auto* remove = named<IconButton>(*places().at(0), u"Remove from contact sheet; keep in library"_s);
+  ASSERT_NE(remove, nullptr);
+  QTest::mouseClick(remove, Qt::LeftButton);
+  test::runPosted();
+  EXPECT_EQ(desk.comparison.sheet().ids(), (std::vector<QUuid>{before[0], before[2]}));
+  EXPECT_FALSE(desk.store.asset(before[1])->isTrashed());
+}
+
+TEST_F(ComparisonPagesTest, AnItemIsDraggedToAnotherPlace) {
+  openSheet(several(3));
+  const std::vector<QUuid> before = desk.comparison.sheet().ids();
+  PlacePicture& from = places().at(2)->picture();
+  const QPoint to = from.mapFromGlobal(places().at(0)->picture().mapToGlobal(QPoint(12, 40)));
+  QTest::mousePress(&from, Qt::LeftButton, Qt::NoModifier, QPoint(40, 40));
+  QMouseEvent move(QEvent::MouseMove, to, from.mapToGlobal(to), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&from, &move);
+  QTest::mouseRelease(&from, Qt::LeftButton, Qt::NoModifier, to);
+  test::runPosted();
+  EXPECT_EQ(desk.comparison.sheet().ids(), (std::vector<QUuid>{before[2], before[0], before[1]}));
+  core::applyHistory(desk.store, core::HistoryDirection::undo);
+  test::runPosted();
+  EXPECT_EQ(desk.comparison.sheet().ids(), before);
+}
+
+TEST_F(ComparisonPagesTest, MediaIsAddedFromADialogThatLeavesOutWhatIsThere) {
+  const std::vector<QUuid> ids = several(4);
+  openSheet({ids[0], ids[1]});
+  QTest::mouseClick(named<Button>(*window, shell::texts::addMedia), Qt::LeftButton);
+  auto* dialog = the<AddMediaDialog>();
+  ASSERT_NE(dialog, nullptr);
+  Q_EMIT dialog->wall().selectionRequested({ids[0], ids[3]});
+  EXPECT_EQ(dialog->wall().selection(), QSet<QUuid>{ids[3]});
+  QTest::mouseClick(named<Button>(*dialog, u"Add to Sheet"_s), Qt::LeftButton);
+  test::runPosted();
+  EXPECT_EQ(desk.comparison.sheet().ids().size(), 3u);
+  EXPECT_EQ(desk.comparison.sheet().ids().back(), ids[3]);
+}
+
+TEST_F(ComparisonPagesTest, PicturesAreComparedInStep) {
+  openCompare(several(3));
+  ASSERT_TRUE(sheet().isComparing());
+  ASSERT_EQ(comparing().canvases().size(), 3u);
+  key(Qt::Key_Plus);
+  key(Qt::Key_Plus);
+  for (const CompareCanvas* canvas : comparing().canvases())
+    EXPECT_EQ(canvas->picturePlace().size(), comparing().canvases()[0]->picturePlace().size());
+  key(Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_GT(comparing().view().centre.x(), 0.5);
+  EXPECT_GT(comparing().view().zoom, 1);
+  key(Qt::Key_Z);
+  EXPECT_TRUE(comparing().view().isFitted());
+}
+
+TEST_F(ComparisonPagesTest, TheWinnerIsMarkedByKey) {
+  openCompare(several(3));
+  key(Qt::Key_3);
+  const QUuid winner = comparing().chosen();
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{winner});
+  key(Qt::Key_5, Qt::AltModifier);
+  key(Qt::Key_P);
+  EXPECT_EQ(desk.store.asset(winner)->rating, 5);
+  EXPECT_EQ(desk.store.asset(winner)->status(), core::AssetStatus::shortlist);
+  EXPECT_EQ(comparing().chosen(), winner);
+}
+
+TEST_F(ComparisonPagesTest, OneAtATimeFlipsInPlace) {
+  openCompare(several(3));
+  comparing().setCompareLayout(CompareLayout::oneAtATime);
+  ASSERT_EQ(comparing().canvases().size(), 1u);
+  comparing().zoomBy(2);
+  const StepView view = comparing().view();
+  const QUuid first = comparing().chosen();
+  key(Qt::Key_Right);
+  EXPECT_NE(comparing().chosen(), first);
+  EXPECT_EQ(comparing().view(), view);
+  key(Qt::Key_Space);
+  key(Qt::Key_Space);
+  EXPECT_EQ(comparing().chosen(), first);
+}
+
+TEST_F(ComparisonPagesTest, OnlyTwoPicturesLieOverEachOther) {
+  const std::vector<QUuid> ids = several(3);
+  openCompare(ids);
+  comparing().setCompareLayout(CompareLayout::difference);
+  EXPECT_EQ(comparing().compareLayout(), CompareLayout::sideBySide);
+  key(Qt::Key_Escape);
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
+  openCompare({ids[0], ids[1]});
+  comparing().setCompareLayout(CompareLayout::divider);
+  EXPECT_EQ(comparing().compareLayout(), CompareLayout::divider);
+  const double before = comparing().divider();
+  key(Qt::Key_Right);
+  EXPECT_GT(comparing().divider(), before);
+}
+
+TEST_F(ComparisonPagesTest, TheDifferenceIsWorkedOutOffTheMainThread) {
+  const std::vector<QUuid> ids = several(2);
+  openCompare(ids);
+  comparing().setCompareLayout(CompareLayout::difference);
+  test::runUntil([this] { return comparing().differing().has_value(); });
+  EXPECT_DOUBLE_EQ(*comparing().differing(), 1.0);
+}
+
+TEST_F(ComparisonPagesTest, ComparingThatWasOpenedFromTheGalleryGoesBackThere) {
+  openCompare(several(2));
+  ASSERT_TRUE(sheet().isComparing());
+  key(Qt::Key_Escape);
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
+  EXPECT_FALSE(sheet().isComparing());
+}
+
+TEST_F(ComparisonPagesTest, ComparingOnASheetGoesBackToItsPlaces) {
+  openSheet(several(2));
+  key(Qt::Key_C);
+  ASSERT_TRUE(sheet().isComparing());
+  key(Qt::Key_Escape);
+  EXPECT_FALSE(sheet().isComparing());
+  EXPECT_EQ(window->library().page(), ModeKind::contactSheet);
+}
+
+TEST_F(ComparisonPagesTest, TheFamilyTreeIsWalkedByKeyAndLeftByReturnAndEscape) {
+  const std::vector<QUuid> ids = several(3);
+  for (const auto& [parent, child] : {std::pair(ids[0], ids[1]), std::pair(ids[0], ids[2])}) {
+    const auto edge = desk.store.context().insert(
+        core::AssetRelationship(parent, child, core::RelationshipType::editedFrom));
+    desk.store.save(core::LibraryTables::none);
+    desk.store.registerRecords({{}, {}, {edge}, {}});
+  }
+  desk.state.select({ids[2]});
+  actions->trigger(ActionId::showLineage);
+  test::runPosted();
+  LineageTree& tree = the<LineageView>()->tree();
+  ASSERT_EQ(tree.rowCount(), 3);
+  EXPECT_EQ(tree.currentRow(), ids[2]);
+  key(Qt::Key_Left);
+  EXPECT_EQ(desk.state.inspectedId(), ids[0]);
+  key(Qt::Key_Right);
+  EXPECT_EQ(desk.state.inspectedId(), ids[1]);
+  key(Qt::Key_Return);
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
+  desk.state.select({ids[2]});
+  actions->trigger(ActionId::showLineage);
+  test::runPosted();
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.cellRect(0).center());
+  EXPECT_EQ(desk.state.inspectedId(), ids[0]);
+  key(Qt::Key_Escape);
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
+}
+
+TEST_F(ComparisonPagesTest, TheFamilyIsATreeToAssistiveTechnology) {
+  const std::vector<QUuid> ids = several(1);
+  desk.state.openLineage(ids[0]);
+  test::runPosted();
+  QAccessibleInterface* tree = QAccessible::queryAccessibleInterface(&the<LineageView>()->tree());
+  EXPECT_EQ(tree->role(), QAccessible::Tree);
+  ASSERT_EQ(tree->childCount(), 1);
+  EXPECT_EQ(tree->child(0)->role(), QAccessible::TreeItem);
+  EXPECT_TRUE(tree->child(0)->text(QAccessible::Name).contains(u"opened from"_s));
+  EXPECT_EQ(tree->child(0)->text(QAccessible::Description), u"The image this lineage was opened from"_s);
+}
+
+TEST(SheetKeys, RatingsAreAltAndADigitAndOtherKeysAreTheGallerys) {
+  const auto actionOf = [](int key, Qt::KeyboardModifiers modifiers) {
+    return itemActionFor(QKeyEvent(QEvent::KeyPress, key, modifiers));
+  };
+  EXPECT_EQ(actionOf(Qt::Key_3, Qt::AltModifier), ActionId::rateThree);
+  EXPECT_EQ(actionOf(Qt::Key_3, Qt::NoModifier), std::nullopt);
+  EXPECT_EQ(actionOf(Qt::Key_P, Qt::NoModifier), ActionId::statusShortlist);
+  EXPECT_EQ(actionOf(Qt::Key_F, Qt::NoModifier), ActionId::toggleFavorite);
+  EXPECT_EQ(placeFor(QKeyEvent(QEvent::KeyPress, Qt::Key_8, Qt::NoModifier)), 7);
+  EXPECT_EQ(placeFor(QKeyEvent(QEvent::KeyPress, Qt::Key_8, Qt::AltModifier)), -1);
+}
+
+}  // namespace
+}  // namespace sorvan::views

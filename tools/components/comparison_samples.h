@@ -1,0 +1,14 @@
+// Contact sheets, comparing and lineage with sample data.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+namespace sorvan::views {
+
+// Calls `save` with each window and its name.
+void saveComparison(const std::function<void(QWidget&, const QString&)>& save);
+
+}  // namespace sorvan::views
