@@ -23,6 +23,15 @@ constexpr std::array namedCalls{NamedCall{CallKind::Submit, u"submit"},
                                 NamedCall{CallKind::Models, u"models"},
                                 NamedCall{CallKind::Pricing, u"pricing"},
                                 NamedCall{CallKind::Document, u"document"},
+                                NamedCall{CallKind::Purchase, u"purchase"},
+                                NamedCall{CallKind::LookUp, u"look-up"},
+                                NamedCall{CallKind::Operation, u"operation"},
+                                NamedCall{CallKind::CancelOperation, u"cancel-operation"},
+                                NamedCall{CallKind::GatewayUpload, u"gateway-upload"},
+                                NamedCall{CallKind::Prices, u"prices"},
+                                NamedCall{CallKind::Interpret, u"interpret"},
+                                NamedCall{CallKind::Account, u"account"},
+                                NamedCall{CallKind::CheckoutPage, u"checkout-page"},
                                 NamedCall{CallKind::Other, u"other"}};
 
 Call identifyQueueCall(const HttpRequest& request) {
@@ -47,9 +56,24 @@ Call identifyPlatformCall(const HttpRequest& request) {
   return {};
 }
 
+Call identifyGatewayCall(const HttpRequest& request) {
+  const QString kind = request.path.section(QLatin1Char('/'), 2, 2);
+  const QString id = request.path.section(QLatin1Char('/'), 3, 3);
+  const bool isPost = request.method == "POST";
+  if (kind == QStringLiteral("images") && isPost) return {CallKind::Purchase, QStringLiteral("gateway"), {}};
+  if (kind == QStringLiteral("requests")) return {CallKind::LookUp, {}, id};
+  if (kind == QStringLiteral("operations")) return {isPost ? CallKind::CancelOperation : CallKind::Operation, {}, id};
+  if (kind == QStringLiteral("uploads")) return {CallKind::GatewayUpload, {}, {}};
+  if (kind == QStringLiteral("prices")) return {CallKind::Prices, {}, {}};
+  if (kind == QStringLiteral("interpret") && isPost) return {CallKind::Interpret, QStringLiteral("interpret"), {}};
+  return {CallKind::Account, {}, {}};
+}
+
 }  // namespace
 
 Call identify(const HttpRequest& request) {
+  if (request.host == hosts::gateway) return identifyGatewayCall(request);
+  if (request.host == hosts::checkout) return {CallKind::CheckoutPage, {}, {}};
   if (request.host == hosts::queue) return identifyQueueCall(request);
   if (request.host == hosts::platform) return identifyPlatformCall(request);
   if (request.host == hosts::documents && request.path == QStringLiteral("/api/openapi/queue/openapi.json"))
@@ -91,6 +115,17 @@ QStringList hostsOf(CallKind kind) {
       return {hosts::platform};
     case CallKind::Document:
       return {hosts::documents};
+    case CallKind::Purchase:
+    case CallKind::LookUp:
+    case CallKind::Operation:
+    case CallKind::CancelOperation:
+    case CallKind::GatewayUpload:
+    case CallKind::Prices:
+    case CallKind::Interpret:
+    case CallKind::Account:
+      return {hosts::gateway};
+    case CallKind::CheckoutPage:
+      return {hosts::checkout};
     case CallKind::Other:
       return {};
   }

@@ -17,6 +17,15 @@ enum class CallKind {
   Models,       // the platform's list
   Pricing,
   Document,  // the published document of one model
+  Purchase,         // POST of paid work at the gateway
+  LookUp,           // of a purchase by the key it was sent under
+  Operation,        // the state of a purchase
+  CancelOperation,
+  GatewayUpload,
+  Prices,
+  Interpret,
+  Account,       // signing in, the account, devices, what is on sale, checkouts, the program's own news
+  CheckoutPage,  // of the payment provider
   Other,
 };
 
@@ -29,7 +38,8 @@ struct Call {
 Call identify(const HttpRequest& request);
 
 // The names that scripts and counts use: "submit", "status", "result", "cancel", "upload-start", "upload", "download",
-// "models", "pricing", "document", "other".
+// "models", "pricing", "document", "purchase", "look-up", "operation", "cancel-operation", "gateway-upload", "prices",
+// "interpret", "account", "checkout-page", "other".
 QString nameOf(CallKind kind);
 std::optional<CallKind> callNamed(const QString& name);
 // The hosts that such a call goes to; empty for "other".

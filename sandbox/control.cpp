@@ -25,6 +25,9 @@ QString controlHelp() {
       "  POST /pace       {\"manual\": true}: jobs move only by steps\n"
       "  POST /step       every job moves on by one state\n"
       "  POST /run        {\"run\"}: names the trial that later purchases belong to\n"
+      "  GET  /gateway    its books, users, operations and open checkouts\n"
+      "  POST /gateway    {\"do\": revoke, expire-checkouts, make-uncertain, resolve-uncertain, grant, limit}\n"
+      "  GET  /checkout/ID, POST /checkout/ID/pay   a page to pay on, for a browser\n"
       "  POST /shutdown   ends the sandbox\n");
 }
 
@@ -56,6 +59,12 @@ HttpAnswer Control::carryOut(const HttpRequest& request) {
   if (what == QStringLiteral("POST /pace"))
     return controls_.jobs.setManual(body.value(QStringLiteral("manual")).toBool()), done();
   if (what == QStringLiteral("POST /step")) return controls_.jobs.step(), done();
+  if (what == QStringLiteral("GET /gateway")) return done(controls_.gateway.state());
+  if (what == QStringLiteral("POST /gateway")) {
+    const QString problem = controls_.gateway.steer(body);
+    return problem.isEmpty() ? done() : wrong(problem);
+  }
+  if (request.path.startsWith(QStringLiteral("/checkout/"))) return controls_.gateway.checkoutPage(request);
   if (what == QStringLiteral("POST /run"))
     return controls_.ledger.setRun(body.value(QStringLiteral("run")).toString()), done();
   if (what == QStringLiteral("POST /shutdown")) {

@@ -3,6 +3,7 @@
 #include <QTcpServer>
 
 #include "front_desk.h"
+#include "gateway_service.h"
 #include "job_board.h"
 #include "ledger.h"
 #include "tls_proxy.h"
@@ -17,6 +18,7 @@ struct Controls {
   Ledger& ledger;
   JobBoard& jobs;
   TlsProxy& proxy;
+  GatewayService& gateway;
 };
 
 QString controlHelp();

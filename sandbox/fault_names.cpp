@@ -28,6 +28,8 @@ std::vector<NamedFault> wireFaults() {
   return {
       {"close-before-reading", FaultKind::CloseBeforeReading, false, 0, "", "",
        "the connection closes after the head; the body is not read, nothing happens"},
+      {"late", FaultKind::Late, true, 0, "", "",
+       "the connection is gone, and the call is carried out only after the next look-up was answered"},
       {"drop", FaultKind::Drop, true, 0, "", "", "the call is carried out, then the connection is gone"},
       {"cut-status-line", FaultKind::CutStatusLine, true, 0, "", "", "carried out, then half a status line"},
       {"hold", FaultKind::Hold, true, 0, "", "",

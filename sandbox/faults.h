@@ -17,6 +17,7 @@ enum class FaultKind {
   Untrusted,  // a certificate of an authority that nobody trusts
   // Met by the call.
   CloseBeforeReading,  // the head is seen, the body never read
+  Late,                // dropped, and carried out only after the next look-up was answered
   Drop,                // taken, then the connection is gone without an answer
   CutStatusLine,       // taken, then "HTTP/1." and the connection is gone
   Hold,                // nothing goes on until it is released

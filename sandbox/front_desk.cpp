@@ -90,14 +90,26 @@ void FrontDesk::requestArrived(HttpConnection& connection, const HttpRequest& re
 }
 
 void FrontDesk::carryOut(HttpConnection& connection, Exchange& exchange) {
+  if (isFault(exchange.fault, FaultKind::Late)) return putOff(connection, exchange);
   if (!exchange.fault || exchange.fault->takesEffect) exchange.answer = service_(exchange.call, exchange.request);
   if (holdsAt(exchange.fault, HoldPoint::After)) return hold(exchange, Stage::HeldAfter);
   if (exchange.fault) exchange.answer = disguise(*exchange.fault, exchange.answer);
   send(connection, exchange);
 }
 
+void FrontDesk::putOff(HttpConnection& connection, const Exchange& exchange) {
+  late_.append({exchange.call, exchange.request});
+  book_.answered(exchange.number, exchange.fault->name);
+  connection.drop();
+}
+
+void FrontDesk::carryOutLate() {
+  for (const auto& [call, request] : std::exchange(late_, {})) service_(call, request);
+}
+
 void FrontDesk::send(HttpConnection& connection, Exchange& exchange) {
   const auto fault = exchange.fault;
+  if (exchange.call.kind == CallKind::LookUp) carryOutLate();
   book_.answered(exchange.number, fault ? fault->name : QString::number(exchange.answer.status));
   if (isFault(fault, FaultKind::Drop)) return connection.drop();
   const HttpAnswer answer = exchange.answer;

@@ -51,6 +51,8 @@ class FrontDesk : public QObject, public HttpHandler {
   static bool waits(const Exchange& exchange);
   void hold(Exchange& exchange, Stage stage);
   void carryOut(HttpConnection& connection, Exchange& exchange);
+  void putOff(HttpConnection& connection, const Exchange& exchange);
+  void carryOutLate();
   void send(HttpConnection& connection, Exchange& exchange);
   void notePost(Exchange& exchange, bool bodyRead);
   void releaseOne(HttpConnection& connection, Exchange& exchange);
@@ -60,6 +62,8 @@ class FrontDesk : public QObject, public HttpHandler {
   const KeyCheck& keys_;
   Service service_;
   QMap<HttpConnection*, Exchange> exchanges_;
+  // Calls that were put off until the next look-up.
+  QList<std::pair<Call, HttpRequest>> late_;
 };
 
 }  // namespace sandbox

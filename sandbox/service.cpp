@@ -39,6 +39,7 @@ Service::Service(const Options& options)
       queue_(keys_, ledger_, jobs_),
       storage_(keys_, shelf_),
       platform_(keys_),
+      gateway_(state_, {ledger_, jobs_, shelf_}),
       desk_(book_, faults_, keys_,
             [this](const Call& call, const HttpRequest& request) { return answer(call, request); }) {
   if (!options.faultsFile.isEmpty()) {
@@ -70,7 +71,7 @@ void Service::listen() {
   proxy_ = std::make_unique<TlsProxy>(
       trusted.serverSide, untrusted.serverSide, desk_, [this](const QString& host) { return desk_.admit(host); },
       nullptr);
-  control_ = std::make_unique<Control>(Controls{desk_, book_, faults_, ledger_, jobs_, *proxy_}, nullptr);
+  control_ = std::make_unique<Control>(Controls{desk_, book_, faults_, ledger_, jobs_, *proxy_, gateway_}, nullptr);
   if (!proxy_->listen(QHostAddress::LocalHost) || !control_->listen(QHostAddress::LocalHost))
     throw std::runtime_error("No port could be had: " + proxy_->errorString().toStdString());
 }
@@ -79,6 +80,7 @@ void Service::writeConfiguration(const QString& path) const {
   writeWhole(path, compactJson({{QStringLiteral("proxy"), addressOf(*proxy_)},
                                 {QStringLiteral("authority"), statePath("authority.pem")},
                                 {QStringLiteral("key"), keys_.key()},
+                                {QStringLiteral("token"), gateway_.readyToken()},
                                 {QStringLiteral("control"), addressOf(*control_)}}) +
                        '\n');
 }
@@ -102,6 +104,16 @@ HttpAnswer Service::answer(const Call& call, const HttpRequest& request) {
       return platform_.pricing(request);
     case CallKind::Document:
       return platform_.document(request);
+    case CallKind::Purchase:
+    case CallKind::LookUp:
+    case CallKind::Operation:
+    case CallKind::CancelOperation:
+    case CallKind::GatewayUpload:
+    case CallKind::Prices:
+    case CallKind::Interpret:
+    case CallKind::Account:
+    case CallKind::CheckoutPage:
+      return gateway_.answer(call, request);
     case CallKind::Other:
       break;
   }

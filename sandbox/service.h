@@ -4,6 +4,7 @@
 
 #include "control.h"
 #include "front_desk.h"
+#include "gateway_service.h"
 #include "options.h"
 #include "platform_service.h"
 #include "queue_service.h"
@@ -35,6 +36,7 @@ class Service {
   QueueService queue_;
   StorageService storage_;
   PlatformService platform_;
+  GatewayService gateway_;
   FrontDesk desk_;
   std::unique_ptr<TlsProxy> proxy_;
   std::unique_ptr<Control> control_;

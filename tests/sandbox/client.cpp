@@ -72,8 +72,10 @@ std::unique_ptr<QSslSocket> Client::begin(const QByteArray& method, const QUrl& 
   if (!socket->waitForEncrypted(limitMilliseconds)) return socket;
 
   // 3. The request.
+  QByteArray more;
+  for (const Header& header : headers) more += header.name + ": " + header.value + "\r\n";
   socket->write(method + ' ' + url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority) +
-                " HTTP/1.1\r\nHost: " + url.host().toLatin1() + "\r\n" + keyHeader(key, sandbox_.key()) +
+                " HTTP/1.1\r\nHost: " + url.host().toLatin1() + "\r\n" + keyHeader(key, sandbox_.key()) + more +
                 "Content-Type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" +
                 body);
   while (socket->bytesToWrite() + socket->encryptedBytesToWrite() > 0 &&

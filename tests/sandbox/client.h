@@ -37,6 +37,9 @@ class Client {
 
   explicit Client(const SandboxProcess& sandbox) : sandbox_(sandbox) {}
 
+  // Sent with every request, beside the key.
+  QList<Header> headers;
+
   // Sends one request and reads its answer. `untilClosed` reads on after a complete answer until the other side closes.
   enum class ReadUntil { Complete, Closed };
   WireAnswer send(const QByteArray& method, const QUrl& url, const QByteArray& body = {}, Key key = Key::Good,

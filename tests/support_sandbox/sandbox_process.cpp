@@ -167,6 +167,21 @@ QList<QJsonObject> SandboxProcess::ledgerOfRun(const QString& run) const {
   return purchases;
 }
 
+QString SandboxProcess::token() const { return configuration_.value(QStringLiteral("token")).toString(); }
+
+QJsonObject SandboxProcess::gateway() const { return controlled("GET", "/gateway"); }
+
+void SandboxProcess::steerGateway(const QJsonObject& command) { controlled("POST", "/gateway", command); }
+
+QString SandboxProcess::mailedLink(const QString& email) const {
+  QFile mail(stateFolder() + QStringLiteral("/mail.txt"));
+  QString link;
+  if (!mail.open(QIODevice::ReadOnly)) return link;
+  for (const QByteArray& line : mail.readAll().split('\n'))
+    if (line.startsWith(email.toUtf8() + ' ')) link = QString::fromUtf8(line).section(QLatin1Char(' '), 1);
+  return link;
+}
+
 QJsonObject SandboxProcess::state() const { return controlled("GET", "/state"); }
 
 int SandboxProcess::posts() const {

@@ -69,6 +69,16 @@ class SandboxProcess {
   int callCount(const QString& call) const;
   QJsonObject state() const;
 
+  // The token of the account that the gateway has from the start.
+  QString token() const;
+  // What the gateway's books, users and operations say, and how it is steered: see `sorvan-sandbox --help`.
+  QJsonObject gateway() const;
+  void steerGateway(const QJsonObject& command);
+  // The last link that was mailed to an address; empty when there was none.
+  QString mailedLink(const QString& email) const;
+  // A page of the control address, such as one to pay on.
+  QByteArray page(const QByteArray& method, const QByteArray& path) const { return control(method, path).body; }
+
  private:
   struct Answer {
     int status = 0;
