@@ -53,7 +53,7 @@ CreditsClient AccountStore::client(Needs what) const {
 }
 
 std::optional<QString> AccountStore::accountName() const {
-  if (!signedIn() || !account || !account->email) return std::nullopt;
+  if (!signedIn() || !accountIsOfToken || !account || !account->email) return std::nullopt;
   return account->email->toLower();
 }
 
@@ -104,11 +104,11 @@ Task<QString> AccountStore::tokenFor(QString code, std::stop_token stop) {
   QJsonObject reply;
   bool isLost = false;
   try {
-    reply = co_await gateway.post<QJsonObject>(u"v1/auth/exchange"_s, body, key, stop);
+    reply = co_await gateway.post<QJsonObject>(u"v1/auth/exchange"_s, body, key, stop, Stakes::once);
   } catch (const SubmissionUnknown&) {
     isLost = true;
   }
-  if (isLost) reply = co_await gateway.post<QJsonObject>(u"v1/auth/exchange"_s, body, key, stop);
+  if (isLost) reply = co_await gateway.post<QJsonObject>(u"v1/auth/exchange"_s, body, key, stop, Stakes::once);
   const QString fresh = reply.value(u"token"_s).toString().trimmed();
   // A token becomes a header of each request: nothing that could end one goes in.
   const bool isPlain = std::all_of(fresh.begin(), fresh.end(), [](QChar c) { return c > u' ' && c < u'\x7f'; });
@@ -193,14 +193,14 @@ Task<QUrl> AccountStore::checkoutPage(Purchase purchase, std::stop_token stop) {
   QJsonObject reply;
   bool hasExpired = false;
   try {
-    reply = co_await gateway.post<QJsonObject>(purchase.path, body, keyOfPurchase + u':' + purchase.id, stop);
+    reply = co_await gateway.post<QJsonObject>(purchase.path, body, keyOfPurchase + u':' + purchase.id, stop, Stakes::once);
   } catch (const GatewayRefusal& refusal) {
     if (refusal.status() != gone) throw;
     hasExpired = true;
   }
   if (hasExpired) {
     keyOfPurchase = uuidText(newUuid());
-    reply = co_await gateway.post<QJsonObject>(purchase.path, body, keyOfPurchase + u':' + purchase.id, stop);
+    reply = co_await gateway.post<QJsonObject>(purchase.path, body, keyOfPurchase + u':' + purchase.id, stop, Stakes::once);
   }
   const QUrl page = httpsAddress(reply.value(u"checkout_url"_s).toString());
   if (!isCheckoutAddress(page)) throw SorvanError(texts::invalidCheckout());
@@ -240,6 +240,7 @@ void AccountStore::setGateway(const QString& text) {
       gatewayAddress(text);
       services.settings->set(gatewaySetting(), text.trimmed());
     }
+    accountIsOfToken = false;
     line.reset();
   } catch (const SorvanError& failure) {
     say(failure.message(), true);
@@ -339,6 +340,7 @@ Task<> AccountStore::watch(int number, std::stop_token stop) {
 
 void AccountStore::store(const AccountInfo& told) {
   account = told;
+  accountIsOfToken = true;
   try {
     services.settings->set(accountSetting(), told);
   } catch (const SorvanError&) {
@@ -376,6 +378,7 @@ void AccountStore::forgetAccount() {
 void AccountStore::adoptToken(const std::optional<QString>& fresh) {
   if (token == fresh) return;
   token = fresh;
+  accountIsOfToken = false;
   ++changesOfToken;
   Q_EMIT changed();
 }

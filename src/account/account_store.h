@@ -128,6 +128,7 @@ class AccountStore : public QObject {
 
   Services services;
   std::optional<AccountInfo> account;
+  bool accountIsOfToken = false;  ///< it was told for the present token by the present gateway
   std::vector<CreditPack> offered;
   bool testMode = false;
   std::optional<QString> arrival;

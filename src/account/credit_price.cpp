@@ -34,7 +34,7 @@ BOOST_DESCRIBE_STRUCT(ListedOptions, (), (field, rates))
 struct ListedExtra {
   QString field;
   double rate = 0;
-  bool on_by_default = false;
+  std::optional<bool> on_by_default;
 };
 BOOST_DESCRIBE_STRUCT(ListedExtra, (), (field, rate, on_by_default))
 
@@ -85,7 +85,7 @@ CreditPrice priceOf(const Listed& listed) {
   price.largeWhen = listed.large_when;
   if (listed.extras)
     for (const ListedExtra& extra : *listed.extras)
-      price.extras.push_back({extra.field, extra.rate, extra.on_by_default});
+      price.extras.push_back({extra.field, extra.rate, extra.on_by_default.value_or(false)});
   if (listed.per_image) price.perImage = listed.per_image->rate;
   return price;
 }

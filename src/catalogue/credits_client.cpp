@@ -26,8 +26,12 @@ QString messageOf(const PostOutcome& outcome) {
   return outcome.reply ? gatewayRefusalMessage(outcome.reply->body) : outcome.problem;
 }
 
-QByteArray acceptedBody(const PostOutcome& outcome) {
+bool isRefused(int status) { return status >= 400 && status < 500; }
+
+QByteArray acceptedBody(const PostOutcome& outcome, Stakes stakes) {
   if (outcome.fate == PostFate::Answered && outcome.reply) return outcome.reply->body;
+  if (stakes == Stakes::once && outcome.reply && isRefused(outcome.reply->status))
+    throw GatewayRefusal(outcome.reply->status, messageOf(outcome));
   if (outcome.fate != PostFate::NotSent) throw SubmissionUnknown(messageOf(outcome));
   if (outcome.reply) throw GatewayRefusal(outcome.reply->status, messageOf(outcome));
   throw HttpError(HttpProblem::CannotConnect, messageOf(outcome));
@@ -68,7 +72,7 @@ Task<QByteArray> CreditsClient::send(GatewayCall call, std::stop_token stop) con
   HttpRequest asked = request(call);
   if (call.body && call.idempotencyKey) {
     const PostOutcome outcome = co_await to.transport->postOnce(std::move(asked), stop);
-    co_return acceptedBody(outcome);
+    co_return acceptedBody(outcome, call.stakes);
   }
   const HttpReply reply = co_await to.transport->send(std::move(asked), stop);
   co_return bodyOrRefusal(reply);

@@ -31,6 +31,12 @@ class GatewayRefusal final : public SorvanError {
 /// The final sentence for a reply that the client cannot use.
 QString gatewayRefusalMessage(const QByteArray& body);
 
+/// What an answer that is not clear may mean for a call that carries a key.
+enum class Stakes {
+  money,  ///< only the refusals that are certain count as refusals
+  once    ///< it costs nothing, so any refusal of 400 to 499 is one
+};
+
 /// What goes with a call beside its path.
 struct GatewayCall {
   QString path = {};  ///< such as "v1/me", encoded
@@ -39,6 +45,7 @@ struct GatewayCall {
   QByteArray contentType = "application/json";
   /// Given: the call can spend money or may take effect only once. At most one POST leaves the machine.
   std::optional<QString> idempotencyKey = {};
+  Stakes stakes = Stakes::money;
   std::optional<QString> feature = {};  ///< which feature of the studio asks
   std::chrono::milliseconds timeout = std::chrono::seconds(30);
 };
@@ -73,12 +80,14 @@ class CreditsClient {
     co_return decodeJson<T>(body);
   }
   template <class T>
-  Task<T> post(QString path, QJsonObject body, std::optional<QString> idempotencyKey, std::stop_token stop) const {
+  Task<T> post(QString path, QJsonObject body, std::optional<QString> idempotencyKey, std::stop_token stop,
+               Stakes stakes = Stakes::money) const {
     GatewayCall call;
     call.path = std::move(path);
     call.body = jsonText(body);
     const bool keyed = idempotencyKey.has_value();
     call.idempotencyKey = std::move(idempotencyKey);
+    call.stakes = stakes;
     const QByteArray reply = co_await send(std::move(call), stop);
     co_return decodedReply<T>(reply, keyed);
   }

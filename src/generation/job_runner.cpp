@@ -67,7 +67,8 @@ std::shared_ptr<RunFacts> startingFacts(JobQueue& queue, const QUuid& id, RunTra
   run->toTrash = store.salvaging.contains(id);
   if (job->remoteHandleData) run->handle = decodeHandle(*job->remoteHandleData);
   run->operation = operationOf(*job);
-  run->sentThroughGateway = ResultRecovery::hasGatewayTrace(run->files, id);
+  run->sentThroughGateway =
+      request->provider == ProviderID::credits && ResultRecovery::hasGatewayTrace(run->files, id);
   const bool mayBePaid =
       mayBeKnownRemotely(*run) || hasRecoverableResult(store, id) || store.extraCharges().contains(id);
   run->mediaFolder = destinationFolder(store, job, mayBePaid);

@@ -15,7 +15,8 @@ struct ConfigurationFile {
   QString proxy;
   QString authority;
   std::optional<QString> key;
-  BOOST_DESCRIBE_CLASS(ConfigurationFile, (), (proxy, authority, key), (), ())
+  std::optional<QString> token;
+  BOOST_DESCRIBE_CLASS(ConfigurationFile, (), (proxy, authority, key, token), (), ())
 };
 }  // namespace
 
@@ -43,6 +44,7 @@ ServiceConfiguration readServiceConfiguration(const QString& path) {
     readProxy(file.proxy, configuration);
     configuration.authority = readAuthority(file.authority, QFileInfo(path).absoluteDir());
     configuration.key = file.key;
+    configuration.token = file.token;
     return configuration;
   } catch (const FileError& failure) {
     throw unusable(failure.message());

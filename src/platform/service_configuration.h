@@ -18,13 +18,15 @@ struct ServiceConfiguration {
   QByteArray authority;
   // A key that the service accepts, for demos.
   std::optional<QString> key;
+  // The token of an account that the service has from the start, for demos.
+  std::optional<QString> token;
   // Whether the system's authorities are trusted too. No file says otherwise; a test that starts a thousand programs
   // does, because reading them takes half of each start.
   bool trustsSystem = true;
 };
 
 // Reads {"proxy": "host:port" or "http://host:port", "authority": path of a PEM file or the PEM text itself,
-// "key": optional}. A relative path is relative to the file. Throws SorvanError when the file cannot be used: a
+// "key": optional, "token": optional}. A relative path is relative to the file. Throws SorvanError when the file cannot be used: a
 // configuration that was asked for must never fall back to the real service.
 ServiceConfiguration readServiceConfiguration(const QString& path);
 

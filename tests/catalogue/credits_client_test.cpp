@@ -131,6 +131,17 @@ TEST_F(CreditsClientTest, SaysWhenAPurchaseCertainlyWasNotAccepted) {
   }
 }
 
+TEST_F(CreditsClientTest, TakesAnyRefusalOfWhatCostsNothingForOne) {
+  const auto once = [&] {
+    return client().post<QJsonObject>(u"v1/checkout"_s, QJsonObject(), u"KEY"_s, {}, Stakes::once);
+  };
+  transport->on("POST", u"v1/checkout"_s).answers(410, R"({"error":"expired"})").answers(502).answers(302);
+  EXPECT_EQ(failure<GatewayRefusal>(once), u"expired"_s);
+  EXPECT_NE(failure<SubmissionUnknown>(once), u"accepted"_s);
+  EXPECT_NE(failure<SubmissionUnknown>(once), u"accepted"_s);
+  EXPECT_EQ(transport->posts(u"v1/checkout"_s), 3);
+}
+
 TEST_F(CreditsClientTest, TakesOnlyANotFoundForARequestThatWasNeverSeen) {
   transport->on("GET", u"v1/requests/KEY-1"_s).answers(404, R"({"error":"unknown"})");
   EXPECT_FALSE(runTask(client().existing(u"KEY-1"_s, {})));

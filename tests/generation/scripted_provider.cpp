@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include "base/ids.h"
+
 namespace sorvan::generation::test {
 namespace {
 
@@ -68,6 +70,8 @@ Task<> ScriptedProvider::submit(Script steps, ProviderCall call) {
 Task<> ScriptedProvider::submitOperation(Script steps, ProviderCall call) {
   const QUuid request = call.request.creditRequestID.value();
   if (!operations.contains(request)) {
+    co_await call.run->aboutToSubmitThrough(
+        {QStringLiteral("https://gateway.example"), QStringLiteral("ada@example.org"), uuidText(request)});
     ++posts;
     operations.insert(request, QStringLiteral("operation-%1").arg(posts));
     note(QStringLiteral("post"));
