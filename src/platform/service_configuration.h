@@ -19,7 +19,7 @@ struct ServiceConfiguration {
   // A key that the service accepts, for demos.
   std::optional<QString> key;
   // The token of an account that the service has from the start, for demos.
-  std::optional<QString> token;
+  std::optional<QString> token = {};
   // Whether the system's authorities are trusted too. No file says otherwise; a test that starts a thousand programs
   // does, because reading them takes half of each start.
   bool trustsSystem = true;
