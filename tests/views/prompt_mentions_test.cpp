@@ -317,8 +317,8 @@ TEST_F(PromptMentionsTest, MarksArePaintedBehindTheirWordsAndNowhereElse) {
   EXPECT_EQ(colourAt(1), colourAt(42));
 }
 
-TEST_F(PromptMentionsTest, APastedMegabyteOfSignsIsTakenWithoutAList) {
-  const QString text = u"@"_s.repeated(1 << 20);
+TEST_F(PromptMentionsTest, APastedMegabyteWithManySignsIsTakenWithoutAList) {
+  const QString text = u"a harbour @ dusk "_s.repeated(1 << 16);
   commit(text);
   EXPECT_EQ(prompt.toPlainText().size(), text.size());
   EXPECT_FALSE(mentions.isOpen());
