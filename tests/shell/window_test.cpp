@@ -49,13 +49,19 @@ TEST_F(WindowTest, AsksBeforeQuittingWhileAJobRuns) {
 }
 
 TEST_F(WindowTest, InTrashItSaysThatFilesAreKeptAndElsewhereNothing) {
-  EXPECT_TRUE(window.banner().text.isEmpty());
-  desk.state.setLocation(trashLocation);
-  EXPECT_EQ(window.banner().text,
+  // A workspace that was named at the start is not warned of, wherever it lies.
+  const QString named = desk.folder / QStringLiteral("Named");
+  core::LibraryStore store(core::LibraryStore::Services{desk.settings, desk.clock, named, QString()});
+  core::openWorkspace(store, named, core::Remember::no);
+  WorkspaceState state;
+  const WindowPresenter presenter(store, state, desk.alerts, QStringLiteral("Sorvan Studio"));
+  EXPECT_TRUE(presenter.banner().text.isEmpty());
+  state.setLocation(trashLocation);
+  EXPECT_EQ(presenter.banner().text,
             QStringLiteral("Files and provenance are retained. Restore them from Trash at any time."));
-  EXPECT_FALSE(window.banner().isWarning);
-  desk.state.setMode({ModeKind::activity});
-  EXPECT_TRUE(window.banner().text.isEmpty());
+  EXPECT_FALSE(presenter.banner().isWarning);
+  state.setMode({ModeKind::activity});
+  EXPECT_TRUE(presenter.banner().text.isEmpty());
 }
 
 TEST_F(WindowTest, AsksOnceHoweverOftenTheWindowIsClosed) {

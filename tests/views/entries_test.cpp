@@ -58,7 +58,7 @@ TEST_F(EntriesTest, NoRowOfAMenuIsWithoutWhatItLeadsTo) {
   });
   performed += performAll([this] {
     desk.state.setMode({ModeKind::gallery});
-    prompt()->setFocus();
+    window->library().dock().focusPrompt();
   });
   EXPECT_GT(performed, 60);
   for (const QList<QVariant>& call : unhandled) ADD_FAILURE() << qPrintable(actionRow(call[0].value<ActionId>()).title);
