@@ -25,6 +25,8 @@ class EntriesTest : public WholeWindow {
       if (dialog->isVisible()) dialog->close();
     while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
     while (desk.alerts.current()) desk.alerts.answer(desk.alerts.current()->id, 0);
+    // The field is called “Command” while commands are typed.
+    if (desk.composer.display().command) desk.composer.setCommandMode(false);
     test::runPosted();
   }
   // Asks for everything that is offered while `prepare` holds, and counts what was.
