@@ -48,7 +48,7 @@ TEST(Tour, TellsAssistiveTechnologyOfEveryControl) {
   ASSERT_TRUE(person.accessibility().act(generate));
   person.waitForCount(lighthouse, 1, 30);
   ASSERT_TRUE(person.accessibility().act(lighthouse));
-  person.waitFor({u"Reuse Prompt"_qs, u"push button"_qs});
+  person.waitFor({u"Reuse"_qs, u"push button"_qs});
   expectTold(person, "gallery with its inspector", 20);
   person.key(u"ctrl+h"_qs);
   person.waitFor({u"History"_qs, {}, true});

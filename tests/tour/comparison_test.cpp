@@ -43,11 +43,7 @@ TEST(Tour, ComparesPicturesOnAContactSheetAndLooksAtTheirFamily) {
   makePicture(person, 2);
   compareClosely(person);
 
-  person.key(u"ctrl+m"_qs);
-  person.waitFor({u"Search models"_qs, {}});
-  person.type(u"FLUX.1"_qs);
-  person.click({u"FLUX.1 Schnell"_qs, u"check box"_qs, true});
-  person.key(u"Escape"_qs);
+  alsoChooseModel(person, u"FLUX.1 Schnell"_qs);
   person.sandbox().setManualPace(true);
   writePrompt(person, u"A harbour in fog"_qs);
   person.key(u"ctrl+Return"_qs);

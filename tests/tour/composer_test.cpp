@@ -17,9 +17,7 @@ const Wanted templeItem{u"An-old-temple-in-the-rain"_qs, u"list item"_qs, true};
 const Wanted command{u"Command"_qs, {}};
 
 void addSecondModel(Tourist& person, const QString& name) {
-  person.key(u"ctrl+m"_qs);
-  person.click({name, u"check box"_qs, true});
-  person.key(u"Escape"_qs);
+  alsoChooseModel(person, name);
   person.waitFor(compare);
 }
 

@@ -32,4 +32,12 @@ void writePrompt(Tourist& person, const QString& text) {
   person.type(text);
 }
 
+void alsoChooseModel(Tourist& person, const QString& name) {
+  person.key(u"ctrl+m"_qs);
+  const QRect row = person.waitFor({name, u"check box"_qs, true}).place;
+  const QPoint box(row.left() + 20, row.center().y());
+  person.drag(box, box);
+  person.key(u"Escape"_qs);
+}
+
 }  // namespace tour

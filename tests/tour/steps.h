@@ -20,4 +20,7 @@ void chooseWorkspace(Tourist& person, const QString& folder);
 
 void writePrompt(Tourist& person, const QString& text);
 
+// Ticks a model beside the ones that are chosen, by the box at the start of its row.
+void alsoChooseModel(Tourist& person, const QString& name);
+
 }  // namespace tour

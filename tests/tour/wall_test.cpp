@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTest>
 
 #include "tour/steps.h"
 
@@ -50,9 +51,14 @@ class OtherProgram {
   // What it says that it took; empty when nothing came.
   QStringList report(Tourist& person) const {
     person.waitForFiles(QFileInfo(report_).path(), {QFileInfo(report_).fileName()}, 1, 20);
-    QFile file(report_);
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    QStringList lines;
+    // Its last line says that it is whole.
+    (void)QTest::qWaitFor([&] {
+      QFile file(report_);
+      if (file.open(QIODevice::ReadOnly)) lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+      return lines.contains(u"done"_qs);
+    }, 10'000);
+    return lines;
   }
 
  private:

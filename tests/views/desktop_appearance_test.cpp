@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QSignalSpy>
 
 #include "support/run_task.h"

@@ -1,5 +1,6 @@
 #include "shell/views/theme.h"
 
+#include <QDBusVariant>
 #include <QSignalSpy>
 
 #include "shell/views/desktop_appearance.h"

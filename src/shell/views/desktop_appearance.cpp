@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -21,7 +22,7 @@ constexpr uint kSchemeLight = 2;  // the portal's numbers: 0 no preference, 1 da
 
 // The portal wraps a value in one variant or, in older versions, in two.
 QVariant unwrapped(QVariant value) {
-  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  while (value.metaType() == QMetaType::fromType<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
   return value;
 }
 
@@ -30,7 +31,7 @@ QVariant unwrapped(QVariant value) {
 void DesktopAppearance::start() {
   if (!bus_.isConnected()) return;
   bus_.connect(kService, kPath, kInterface, u"SettingChanged"_s, this,
-              SLOT(settingChanged(QString, QString, QDBusVariant)));
+              SLOT(settingChanged(QDBusMessage)));
   ask(kAppearance, kColorScheme);
   ask(kGnome, kAnimations);
 }
@@ -46,8 +47,9 @@ void DesktopAppearance::ask(const QString& space, const QString& key) {
   });
 }
 
-void DesktopAppearance::settingChanged(const QString& space, const QString& key, const QDBusVariant& value) {
-  learn(space, key, value.variant());
+void DesktopAppearance::settingChanged(const QDBusMessage& signal) {
+  const QVariantList told = signal.arguments();
+  if (told.size() == 3) learn(told[0].toString(), told[1].toString(), told[2]);
 }
 
 void DesktopAppearance::learn(const QString& space, const QString& key, const QVariant& value) {

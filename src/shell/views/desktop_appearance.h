@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusVariant>
+#include <QDBusMessage>
 
 #include "shell/views/room.h"
 
@@ -29,7 +29,7 @@ class DesktopAppearance final : public QObject {
   void changed();
 
  private Q_SLOTS:
-  void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
+  void settingChanged(const QDBusMessage& signal);
 
  private:
   void ask(const QString& space, const QString& key);

@@ -30,6 +30,8 @@ ZoomBar::ZoomBar(PictureCanvas& canvas, QWidget* parent)
   row->addWidget(more_);
   row->addSpacing(4);
   row->addWidget(fit_);
+  // A press with the mouse leaves the keyboard with the picture, whose keys zoom on.
+  for (QWidget* button : std::initializer_list<QWidget*>{less_, more_, fit_}) button->setFocusPolicy(Qt::TabFocus);
   connect(less_, &IconButton::clicked, &canvas_, &PictureCanvas::zoomOut);
   connect(more_, &IconButton::clicked, &canvas_, &PictureCanvas::zoomIn);
   connect(fit_, &Button::clicked, &canvas_, &PictureCanvas::toggleFit);
