@@ -76,6 +76,7 @@ TEST_F(ComparisonPagesTest, ASheetOfSelectedItemsOpensWithItsPlacesAndBackReturn
   EXPECT_EQ(window->library().page(), ModeKind::contactSheet);
   ASSERT_EQ(places().count(), 3);
   for (int place = 0; place < 3; ++place) EXPECT_GT(places().at(place)->picture().height(), 120);
+  EXPECT_GT(places().at(1)->geometry().right(), sheet().width() - 60) << "two columns take the sheet's width";
   EXPECT_TRUE(sheet().hasFocus() || sheet().isAncestorOf(window->focusWidget()));
   key(Qt::Key_Escape);
   EXPECT_EQ(window->library().page(), ModeKind::gallery);

@@ -9,6 +9,7 @@
 
 #include "shell/sheet_texts.h"
 #include "shell/views/controls.h"
+#include "shell/views/focus_ring.h"
 #include "shell/views/inspector_parts.h"
 #include "shell/views/labels.h"
 #include "shell/views/segmented_control.h"
@@ -54,6 +55,7 @@ QString percentText(double share) {
 
 CompareView::CompareView(ThumbnailStore& thumbnails, QWidget* parent) : QWidget(parent), thumbnails_(thumbnails) {
   setFocusPolicy(Qt::StrongFocus);
+  setProperty(ownFocusProperty, true);
   pool_.setMaxThreadCount(1);
   head_ = buildHead();
   head_->setParent(this);

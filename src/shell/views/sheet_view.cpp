@@ -11,6 +11,7 @@
 #include "shell/contact_sheet_workspace.h"
 #include "shell/sheet_texts.h"
 #include "shell/views/empty_note.h"
+#include "shell/views/focus_ring.h"
 #include "shell/views/labels.h"
 #include "shell/views/sheet_keys.h"
 #include "shell/views/sheet_tools.h"
@@ -23,10 +24,25 @@ namespace {
 constexpr int kPromptWidth = 700;
 constexpr int kReveal = 24;
 
-// The arrows walk from place to place; the sheet scrolls by itself.
+// The room for places. It leaves that of the scroll bar free, there or not: the bar may not come and go by itself.
+QSize roomOf(const QScrollArea& area) {
+  return {area.width() - area.verticalScrollBar()->sizeHint().width(), area.height()};
+}
+
+// The arrows walk from place to place; the sheet scrolls by itself. The places take the width that there is.
 class PlacesArea final : public QScrollArea {
+ public:
+  explicit PlacesArea(SheetPlaces& places) : places_(places) {}
+
  protected:
   void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
+  void resizeEvent(QResizeEvent* event) override {
+    QScrollArea::resizeEvent(event);
+    places_.setView(roomOf(*this));
+  }
+
+ private:
+  SheetPlaces& places_;
 };
 
 }  // namespace
@@ -42,6 +58,7 @@ SheetView::SheetView(Parts parts, QWidget* parent)
       places_(new SheetPlaces(on_.thumbnails)),
       comparing_(new CompareView(on_.thumbnails)) {
   setFocusPolicy(Qt::StrongFocus);
+  setProperty(ownFocusProperty, true);
   stack_->setContentsMargins(0, 0, 0, 0);
   stack_->addWidget(buildSheet());
   stack_->addWidget(comparing_);
@@ -70,7 +87,7 @@ QWidget* SheetView::buildSheet() {
   words->setSpacing(6);
   words->addWidget(prompt_);
   words->addLayout(line);
-  scroll_ = new PlacesArea;
+  scroll_ = new PlacesArea(*places_);
   scroll_->setFrameShape(QFrame::NoFrame);
   scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -126,7 +143,7 @@ void SheetView::refresh() {
   const bool any = !sheet.places.empty();
   scroll_->setVisible(any);
   empty_->setVisible(!any);
-  places_->show(sheet.places, scroll_->viewport()->size());
+  places_->show(sheet.places, roomOf(*scroll_));
   if (isComparing()) {
     comparing_->show(on_.sheet.compared(compared_));
     if (on_.sheet.compared(compared_).size() < static_cast<size_t>(fewestCompared)) leaveComparing();
@@ -202,8 +219,6 @@ void SheetView::leaveComparing() {
   }
   places_->setCurrent(places_->current());
 }
-
-void SheetView::resizeEvent(QResizeEvent*) { places_->setView(scroll_->viewport()->size()); }
 
 void SheetView::focusInEvent(QFocusEvent*) {
   if (isComparing())
