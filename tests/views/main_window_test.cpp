@@ -508,6 +508,7 @@ TEST_F(MainWindowTest, TwoSelectedItemsTurnTheFilterRowIntoTheSelectionBar) {
   EXPECT_FALSE(filters->isVisible());
   EXPECT_EQ(bar->geometry(), row) << "the height never jumps";
   EXPECT_NE(named<QWidget>(*bar, u"2 selected"_s), nullptr);
+  EXPECT_TRUE(named<QAbstractButton>(*bar, u"Compare"_s)->isVisible());
   named<QAbstractButton>(*bar, u"Favorite"_s)->click();
   for (const core::AssetRef& item : desk.store.assets()) EXPECT_TRUE(item->favorite);
   named<QAbstractButton>(*bar, u"Clear Selection"_s)->click();

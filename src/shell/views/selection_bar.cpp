@@ -28,7 +28,8 @@ constexpr ActionId kStatuses[] = {ActionId::statusDraft, ActionId::statusShortli
 
 // The actions with words, from the left; what is not offered for the selection is absent.
 std::vector<std::pair<ActionId, QString>> wordActions() {
-  return {{ActionId::moveToProject, u"folder"_s},
+  return {{ActionId::compareItems, u"grid-2x2"_s},
+          {ActionId::moveToProject, u"folder"_s},
           {ActionId::useAsReference, u"at-sign"_s},
           {ActionId::restoreItems, u"undo-2"_s}};
 }
