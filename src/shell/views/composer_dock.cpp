@@ -165,6 +165,7 @@ void ComposerDock::refresh() {
   payer_->setValue(display_.payer);
   refreshCommand(display_);
   submit_->setText(display_.submitTitle);
+  submit_->setAccessibleName(display_.submitTitle);  // an ampersand is no mnemonic
   refreshEstimate(display_);
   submit_->setVariant(display_.submitEmphasised ? ButtonVariant::primary : ButtonVariant::secondary);
   submit_->setEnabled(!display_.submitBusy);
