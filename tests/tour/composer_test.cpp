@@ -11,6 +11,8 @@ namespace tour {
 namespace {
 
 const Wanted compare{u"Generate & Compare"_qs, u"push button"_qs};
+// On the sheet of a comparison, which opens by itself.
+const Wanted addMedia{u"Add Media"_qs, u"push button"_qs};
 const Wanted run{u"Run"_qs, u"push button"_qs};
 const Wanted pictureItem{u"A-lighthouse-on-a-cliff-in"_qs, u"list item"_qs, true};
 const Wanted templeItem{u"An-old-temple-in-the-rain"_qs, u"list item"_qs, true};
@@ -44,18 +46,21 @@ TEST(ComposerTour, ComparesTwoModelsAndTellsTheLibraryWhatToDo) {
   addSecondModel(person, u"FLUX.1 Schnell"_qs);
   EXPECT_GT(person.picture(u"compare"_qs), 10);
   person.click(compare);
+  person.waitFor(addMedia);
+  person.key(u"ctrl+1"_qs);
   person.waitForCount(pictureItem, 2, 60);
   EXPECT_EQ(person.sandbox().ledger().size(), 2);
   writePrompt(person, u"An old temple in the rain"_qs);
   person.key(u"ctrl+Return"_qs);
+  person.waitFor(addMedia);
+  person.key(u"ctrl+1"_qs);
   person.waitForCount(templeItem, 2, 60);
 
   // Commands that create, search, move and filter.
-  person.key(u"ctrl+1"_qs);
   tell(person, u"create a project called Campaign"_qs, u"Create project"_qs);
   person.picture(u"command"_qs);
   person.key(u"Return"_qs);
-  person.waitFor({u"Save to Campaign"_qs, u"push button"_qs});
+  person.waitFor({u"Campaign"_qs, u"check box"_qs, true});
   tell(person, u"find temple images"_qs, u"Find media"_qs);
   person.key(u"Return"_qs);
   person.waitUntilGone(pictureItem);
