@@ -25,12 +25,14 @@ EmptyNote::EmptyNote(QWidget* parent)
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(16, 28, 16, 28);
   column->setSpacing(6);
+  column->addStretch();
   column->addWidget(icon_, 0, Qt::AlignHCenter);
   column->addSpacing(4);
   column->addWidget(title_, 0, Qt::AlignHCenter);
   column->addWidget(text_, 0, Qt::AlignHCenter);
   column->addSpacing(8);
   column->addWidget(button_, 0, Qt::AlignHCenter);
+  column->addStretch();
   connect(button_, &Button::clicked, this, &EmptyNote::pressed);
 }
 

@@ -50,7 +50,7 @@ SelectionBar::SelectionBar(const Menus& menus, Presenters presenters, QWidget* p
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(kPadding, 0, kPadding, 1);
   row->setSpacing(kGap);
-  row->addWidget(number_);
+  row->addWidget(number_, 0, Qt::AlignVCenter);
   row->addSpacing(4);
   row->addWidget(word_);
   row->addSpacing(12);
