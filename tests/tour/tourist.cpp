@@ -100,8 +100,13 @@ void Tourist::waitUntilGone(const Wanted& wanted, int seconds) {
 }
 
 void Tourist::click(const Wanted& wanted) {
-  const QPoint middle = waitFor(wanted).place.center();
-  xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(middle.x()), QString::number(middle.y()), u"click"_qs, u"1"_qs});
+  QPoint middle;
+  // What moves while the pointer is on its way, as the dock does when a message leaves it, is followed.
+  for (QPoint place = waitFor(wanted).place.center(); middle != place; place = waitFor(wanted).place.center()) {
+    middle = place;
+    xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(middle.x()), QString::number(middle.y())});
+  }
+  xdotool({u"click"_qs, u"1"_qs});
 }
 
 void Tourist::doubleClick(const Wanted& wanted) {
