@@ -4,32 +4,14 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QStandardPaths>
-#include <QUuid>
 #include <stdexcept>
 
+#include "tour/private_home.h"
+
 namespace tour {
-namespace {
 
-// Private folders stand beside the build, because a workspace in a temporary folder is refused.
-QString makeHome() {
-  const QString home = QDir(QCoreApplication::applicationDirPath())
-                           .absoluteFilePath(u"tour-home-"_qs + QUuid::createUuid().toString(QUuid::Id128).left(8));
-  for (const char* folder : {"", "/.config", "/.local/share", "/.cache", "/run", "/Pictures"})
-    if (!QDir().mkpath(home + QString::fromLatin1(folder))) throw std::runtime_error("no private home");
-  QFile::setPermissions(home + u"/run"_qs, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  return home;
-}
-
-void stop(QProcess& process) {
-  if (process.state() == QProcess::NotRunning) return;
-  process.terminate();
-  if (!process.waitForFinished(3000)) process.kill();
-  process.waitForFinished(2000);
-}
-
-}  // namespace
-
-Desktop::Desktop(QSize size) : home_(makeHome()), environment_(QProcessEnvironment::systemEnvironment()) {
+Desktop::Desktop(QSize size)
+    : home_(makePrivateHome(u"tour-home-"_qs)), environment_(QProcessEnvironment::systemEnvironment()) {
   for (const char* name : {"SORVAN_WORKSPACE", "SORVAN_SERVICE", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_STYLE_OVERRIDE",
                            "QT_QPA_PLATFORMTHEME", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION"})
     environment_.remove(QString::fromLatin1(name));

@@ -1,12 +1,11 @@
 #include "tour/wayland_desktop.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QUuid>
 #include <stdexcept>
 
+#include "tour/private_home.h"
 #include "tour/tourist.h"
 
 namespace tour {
@@ -14,27 +13,10 @@ namespace {
 
 const QString socketName = QStringLiteral("sorvan-tour");
 
-// A socket's path must be short, and a workspace must not lie in a temporary folder: both stand beside the build.
-QString makeHome() {
-  const QString home = QDir(QCoreApplication::applicationDirPath())
-                           .absoluteFilePath(u"wayland-"_qs + QUuid::createUuid().toString(QUuid::Id128).left(8));
-  for (const char* folder : {"", "/.config", "/.local/share", "/.cache", "/run", "/Pictures"})
-    if (!QDir().mkpath(home + QString::fromLatin1(folder))) throw std::runtime_error("no private home");
-  QFile::setPermissions(home + u"/run"_qs, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  return home;
-}
-
-void stop(QProcess& process) {
-  if (process.state() == QProcess::NotRunning) return;
-  process.terminate();
-  if (!process.waitForFinished(3000)) process.kill();
-  process.waitForFinished(2000);
-}
-
 }  // namespace
 
 WaylandDesktop::WaylandDesktop(QSize size)
-    : home_(makeHome()), environment_(QProcessEnvironment::systemEnvironment()) {
+    : home_(makePrivateHome(u"wayland-"_qs)), environment_(QProcessEnvironment::systemEnvironment()) {
   for (const char* name : {"SORVAN_WORKSPACE", "SORVAN_SERVICE", "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM",
                            "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION"})
     environment_.remove(QString::fromLatin1(name));
