@@ -52,6 +52,7 @@ std::shared_ptr<KeyBackend> CompositionRoot::keyBackend(const Profile& profile) 
   if (!profile.isSandbox()) return secretServiceKeyBackend();
   auto backend = std::make_shared<MemoryKeyBackend>();
   if (profile.service->key) backend->entries[rawValue(ProviderID::fal)] = *profile.service->key;
+  if (profile.service->token) backend->entries[rawValue(ProviderID::credits)] = *profile.service->token;
   return backend;
 }
 
@@ -62,8 +63,7 @@ LibraryStore::Services CompositionRoot::storeServices(const Profile& profile) {
 GenerationPorts CompositionRoot::generationPorts() {
   GenerationPorts ports;
   ports.providerResolver = [this](ProviderID id) -> std::shared_ptr<GenerationProvider> {
-    // Nothing else can run a request yet: whoever asks for credits or a retired
-    // provider is told so by the request.
+    // Whoever asks for a retired provider is told so by the request.
     if (id == ProviderID::fal) return provider_;
     return std::make_shared<RetiredProvider>();
   };
@@ -75,6 +75,7 @@ GenerationPorts CompositionRoot::generationPorts() {
   };
   ports.feature = [this](const GenerationRequest& request) { return featureOf(*catalog_, request); };
   ports.version = QStringLiteral(SORVAN_VERSION);
+  credits_.plugInto(ports);
   return ports;
 }
 
@@ -123,6 +124,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       catalog_(makeCatalog(settings_, profile)),
       pricing_(std::make_shared<FalPricing>(FalPricing::Services{transport_, catalog_, clock_, settings_})),
       provider_(std::make_shared<FalProvider>(FalServices{transport_, catalog_, clock_, pricing_})),
+      credits_({transport_, clock_, settings_, keys_, catalog_}),
       store_(storeServices(profile)),
       queue_(store_, generationPorts()),
       maintenance_(store_),
@@ -169,6 +171,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
   store_.openingBackfills.emplace_back(shell::backfillContactSheets);
   // What became of requests that were cancelled in an earlier session. The charge notes are read by then.
   store_.afterOpen.emplace_back([this](LibraryStore&) { startSettling(queue_); });
+  connect(&queue_, &JobQueue::creditsChanged, &credits_.account(), &account::AccountStore::creditsChanged);
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
   connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
           [this] { views::Theme::instance().setAppearance(settingsPresenter_.appearance()); });
@@ -190,6 +193,7 @@ shell::StartOrder CompositionRoot::startOrder(const std::optional<QString>& prob
   // The key store may take its time, so it is asked first. What a crash left of files for sending goes meanwhile.
   order.add(QStringLiteral("keys"), [this] { providerSettings_.load(); });
   order.add(QStringLiteral("temporary files"), [this] { sweepTemporaryFiles(clock_->now().toDateTime()); });
+  order.add(QStringLiteral("account"), [this] { credits_.start(); });
   // The window, in the look that was chosen. A large library takes a moment to read, so the window comes first.
   order.add(QStringLiteral("window"), [this] { openWindow(); });
   // The library as it was left, once the window stands; a window that nobody sees is not waited for.
@@ -266,6 +270,7 @@ Task<> CompositionRoot::finish() {
   co_await maintenance_.drain();
   co_await gallery_.index().drain();
   co_await queue_.drain();
+  co_await credits_.drain();
   QCoreApplication::exit(0);
 }
 

@@ -8,6 +8,7 @@
 
 #include "account/key_storage.h"
 #include "account/provider_settings.h"
+#include "app/credits_desk.h"
 #include "app/room.h"
 #include "base/settings.h"
 #include "base/task_scope.h"
@@ -100,6 +101,7 @@ class CompositionRoot : public QObject {
   std::shared_ptr<catalogue::FalPricing> pricing_;
   std::shared_ptr<catalogue::FalProvider> provider_;
   shell::PaymentDesk payment_;
+  CreditsDesk credits_;
   core::LibraryStore store_;
   generation::JobQueue queue_;
   core::ThumbnailMaintenance maintenance_;
