@@ -1,5 +1,6 @@
 #include "shell/views/empty_note.h"
 
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include "shell/views/controls.h"
@@ -22,6 +23,10 @@ EmptyNote::EmptyNote(QWidget* parent)
   title_->setAlignment(Qt::AlignCenter);
   text_->setAlignment(Qt::AlignCenter);
   text_->setFixedWidth(kTextWidth);
+  auto* text = new QHBoxLayout;  // a row of its own: the column alone would take the height that its whole width needs
+  text->addStretch();
+  text->addWidget(text_);
+  text->addStretch();
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(16, 28, 16, 28);
   column->setSpacing(6);
@@ -29,7 +34,7 @@ EmptyNote::EmptyNote(QWidget* parent)
   column->addWidget(icon_, 0, Qt::AlignHCenter);
   column->addSpacing(4);
   column->addWidget(title_, 0, Qt::AlignHCenter);
-  column->addWidget(text_, 0, Qt::AlignHCenter);
+  column->addLayout(text);
   column->addSpacing(8);
   column->addWidget(button_, 0, Qt::AlignHCenter);
   column->addStretch();
