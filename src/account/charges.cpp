@@ -22,8 +22,6 @@ QString repaired(const QString& note) {
   return note.endsWith(wrong) ? note.chopped(2) + QLatin1Char('.') : note;
 }
 
-bool isBilled(const Generation& generation) { return generation.status != imported && !generation.isCopy(); }
-
 Charge rowOf(const ExtraCharge& entry, const LibraryStore& store) {
   Charge row;
   row.id = entry.id;
@@ -61,6 +59,8 @@ std::vector<const ExtraCharge*> extras(const LibraryStore& store, const ChargeSc
 }
 
 }  // namespace
+
+bool isBilled(const Generation& generation) { return generation.status != imported && !generation.isCopy(); }
 
 bool ChargeScope::covers(const std::optional<QUuid>& project, Instant date) const {
   if (projects == ChargedProjects::one && project != projectID) return false;
@@ -120,9 +120,26 @@ std::vector<Charge> charges(const LibraryStore& store, const ChargeScope& scope)
   std::vector<Charge> rows;
   for (const GenerationRef& generation : billedGenerations(store, scope))
     rows.push_back(chargeOf(*generation, store.asset(generation->assetID)));
-  for (const ExtraCharge* entry : extras(store, scope)) rows.push_back(rowOf(*entry, store));
-  std::stable_sort(rows.begin(), rows.end(), [](const Charge& a, const Charge& b) { return a.date > b.date; });
+  for (Charge& row : ledgerCharges(store, scope)) rows.push_back(std::move(row));
+  sortNewestFirst(rows);
   return rows;
+}
+
+std::vector<Charge> ledgerCharges(const LibraryStore& store, const ChargeScope& scope) {
+  std::vector<Charge> rows;
+  for (const ExtraCharge* entry : extras(store, scope)) rows.push_back(rowOf(*entry, store));
+  return rows;
+}
+
+std::vector<Charge> chargesWithin(const std::vector<Charge>& charges, const ChargeScope& scope) {
+  std::vector<Charge> rows;
+  for (const Charge& row : charges)
+    if (scope.covers(row.projectID, row.date)) rows.push_back(row);
+  return rows;
+}
+
+void sortNewestFirst(std::vector<Charge>& charges) {
+  std::stable_sort(charges.begin(), charges.end(), [](const Charge& a, const Charge& b) { return a.date > b.date; });
 }
 
 DateInterval calendarMonth(Instant moment) {

@@ -75,6 +75,14 @@ std::vector<GenerationRef> billedGenerations(const LibraryStore& store, const Ch
 /// All rows of a scope, newest first. A ledger entry that stands for a job or an output whose generations are in the
 /// library is left out, so that nothing counts twice.
 std::vector<Charge> charges(const LibraryStore& store, const ChargeScope& scope);
+/// The rows of the spending ledger among them, in the ledger's order.
+std::vector<Charge> ledgerCharges(const LibraryStore& store, const ChargeScope& scope);
+/// Whether a generation cost something here: not imported and not a copy.
+bool isBilled(const Generation& generation);
+/// Those of the rows that a scope covers, in their order. Values only; any thread.
+std::vector<Charge> chargesWithin(const std::vector<Charge>& charges, const ChargeScope& scope);
+/// Puts the newest first; what is equally old keeps its order. Any thread.
+void sortNewestFirst(std::vector<Charge>& charges);
 
 /// The calendar month of a moment in local time, up to the last instant before the next one.
 DateInterval calendarMonth(Instant moment);

@@ -20,12 +20,6 @@ namespace {
 constexpr double hundredDays = 8640000;
 constexpr double ninetyDays = 7776000;
 
-QString kindOf(const Charge& charge) {
-  if (!charge.mediaType) return texts::seriesAssistant();
-  if (*charge.mediaType == MediaType::video) return texts::seriesVideo();
-  return *charge.mediaType == MediaType::audio ? texts::seriesAudio() : texts::seriesImages();
-}
-
 QString typeCell(const Charge& charge) { return charge.mediaType ? rawValue(*charge.mediaType) : u"assistant"_s; }
 
 struct LineKey {
@@ -45,11 +39,12 @@ class Slices {
     const auto place = places.find(name);
     if (place == places.end()) {
       places.insert(name, slices.size());
-      slices.push_back({name, 0, 0});
+      slices.push_back({name});
     }
     CostSlice& slice = slices[place == places.end() ? slices.size() - 1 : *place];
     slice.total += charge.cost.value_or(0);
     if (charge.mediaType) ++slice.outputs;
+    slice.work.add(charge);
   }
   std::vector<CostSlice> dearestFirst() {
     std::stable_sort(slices.begin(), slices.end(),
@@ -98,9 +93,9 @@ std::vector<CostPoint> seriesOf(const std::vector<Charge>& charges, bool byMonth
 
 QString cost(const Charge& charge) { return charge.cost ? QString::number(*charge.cost, 'f', 4) : QString(); }
 
-QString csvLine(const LibraryStore& store, const Charge& charge) {
+QString csvLine(const ChargeNames& names, const Charge& charge) {
   const QStringList cells{isoText(charge.date),
-                          projectName(store, charge.projectID),
+                          names.project(charge.projectID),
                           charge.mediaType ? charge.filename : charge.title,
                           typeCell(charge),
                           charge.provider,
@@ -143,24 +138,51 @@ CostReport costReport(const std::vector<Charge>& charges) {
 
 CostReport costReport(const LibraryStore& store, const ChargeScope& scope) { return costReport(charges(store, scope)); }
 
+void WorkCounts::add(const Charge& charge) {
+  if (!charge.mediaType) {
+    ++requests;
+    return;
+  }
+  const MediaType type = *charge.mediaType;
+  ++(type == MediaType::video ? videos : type == MediaType::audio ? sounds : images);
+}
+
+QString kindOf(const Charge& charge) {
+  if (!charge.mediaType) return texts::seriesAssistant();
+  if (*charge.mediaType == MediaType::video) return texts::seriesVideo();
+  return *charge.mediaType == MediaType::audio ? texts::seriesAudio() : texts::seriesImages();
+}
+
+QString ChargeNames::project(const std::optional<QUuid>& id) const {
+  return id ? projects.value(*id, texts::inbox()) : texts::inbox();
+}
+
+ChargeNames projectNames(const LibraryStore& store) {
+  ChargeNames names;
+  for (const ProjectRef& project : store.projects()) names.projects.insert(project->id, project->name);
+  return names;
+}
+
 CostBreakdown costBreakdown(const LibraryStore& store, const ChargeScope& scope, const NameOfModel& nameOfModel) {
   const std::vector<Charge> rows = charges(store, scope);
+  ChargeNames names = projectNames(store);
+  for (const Charge& row : rows)
+    if (!names.models.contains(row.model)) names.models.insert(row.model, nameOfModel(row.model));
+  return costBreakdown(rows, scope.interval, names);
+}
+
+CostBreakdown costBreakdown(const std::vector<Charge>& charges, const std::optional<DateInterval>& interval,
+                            const ChargeNames& names) {
   CostBreakdown breakdown;
-  breakdown.report = costReport(rows);
-  breakdown.byMonth = spansLong(rows, scope.interval);
-  breakdown.series = seriesOf(rows, breakdown.byMonth);
+  breakdown.report = costReport(charges);
+  breakdown.byMonth = spansLong(charges, interval);
+  breakdown.series = seriesOf(charges, breakdown.byMonth);
   Slices models;
   Slices projects;
   Slices payment;
-  QHash<QString, QString> modelNames;
-  QHash<QUuid, QString> projectNames;
-  for (const Charge& charge : rows) {
-    QString& model = modelNames[charge.model];
-    if (model.isNull()) model = nameOfModel(charge.model);
-    QString& project = projectNames[charge.projectID.value_or(QUuid())];
-    if (project.isNull()) project = projectName(store, charge.projectID);
-    models.add(model, charge);
-    projects.add(project, charge);
+  for (const Charge& charge : charges) {
+    models.add(names.model(charge.model), charge);
+    projects.add(names.project(charge.projectID), charge);
     payment.add(charge.paidWith(), charge);
   }
   breakdown.models = models.dearestFirst();
@@ -180,8 +202,12 @@ QString csvCell(const QString& value) {
 }
 
 QString costCSV(const LibraryStore& store, const ChargeScope& scope) {
+  return costCSV(charges(store, scope), projectNames(store));
+}
+
+QString costCSV(const std::vector<Charge>& charges, const ChargeNames& names) {
   QStringList lines{u"Date,Project,File,Type,Provider,Model,Estimated cost (USD),Basis,Prompt"_s};
-  for (const Charge& charge : charges(store, scope)) lines << csvLine(store, charge);
+  for (const Charge& charge : charges) lines << csvLine(names, charge);
   return lines.join(u'\n');
 }
 

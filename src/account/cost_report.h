@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include <QHash>
 #include <QString>
 
 #include "account/charges.h"
@@ -37,10 +38,23 @@ struct CostPoint {
   bool operator==(const CostPoint&) const = default;
 };
 
+/// How much of each kind of work.
+struct WorkCounts {
+  int images = 0;
+  int videos = 0;
+  int sounds = 0;
+  int requests = 0;  ///< to an assistant, which make no output
+
+  void add(const Charge& charge);
+  int outputs() const { return images + videos + sounds; }
+  bool operator==(const WorkCounts&) const = default;
+};
+
 struct CostSlice {
   QString name;
   double total = 0;
   int outputs = 0;
+  WorkCounts work = {};
   bool operator==(const CostSlice&) const = default;
 };
 
@@ -55,14 +69,34 @@ struct CostBreakdown {
 
 using NameOfModel = std::function<QString(const QString& model)>;
 
+/// What the ids in charges are called, so that a report needs no library: values for any thread.
+struct ChargeNames {
+  QHash<QUuid, QString> projects;
+  QHash<QString, QString> models;
+
+  /// "Inbox" for none and for one that is gone.
+  QString project(const std::optional<QUuid>& id) const;
+  /// The id itself when its name is not known.
+  QString model(const QString& id) const { return models.value(id, id); }
+};
+/// The projects' names; those of models are the caller's.
+ChargeNames projectNames(const LibraryStore& store);
+
 CostReport costReport(const std::vector<Charge>& charges);
 CostReport costReport(const LibraryStore& store, const ChargeScope& scope);
 
 CostBreakdown costBreakdown(const LibraryStore& store, const ChargeScope& scope, const NameOfModel& nameOfModel);
+/// The same of rows that lie within the interval already, newest first; any thread.
+CostBreakdown costBreakdown(const std::vector<Charge>& charges, const std::optional<DateInterval>& interval,
+                            const ChargeNames& names);
+/// The kind of work under which a charge stands in the series: “Images”, “Video”, “Audio” or “Assistant”.
+QString kindOf(const Charge& charge);
 
 /// One line for each charge under one line of headings, joined by line feeds. A cell that a spreadsheet could take for a
 /// formula begins with an apostrophe.
 QString costCSV(const LibraryStore& store, const ChargeScope& scope);
+/// The same of rows that were chosen already; any thread.
+QString costCSV(const std::vector<Charge>& charges, const ChargeNames& names);
 /// One cell, as it stands between two commas.
 QString csvCell(const QString& value);
 

@@ -4,8 +4,10 @@
 
 #include <QDate>
 
+#include "account/charge_book.h"
 #include "base/json.h"
 #include "core/library_fixture.h"
+#include "support/run_task.h"
 
 namespace sorvan::account {
 namespace {
@@ -88,10 +90,10 @@ TEST_F(CostReportTest, BreaksDownByModelProjectAndPayer) {
   add(u"b.png"_s, {.provider = u"Sorvan Credits"_s, .usd = 3});
   addAssistant(0.5);
   const CostBreakdown breakdown = costBreakdown(store, {}, [](const QString& model) { return u"The "_s + model; });
-  EXPECT_EQ(breakdown.models.at(0), (CostSlice{u"The fal-ai/flux/dev"_s, 4, 2}));
-  EXPECT_EQ(breakdown.models.at(1), (CostSlice{u"The writer"_s, 0.5, 0}));
-  EXPECT_EQ(breakdown.projects, (std::vector<CostSlice>{{u"Inbox"_s, 4.5, 2}}));
-  EXPECT_EQ(breakdown.payment.at(0), (CostSlice{u"Sorvan Credits"_s, 3.5, 1}));
+  EXPECT_EQ(breakdown.models.at(0), (CostSlice{u"The fal-ai/flux/dev"_s, 4, 2, {.images = 2}}));
+  EXPECT_EQ(breakdown.models.at(1), (CostSlice{u"The writer"_s, 0.5, 0, {.requests = 1}}));
+  EXPECT_EQ(breakdown.projects, (std::vector<CostSlice>{{u"Inbox"_s, 4.5, 2, {.images = 2, .requests = 1}}}));
+  EXPECT_EQ(breakdown.payment.at(0), (CostSlice{u"Sorvan Credits"_s, 3.5, 1, {.images = 1, .requests = 1}}));
   EXPECT_EQ(breakdown.payment.at(1).name, u"My fal.ai key"_s);
   ASSERT_EQ(breakdown.series.size(), 2u);
   EXPECT_EQ(breakdown.series[0].kind, u"Assistant"_s);
@@ -113,6 +115,41 @@ TEST_F(CostReportTest, ShowsAHundredDaysByDayAndASecondMoreByMonth) {
   ASSERT_EQ(whole.series.size(), 2u);
   EXPECT_LT(whole.series[0].bucket, whole.series[1].bucket);
   EXPECT_EQ(whole.series[0].bucket.toDateTime().toLocalTime().date().day(), 1);
+}
+
+TEST_F(CostReportTest, CountsEachKindOfWorkInASlice) {
+  add(u"a.png"_s, {});
+  add(u"b.png"_s, {});
+  addAssistant(0.5);
+  const CostBreakdown breakdown = costBreakdown(store, {}, [](const QString& model) { return model; });
+  ASSERT_EQ(breakdown.models.size(), 2u);
+  EXPECT_EQ(breakdown.models[0].work, (WorkCounts{0, 0, 0, 1}));
+  EXPECT_EQ(breakdown.models[1].work, (WorkCounts{2, 0, 0, 0}));
+  EXPECT_EQ(breakdown.models[1].work.outputs(), 2);
+}
+
+TEST_F(CostReportTest, GathersTheSameRowsAPieceAtATime) {
+  for (int number = 0; number < 5; ++number)
+    add(u"%1.png"_s.arg(number), {.usd = 0.01 * number, .ageSeconds = 90.0 * (number % 3)});
+  add(u"there.png"_s, {.status = u"imported"_s});
+  addAssistant(0.5, 40);
+  const ChargeBook book = test::runTask(
+      gatherCharges(store, [](const QString& model) { return model.toUpper(); }, std::stop_token()));
+  const std::vector<Charge> expected = charges(store, {});
+  ASSERT_EQ(book.charges.size(), expected.size());
+  for (std::size_t at = 0; at < expected.size(); ++at) EXPECT_EQ(book.charges[at].id, expected[at].id);
+  EXPECT_EQ(costCSV(book.charges, book.names), costCSV(store, {}));
+  EXPECT_EQ(book.names.model(u"writer"_s), u"WRITER"_s);
+  ChargeScope lately;
+  lately.interval = DateInterval{clock->now() - 60, clock->now()};
+  EXPECT_EQ(chargesWithin(book.charges, lately).size(), charges(store, lately).size());
+}
+
+TEST_F(CostReportTest, GathersNothingOfAWorkspaceThatWasClosedMeanwhile) {
+  add(u"a.png"_s, {});
+  auto gathering = gatherCharges(store, [](const QString& model) { return model; }, std::stop_token());
+  store.close();
+  EXPECT_THROW(test::runTask(std::move(gathering)), Cancelled);
 }
 
 TEST_F(CostReportTest, WritesOneLineForEachCharge) {
