@@ -1,0 +1,23 @@
+// The remote interpreter of commands, spoken to through the gateway and paid with credits.
+#pragma once
+
+#include <functional>
+
+#include "catalogue/credits_client.h"
+#include "composer/interpreter.h"
+
+namespace sorvan::composer {
+
+/// Main thread. `makeClient` makes a client of the present gateway for who is signed in now; what it throws is told.
+class GatewayInterpreter final : public CommandInterpreter {
+ public:
+  explicit GatewayInterpreter(std::function<CreditsClient()> makeClient) : makeClient_(std::move(makeClient)) {}
+
+  Task<Interpretation> interpret(QString text, CommandContext context, QUuid key, std::stop_token stop) override;
+  Task<std::optional<Interpretation>> existing(QUuid key, std::stop_token stop) override;
+
+ private:
+  std::function<CreditsClient()> makeClient_;
+};
+
+}  // namespace sorvan::composer
