@@ -50,6 +50,8 @@ class AccountStore : public QObject {
   const std::optional<QString>& awaitingLink() const { return linkAddress; }
   /// Whether there is a token; false while the key store has not answered.
   bool signedIn() const { return token.has_value(); }
+  /// It serves until the program ends also where the key store refused it.
+  const std::optional<QString>& presentToken() const { return token; }
   /// Counts sign-ins and sign-outs.
   int tokenChanges() const { return changesOfToken; }
   bool watchesPurchase() const { return watching; }

@@ -148,7 +148,7 @@ Submission GenerationComposer::makeSoundSubmission(const SelectableModel& model)
 
 Task<> GenerationComposer::submitWhenKeyIsKnown(Press press, std::stop_token stop) {
   // 1. Whether the request can be paid for by the user's key is known only once the key store has answered.
-  if (paysWithOwnKey(ports_.payment.billing())) co_await ports_.awaitKey(stop);
+  co_await ports_.awaitKey(stop);
   throwIfStopped(stop);
   // 2. Into the queue, or say why not.
   try {

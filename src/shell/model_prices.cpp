@@ -1,5 +1,7 @@
 #include "shell/model_prices.h"
 
+#include "composer/estimates.h"
+#include "shell/payment_desk.h"
 #include "shell/texts.h"
 
 #include <QDate>
@@ -49,10 +51,28 @@ QString unitPriceText(double dollars, const QString& unit) {
   return word.isEmpty() ? exactDollars(dollars) : texts::pricePerUnit(exactDollars(dollars), word);
 }
 
-ModelPrices::ModelPrices(std::shared_ptr<FalPricing> prices, KeyReader key, QObject* parent)
-    : QObject(parent), prices_(std::move(prices)), key_(std::move(key)) {}
+ModelPrices::ModelPrices(std::shared_ptr<FalPricing> prices, KeyReader key, PaymentDesk* payment, QObject* parent)
+    : QObject(parent), prices_(std::move(prices)), key_(std::move(key)), payment_(payment) {
+  if (!payment_) return;
+  asksFor_ = {paysInCredits(), payment_->isSignedIn()};
+  connect(payment_, &PaymentDesk::changed, this, &ModelPrices::payerMayHaveChanged);
+}
+
+bool ModelPrices::paysInCredits() const { return payment_ && !paysWithOwnKey(payment_->billing()); }
+
+// What was asked for last is asked for again where somebody else pays now, or where a price can be asked for at last.
+void ModelPrices::payerMayHaveChanged() {
+  const std::pair present{paysInCredits(), payment_->isSignedIn()};
+  if (present != asksFor_) {
+    asksFor_ = present;
+    refresh(wanted_);
+  }
+  if (present.first) Q_EMIT changed();
+}
 
 void ModelPrices::refresh(const QStringList& ids) {
+  wanted_ = ids;
+  if (paysInCredits()) return payment_->learnPrices(ids);
   QStringList wanted;
   for (const QString& id : ids)
     if (!underWay_.contains(id) && !wanted.contains(id)) wanted << id;
@@ -84,6 +104,10 @@ Task<> ModelPrices::ask(QStringList ids, std::stop_token stop) {
 }
 
 PriceText ModelPrices::text(const QString& id) const {
+  if (paysInCredits()) {
+    if (!payment_->isSold(id)) return {texts::priceUnavailable, {}};
+    return {payment_->priceLabel(id).value_or(QString()), {}};
+  }
   if (const auto price = prices_->price(id)) {
     return {unitPriceText(price->unitPrice, price->unit), dayOf(*price)};
   }

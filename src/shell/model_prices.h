@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <utility>
 
 namespace sorvan::shell {
 
@@ -26,7 +27,10 @@ struct PriceText {
 // “$0.04 / megapixel”: the unit price as the list has it, with the service's own word for the unit in the singular.
 QString unitPriceText(double dollars, const QString& unit);
 
-// The list prices of models under the user's own key, asked for in the background. Main thread.
+class PaymentDesk;
+
+// What models cost, asked for in the background: the service's list prices under the user's own key, or credits while
+// they pay. Main thread.
 class ModelPrices : public QObject {
   Q_OBJECT
 
@@ -34,7 +38,9 @@ class ModelPrices : public QObject {
   // The user's key once its store has answered; nothing when there is none. What it throws counts as no key.
   using KeyReader = std::function<Task<std::optional<QString>>(std::stop_token)>;
 
-  ModelPrices(std::shared_ptr<FalPricing> prices, KeyReader key, QObject* parent = nullptr);
+  // Without `payment` the own key pays. It outlives the prices.
+  ModelPrices(std::shared_ptr<FalPricing> prices, KeyReader key, PaymentDesk* payment = nullptr,
+              QObject* parent = nullptr);
 
   // Asks for those prices that are not known for today. `changed` follows when there was anything to ask.
   void refresh(const QStringList& ids);
@@ -46,11 +52,17 @@ class ModelPrices : public QObject {
   void changed();
 
  private:
+  bool paysInCredits() const;
+  void payerMayHaveChanged();
   Task<> ask(QStringList ids, std::stop_token stop);
   Task<std::optional<QString>> readKey(std::stop_token stop) const;
 
   std::shared_ptr<FalPricing> prices_;
   KeyReader key_;
+  PaymentDesk* payment_;  // null: the own key pays
+  // Who paid, and whether anybody was signed in, when prices were asked for last.
+  std::pair<bool, bool> asksFor_;
+  QStringList wanted_;
   QSet<QString> underWay_;
   QSet<QString> asked_;
   TaskScope tasks_;

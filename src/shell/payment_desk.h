@@ -8,6 +8,7 @@
 #include "core/request_values.h"
 
 #include <QObject>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -40,6 +41,11 @@ class PaymentDesk : public QObject {
   // Whether credits can pay for a model; true also while that is not known.
   virtual bool isSold(const QString&) const { return true; }
   virtual void buyCredits() {}
+
+  // Asks for what these models cost in credits, where that is not known for now; `changed` follows.
+  virtual void learnPrices(const QStringList&) {}
+  // What a list of models says of a price in credits; nothing while it is not known.
+  virtual std::optional<QString> priceLabel(const QString&) const { return std::nullopt; }
 
  Q_SIGNALS:
   // The choice, the account or a price: estimates are told anew.
