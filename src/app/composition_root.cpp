@@ -85,6 +85,13 @@ Task<std::optional<QString>> CompositionRoot::falKey(std::stop_token stop) const
   co_return keys->key(ProviderID::fal);
 }
 
+// Whoever is to pay is asked only once the key store has answered.
+Task<> CompositionRoot::payerIsKnown(std::stop_token stop) const {
+  const auto keys = keys_;
+  const bool ownKey = payment_.billing().payWith == PayWith::ownKey;
+  co_await keys->ready(ownKey ? ProviderID::fal : ProviderID::credits, stop);
+}
+
 ActionsPresenter::Ports CompositionRoot::actionPorts() {
   return {store_, presenters(), [this] { windowPresenter_.requestQuit(); },
           [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).path())); },
@@ -125,6 +132,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       pricing_(std::make_shared<FalPricing>(FalPricing::Services{transport_, catalog_, clock_, settings_})),
       provider_(std::make_shared<FalProvider>(FalServices{transport_, catalog_, clock_, pricing_})),
       credits_({transport_, clock_, settings_, keys_, catalog_}),
+      payment_(credits_.account(), credits_.billing(), providerSettings_),
       store_(storeServices(profile)),
       queue_(store_, generationPorts()),
       maintenance_(store_),
@@ -132,7 +140,8 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       messages_(store_, alerts_),
       displays_(store_, queue_),
       composing_(selectableModels(*catalog_), clock_),
-      prices_(pricing_, [this](std::stop_token stop) { return falKey(stop); }),
+      interpreter_(store_, credits_),
+      prices_(pricing_, [this](std::stop_token stop) { return falKey(stop); }, &payment_),
       browser_({CatalogClient(transport_), catalog_, clock_, composing_, alerts_, prices_}),
       references_({store_, composing_, state_,
                    [this](const QString& search, std::size_t most) {
@@ -145,9 +154,9 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       desk_({store_, queue_, state_, [this](const QUuid& cell) { return gallery_.indexOf(cell); },
              [this](const QString& name) { return core::createProject(store_, name)->id; }}),
       composer_({store_, queue_, state_, composing_,
-                 [keys = keys_](std::stop_token stop) { return keys->ready(ProviderID::fal, stop); }, prices_,
+                 [this](std::stop_token stop) { return payerIsKnown(stop); }, prices_,
                  alerts_, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }, desk_,
-                 payment_, &browser_, &references_}),
+                 payment_, &browser_, &references_, interpreter_.interpreting()}),
       marking_(store_, composing_, state_),
       windowPresenter_(store_, state_, alerts_, profile.title),
       welcome_(store_, profile.defaultWorkspace),
@@ -171,7 +180,12 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
   store_.openingBackfills.emplace_back(shell::backfillContactSheets);
   // What became of requests that were cancelled in an earlier session. The charge notes are read by then.
   store_.afterOpen.emplace_back([this](LibraryStore&) { startSettling(queue_); });
+  store_.afterOpen.emplace_back([this](LibraryStore&) { interpreter_.settle(); });
   connect(&queue_, &JobQueue::creditsChanged, &credits_.account(), &account::AccountStore::creditsChanged);
+  connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+    if (state == Qt::ApplicationActive && started_ && !ending_) credits_.account().refresh();
+  });
+  connect(&payment_, &shell::AccountPaymentDesk::failed, &alerts_, &AlertsPresenter::showError);
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
   connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
           [this] { views::Theme::instance().setAppearance(settingsPresenter_.appearance()); });
@@ -270,7 +284,10 @@ Task<> CompositionRoot::finish() {
   co_await maintenance_.drain();
   co_await gallery_.index().drain();
   co_await queue_.drain();
+  co_await payment_.drain();
+  // The interpreter waits for the account to be read, so the account is stopped first.
   co_await credits_.drain();
+  co_await interpreter_.drain();
   QCoreApplication::exit(0);
 }
 

@@ -9,6 +9,7 @@
 #include "account/key_storage.h"
 #include "account/provider_settings.h"
 #include "app/credits_desk.h"
+#include "app/interpreter_desk.h"
 #include "app/room.h"
 #include "base/settings.h"
 #include "base/task_scope.h"
@@ -20,6 +21,7 @@
 #include "core/thumbnail_maintenance.h"
 #include "exchange/unfinished_imports.h"
 #include "generation/job_queue.h"
+#include "shell/account_payment_desk.h"
 #include "shell/actions_presenter.h"
 #include "shell/alerts_presenter.h"
 #include "shell/catalogue_browser.h"
@@ -36,7 +38,6 @@
 #include "shell/library_saved_references.h"
 #include "shell/marking_presenter.h"
 #include "shell/model_prices.h"
-#include "shell/payment_desk.h"
 #include "shell/profile.h"
 #include "shell/settings_presenter.h"
 #include "shell/sidebar_presenter.h"
@@ -89,6 +90,7 @@ class CompositionRoot : public QObject {
   void openLibrary(const std::optional<QString>& problem);
   shell::StartOrder startOrder(const std::optional<QString>& problem);
   void openWindow();
+  Task<> payerIsKnown(std::stop_token stop) const;
   Task<std::optional<QString>> falKey(std::stop_token stop) const;
   Task<> finish();
 
@@ -100,8 +102,8 @@ class CompositionRoot : public QObject {
   std::shared_ptr<catalogue::FalCatalog> catalog_;
   std::shared_ptr<catalogue::FalPricing> pricing_;
   std::shared_ptr<catalogue::FalProvider> provider_;
-  shell::PaymentDesk payment_;
   CreditsDesk credits_;
+  shell::AccountPaymentDesk payment_;
   core::LibraryStore store_;
   generation::JobQueue queue_;
   core::ThumbnailMaintenance maintenance_;
@@ -112,6 +114,7 @@ class CompositionRoot : public QObject {
   shell::StoreMessages messages_;
   shell::JobDisplays displays_;
   composer::ComposerState composing_;
+  InterpreterDesk interpreter_;
   shell::ModelPrices prices_;
   shell::CatalogueBrowser browser_;
   shell::LibraryReferences references_;

@@ -63,6 +63,10 @@ void CreditsDesk::plugInto(GenerationPorts& ports) {
   ports.providerResolver = [others = ports.providerResolver, provider = provider_](ProviderID id) {
     return id == ProviderID::credits ? provider : others(id);
   };
+  // A token that the key store refused pays too, for as long as the program runs.
+  ports.keyReader = [this, others = ports.keyReader](ProviderID id) {
+    return id == ProviderID::credits && account_.signedIn() ? account_.presentToken() : others(id);
+  };
   plugCredits(ports, [this] { return account_.client(account::AccountStore::Needs::token); });
   ports.noteUsage = [this](const QString& key, int count) { usage_.note(key, count); };
 }
