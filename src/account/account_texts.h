@@ -62,7 +62,7 @@ inline QString underReviewAfter() { return QStringLiteral(" if this stays."); }
 inline QString spendLimit(const QString& limit, const QString& spent, const QString& when) {
   return QStringLiteral(
              "Fraud prevention: a new account can spend up to %1 credits in the 24 hours after its first purchase (%2 "
-             "spent). Your credits are safe; the limit lifts %3.")
+             "used). Your credits are safe; the limit lifts %3.")
       .arg(limit, spent, when);
 }
 inline QString thisDevice() { return QStringLiteral(" (this Mac)"); }

@@ -135,6 +135,24 @@ TEST_F(AccountStoreTest, TellsOfALinkThatWasUsedAndStaysSignedIn) {
   EXPECT_TRUE(account().signedIn());
 }
 
+TEST_F(AccountStoreTest, ExchangesALinkThatIsPastedTwiceAtOnceOnlyOnce) {
+  transport->on("POST", u"v1/auth/exchange"_s)
+      .answersJson(QJsonObject{{u"token"_s, u"token-1"_s}})
+      .answers(410, R"({"error":"This link was used already."})");
+  answerMe();
+  answerPacks();
+  account().complete(u"sorvan://auth?code=1"_s);
+  account().complete(u"sorvan://auth?code=1"_s);
+  idle();
+  EXPECT_EQ(transport->posts(u"v1/auth/exchange"_s), 1);
+  EXPECT_EQ(message(), u"Signed in as ada@example.org"_s);
+  account().complete(u"sorvan://auth?code=1"_s);
+  idle();
+  EXPECT_EQ(message(), u"This link was used already."_s);
+  EXPECT_EQ(account().presentToken(), u"token-1"_s);
+  EXPECT_EQ(account().tokenChanges(), 1);
+}
+
 TEST_F(AccountStoreTest, AsksOnceMoreUnderTheSameKeyWhenTheAnswerToALinkIsLost) {
   transport->on("POST", u"v1/auth/exchange"_s)
       .answers(502, "<html>")

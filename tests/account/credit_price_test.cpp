@@ -64,6 +64,13 @@ TEST(CreditPriceTest, TakesNothingForAPriceThatIsNone) {
   EXPECT_FALSE(priceFrom(QJsonValue(4)));
 }
 
+TEST(CreditPriceTest, TakesNothingForAPriceThatIsNoNumber) {
+  for (const char* json : {R"({"credits":NaN})", R"({"credits":Infinity})", R"({"credits":1e999})", R"({"credits":true})",
+                           R"({"credits":[4]})", R"({"credits":4,"rate":"NaN"})", R"({"credits":4,"rate":1e999})"})
+    EXPECT_FALSE(priceFrom(QJsonDocument::fromJson(json).object())) << json;
+  EXPECT_FALSE(priceFrom(QJsonObject{{u"credits"_s, std::numeric_limits<double>::quiet_NaN()}}));
+}
+
 TEST(CreditPriceTest, CountsOutputsOfAFlatPriceAndNeverGivesOneForNothing) {
   Asked asked;
   EXPECT_EQ(asked.cost(listed(R"({"credits":4})")), 4);

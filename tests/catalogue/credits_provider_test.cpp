@@ -219,6 +219,20 @@ TEST_F(CreditsProviderTest, NeverTakesASilentGatewayForOneThatNeverSawTheRequest
   EXPECT_EQ(posts(), 0);
 }
 
+TEST_F(CreditsProviderTest, FetchesAfterTheNextSignInWhatATokenRevokedMeanwhileWasBuying) {
+  neverSeen();
+  accepts();
+  transport->on("GET", u"v1/operations/op-1"_s).answers(401, R"({"error":"This device was signed out."})");
+  EXPECT_EQ(failure<GatewayRefusal>(), u"This device was signed out."_s);
+  EXPECT_TRUE(run->trace) << "what was sent stays noted";
+  known = u"op-1"_s;
+  token = u"next-token"_s;
+  seenAs(operation(u"complete"_s, images(1), 4'000'000));
+  transport->on("GET", u"fal.media"_s).answers(200, test::samplePng());
+  EXPECT_EQ(generate().size(), 1u);
+  EXPECT_EQ(posts(), 1);
+}
+
 TEST_F(CreditsProviderTest, BuysAFailedRequestAgainUnderTheSameKey) {
   seenAs(operation(u"failed"_s));
   run->trace = GatewayTrace{gateway, *account, u"6F9619FF-8B86-D011-B42D-00C04FC964FF"_s};
