@@ -129,7 +129,8 @@ base::Task<> runUntilIdle(HeadlessStudio& studio) {
 
 base::Task<> runUntilHandle(HeadlessStudio& studio) {
   const base::SystemClock clock;
-  while (!studio.store->activeJobs().empty() && !studio.store->activeJobs().front()->remoteHandleData)
+  const auto isKnown = [](const GenerationJob& job) { return job.remoteHandleData || job.providerRequestID; };
+  while (!studio.store->activeJobs().empty() && !isKnown(*studio.store->activeJobs().front()))
     co_await clock.sleep(std::chrono::milliseconds(5), {});
 }
 

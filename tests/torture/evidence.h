@@ -42,6 +42,7 @@ struct Evidence {
   bool leftUnsaved = false;      // it was told to save again after a single failure, and did not
   QString damagedSidecar;        // below the workspace: a file that nobody could read before the trial, or empty
   int oldVersion = 0;            // the form of the database before the trial, where that was an old one
+  QJsonObject gateway;           // its books and operations, when all had come to rest
   int mostPosts = 0;             // of one body in one run of the driver
   QStringList unended;           // runs that did not end by themselves, or crashed
   QByteArray secret;             // planted in the key

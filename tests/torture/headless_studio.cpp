@@ -66,18 +66,19 @@ catalogue::FalModel clipModel() {
   return model;
 }
 
-generation::GenerationPorts portsFor(const std::shared_ptr<platform::HttpTransport>& transport,
-                                     const std::shared_ptr<base::Settings>& settings,
-                                     const std::shared_ptr<base::Clock>& clock, const std::optional<QString>& key) {
+std::shared_ptr<catalogue::FalCatalog> catalogFor(const std::shared_ptr<base::Settings>& settings) {
   auto catalog = std::make_shared<catalogue::FalCatalog>(settings);
   catalog->add(editModel());
   catalog->add(clipModel());
-  auto prices = std::make_shared<catalogue::FalPricing>(
-      catalogue::FalPricing::Services{transport, catalog, clock, settings});
-  auto fal = std::make_shared<catalogue::FalProvider>(catalogue::FalServices{transport, catalog, clock, prices});
+  return catalog;
+}
+
+generation::GenerationPorts portsFor(const catalogue::FalServices& services, const std::optional<QString>& key) {
+  auto fal = std::make_shared<catalogue::FalProvider>(services);
+  const auto catalog = services.catalog;
   generation::GenerationPorts ports;
   ports.providerResolver = [fal](core::ProviderID id) -> std::shared_ptr<generation::GenerationProvider> {
-    if (id == core::ProviderID::fal || id == core::ProviderID::credits) return fal;
+    if (id == core::ProviderID::fal) return fal;
     return std::make_shared<generation::RetiredProvider>();
   };
   ports.keyReader = [key](core::ProviderID) { return key; };
@@ -105,8 +106,11 @@ HeadlessStudio::HeadlessStudio() {
       core::LibraryStore::Services{settings, clock, std::nullopt, QString()});
   maintenance = std::make_unique<core::ThumbnailMaintenance>(*store);
   imports = std::make_unique<exchange::UnfinishedImports>(*store);
-  generation::GenerationPorts ports = portsFor(transport, settings, clock, service->key);
-  gateway.plugInto(ports, *store, transport, service->key.value_or(QString()));
+  const auto catalog = catalogFor(settings);
+  auto prices = std::make_shared<catalogue::FalPricing>(
+      catalogue::FalPricing::Services{transport, catalog, clock, settings});
+  generation::GenerationPorts ports = portsFor({transport, catalog, clock, prices}, service->key);
+  gateway.plugInto(ports, transport, clock, catalog, service->token.value_or(QString()));
   queue = std::make_unique<generation::JobQueue>(*store, std::move(ports));
   store->openingBackfills.emplace_back(catalogue::backfillOutputCostEstimates);
   store->openingBackfills.emplace_back(generation::backfillMarkNotes);

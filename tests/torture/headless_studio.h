@@ -10,7 +10,7 @@
 #include "exchange/unfinished_imports.h"
 #include "generation/job_queue.h"
 #include "platform/http.h"
-#include "torture/stand_in_gateway.h"
+#include "torture/gateway_switch.h"
 
 namespace sorvan::torture {
 
@@ -27,7 +27,7 @@ struct HeadlessStudio {
   ~HeadlessStudio();
 
   std::shared_ptr<platform::HttpTransport> transport;
-  StandInGateway gateway;
+  GatewaySwitch gateway;
   std::unique_ptr<core::LibraryStore> store;
   std::unique_ptr<core::ThumbnailMaintenance> maintenance;
   std::unique_ptr<exchange::UnfinishedImports> imports;

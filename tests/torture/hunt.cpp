@@ -43,14 +43,10 @@ const std::vector<Bug>& plantedBugs() {
       {u"blind-resend"_s, {u"I1"_s, u"I10"_s}, submits},
       {u"register-twice"_s, {u"I3"_s}, plain},
       {u"charge-note-forgotten"_s, {u"I4"_s}, kills, u"results.json"_s},
+      {u"credits-new-key"_s, {u"I1"_s}, purchases, {}, u"credits"_s},
+      {u"credits-unknown-new-key"_s, {u"I1"_s}, purchases, {}, u"credits"_s},
   };
   return bugs;
-}
-
-const QStringList& bugsNotYetPossible() {
-  static const QStringList names{u"a new key on retry (needs credits)"_s,
-                                 u"retry after 500 with a new key (needs credits)"_s};
-  return names;
 }
 
 std::vector<Planned> huntFor(const Bug& bug, const Scenario& scenario, const std::vector<Counted>& steps, quint64 seed) {
@@ -67,6 +63,7 @@ std::vector<Planned> huntFor(const Bug& bug, const Scenario& scenario, const std
     }
     case Bug::Hunt::submits: return serviceFaults(scenario, u"submit"_s);
     case Bug::Hunt::downloads: return serviceFaults(scenario, u"download"_s);
+    case Bug::Hunt::purchases: return serviceFaults(scenario, u"purchase"_s);
   }
   return {};
 }

@@ -34,6 +34,7 @@ class Judge {
   void temporaryFiles();
   void secondRecovery();
   void posts();
+  void credits();
   void secret();
   void rest();
 
@@ -291,6 +292,23 @@ void Judge::posts() {
   if (seen.mostPosts > 1) violated("I10", u"%1 POSTs of one attempt"_s.arg(seen.mostPosts));
 }
 
+// The gateway's books by themselves, and beside what it says of its operations.
+void Judge::credits() {
+  const QJsonObject books = seen.gateway.value(u"books"_s).toObject();
+  const auto amount = [&books](const QString& name) { return books.value(name).toInteger(); };
+  if (!books.value(u"balanced"_s).toBool()) violated("I12", u"the books do not balance"_s);
+  if (amount(u"reserved"_s) != amount(u"charged"_s) + amount(u"returned"_s) + amount(u"open"_s))
+    violated("I12", u"credits are lost between hold and charge"_s);
+  qint64 charged = 0;
+  qint64 held = 0;
+  for (const QJsonValue& operation : seen.gateway.value(u"operations"_s).toArray()) {
+    charged += operation[u"charged"_s].toInteger();
+    held += operation[u"held"_s].toInteger();
+  }
+  if (charged != amount(u"charged"_s)) violated("I12", u"operations were charged otherwise than the books say"_s);
+  if (held != amount(u"open"_s)) violated("I12", u"credits are held for no operation"_s);
+}
+
 // Everything that the program wrote anywhere: the library, its home, what it said, and the journal of its steps.
 void Judge::secret() {
   for (const QString& path : filesBelow(seen.grounds.folder).keys()) {
@@ -349,6 +367,7 @@ Verdict judge(const Evidence& evidence) {
   judge.temporaryFiles();
   judge.secondRecovery();
   judge.posts();
+  judge.credits();
   judge.secret();
   judge.rest();
   return judge.verdict;

@@ -55,6 +55,7 @@ const QStringList& faultsOfAnyCall() {
 QStringList ownFaultsOf(const QString& call) {
   if (call == u"submit"_s) return {u"no-handle"_s, u"elsewhere"_s};
   if (call == u"status"_s) return {u"backwards"_s, u"unknown-state"_s, u"job-error"_s, u"elsewhere"_s};
+  if (call == u"purchase"_s) return {u"late"_s};
   if (call == u"result"_s) return {u"elsewhere"_s, u"gone"_s};
   if (call == u"download"_s) return {u"wrong-media"_s};
   return {};

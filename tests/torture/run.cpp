@@ -67,6 +67,9 @@ std::vector<Planned> share(std::vector<Planned> all, quint64 of, quint64 seed) {
   return some;
 }
 
+// What is asked for once, and paid for.
+bool isDear(const QString& call) { return call == u"submit"_s || call == u"download"_s || call == u"purchase"_s; }
+
 }  // namespace
 
 Run::Run(RunOptions options) : options_(std::move(options)), picture_(ownPicture(options_.folder)) {
@@ -147,11 +150,14 @@ std::vector<Planned> Run::faultsOfService(quint64 seed) const {
   const std::vector<std::pair<QString, QStringList>> calls{
       {u"picture"_s, {u"submit"_s, u"status"_s, u"result"_s, u"pricing"_s, u"download"_s}},
       {u"edit"_s, {u"upload-start"_s, u"upload"_s}},
-      {u"cancel"_s, {u"cancel"_s}}};
+      {u"cancel"_s, {u"cancel"_s}},
+      {u"credits"_s, {u"purchase"_s, u"look-up"_s, u"operation"_s}},
+      {u"credits-edit"_s, {u"gateway-upload"_s}},
+      {u"credits-cancel"_s, {u"cancel-operation"_s}}};
   for (const auto& [name, kinds] : calls)
     for (const QString& call : isChosen(name) ? kinds : QStringList()) {
       append(plan, ownFaults(scenario(name), call));
-      append(plan, share(serviceFaults(scenario(name), call), call == u"submit"_s || call == u"download"_s ? 1 : 5, seed));
+      append(plan, share(serviceFaults(scenario(name), call), isDear(call) ? 1 : 5, seed));
     }
   return plan;
 }
@@ -183,6 +189,10 @@ std::vector<Planned> Run::fullPlan(quint64 seed) const {
   for (const QString& call : {u"upload-start"_s, u"upload"_s})
     if (isChosen(u"edit"_s)) append(plan, allFaults(scenario(u"edit"_s), call));
   if (isChosen(u"cancel"_s)) append(plan, allFaults(scenario(u"cancel"_s), u"cancel"_s));
+  for (const QString& call : {u"purchase"_s, u"look-up"_s, u"operation"_s, u"download"_s})
+    if (isChosen(u"credits"_s)) append(plan, allFaults(scenario(u"credits"_s), call));
+  if (isChosen(u"credits-edit"_s)) append(plan, allFaults(scenario(u"credits-edit"_s), u"gateway-upload"_s));
+  if (isChosen(u"credits-cancel"_s)) append(plan, allFaults(scenario(u"credits-cancel"_s), u"cancel-operation"_s));
   return plan;
 }
 
@@ -215,7 +225,6 @@ void Run::hunt() {
     const std::vector<Bug>& bugs = plantedBugs();
     for (std::size_t i = next++; i < bugs.size(); i = next++) hunt(bugs[i], options_.folder + u"/hunt-"_s + bugs[i].name);
   });
-  for (const QString& bug : bugsNotYetPossible()) say(u"planted bug not yet possible: "_s + bug);
 }
 
 bool Run::carryOut() {

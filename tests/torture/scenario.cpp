@@ -127,6 +127,22 @@ Scenario contactSheets(const QJsonArray& library) {
                                   sheet(u"trash"_s), sheet(u"title"_s, 2)}));
 }
 
+// The same roads with credits.
+std::vector<Scenario> paidWithCredits(const QJsonArray& library) {
+  const QJsonObject pays = gateway(u"pays"_s);
+  const QJsonObject handle = command(u"handle"_s);
+  std::vector<Scenario> all{
+      plain(u"credits"_s, {pays, picture(u"a lighthouse for credits, %1"_s), runAll()}),
+      after(library, {}, plain(u"credits-edit"_s, {pays, edit(u"make it dusk for credits, %1"_s), runAll()})),
+      plain(u"credits-cancel"_s,
+            {pays, picture(u"cancelled, for credits, %1"_s), handle, command(u"cancel"_s), runAll()}),
+      after({pays, picture(u"interrupted, for credits"_s), runAll()}, u"after rename gateway.json"_s,
+            plain(u"credits-retry"_s, {retryAll(), pays, picture(u"after that, %1"_s), runAll()})),
+  };
+  all[2].jobsStand = true;
+  return all;
+}
+
 // Work that is no order.
 std::vector<Scenario> ownWork(const QJsonArray& library) {
   const QJsonObject save = command(u"retry-save"_s);
@@ -169,7 +185,9 @@ std::vector<Scenario> upgrades() {
 
 std::vector<Scenario> allScenarios(const QString& file) {
   std::vector<Scenario> all = orders({place(file)});
-  for (const auto& part : {secondThoughts(place(file)), ownWork({place(file)}), imports(file), upgrades()})
+  for (const auto& part :
+       {secondThoughts(place(file)), paidWithCredits({place(file)}), ownWork({place(file)}), imports(file),
+        upgrades()})
     all.insert(all.end(), part.begin(), part.end());
   return all;
 }

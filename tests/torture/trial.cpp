@@ -177,6 +177,7 @@ Outcome Workshop::recover(const Scenario& scenario, const Fault& fault, const Gr
   recovery.evidence.grounds = grounds;
   comeToRest(grounds, recovery);
   recovery.evidence.purchases = purchasesOf(station_->sandbox(), recovery.ledgerRuns + QStringList{run});
+  recovery.evidence.gateway = station_->sandbox().gateway();
   if (fault.kind == FaultKind::service) recovery.evidence.secretShownElsewhere = secretWasShownElsewhere();
   outcome.verdict = judge(recovery.evidence);
   outcome.folder = grounds.folder;

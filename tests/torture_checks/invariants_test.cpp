@@ -40,6 +40,26 @@ class AfterATrial : public testing::Test {
     item[u"checksum"_s] = item[u"actualChecksum"_s] = shaOf("the bytes that were made");
     evidence.purchases = {{u"r-1"_s, u"a lighthouse"_s, false, {shaOf("the bytes that were made")}}};
     evidence.acknowledged = {{{u"did"_s, u"enqueue"_s}, {u"id"_s, u"JOB"_s}}};
+    books({10, 6, 1, 3});
+    operation(6, 3);
+  }
+
+  struct Books {
+    int reserved;
+    int charged;
+    int returned;
+    int open;
+  };
+  void books(const Books& told, bool balanced = true) {
+    evidence.gateway.insert(u"books"_s, QJsonObject{{u"balanced"_s, balanced},
+                                                    {u"reserved"_s, told.reserved},
+                                                    {u"charged"_s, told.charged},
+                                                    {u"returned"_s, told.returned},
+                                                    {u"open"_s, told.open}});
+  }
+  void operation(int charged, int held) {
+    evidence.gateway.insert(u"operations"_s,
+                            QJsonArray{QJsonObject{{u"charged"_s, charged}, {u"held"_s, held}}});
   }
 
   QString workspace() const { return evidence.grounds.workspace(); }
@@ -238,6 +258,26 @@ TEST_F(AfterATrial, AKeyInAnyFileBreaksTheEleventh) {
 TEST_F(AfterATrial, AKeyThatWasShownToAForeignHostBreaksTheEleventh) {
   evidence.secretShownElsewhere = true;
   EXPECT_EQ(broken(), Names{"I11"});
+}
+
+TEST_F(AfterATrial, BooksThatDoNotBalanceBreakTheTwelfth) {
+  books({10, 6, 1, 3}, false);
+  EXPECT_EQ(broken(), Names{"I12"});
+}
+
+TEST_F(AfterATrial, CreditsThatAreLostBetweenHoldAndChargeBreakTheTwelfth) {
+  books({11, 6, 1, 3});
+  EXPECT_EQ(broken(), Names{"I12"});
+}
+
+TEST_F(AfterATrial, AnOperationThatIsChargedOtherwiseThanTheBooksSayBreaksTheTwelfth) {
+  operation(7, 3);
+  EXPECT_EQ(broken(), Names{"I12"});
+}
+
+TEST_F(AfterATrial, CreditsThatAreHeldForNothingBreakTheTwelfth) {
+  operation(6, 2);
+  EXPECT_EQ(broken(), Names{"I12"});
 }
 
 TEST_F(AfterATrial, AJobThatDoesNotComeToRestBreaksTheThirteenth) {
