@@ -129,7 +129,7 @@ base::Task<> runUntilIdle(HeadlessStudio& studio) {
 
 base::Task<> runUntilHandle(HeadlessStudio& studio) {
   const base::SystemClock clock;
-  const auto isKnown = [](const GenerationJob& job) { return job.remoteHandleData || job.providerRequestID; };
+  const auto isKnown = [](const core::GenerationJob& job) { return job.remoteHandleData || job.providerRequestID; };
   while (!studio.store->activeJobs().empty() && !isKnown(*studio.store->activeJobs().front()))
     co_await clock.sleep(std::chrono::milliseconds(5), {});
 }
