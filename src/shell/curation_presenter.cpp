@@ -1,6 +1,7 @@
 #include "shell/curation_presenter.h"
 
 #include "base/settings.h"
+#include "composer/saved_references.h"
 #include "core/history.h"
 #include "core/library_store.h"
 #include "core/small_edits.h"
@@ -8,6 +9,7 @@
 #include "shell/gallery_presenter.h"
 #include "shell/locations.h"
 #include "shell/texts.h"
+#include "shell/trash_texts.h"
 #include "shell/workspace_state.h"
 
 #include <algorithm>
@@ -196,7 +198,27 @@ void CurationPresenter::goTo(QUuid item) {
 }
 
 void CurationPresenter::moveToTrash() {
-  withinHistory(core::historyBytesOfMarks(on_.state.selection().size()), shownItems(false), [this](const auto& items) {
+  const std::vector<core::AssetRef> items = shownItems(false);
+  const std::vector<QUuid> ids = idsOf(items);
+  const std::optional<QString> warning = composer::trashWarning(on_.store, QSet<QUuid>(ids.begin(), ids.end()));
+  if (!warning) return trash(items);
+  Alert alert;
+  alert.tone = AlertTone::warning;
+  alert.title = texts::trashQuestionTitle(static_cast<qsizetype>(items.size()));
+  alert.text = *warning;
+  alert.buttons = {{texts::moveToTrash, AlertButtonRole::destructive, false},
+                   {texts::cancel, AlertButtonRole::plain, true}};
+  on_.alerts.ask(std::move(alert), [this, ids](int button) {
+    if (button != 0) return;
+    std::vector<core::AssetRef> there = still(ids);
+    std::erase_if(there, [](const core::AssetRef& item) { return item->isTrashed(); });
+    trash(there);
+  });
+}
+
+void CurationPresenter::trash(const std::vector<core::AssetRef>& trashed) {
+  const qint64 bytes = core::historyBytesOfMarks(static_cast<qsizetype>(trashed.size()));
+  withinHistory(bytes, trashed, [this](const auto& items) {
     const std::vector<QUuid> ids = idsOf(items);
     const QUuid next = itemAfter(QSet<QUuid>(ids.begin(), ids.end()));
     if (!exchange::trash(on_.store, items)) return;

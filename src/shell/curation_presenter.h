@@ -62,7 +62,8 @@ class CurationPresenter : public QObject {
   // The Inbox and every project that is not archived, without the place where all selected items are.
   std::vector<Destination> destinations() const;
   void moveTo(std::optional<QUuid> project);
-  // The next item is selected in their place; a card offers Restore.
+  // Asks first where a saved reference holds them or a contact sheet would be left with fewer than two items. The next
+  // item is selected in their place; a card offers Restore.
   void moveToTrash();
   // Asks first where the items are listed by a saved reference or a contact sheet.
   void restoreSelected();
@@ -82,6 +83,7 @@ class CurationPresenter : public QObject {
   std::vector<core::AssetRef> still(const std::vector<QUuid>& ids) const;
   QUuid itemAfter(const QSet<QUuid>& leaving) const;
   void goTo(QUuid item);
+  void trash(const std::vector<core::AssetRef>& trashed);
   void restore(const std::vector<QUuid>& ids, exchange::Rejoin rejoin);
 
   Ports on_;

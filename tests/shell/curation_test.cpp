@@ -32,6 +32,11 @@ struct CurationTest : testing::Test {
     desk.store.save(core::LibraryTables::projects);
     return id;
   }
+  // Trashes what is selected, and says yes where a question comes first.
+  void trashAll() {
+    desk.curation.moveToTrash();
+    if (desk.alerts.current()) desk.alerts.answer(desk.alerts.current()->id, 0);
+  }
   void hold(const QUuid& id) {
     core::SavedReference reference;
     reference.id = base::newUuid();
@@ -140,7 +145,7 @@ TEST_F(CurationTest, WhatAReferenceHoldsIsAskedAboutFirst) {
   const QUuid id = make(QStringLiteral("one"));
   hold(id);
   desk.state.select({id});
-  desk.curation.moveToTrash();
+  trashAll();
   desk.state.setLocation(trashLocation);
   desk.state.select({id});
   desk.curation.restoreSelected();
@@ -161,7 +166,7 @@ TEST_F(CurationTest, CancellingTheQuestionLeavesTheItemInTrash) {
   const QUuid id = make(QStringLiteral("one"));
   hold(id);
   desk.state.select({id});
-  desk.curation.moveToTrash();
+  trashAll();
   desk.state.setLocation(trashLocation);
   desk.state.select({id});
   desk.curation.restoreSelected();
@@ -174,6 +179,39 @@ TEST_F(CurationTest, TheQuestionNamesSeveralItemsAndBothKindsOfHolders) {
             QStringLiteral("Before going to Trash, these 3 items were in 2 saved references and 1 contact sheet. "
                            "Restore Everywhere puts them back there too. Gallery Only takes them out of those, and "
                            "removes a reference left with no images."));
+}
+
+TEST_F(CurationTest, WhatAReferenceHoldsGoesToTrashOnlyAfterAYes) {
+  const QUuid id = make(QStringLiteral("one"));
+  hold(id);
+  desk.state.select({id});
+  desk.curation.moveToTrash();
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_EQ(desk.alerts.current()->title, QStringLiteral("Move this item to Trash?"));
+  EXPECT_EQ(desk.alerts.current()->text,
+            QStringLiteral("This item is used by Mira. One reference will have no images left and cannot be attached."));
+  EXPECT_FALSE(item(id)->isTrashed());
+  desk.alerts.answer(desk.alerts.current()->id, 1);
+  EXPECT_FALSE(item(id)->isTrashed());
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{id});
+  desk.curation.moveToTrash();
+  desk.alerts.answer(desk.alerts.current()->id, 0);
+  EXPECT_TRUE(item(id)->isTrashed());
+  EXPECT_FALSE(desk.alerts.current());
+}
+
+TEST_F(CurationTest, AnItemThatLeftWhileTheQuestionWasOpenIsLeftOut) {
+  const QUuid held = make(QStringLiteral("one"));
+  const QUuid other = make(QStringLiteral("two"));
+  hold(held);
+  desk.state.select({held, other});
+  desk.curation.moveToTrash();
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_EQ(desk.alerts.current()->title, QStringLiteral("Move these 2 items to Trash?"));
+  exchange::trash(desk.store, {item(other)});
+  desk.alerts.answer(desk.alerts.current()->id, 0);
+  EXPECT_TRUE(item(held)->isTrashed());
+  EXPECT_EQ(desk.alerts.toasts().back().text, QStringLiteral("Moved to Trash"));
 }
 
 TEST_F(CurationTest, AFailedTrashOffersNoCardAndKeepsTheSelection) {
