@@ -177,6 +177,12 @@ void ComposerState::setExpanded(bool expanded) {
   Q_EMIT changed();
 }
 
+void ComposerState::setAdvanced(bool advanced) {
+  if (advanced_ == advanced) return;
+  advanced_ = advanced;
+  Q_EMIT changed();
+}
+
 void ComposerState::setCount(int count) {
   request_.count = count;
   fitOutputSettings();
@@ -198,7 +204,8 @@ void ComposerState::setOption(const QString& field, const QString& value) {
     options.insert(field, value);
   }
   request_.options = options.isEmpty() ? std::nullopt : std::optional(options);
-  request_.lengthByModel.reset();
+  // One length for all takes the place of each model's own.
+  if (field == QStringLiteral("duration")) request_.lengthByModel.reset();
   Q_EMIT changed();
 }
 

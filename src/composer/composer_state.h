@@ -70,6 +70,9 @@ class ComposerState : public QObject {
   void setSeedText(const QString& text);
   void setProject(std::optional<QUuid> project);
   void setExpanded(bool expanded);
+  /// Whether the settings beyond the few that are always there are shown.
+  bool isAdvanced() const { return advanced_; }
+  void setAdvanced(bool advanced);
   void setCount(int count);
   void setSize(const QString& size);
   /// Sets a model setting of the request; an empty value takes it away.
@@ -156,6 +159,7 @@ class ComposerState : public QObject {
   std::optional<QUuid> markupAssetId_;
   std::optional<QUuid> projectId_;
   bool expanded_ = false;
+  bool advanced_ = false;
   QSet<QString> selectedModels_;
   QString seedText_;
   QString message_;

@@ -34,6 +34,7 @@ void ComposerIntentPreview::read(const QString& text, ComposerMode mode) {
   mentionedSeconds_ = seconds;
   if (presentationKey(intent) != presentationKey(intent_)) intent_ = std::move(intent);
   if (looksDifferent) Q_EMIT changed();
+  Q_EMIT textRead();
 }
 
 }  // namespace sorvan::composer

@@ -33,6 +33,8 @@ class ComposerIntentPreview final : public QObject {
  Q_SIGNALS:
   /// Something that is shown changed: typing inside a prompt is silent.
   void changed();
+  /// The text was read again, whether or not that changed anything here: for what follows its length.
+  void textRead();
 
  private:
   Task<> readLater(QString text, ComposerMode mode, std::stop_token stop);

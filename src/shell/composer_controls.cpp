@@ -117,6 +117,40 @@ void fillVideoLengths(ComposerDisplay& display, const ComposerState& state, cons
   if (panel.rows.size() > 1) fillChoices(display.lengths, panel.shared, alike ? panel.rows.front().value : QString());
 }
 
+const QString durationField = QStringLiteral("duration");
+
+// A setting that counts only beside another one, or that has nothing to choose from, is left to the model.
+bool isOffered(const Setting& setting) {
+  if (setting.field == durationField || setting.onlyWith) return false;
+  return setting.kind == Setting::Kind::toggle || setting.values.size() > 1;
+}
+
+SettingChoices choicesOf(const Setting& setting, const QString& chosen) {
+  SettingChoices choices{setting.field, setting.label, {}};
+  const QString current = chosen.isEmpty() ? setting.defaultValue.value_or(QString()) : chosen;
+  const auto add = [&](const QString& value, const QString& label) {
+    choices.values.push_back({value, label, value == current});
+  };
+  if (!setting.defaultValue) add({}, settingText({}, setting));
+  if (setting.kind == Setting::Kind::toggle) {
+    add(QStringLiteral("true"), texts::settingOn);
+    add(QStringLiteral("false"), texts::settingOff);
+  }
+  for (const QString& value : setting.values) add(value, settingText(value, setting));
+  return choices;
+}
+
+void fillSettings(ComposerDisplay& display, const ComposerState& state, const Models& chosen) {
+  if (isSound(chosen)) return;
+  std::vector<FalModel> records;
+  for (const SelectableModel& model : chosen) records.push_back(model.record);
+  const TextByKey options = state.request().options.value_or(TextByKey());
+  for (const Setting& setting : sharedSettings(records))
+    if (isOffered(setting)) display.settings.push_back(choicesOf(setting, options.value(setting.field)));
+  display.settingsOffered = !chosen.empty();
+  display.settingsShown = display.settingsOffered && state.isAdvanced();
+}
+
 }  // namespace
 
 bool composesSound(const ComposerState& state) { return isSound(state.chosenModels()); }
@@ -151,6 +185,7 @@ ComposerDisplay makeComposerControls(const ComposerState& state) {
   } else {
     chosen.size() == 1 ? fillVideoLength(display, state, chosen.front()) : fillVideoLengths(display, state, chosen);
   }
+  fillSettings(display, state, chosen);
   display.seedShown = std::any_of(chosen.begin(), chosen.end(), [](const auto& model) { return model.record.hasSeed; });
   display.seedText = state.seedText();
   display.seedTooltip = composer::texts::seedTooltip();

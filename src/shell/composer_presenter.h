@@ -87,6 +87,13 @@ struct LengthRow {
   std::vector<LengthChoice> lengths;
 };
 
+// A setting that the chosen models have in common, beyond shape, count, length and seed.
+struct SettingChoices {
+  QString field;  // what `chooseSetting` takes
+  QString label;  // “Resolution”
+  std::vector<LengthChoice> values;
+};
+
 // A line above the controls, with what can be done about it.
 struct ComposerNotice {
   ComposerNotice(QString words, std::vector<QString> titles = {}, AlertTone howGrave = AlertTone::warning)
@@ -137,6 +144,9 @@ struct ComposerDisplay {
   QString sharedLength = {};          // what all of several models have, or “Different lengths”
   QString lengthNote = {};            // why there is no length for all of them
   std::vector<LengthRow> lengthRows;  // each of several models; empty with one
+  std::vector<SettingChoices> settings = {};
+  bool settingsOffered = false;  // there is something to show in the settings strip
+  bool settingsShown = false;    // and it is open
   bool seedShown = true;
   QString seedText;
   QString seedTooltip;
@@ -161,6 +171,9 @@ struct ComposerDisplay {
   std::vector<ComposerNotice> notices;  // above the controls, top to bottom
   bool expanded = false;
 };
+
+// Characters of a prompt after which nothing more can be pasted or dropped: each key lays its line out anew.
+constexpr qsizetype longestPastedPrompt = 32'000;
 
 // The line at the foot of the dock. Errors stay until replaced; notes leave after five seconds.
 struct MessageLine {
@@ -187,6 +200,8 @@ class ComposerPresenter : public QObject {
   virtual QString draft() const = 0;
 
   virtual void editDraft(const QString& text) = 0;
+  // A text was not taken into the prompt, which would have had so many characters with it.
+  virtual void refusePaste(qsizetype characters) { Q_UNUSED(characters) }
   virtual void chooseOnlyModel(const QString& key) = 0;
   virtual void setModelChosen(const QString& key, bool chosen) = 0;
   // The picker opens: prices are brought up to date.
@@ -196,6 +211,9 @@ class ComposerPresenter : public QObject {
   virtual void chooseLength(const QString& value) = 0;
   // The length of one of several models, by its id.
   virtual void chooseLengthOf(const QString& model, const QString& value) { Q_UNUSED(model) Q_UNUSED(value) }
+  // An empty value leaves the setting to the model.
+  virtual void chooseSetting(const QString& field, const QString& value) { Q_UNUSED(field) Q_UNUSED(value) }
+  virtual void setSettingsShown(bool shown) { Q_UNUSED(shown) }
   virtual void editSeed(const QString& text) = 0;
   virtual void rollSeed() = 0;
   virtual void setExpanded(bool expanded) = 0;

@@ -17,6 +17,8 @@ inline QString reusedModelGone(const QString& model) {
              "it again from the model picker.")
       .arg(model);
 }
+inline const QString settingOn = QStringLiteral("On");
+inline const QString settingOff = QStringLiteral("Off");
 inline const QString lengthWord = QStringLiteral("Length");
 inline const QString commandPlaceholder =
     QStringLiteral("Find, filter, move, mark or compare media, or create a project");
@@ -25,6 +27,12 @@ inline const QString payWithCredits = QStringLiteral("Pay with Credits");
 inline const QString payWithFalKey = QStringLiteral("Pay with fal.ai Key");
 inline const QString composerCleared = QStringLiteral("Composer cleared");
 inline const QString composerReplaced = QStringLiteral("Your earlier prompt was replaced");
+inline QString promptWouldBeTooLong(const QString& characters, const QString& most) {
+  return QStringLiteral(
+             "That text was not added: the prompt would have %1 characters, and it takes up to %2. It is still where you "
+             "copied it.")
+      .arg(characters, most);
+}
 inline const QString promptSaved = QStringLiteral("Prompt saved. Find it under Prompt History in the composer.");
 inline const QString promptForgotten = QStringLiteral("Saved prompt removed");
 inline const QString commandMode = QStringLiteral("Command Mode");

@@ -4,10 +4,12 @@
 #include "generation/job_queue.h"
 #include "shell/alerts_presenter.h"
 #include "shell/composer_controls.h"
+#include "shell/composer_texts.h"
 #include "shell/locations.h"
 #include "shell/model_prices.h"
 #include "shell/references_presenter.h"
 #include "shell/texts.h"
+#include "shell/wording.h"
 #include "shell/workspace_state.h"
 
 #include <QRandomGenerator>
@@ -56,6 +58,10 @@ void GenerationComposer::connectState() {
   connect(&state, &ComposerState::messageChanged, this, &GenerationComposer::messageChanged);
   connect(&state, &ComposerState::focusRequested, this, &GenerationComposer::focusRequested);
   connect(&preview_, &ComposerIntentPreview::changed, this, &GenerationComposer::changed);
+  // A voice is paid by the character.
+  connect(&preview_, &ComposerIntentPreview::textRead, this, [this] {
+    if (composesSound(ports_.state)) Q_EMIT changed();
+  });
   connect(&ports_.prices, &ModelPrices::changed, this, &GenerationComposer::changed);
   if (ports_.references)
     connect(ports_.references, &ReferencesPresenter::importingChanged, this, &GenerationComposer::changed);
@@ -119,9 +125,16 @@ MessageLine GenerationComposer::message() const { return {ports_.state.message()
 QString GenerationComposer::draft() const { return ports_.state.draft(); }
 
 void GenerationComposer::editDraft(const QString& text) { ports_.state.updateLiveDraft(text); }
+void GenerationComposer::refusePaste(qsizetype characters) {
+  ports_.state.report(texts::promptWouldBeTooLong(countText(characters), countText(longestPastedPrompt)), true);
+}
 void GenerationComposer::chooseOnlyModel(const QString& key) { ports_.state.chooseOnly(key); }
 void GenerationComposer::chooseSize(const QString& size) { ports_.state.setSize(size); }
 void GenerationComposer::chooseCount(int count) { ports_.state.setCount(count); }
+void GenerationComposer::chooseSetting(const QString& field, const QString& value) {
+  ports_.state.setOption(field, value);
+}
+void GenerationComposer::setSettingsShown(bool shown) { ports_.state.setAdvanced(shown); }
 void GenerationComposer::editSeed(const QString& text) { ports_.state.setSeedText(text); }
 void GenerationComposer::setExpanded(bool expanded) { ports_.state.setExpanded(expanded); }
 void GenerationComposer::focus() { ports_.state.focus(); }

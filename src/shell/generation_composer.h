@@ -78,6 +78,7 @@ class GenerationComposer final : public ComposerPresenter {
   QString draft() const override;
 
   void editDraft(const QString& text) override;
+  void refusePaste(qsizetype characters) override;
   void chooseOnlyModel(const QString& key) override;
   void setModelChosen(const QString& key, bool chosen) override;
   void showModels() override;
@@ -85,6 +86,8 @@ class GenerationComposer final : public ComposerPresenter {
   void chooseCount(int count) override;
   void chooseLength(const QString& value) override;
   void chooseLengthOf(const QString& model, const QString& value) override;
+  void chooseSetting(const QString& field, const QString& value) override;
+  void setSettingsShown(bool shown) override;
   void editSeed(const QString& text) override;
   void rollSeed() override;
   void setExpanded(bool expanded) override;

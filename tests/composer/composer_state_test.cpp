@@ -153,6 +153,16 @@ TEST_F(ComposerStateTest, KeepsALengthPerModelOnlyWhereTheModelOffersIt) {
   EXPECT_FALSE(state.request().lengthByModel);
 }
 
+TEST_F(ComposerStateTest, AnotherSettingLeavesTheLengthOfEachModelAlone) {
+  state.chooseOnly(key("clip"));
+  state.selectModel(key("other-clip"), true);
+  state.setLengths({{QStringLiteral("clip"), QStringLiteral("10")}});
+  state.setOption(QStringLiteral("resolution"), QStringLiteral("2K"));
+  EXPECT_TRUE(state.request().lengthByModel);
+  state.setOption(QStringLiteral("duration"), QStringLiteral("5"));
+  EXPECT_FALSE(state.request().lengthByModel);
+}
+
 TEST_F(ComposerStateTest, ASnapshotComesBackWhole) {
   state.chooseOnly(key("clip"));
   state.setOption(QStringLiteral("duration"), QStringLiteral("10"));
@@ -176,6 +186,19 @@ TEST_F(ComposerStateTest, ASnapshotWithoutAReadableRequestChangesNothing) {
   kept.request = QByteArrayLiteral("{");
   state.restore(kept, everything, everything);
   EXPECT_EQ(state.draft(), QStringLiteral("mine"));
+}
+
+TEST_F(ComposerStateTest, ARequestThatCannotBeWrittenLeavesTheLastOneInTheSnapshot) {
+  state.setSeedText(QStringLiteral("42"));
+  const QByteArray before = state.saved().request;
+  ASSERT_FALSE(before.isEmpty());
+  const QUuid picture = newUuid();
+  state.attachFirst(picture);
+  state.setMarkup({{std::nan(""), 0, 1, 1, QString()}}, picture);
+  state.updateLiveDraft(QStringLiteral("words that matter"));
+  const ComposerDraft kept = state.saved();
+  EXPECT_EQ(kept.request, before);
+  EXPECT_EQ(kept.text, QStringLiteral("words that matter"));
 }
 
 TEST_F(ComposerStateTest, ASnapshotWhoseModelsAreGoneComesBackWithTheDefault) {

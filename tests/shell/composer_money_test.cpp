@@ -27,6 +27,7 @@ class CreditsDesk final : public PaymentDesk {
   std::optional<composer::AccountBalance> account() const override { return balance; }
   std::optional<std::int64_t> credits(const core::GenerationRequest& request,
                                       const catalogue::FalModel& model) const override {
+    if (eachCharacter > 0) return eachCharacter * request.prompt.size();
     if (!prices.contains(model.id)) return std::nullopt;
     return prices[model.id] * request.count;
   }
@@ -36,6 +37,7 @@ class CreditsDesk final : public PaymentDesk {
   bool signedIn = true;
   std::optional<composer::AccountBalance> balance = composer::AccountBalance{9'000'000'000, 0};
   QHash<QString, std::int64_t> prices;
+  std::int64_t eachCharacter = 0;  // what every model costs then
   int bought = 0;
 };
 
@@ -87,6 +89,34 @@ struct ComposerMoneyTest : testing::Test {
     return texts;
   }
 };
+
+TEST_F(ComposerMoneyTest, ThePriceOfAVoiceFollowsTyping) {
+  composer.startAudio();
+  credits.eachCharacter = 1;
+  composer.editDraft(QStringLiteral("Hello"));
+  desk.clock->advance(200ms);
+  test::runPosted();
+  EXPECT_EQ(composer.display().estimate, QStringLiteral("5 credits"));
+  const QSignalSpy changed(&composer, &ComposerPresenter::changed);
+  composer.editDraft(QStringLiteral("Hello you"));
+  EXPECT_EQ(changed.count(), 0) << "the figure waits for a pause in typing";
+  desk.clock->advance(200ms);
+  test::runPosted();
+  EXPECT_GT(changed.count(), 0);
+  EXPECT_EQ(composer.display().estimate, QStringLiteral("9 credits"));
+}
+
+TEST_F(ComposerMoneyTest, TypingInsideAPromptForAPictureRedrawsNothing) {
+  price(4);
+  composer.editDraft(QStringLiteral("a fox"));
+  desk.clock->advance(200ms);
+  test::runPosted();
+  const QSignalSpy changed(&composer, &ComposerPresenter::changed);
+  composer.editDraft(QStringLiteral("a fox in snow"));
+  desk.clock->advance(200ms);
+  test::runPosted();
+  EXPECT_EQ(changed.count(), 0);
+}
 
 TEST_F(ComposerMoneyTest, FiveHundredCreditsAreSpentWithoutAQuestion) {
   price(500);

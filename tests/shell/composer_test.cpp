@@ -249,6 +249,42 @@ TEST_F(ComposerTest, AMegabyteOfTextIsKeptWholeAndGivenBack) {
   EXPECT_EQ(desk.composer.draft(), pasted);
 }
 
+TEST_F(ComposerTest, ATextThatIsNotTakenInIsSaidWithItsLength) {
+  desk.composer.editDraft(QStringLiteral("a red boat"));
+  desk.composer.refusePaste(1'048'586);
+  EXPECT_TRUE(desk.composer.message().isError);
+  EXPECT_EQ(desk.composer.message().text,
+            QStringLiteral("That text was not added: the prompt would have 1,048,586 characters, and it takes up to "
+                           "32,000. It is still where you copied it."));
+  EXPECT_EQ(desk.composer.draft(), QStringLiteral("a red boat"));
+}
+
+TEST_F(ComposerTest, TheSettingsThatTheModelsHaveInCommonAreOffered) {
+  const auto chosen = [this] {
+    QStringList labels;
+    for (const SettingChoices& setting : desk.composer.display().settings)
+      for (const LengthChoice& value : setting.values)
+        if (value.chosen) labels << setting.label + QStringLiteral(": ") + value.label;
+    return labels;
+  };
+  EXPECT_EQ(chosen(), QStringList{QStringLiteral("Resolution: 1K")});
+  desk.composer.chooseSetting(QStringLiteral("resolution"), QStringLiteral("4K"));
+  EXPECT_EQ(chosen(), QStringList{QStringLiteral("Resolution: 4K")});
+  EXPECT_EQ(desk.composing.request().options->value(QStringLiteral("resolution")), QStringLiteral("4K"));
+  // The other model knows no resolution.
+  desk.composer.setModelChosen(QStringLiteral("fal.ai:fal-ai/flux/schnell"), true);
+  EXPECT_EQ(chosen(), QStringList());
+  EXPECT_FALSE(desk.composing.request().options);
+}
+
+TEST_F(ComposerTest, TheSettingsStripStaysOpenWhenTheComposerIsCleared) {
+  EXPECT_FALSE(desk.composer.display().settingsShown);
+  desk.composer.setSettingsShown(true);
+  EXPECT_TRUE(desk.composer.display().settingsShown);
+  desk.composer.clear();
+  EXPECT_TRUE(desk.composer.display().settingsShown);
+}
+
 TEST_F(ComposerTest, SettingsEditedByHandNeverStopTheComposer) {
   desk.settings->set(QStringLiteral("interpretWithAI"), QStringLiteral("perhaps"));
   desk.settings->set(QStringLiteral("pendingInterpretations"), QStringLiteral("none"));

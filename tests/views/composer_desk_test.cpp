@@ -5,11 +5,15 @@
 
 #include "shell/desk.h"
 #include "shell/two_clips.h"
+#include "shell/views/choice_buttons.h"
 #include "shell/views/composer_head.h"
+#include "shell/views/composer_settings.h"
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
+#include "shell/views/fields.h"
 #include "shell/views/prompt_edit.h"
 #include "shell/views/prompt_history.h"
+#include "shell/views/segmented_control.h"
 #include "shell/views/thumbnail_store.h"
 #include "views/dressed.h"
 
@@ -114,6 +118,40 @@ TEST_F(ComposerDeskTest, LeavingTheFieldHandsTheDraftToTheDisk) {
   test::runTask(desk.store.composer().whenWritten());
   ASSERT_TRUE(desk.store.keptComposer());
   EXPECT_EQ(desk.store.keptComposer()->text, u"half a thought"_s);
+}
+
+TEST_F(ComposerDeskTest, TheSettingsStripOpensBelowThePromptAndChooses) {
+  const int before = dock.heightForWidth(900);
+  QTest::mouseClick(named<IconButton>(dock, u"More Settings"_s), Qt::LeftButton);
+  auto* strip = dock.findChild<ComposerSettings*>();
+  ASSERT_TRUE(strip && strip->isVisible());
+  EXPECT_GT(dock.heightForWidth(900), before + 60);
+  EXPECT_GT(strip->y(), prompt->geometry().bottom());
+  auto* resolution = named<SegmentedControl>(*strip, u"Resolution"_s);
+  ASSERT_TRUE(resolution);
+  EXPECT_EQ(resolution->current(), 1);
+  QTest::mouseClick(named<QAbstractButton>(*resolution, u"4K"_s), Qt::LeftButton);
+  EXPECT_EQ(desk.composing.request().options->value(u"resolution"_s), u"4K"_s);
+  EXPECT_EQ(resolution->current(), 3);
+  auto* square = named<RatioButton>(*strip, u"1:1, Square"_s);
+  ASSERT_TRUE(square);
+  QTest::mouseClick(square, Qt::LeftButton);
+  EXPECT_TRUE(square->isChecked());
+  EXPECT_EQ(desk.composing.request().size, u"1024x1024"_s);
+  QTest::mouseClick(named<IconButton>(dock, u"More Settings"_s), Qt::LeftButton);
+  EXPECT_FALSE(strip->isVisible());
+}
+
+TEST_F(ComposerDeskTest, TheSettingsStripFollowsTheChips) {
+  desk.composer.setSettingsShown(true);
+  auto* strip = dock.findChild<ComposerSettings*>();
+  desk.composer.chooseCount(3);
+  EXPECT_EQ(named<SegmentedControl>(*strip, u"Count"_s)->current(), 2);
+  desk.composer.rollSeed();
+  EXPECT_EQ(named<TextField>(*strip, u"Seed"_s)->text(), desk.composing.seedText());
+  desk.composer.chooseOnlyModel(u"fal.ai:fal-ai/flux/schnell"_s);
+  const auto* resolution = named<SegmentedControl>(*strip, u"Resolution"_s);
+  EXPECT_FALSE(resolution && resolution->isVisible());
 }
 
 TEST_F(ComposerDeskTest, TheButtonsOfANoticeAreReachableByKeyAndDoWhatTheySay) {

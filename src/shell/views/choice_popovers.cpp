@@ -1,10 +1,9 @@
 #include "shell/views/choice_popovers.h"
 
-#include <QAbstractButton>
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QPainter>
 
+#include "shell/views/choice_buttons.h"
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
 #include "shell/views/icons.h"
@@ -17,58 +16,6 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// Buttons in a popover answer Enter like Space; a plain button would not.
-class ChoiceButton : public QAbstractButton {
- public:
-  ChoiceButton(const QString& name, bool chosen) {
-    setCheckable(true);
-    setChecked(chosen);
-    setAutoExclusive(true);
-    setAccessibleName(name);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
-  }
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
-    QAbstractButton::keyPressEvent(event);
-  }
-  void paintGround(QPainter& painter) const {
-    const Colors& c = colors();
-    if (isChecked())
-      paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
-    else if (underMouse())
-      paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
-  }
-};
-
-// A ratio drawn to scale above its name.
-class RatioButton final : public ChoiceButton {
- public:
-  explicit RatioButton(const RatioChoice& ratio)
-      : ChoiceButton(ratio.ratio + u", "_s + ratio.name, ratio.chosen), ratio_(ratio) {
-    setToolTip(ratio.name);
-  }
-  QSize sizeHint() const override { return {58, 54}; }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    const Colors& c = colors();
-    QPainter painter(this);
-    paintGround(painter);
-    const QColor ink = !ratio_.offered ? c.textDisabled : (isChecked() ? c.accentText : c.textSecondary);
-    const QSizeF shape = QSizeF(ratio_.width, ratio_.height).scaled(20, 20, Qt::KeepAspectRatio);
-    paintRing(painter,
-              QRectF(width() / 2.0 - shape.width() / 2, 19 - shape.height() / 2, shape.width(), shape.height()), 2, 1.5,
-              ink);
-    paintText(painter, QRect(0, 34, width(), 15), {ratio_.ratio, fontFor(Type::caption), ink, Qt::AlignCenter});
-  }
-
- private:
-  RatioChoice ratio_;
-};
 
 class LengthButton final : public ChoiceButton {
  public:
@@ -111,7 +58,7 @@ Popover* openRatioPopover(ComposerPresenter& composer, QWidget* chip) {
   grid->setSpacing(4);
   int place = 0;
   for (const RatioChoice& ratio : composer.display().ratios) {
-    auto* button = new RatioButton(ratio);
+    auto* button = new RatioButton(ratio, {58, 54});
     QObject::connect(button, &QAbstractButton::clicked, popover, [&composer, popover, size = ratio.size] {
       composer.chooseSize(size);
       popover->dismiss();

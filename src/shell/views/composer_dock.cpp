@@ -6,6 +6,7 @@
 
 #include "shell/views/choice_popovers.h"
 #include "shell/views/composer_head.h"
+#include "shell/views/composer_settings.h"
 #include "shell/views/composer_words.h"
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
@@ -60,6 +61,10 @@ void ComposerDock::build(ThumbnailStore& thumbnails) {
   count_ = new Chip(u"layers"_s, this);
   seed_ = new Chip(u"dices"_s, this);
   seed_->setChevron(false);
+  more_ = new IconButton(u"sliders-horizontal"_s, texts::moreSettings(), {}, this);
+  more_->setControlSize(ControlSize::compact);
+  more_->setCheckable(true);
+  settings_ = new ComposerSettings(composer_, this);
   estimate_ = new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight, this);
   estimate_->setWeight(Weight::medium);
   submit_ = new Button({}, ButtonVariant::primary, this);
@@ -99,6 +104,7 @@ void ComposerDock::connectControls() {
     Q_EMIT heightChanged();
     arrange();
   });
+  connect(prompt_, &PromptEdit::pasteRefused, this, [this](qsizetype characters) { composer_.refusePaste(characters); });
   connect(prompt_, &PromptEdit::submitted, this, [this] { composer_.submit(); });
   connect(prompt_, &PromptEdit::focused, this, [this] { composer_.setExpanded(true); });
   connect(prompt_, &PromptEdit::escapePressed, this, &ComposerDock::leave);
@@ -117,6 +123,7 @@ void ComposerDock::connectControls() {
   connect(length_, &Chip::clicked, this, &ComposerDock::openLengths);
   connect(count_, &Chip::clicked, this, [this] { open(openCountPopover(composer_, count_)); });
   connect(seed_, &Chip::clicked, this, [this] { open(openSeedPopover(composer_, seed_)); });
+  connect(more_, &IconButton::clicked, this, [this] { composer_.setSettingsShown(!display_.settingsShown); });
   connect(kind_, &SegmentedControl::chosen, this, &ComposerDock::chooseKind);
   connect(kindIcons_, &SegmentedControl::chosen, this, &ComposerDock::chooseKind);
 }
@@ -173,6 +180,8 @@ void ComposerDock::refresh() {
   kind_->setCurrent(kind);
   kindIcons_->setCurrent(kind);
   refreshChips(display_);
+  more_->setChecked(display_.settingsShown);
+  if (display_.settingsShown) settings_->refresh(display_);
   references_->show(display_.references);
   refreshNotices(display_);
   Q_EMIT heightChanged();

@@ -12,6 +12,7 @@ namespace sorvan::views {
 
 class Button;
 class Chip;
+class ComposerSettings;
 class ElidedLabel;
 class HeadChoice;
 class IconButton;
@@ -109,6 +110,8 @@ class ComposerDock final : public QWidget {
   Chip* length_;
   Chip* count_;
   Chip* seed_;
+  IconButton* more_;
+  ComposerSettings* settings_;
   ElidedLabel* estimate_;
   Button* submit_;
   QWidget* messageIcon_;

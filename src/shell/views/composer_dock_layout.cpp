@@ -3,6 +3,7 @@
 
 #include "shell/views/composer_dock.h"
 #include "shell/views/composer_head.h"
+#include "shell/views/composer_settings.h"
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
 #include "shell/views/labels.h"
@@ -58,6 +59,8 @@ void ComposerDock::arrange() {
   count_->setVisible(open && prompting && display_.countShown);
   seed_->setVisible(open && prompting && display_.seedShown);
   ratio_->setVisible(prompting && display_.ratioShown);
+  more_->setVisible(open && prompting && display_.settingsOffered);
+  settings_->setVisible(open && prompting && display_.settingsShown);
   commandIcon_->setVisible(open && display_.command);
   commandLabel_->setVisible(open && display_.command && !display_.commandLabel.isEmpty());
   interpret_->setVisible(open && display_.interpretOffered);
@@ -125,6 +128,11 @@ int ComposerDock::arrangeExpanded(int width, bool place) const {
     y += height + kRowGap;
   }
   y += placePrompt(left, right, y, place) + kRowGap;
+  if (!display_.command && display_.settingsShown) {
+    const int height = settings_->heightForWidth(right - left);
+    if (place) put(settings_, left, y, right - left, height);
+    y += height + kRowGap;
+  }
   for (NoticeBar* notice : notices_) {
     const int height = std::max(32, notice->heightForWidth(right - left));
     if (place) put(notice, left, y, right - left, height), notice->show();
@@ -194,7 +202,8 @@ int ComposerDock::placeControls(int left, int right, int top, bool place) const 
   const int submitWidth = submit_->sizeHint().width();
   put(submit_, right - submitWidth, top, submitWidth, kSubmitHeight);
   const int end = placeEstimate(right - submitWidth - kRowGap, top, kSubmitHeight);
-  fitChips(end - left);
+  const int more = more_->isVisibleTo(this) ? more_->sizeHint().width() : 0;
+  fitChips(end - left - (more > 0 ? more + kChipGap : 0));
   int x = left;
   if (interpret_->isVisibleTo(this)) centre(interpret_, x, top, kSubmitHeight, interpret_->sizeHint().width());
   for (Chip* chip : {model_, ratio_, length_, count_, seed_}) {
@@ -202,6 +211,7 @@ int ComposerDock::placeControls(int left, int right, int top, bool place) const 
     centre(chip, x, top, kSubmitHeight, chip->width());
     x += chip->width() + kChipGap;
   }
+  if (more > 0) centre(more_, x, top, kSubmitHeight, more);
   return top + kSubmitHeight;
 }
 

@@ -18,6 +18,12 @@ inline QString clearTooltip() {
   return QStringLiteral(
       "Clear the prompt and references and put the model and settings back to how the composer starts");
 }
+inline QString moreSettings() { return QStringLiteral("More Settings"); }
+inline QString settingsStrip() { return QStringLiteral("Generation settings"); }
+inline QString outputs() { return QStringLiteral("Outputs"); }
+inline QString mostOutputs(int most) { return QStringLiteral("up to %1").arg(most); }
+inline QString emptySeed() { return QStringLiteral("Leave empty for a new result each time"); }
+inline QString noValue() { return QStringLiteral("Choose"); }
 inline QString promptHistory() { return QStringLiteral("Prompt History"); }
 inline QString promptHistoryTooltip() {
   return QStringLiteral("Prompt History: reuse a prompt you saved or used recently, or save the current one");

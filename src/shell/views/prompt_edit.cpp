@@ -11,12 +11,29 @@
 #include <QToolTip>
 
 #include "generation/texts.h"
+#include "shell/composer_presenter.h"
 #include "shell/views/dropped_media.h"
 #include "shell/views/painting.h"
 #include "shell/views/theme.h"
 #include "shell/views/typography.h"
 
 namespace sorvan::views {
+
+namespace {
+
+// Looking for a place between words costs the square of such a run, breaking it anywhere costs its length.
+constexpr qsizetype kLongestUnbrokenRun = 10'000;
+
+bool hasEndlessRun(const QString& text) {
+  qsizetype run = 0;
+  for (const QChar character : text) {
+    run = character.isSpace() ? 0 : run + 1;
+    if (run > kLongestUnbrokenRun) return true;
+  }
+  return false;
+}
+
+}  // namespace
 
 PromptEdit::PromptEdit(const QString& name, QWidget* parent) : QTextEdit(parent) {
   setAccessibleName(name);
@@ -31,7 +48,13 @@ PromptEdit::PromptEdit(const QString& name, QWidget* parent) : QTextEdit(parent)
   setLineDistance();
   dress();
   connect(&Theme::instance(), &Theme::changed, this, &PromptEdit::dress);
-  connect(this, &QTextEdit::textChanged, this, [this] { Q_EMIT edited(toPlainText()); });
+  keepGlyphs(0, 0, 0);
+  connect(document(), &QTextDocument::contentsChange, this, &PromptEdit::keepGlyphs);
+  connect(this, &QTextEdit::textChanged, this, [this] {
+    const QString text = toPlainText();
+    breakLinesFor(text);
+    Q_EMIT edited(text);
+  });
 }
 
 void PromptEdit::dress() {
@@ -54,9 +77,24 @@ void PromptEdit::setLineDistance() {
   all.mergeBlockFormat(format);
 }
 
+// A paragraph would be shaped anew for each question about a place in it, and again to be painted: of a long one that
+// is a hundred times what the key itself costs.
+void PromptEdit::keepGlyphs(int position, int, int added) {
+  QTextBlock block = document()->findBlock(position);
+  for (; block.isValid() && block.position() <= position + added; block = block.next())
+    block.layout()->setCacheEnabled(true);
+}
+
+// Set only where it differs, because it lays everything out anew.
+void PromptEdit::breakLinesFor(const QString& text) {
+  const auto wished = hasEndlessRun(text) ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere;
+  if (wordWrapMode() != wished) setWordWrapMode(wished);
+}
+
 void PromptEdit::setDraft(const QString& text) {
   const QString present = toPlainText();
   if (text == present) return;
+  breakLinesFor(text);
   {
     const QSignalBlocker quiet(this);
     if (text.isEmpty() || present.isEmpty()) {
@@ -129,8 +167,8 @@ void PromptEdit::dressMarks() {
   setExtraSelections(coloured);
 }
 
-// One area for each line that the mention stands on.
-std::vector<QRectF> PromptEdit::areasOf(const MentionMark& mark) const {
+// One area for each line in sight that the mention stands on.
+std::vector<QRectF> PromptEdit::areasOf(const MentionMark& mark, const QRectF& view) const {
   std::vector<QRectF> areas;
   const QTextBlock block = document()->findBlock(mark.start);
   const QTextLayout* layout = block.isValid() ? block.layout() : nullptr;
@@ -149,10 +187,11 @@ std::vector<QRectF> PromptEdit::areasOf(const MentionMark& mark) const {
     const int first = std::max(from, line.textStart());
     const int last = std::min(to, line.textStart() + line.textLength());
     if (first >= last) continue;
+    const double top = origin.y() + line.y() - scrolled.y();
+    if (top > view.bottom() || top + line.height() < view.top()) continue;
     const double left = line.cursorToX(first);
     const double right = line.cursorToX(last);
-    areas.emplace_back(origin.x() + std::min(left, right) - scrolled.x(), origin.y() + line.y() - scrolled.y(),
-                       std::abs(right - left), line.height());
+    areas.emplace_back(origin.x() + std::min(left, right) - scrolled.x(), top, std::abs(right - left), line.height());
   }
   return areas;
 }
@@ -167,11 +206,9 @@ void PromptEdit::paintEvent(QPaintEvent* event) {
   if (!marks_.empty()) {
     QPainter painter(viewport());
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF view = viewport()->rect();
     for (const MentionMark& mark : marks_)
-      for (const QRectF& area : areasOf(mark))
-        if (area.intersects(view))
-          paintPanel(painter, area.adjusted(-3, 1, 3, -1), 5, mark.attached ? colors().accentSoft : colors().warningSoft);
+      for (const QRectF& area : areasOf(mark, viewport()->rect()))
+        paintPanel(painter, area.adjusted(-3, 1, 3, -1), 5, mark.attached ? colors().accentSoft : colors().warningSoft);
   }
   QTextEdit::paintEvent(event);
 }
@@ -237,8 +274,19 @@ void PromptEdit::insertFromMimeData(const QMimeData* source) {
   if (pastesMedia(*source)) {
     Q_EMIT mediaPasted(*source);
   } else if (source->hasText()) {
-    insertPlainText(source->text());
+    takeText(source->text());
   }
+}
+
+void PromptEdit::takeText(const QString& text) {
+  const QString present = toPlainText();
+  const qsizetype characters = present.size() - textCursor().selectedText().size() + text.size();
+  if (characters > longestPastedPrompt && characters > present.size()) {
+    Q_EMIT pasteRefused(characters);
+    return;
+  }
+  breakLinesFor(present + text);
+  insertPlainText(text);
 }
 
 }  // namespace sorvan::views

@@ -41,6 +41,8 @@ class PromptEdit final : public QTextEdit {
   // Code put another text in place.
   void draftTaken();
   void composingChanged();
+  // A text was not taken in, because the prompt would have had so many characters with it.
+  void pasteRefused(qsizetype characters);
   // Pictures were pasted, as files or as a picture: the data lives as long as the call.
   void mediaPasted(const QMimeData& data);
 
@@ -59,7 +61,10 @@ class PromptEdit final : public QTextEdit {
   void dress();
   void dressMarks();
   void replaceDifference(const QString& text);
-  std::vector<QRectF> areasOf(const MentionMark& mark) const;
+  void breakLinesFor(const QString& text);
+  void takeText(const QString& text);
+  void keepGlyphs(int position, int removed, int added);
+  std::vector<QRectF> areasOf(const MentionMark& mark, const QRectF& view) const;
 
   std::vector<MentionMark> marks_;
   bool composing_ = false;
