@@ -16,6 +16,9 @@ inline QString fileChanged(const QString& fileName) {
 inline QString projectGone() {
   return QStringLiteral("The project was removed while the file was being copied. Nothing was added.");
 }
+inline QString strangeImportNote() {
+  return QStringLiteral("The note of an import speaks of something that no import leaves.");
+}
 inline QString importStep() { return QStringLiteral("Import Media"); }
 
 }  // namespace sorvan::exchange::texts

@@ -12,6 +12,7 @@
 #include "core/media_inspection.h"
 #include "core/thumbnails.h"
 #include "exchange/import_one.h"
+#include "exchange/texts.h"
 
 namespace sorvan::exchange {
 
@@ -29,19 +30,25 @@ QString notePath(const WorkspaceFiles& files, const QUuid& asset) {
 }
 
 /// A note is a file like any other: what it names must be a place where imports go.
-bool isPlaceOfImports(const WorkspaceFiles& files, const QString& relative) {
+bool isPlaceOfImports(const QString& relative) {
   const QStringList parts = relative.split(u'/');
   if (parts.size() < 3 || parts.contains(u".."_s) || parts.contains(u"."_s) || parts.contains(QString())) return false;
+  if (relative.contains(QChar::Null) || parts.front().startsWith(u'.')) return false;
   const QString& folder = parts[parts.size() - 2];
-  if ((folder != u"references"_s && folder != u"imported"_s) || parts.front().startsWith(u'.')) return false;
+  return folder == u"references"_s || folder == u"imported"_s;
+}
+
+/// A folder on the way may be a link to elsewhere.
+bool liesInWorkspace(const WorkspaceFiles& files, const QString& relative) {
   const QString place = QFileInfo(QFileInfo(files.absolute(relative)).path()).canonicalFilePath();
   return place.startsWith(files.root() + u'/');
 }
 
 std::optional<ImportNote> readNote(const WorkspaceFiles& files, const QString& file) {
   try {
-    const ImportNote note = decodeJson<ImportNote>(readFile(file, largestNote));
-    if (notePath(files, note.asset) != file || !isPlaceOfImports(files, note.path)) return std::nullopt;
+    const QUuid asset = uuidFromText(QFileInfo(file).completeBaseName());
+    ImportNote note = decodeImportNote(readFile(file, largestNote), asset);
+    if (notePath(files, asset) != file || !liesInWorkspace(files, note.path)) return std::nullopt;
     return note;
   } catch (const SorvanError&) {
     return std::nullopt;
@@ -82,6 +89,14 @@ void writeImportNote(const WorkspaceFiles& files, const ImportNote& note) {
   ensureFolderDurably(notesFolder(files));
   writeDurably(notePath(files, note.asset), encodeJson(note), DurableMode::Sidecar, Replacing::NoReplace);
 }
+
+ImportNote decodeImportNote(const QByteArray& json, const QUuid& asset) {
+  ImportNote note = decodeJson<ImportNote>(json);
+  if (asset.isNull() || note.asset != asset || !isPlaceOfImports(note.path)) throw SorvanError(texts::strangeImportNote());
+  return note;
+}
+
+QString importedThumbnailPath(const ImportNote& note) { return thumbnailPath(note.path, note.asset); }
 
 void dropImportNote(const WorkspaceFiles& files, const QUuid& asset) {
   try {

@@ -22,12 +22,18 @@ struct ImportNote {
   QString source;  ///< raw value of AssetSourceType
   std::optional<Instant> createdAt;
   std::optional<bool> withdrawn;  ///< the import failed: unless its record is there after all, its files go
+  bool operator==(const ImportNote&) const = default;
 };
 BOOST_DESCRIBE_STRUCT(ImportNote, (),
                       (asset, path, checksum, project, originalFilename, source, createdAt, withdrawn))
 
 /// Writes the note durably to `.sorvan/imports/{UUID}.json`. Throws FileError. Any thread.
 void writeImportNote(const WorkspaceFiles& files, const ImportNote& note);
+/// The note that the file of this item holds. Throws SorvanError for what does not decode, speaks of another item, or
+/// names a place where no import goes: anybody may have written it.
+ImportNote decodeImportNote(const QByteArray& json, const QUuid& asset);
+/// Where the thumbnail of a copy stands, relative to the workspace like the copy.
+QString importedThumbnailPath(const ImportNote& note);
 /// A note that cannot be removed is found at the next opening, which then sees that nothing is left to do. Any thread.
 void dropImportNote(const WorkspaceFiles& files, const QUuid& asset);
 /// Removes the thumbnail that was drawn for the note. Blocks.
