@@ -19,6 +19,7 @@
 #include "exchange/trash.h"
 #include "generation/cancel_and_retry.h"
 #include "generation/enqueue.h"
+#include "torture/driver_projects.h"
 #include "torture/driver_sheets.h"
 
 namespace sorvan::torture {
@@ -171,6 +172,12 @@ void handleSheet(HeadlessStudio& studio, const QJsonObject& command) {
     acknowledge(QStringLiteral("sheet"), base::uuidFromText(textOf(promise, "id")), promise);
 }
 
+void handleProject(HeadlessStudio& studio, const QJsonObject& command) {
+  const QJsonObject promise = changeProject(studio, command);
+  if (!promise.isEmpty())
+    acknowledge(QStringLiteral("project"), base::uuidFromText(textOf(promise, "id")), promise);
+}
+
 void saveRaw(HeadlessStudio& studio) {
   for (const JobRef& job : endedBadly(*studio.store)) generation::saveRawResult(*studio.queue, job->id);
 }
@@ -274,6 +281,7 @@ base::Task<> carryOut(HeadlessStudio& studio, QJsonObject command) {
   else if (name == QStringLiteral("trash")) trashNewest(studio, command);
   else if (name == QStringLiteral("restore")) restoreAll(studio, command);
   else if (name == QStringLiteral("sheet")) handleSheet(studio, command);
+  else if (name == QStringLiteral("project")) handleProject(studio, command);
   else if (name == QStringLiteral("prompt")) keepPrompt(studio, command);
   else if (name == QStringLiteral("draft")) keepDraft(studio, command);
   else if (name == QStringLiteral("type")) co_await typeDrafts(studio, command);

@@ -24,6 +24,8 @@ namespace sorvan::torture {
 //   sheet      "what" is done with a contact sheet: "make" (of the newest items), "order" (the oldest sheet's items the
 //              other way round), "title" (the oldest sheet gets "number"), "restore" (the oldest sheet), "trash" (the
 //              newest sheet); "quietly": nothing is promised
+//   project    "what" is done with a project: "make" (called "number"), "name" (the oldest one becomes "number"),
+//              "archive" (the oldest one)
 //   retry-save tries again to write whatever is not on the disk
 //   gateway    "pays": credits pay from now on; "away": nobody can ask for cancelled operations
 //   settled    waits until the fate of cancelled operations is known, as far as it can be

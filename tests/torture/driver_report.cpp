@@ -8,6 +8,7 @@
 #include "base/sorvan_error.h"
 #include "generation/cancel_and_retry.h"
 #include "generation/result_recovery.h"
+#include "torture/driver_projects.h"
 #include "torture/driver_sheets.h"
 
 namespace sorvan::torture {
@@ -90,6 +91,7 @@ QJsonObject reportOf(const HeadlessStudio& studio) {
           {QStringLiteral("draft"), draft ? draft->text : QString()},
           {QStringLiteral("sheets"), static_cast<qint64>(store.contactSheets().size())},
           {QStringLiteral("contactSheets"), sheetReports(store)},
+          {QStringLiteral("projects"), projectReports(store)},
           {QStringLiteral("savedReferences"), static_cast<qint64>(store.savedReferences().size())},
           {QStringLiteral("charges"), static_cast<qint64>(store.extraCharges().entries().size())},
           {QStringLiteral("error"), store.error() ? QJsonValue(*store.error()) : QJsonValue()},

@@ -48,6 +48,7 @@ class Judge {
   QJsonObject item(const QString& id) const;
   bool keeps(const QJsonObject& promise) const;
   bool keepsSheet(const QJsonObject& promise) const;
+  bool keepsProject(const QJsonObject& promise) const;
   void result(const Purchase& purchase);
   void rawResult(const Purchase& purchase);
   void markedResult(const Purchase& purchase, const QJsonObject& job);
@@ -89,6 +90,17 @@ bool Judge::keepsSheet(const QJsonObject& promise) const {
   return false;
 }
 
+// A project's number grows as a draft's does; what was put away stays so.
+bool Judge::keepsProject(const QJsonObject& promise) const {
+  for (const QJsonValue& value : seen.report.value(u"projects"_s).toArray()) {
+    const QJsonObject project = value.toObject();
+    if (project.value(u"id"_s) != promise.value(u"id"_s)) continue;
+    const bool archived = !promise.value(u"archived"_s).toBool() || project.value(u"archived"_s).toBool();
+    return archived && project.value(u"name"_s).toString().toInt() >= promise.value(u"number"_s).toInt();
+  }
+  return false;
+}
+
 // Whether what was promised is there. Drafts and ratings are numbers that grow: a later one may have reached the disk
 // without its acknowledgement, an earlier one may not come back.
 bool Judge::keeps(const QJsonObject& promise) const {
@@ -101,6 +113,7 @@ bool Judge::keeps(const QJsonObject& promise) const {
     return item(id.toString()).value(u"stars"_s).toInt() >= promise.value(u"stars"_s).toInt();
   if (did == u"trash"_s) return item(id.toString()).value(u"trashed"_s) == promise.value(u"trashed"_s);
   if (did == u"sheet"_s) return keepsSheet(promise);
+  if (did == u"project"_s) return keepsProject(promise);
   if (did == u"prompt"_s) return seen.report.value(u"prompts"_s).toArray().contains(promise.value(u"text"_s));
   if (did == u"review"_s) return seen.report.value(u"reviews"_s).toArray().contains(id);
   if (did == u"draft"_s)
@@ -210,6 +223,8 @@ void Judge::files() {
     if (file.key().startsWith(u".sorvan/imports/"_s))
       violated("I4", u"an import that is not settled: "_s + file.key());
   }
+  for (const QJsonValue& project : seen.report.value(u"projects"_s).toArray())
+    if (!project[u"folder"_s].toBool()) violated("I4", u"a project without its folder: "_s + project[u"name"_s].toString());
   for (const QJsonObject& job : jobs)
     if (job.value(u"status"_s).toString() == u"complete"_s && job.value(u"recoveryFolder"_s).toBool())
       violated("I4", u"a finished job still has its recovery folder"_s);
@@ -283,7 +298,7 @@ void Judge::secondRecovery() {
       if (seen.after.value(path) != seen.second.value(path)) violated("I9", u"another start changed "_s + path);
   }
   for (const QString& part : {u"jobs"_s, u"items"_s, u"prompts"_s, u"reviews"_s, u"draft"_s, u"charges"_s,
-                              u"contactSheets"_s})
+                              u"contactSheets"_s, u"projects"_s})
     if (seen.report.value(part) != seen.secondReport.value(part))
       violated("I9", u"another start changed the "_s + part);
 }

@@ -127,6 +127,15 @@ Scenario contactSheets(const QJsonArray& library) {
                                   sheet(u"trash"_s), sheet(u"title"_s, 2)}));
 }
 
+QJsonObject project(const QString& what, int number = 0) {
+  return {{u"do"_s, u"project"_s}, {u"what"_s, what}, {u"number"_s, number}};
+}
+
+// A project with its folder gets another name; then there is another one, and the first is put away.
+Scenario projects() {
+  return plain(u"project"_s, {project(u"make"_s, 1), project(u"name"_s, 2), project(u"make"_s, 3), project(u"archive"_s)});
+}
+
 // The same roads with credits.
 std::vector<Scenario> paidWithCredits(const QJsonArray& library) {
   const QJsonObject pays = gateway(u"pays"_s);
@@ -161,6 +170,7 @@ std::vector<Scenario> ownWork(const QJsonArray& library) {
   withTrash.append(library.first());
   all.push_back(after(withTrash, {}, plain(u"trash"_s, {command(u"restore"_s), command(u"trash"_s)})));
   all.push_back(contactSheets(library));
+  all.push_back(projects());
   all[1].damagedSidecar = u"charges.json"_s;
   all[0].endsSaved = all[2].endsSaved = all[3].endsSaved = true;
   return all;

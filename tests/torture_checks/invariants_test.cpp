@@ -119,6 +119,9 @@ TEST_F(AfterATrial, AnythingThatWasPromisedAndIsGoneBreaksTheSecond) {
       {{u"did"_s, u"sheet"_s}, {u"id"_s, u"SHEET"_s}, {u"trashed"_s, true}},
       {{u"did"_s, u"sheet"_s}, {u"id"_s, u"SHEET"_s}, {u"number"_s, 2}},
       {{u"did"_s, u"sheet"_s}, {u"id"_s, u"SHEET"_s}, {u"items"_s, QJsonArray{u"B"_s, u"A"_s}}},
+      {{u"did"_s, u"project"_s}, {u"id"_s, u"NONE"_s}},
+      {{u"did"_s, u"project"_s}, {u"id"_s, u"PROJECT"_s}, {u"number"_s, 2}},
+      {{u"did"_s, u"project"_s}, {u"id"_s, u"PROJECT"_s}, {u"archived"_s, true}},
       {{u"did"_s, u"prompt"_s}, {u"text"_s, u"a kept prompt"_s}},
       {{u"did"_s, u"review"_s}, {u"id"_s, u"ITEM"_s}},
       {{u"did"_s, u"draft"_s}, {u"text"_s, u"2"_s}},
@@ -126,12 +129,20 @@ TEST_F(AfterATrial, AnythingThatWasPromisedAndIsGoneBreaksTheSecond) {
   const QJsonObject sheet{
       {u"id"_s, u"SHEET"_s}, {u"title"_s, u"1"_s}, {u"items"_s, QJsonArray{u"A"_s, u"B"_s}}, {u"trashed"_s, false}};
   evidence.report.insert(u"contactSheets"_s, QJsonArray{sheet});
-  evidence.acknowledged = {{{u"did"_s, u"sheet"_s}, {u"id"_s, u"SHEET"_s}, {u"number"_s, 1}, {u"trashed"_s, false}}};
+  const QJsonObject project{{u"id"_s, u"PROJECT"_s}, {u"name"_s, u"1"_s}, {u"archived"_s, false}, {u"folder"_s, true}};
+  evidence.report.insert(u"projects"_s, QJsonArray{project});
+  evidence.acknowledged = {{{u"did"_s, u"sheet"_s}, {u"id"_s, u"SHEET"_s}, {u"number"_s, 1}, {u"trashed"_s, false}},
+                           {{u"did"_s, u"project"_s}, {u"id"_s, u"PROJECT"_s}, {u"number"_s, 1}}};
   EXPECT_EQ(broken(), Names{});
   for (const QJsonObject& promise : promises) {
     evidence.acknowledged = {promise};
     EXPECT_EQ(broken(), Names{"I2"}) << promise.value(u"did"_s).toString().toStdString();
   }
+}
+
+TEST_F(AfterATrial, AProjectWithoutItsFolderBreaksTheFourth) {
+  evidence.report.insert(u"projects"_s, QJsonArray{QJsonObject{{u"id"_s, u"PROJECT"_s}, {u"folder"_s, false}}});
+  EXPECT_EQ(broken(), Names{"I4"});
 }
 
 TEST_F(AfterATrial, WhatStaysUnsavedBreaksTheSecond) {
