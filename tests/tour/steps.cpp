@@ -4,6 +4,11 @@
 #include <QDirIterator>
 
 namespace tour {
+namespace {
+
+const Wanted search{u"Search models"_qs, {}};
+
+}  // namespace
 
 QStringList mediaIn(const QString& folder, const QStringList& patterns) {
   QStringList found;
@@ -38,6 +43,29 @@ void alsoChooseModel(Tourist& person, const QString& name) {
   const QPoint box(row.left() + 20, row.center().y());
   person.drag(box, box);
   person.key(u"Escape"_qs);
+}
+
+void openBrowser(Tourist& person, const QString& tab) {
+  person.key(u"ctrl+m"_qs);
+  person.waitFor(search);
+  person.click({tab, u"check box"_qs});
+  person.click({u"Browse Models"_qs, u"push button"_qs});
+  person.waitFor({u"Show the Whole Catalog"_qs, u"push button"_qs});
+}
+
+void addAndChoose(Tourist& person, const QString& words, const QString& name) {
+  person.type(words);
+  // What is recommended may stand out of sight until the answer has taken its place.
+  if (!words.isEmpty()) person.waitUntilGone({u"Recommended"_qs, {}});
+  if (!words.isEmpty()) person.waitUntilGone({u"Searching…"_qs, {}});
+  person.click({u"Add "_qs + name, u"push button"_qs});
+  person.waitFor({u"Remove "_qs + name, u"push button"_qs}, 60);
+  person.click({name + u", "_qs, u"check box"_qs, true});
+}
+
+void closePicker(Tourist& person) {
+  person.key(u"Escape"_qs);
+  person.waitUntilGone(search);
 }
 
 }  // namespace tour

@@ -23,4 +23,12 @@ void writePrompt(Tourist& person, const QString& text);
 // Ticks a model beside the ones that are chosen, by the box at the start of its row.
 void alsoChooseModel(Tourist& person, const QString& name);
 
+// Opens the model picker on its catalogue, at the category that belongs to a tab.
+void openBrowser(Tourist& person, const QString& tab);
+
+// Finds a model by words, or takes it from what is recommended, adds it and chooses it alone. The browser is open.
+void addAndChoose(Tourist& person, const QString& words, const QString& name);
+
+void closePicker(Tourist& person);
+
 }  // namespace tour
