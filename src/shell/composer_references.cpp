@@ -3,6 +3,7 @@
 #include "core/library_store.h"
 #include "generation/generation_request.h"
 #include "generation/mentions.h"
+#include "shell/composer_texts.h"
 #include "shell/generation_composer.h"
 #include "shell/texts.h"
 
@@ -17,7 +18,7 @@ std::vector<AttachedReference> GenerationComposer::attachedReferences() const {
     AttachedReference reference;
     reference.id = binding.assetID;
     reference.name = u'@' + generation::handleOf(binding);
-    reference.role = binding.role.value_or(texts::genericRole);
+    reference.role = binding.role.value_or(texts::noRole);
     if (const core::AssetRef asset = ports_.store.asset(binding.assetID)) {
       reference.filePath = ports_.store.fileOf(*asset);
       reference.thumbnailPath = ports_.store.thumbnailOf(*asset).value_or(QString());

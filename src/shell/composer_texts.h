@@ -17,6 +17,7 @@ inline QString reusedModelGone(const QString& model) {
              "it again from the model picker.")
       .arg(model);
 }
+inline const QString noRole = QStringLiteral("No role");
 inline const QString settingOn = QStringLiteral("On");
 inline const QString settingOff = QStringLiteral("Off");
 inline const QString lengthWord = QStringLiteral("Length");

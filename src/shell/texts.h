@@ -336,7 +336,6 @@ inline const QString referencesUnusable =
 inline const QString noModelForThis =
     QStringLiteral("No model for this is available. Add one from the model picker in the composer.");
 inline const QString markedItemGone = QStringLiteral("The marked picture is no longer in the library.");
-inline const QString genericRole = QStringLiteral("Generic");
 inline QString marksCount(int count) {
   return count == 1 ? QStringLiteral("1 mark") : QStringLiteral("%1 marks").arg(count);
 }

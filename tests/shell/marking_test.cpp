@@ -283,7 +283,7 @@ TEST_F(MarkingTest, UseAsReferencePutsThePictureFirstOnce) {
   desk.composer.useAsReference(other);
   desk.composer.useAsReference(item);
   EXPECT_EQ(request().referenceIDs, (std::vector<QUuid>{item, other}));
-  EXPECT_EQ(first().role, QStringLiteral("Generic"));
+  EXPECT_EQ(first().role, QStringLiteral("No role"));
   EXPECT_EQ(request().model, editModel);
   EXPECT_TRUE(desk.composer.display().notices.empty());
 }

@@ -293,7 +293,7 @@ TEST_F(ComposerDockTest, ManyReferencesWrapAndACollapsedDockHidesThem) {
   composer.shown.expanded = true;
   for (int number = 1; number <= 8; ++number)
     composer.shown.references.push_back(
-        {QUuid::createUuid(), u"@Reference%1"_s.arg(number), u"Generic"_s, {}, {}, 0, {}});
+        {QUuid::createUuid(), u"@Reference%1"_s.arg(number), u"No role"_s, {}, {}, 0, {}});
   Q_EMIT composer.changed();
   const QWidget* last = named<IconButton>(dock, u"Remove @Reference8"_s);
   const QWidget* first = named<IconButton>(dock, u"Remove @Reference1"_s);
