@@ -23,11 +23,17 @@ QUrl AppRelease::download() const { return httpsAddress(url); }
 UpdateNotice::UpdateNotice(Services with, QObject* parent) : QObject(parent), services(std::move(with)) {}
 
 void UpdateNotice::check() {
-  if (services.current <= 0) return;
-  tasks.spawnLater([this] { return ask(tasks.token()); });
+  if (!canCheck()) return;
+  tasks.spawnLater([this] { return ask(Asking::quietly, tasks.token()); });
 }
 
-Task<> UpdateNotice::ask(std::stop_token stop) {
+void UpdateNotice::checkAgain() {
+  if (!canCheck()) return;
+  tasks.spawnLater([this] { return ask(Asking::forTheUser, tasks.token()); });
+}
+
+Task<> UpdateNotice::ask(Asking asking, std::stop_token stop) {
+  answered = false;
   try {
     const QUrl gateway = gatewayOf(*services.settings);
     if (gateway.scheme() != u"https"_s) co_return;
@@ -36,15 +42,20 @@ Task<> UpdateNotice::ask(std::stop_token stop) {
     request.idleTimeout = checkTimeout;
     request.maximumBytes = largestAnswer;
     const HttpReply reply = co_await services.transport->send(std::move(request), stop);
-    if (reply.succeeded()) consider(decodeJson<AppRelease>(reply.body));
+    if (!reply.succeeded()) co_return;
+    const AppRelease release = decodeJson<AppRelease>(reply.body);
+    answered = true;
+    take(release, asking);
   } catch (const SorvanError&) {
     // The next start asks again.
   }
 }
 
-void UpdateNotice::consider(const AppRelease& release) {
-  const bool isNews = release.build > services.current &&
-                      release.build > services.settings->get<qint64>(dismissedSetting(), 0);
+void UpdateNotice::consider(const AppRelease& release) { take(release, Asking::quietly); }
+
+void UpdateNotice::take(const AppRelease& release, Asking asking) {
+  const qint64 putOff = asking == Asking::quietly ? services.settings->get<qint64>(dismissedSetting(), 0) : 0;
+  const bool isNews = release.build > services.current && release.build > putOff;
   const bool isPlain = !release.version.isEmpty() && release.version.size() <= longestVersion;
   if (!isNews || !isPlain || release.download().isEmpty()) return;
   found = release;

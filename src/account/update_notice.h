@@ -42,8 +42,14 @@ class UpdateNotice : public QObject {
   explicit UpdateNotice(Services with, QObject* parent = nullptr);
 
   const std::optional<AppRelease>& available() const { return found; }
+  /// False for a build in development, which has no place among the published ones.
+  bool canCheck() const { return services.current > 0; }
   /// Asks the gateway.
   void check();
+  /// Asks because the user wants to know: a build that was put off is told again. See `whenIdle`.
+  void checkAgain();
+  /// Whether the last question was answered.
+  bool wasAnswered() const { return answered; }
   void consider(const AppRelease& release);
   /// Puts the build off; a newer one is told again.
   void dismiss();
@@ -55,10 +61,13 @@ class UpdateNotice : public QObject {
   void changed();
 
  private:
-  Task<> ask(std::stop_token stop);
+  enum class Asking { quietly, forTheUser };
+  Task<> ask(Asking asking, std::stop_token stop);
+  void take(const AppRelease& release, Asking asking);
 
   Services services;
   std::optional<AppRelease> found;
+  bool answered = false;
   TaskScope tasks;
 };
 

@@ -1,5 +1,6 @@
 #include "account/usage_stats.h"
 
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QScopeGuard>
 #include <boost/describe.hpp>
@@ -113,14 +114,25 @@ Task<> UsageStats::run(int round, std::stop_token stop) {
 }
 
 QByteArray UsageStats::newReport(Occasion occasion) {
+  return jsonText(contents(installID(*services.settings), occasion));
+}
+
+QByteArray UsageStats::nextReport() const {
+  const QJsonObject next = pending.isEmpty()
+                               ? contents(services.settings->get<QString>(installSetting(), QString()), Occasion::timer)
+                               : QJsonDocument::fromJson(pending).object();
+  return QJsonDocument(next).toJson(QJsonDocument::Indented);
+}
+
+QJsonObject UsageStats::contents(const QString& install, Occasion occasion) const {
   QJsonObject events;
   for (auto count = counted.begin(); count != counted.end(); ++count) events.insert(count.key(), count.value());
-  return jsonText(QJsonObject{{u"install"_s, installID(*services.settings)},
-                              {u"version"_s, services.version},
-                              {u"build"_s, services.build},
-                              {u"launch"_s, occasion == Occasion::launch},
-                              {u"events"_s, events},
-                              {u"report"_s, taken + 1}});
+  return {{u"install"_s, install},
+          {u"version"_s, services.version},
+          {u"build"_s, services.build},
+          {u"launch"_s, occasion == Occasion::launch},
+          {u"events"_s, events},
+          {u"report"_s, taken + 1}};
 }
 
 /// The counts move into the report before it leaves, so that nothing counts twice and nothing is lost.

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QMap>
 #include <QObject>
 #include <QString>
@@ -45,6 +46,8 @@ class UsageStats : public QObject {
 
   const QMap<QString, qint64>& counts() const { return counted; }
   const QByteArray& pendingReport() const { return pending; }
+  /// What goes to the gateway next, for people to read: the values of the report, one a line. Makes no id.
+  QByteArray nextReport() const;
   Task<> whenIdle() { return tasks.whenIdle(); }
   Task<> drain() { return tasks.drain(); }
 
@@ -57,6 +60,7 @@ class UsageStats : public QObject {
   Task<> report(Occasion occasion, std::stop_token stop);
   Task<bool> sent(QByteArray body, std::stop_token stop);
   QByteArray newReport(Occasion occasion);
+  QJsonObject contents(const QString& install, Occasion occasion) const;
   void startRounds();
   void keep();
 

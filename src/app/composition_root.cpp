@@ -111,6 +111,8 @@ Presenters CompositionRoot::presenters() {
   all.curation = &curation_;
   all.transfer = &transfer_;
   all.comparison = &comparison_;
+  all.costs = &costs_;
+  all.updates = &updates_;
   all.composer = &composer_;
   all.savedReferences = &savedReferences_;
   all.marking = &marking_;
@@ -172,6 +174,11 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       transfer_({store_, state_, gallery_, alerts_,
                  [](std::unique_ptr<QMimeData> data) { QGuiApplication::clipboard()->setMimeData(data.release()); }}),
       comparison_({store_, state_, gallery_, displays_, jobs_, alerts_}),
+      costs_({store_, state_, alerts_, payment_,
+              [catalog = catalog_](const QString& model) { return catalog->displayName(model); },
+              [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).path())); }}),
+      updates_({credits_.usage(), credits_.updates(), alerts_, QStringLiteral(SORVAN_VERSION),
+                [](const QUrl& address) { QDesktopServices::openUrl(address); }}),
       settingsPresenter_(providerSettings_, *settings_),
       health_(store_),
       actions_(actionPorts()) {
@@ -279,6 +286,8 @@ void CompositionRoot::shutDown() {
 
 Task<> CompositionRoot::finish() {
   co_await references_.drain();
+  co_await costs_.drain();
+  co_await updates_.drain();
   co_await unfinishedImports_.drain();
   co_await composing_.drain();
   co_await maintenance_.drain();

@@ -26,6 +26,7 @@
 #include "shell/alerts_presenter.h"
 #include "shell/catalogue_browser.h"
 #include "shell/comparison_presenter.h"
+#include "shell/costs_presenter.h"
 #include "shell/curation_presenter.h"
 #include "shell/filter_presenter.h"
 #include "shell/gallery_presenter.h"
@@ -42,6 +43,7 @@
 #include "shell/settings_presenter.h"
 #include "shell/sidebar_presenter.h"
 #include "shell/transfer_presenter.h"
+#include "shell/updates_presenter.h"
 #include "shell/start_order.h"
 #include "shell/store_messages.h"
 #include "shell/views/desktop_news.h"
@@ -134,6 +136,8 @@ class CompositionRoot : public QObject {
   shell::CurationPresenter curation_;
   shell::TransferPresenter transfer_;
   shell::ComparisonPresenter comparison_;
+  shell::CostsPresenter costs_;
+  shell::UpdatesPresenter updates_;
   shell::SettingsPresenter settingsPresenter_;
   shell::HealthPresenter health_;
   shell::ActionsPresenter actions_;

@@ -4,6 +4,7 @@
 #include "shell/project_texts.h"
 #include "shell/sheet_texts.h"
 #include "shell/texts.h"
+#include "shell/updates_texts.h"
 #include "shell/viewer_texts.h"
 
 #include <algorithm>
@@ -69,6 +70,7 @@ void addViewRows(std::vector<ActionRow>& rows) {
   rows.push_back(
       row(ActionId::showReferences, menu, 0, texts::referencesMode, "Ctrl+4", EnabledWhen::referencesHere));
   rows.push_back(row(ActionId::showHistory, menu, 0, texts::history, "Ctrl+H", open));
+  rows.push_back(row(ActionId::showCosts, menu, 0, texts::costReportMode, "", open));
   rows.push_back(row(ActionId::goBack, menu, 0, texts::back, "Alt+Left", EnabledWhen::subView));
   rows.push_back(row(ActionId::searchMedia, menu, 1, texts::searchMedia, "Ctrl+F", open));
   rows.push_back(row(ActionId::focusComposer, menu, 1, texts::focusGenerationInput, "Ctrl+L", open));
@@ -159,6 +161,8 @@ void addGenerateRows(std::vector<ActionRow>& rows) {
 void addHelpRows(std::vector<ActionRow>& rows) {
   rows.push_back(
       row(ActionId::keyboardShortcuts, MenuId::help, 0, texts::keyboardShortcuts, "F1", EnabledWhen::always));
+  rows.push_back(
+      row(ActionId::checkForUpdates, MenuId::help, 0, texts::updatesCheckMenu, "", EnabledWhen::always));
   rows.push_back(row(ActionId::about, MenuId::help, 1, texts::about, "", EnabledWhen::always));
 }
 

@@ -28,6 +28,7 @@ enum class ActionId {
   showContactSheets,
   showReferences,
   showHistory,
+  showCosts,
   focusComposer,
   toggleSidebar,
   toggleInspector,
@@ -90,6 +91,7 @@ enum class ActionId {
   promptHistory,
   clearComposer,
   keyboardShortcuts,
+  checkForUpdates,
   about,
 };
 

@@ -15,6 +15,7 @@
 #include "shell/recipes.h"
 #include "shell/saved_references_presenter.h"
 #include "shell/texts.h"
+#include "shell/updates_presenter.h"
 #include "shell/transfer_presenter.h"
 #include "shell/welcome_presenter.h"
 #include "shell/window_presenter.h"
@@ -315,6 +316,9 @@ bool ActionsPresenter::triggerForWindow(ActionId id) {
     case ActionId::showHistory:
       p.state->setMode({ModeKind::activity});
       return true;
+    case ActionId::showCosts:
+      p.state->setMode({ModeKind::costs});
+      return true;
     case ActionId::goBack:
       p.state->goBack();
       return true;
@@ -339,6 +343,9 @@ bool ActionsPresenter::triggerForWindow(ActionId id) {
       return true;
     case ActionId::keyboardShortcuts:
       p.alerts->showInformation(texts::keyboardShortcuts, shortcutsText());
+      return true;
+    case ActionId::checkForUpdates:
+      if (p.updates) p.updates->checkAndTell();
       return true;
     case ActionId::about:
       p.alerts->showInformation(texts::applicationName, texts::aboutText(ports_.version));

@@ -25,6 +25,11 @@ class FolderChooser {
   virtual void chooseFolder(const FolderQuestion& question, std::function<void(std::optional<QString>)> chosen) = 0;
   // The same for picture files, several at once; with none when the person gave up or nothing can ask for them.
   virtual void choosePictures(const FolderQuestion&, std::function<void(QStringList)> chosen) { chosen({}); }
+  // The same for a file that is to be written, offered under `name`; what stands there already was agreed to.
+  virtual void chooseFileToWrite(const FolderQuestion&, const QString& /*name*/,
+                                 std::function<void(std::optional<QString>)> chosen) {
+    chosen(std::nullopt);
+  }
 };
 
 }  // namespace sorvan::shell

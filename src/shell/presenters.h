@@ -8,6 +8,7 @@ class ActionsPresenter;
 class AlertsPresenter;
 class ComparisonPresenter;
 class ComposerPresenter;
+class CostsPresenter;
 class CurationPresenter;
 class FilterPresenter;
 class GalleryPresenter;
@@ -19,6 +20,7 @@ class SavedReferencesPresenter;
 class SettingsPresenter;
 class SidebarPresenter;
 class TransferPresenter;
+class UpdatesPresenter;
 class WelcomePresenter;
 class WindowPresenter;
 class WorkspaceState;
@@ -39,6 +41,8 @@ struct Presenters {
   SavedReferencesPresenter* savedReferences = nullptr;  // without one, there are no pages of them
   ComparisonPresenter* comparison = nullptr;  // without one, there are no contact sheets and no lineage
   MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
+  CostsPresenter* costs = nullptr;  // without one, there is no report on costs
+  UpdatesPresenter* updates = nullptr;  // without one, nothing is told of newer builds and of usage counts
   SettingsPresenter* settings = nullptr;
   HealthPresenter* health = nullptr;
   AlertsPresenter* alerts = nullptr;

@@ -62,6 +62,21 @@ TEST_F(UpdateNoticeTest, AsksTheGatewayAndBearsEveryAnswer) {
   EXPECT_TRUE(notice.available());
 }
 
+TEST_F(UpdateNoticeTest, TellsOfABuildThatWasPutOffWhenTheUserAsks) {
+  notice.consider(release(11));
+  notice.dismiss();
+  transport->on("GET", u"v1/app"_s)
+      .answers(200, R"({"version":"2.0","build":11,"url":"https://sorvan.example/get"})")
+      .repeating();
+  notice.check();
+  runTask(notice.whenIdle());
+  EXPECT_TRUE(notice.wasAnswered());
+  EXPECT_FALSE(notice.available());
+  notice.checkAgain();
+  runTask(notice.whenIdle());
+  EXPECT_TRUE(notice.available());
+}
+
 TEST_F(UpdateNoticeTest, AsksNothingOfAGatewayWithoutEncryptionAndInDevelopment) {
   settings->set(u"creditsURL"_s, u"http://localhost:9000"_s);
   notice.check();

@@ -41,6 +41,7 @@ class FakePortal final : public QObject, protected QDBusContext {
   QDBusConnection bus;
   uint version = 4;
   bool refuses = false;
+  bool saves = false;  // was asked for a file to write
   QString ownRequestPath;  // instead of the one that follows from the token
   std::vector<Asked> asked;
 
@@ -56,6 +57,11 @@ class FakePortal final : public QObject, protected QDBusContext {
   QDBusObjectPath OpenFile(const QString& parentWindow, const QString& title, const QVariantMap& options) {
     asked.push_back({parentWindow, title, options, message().service()});
     if (refuses) sendErrorReply(QDBusError::Failed, u"no chooser here"_s);
+    return QDBusObjectPath(requestPath());
+  }
+  QDBusObjectPath SaveFile(const QString& parentWindow, const QString& title, const QVariantMap& options) {
+    asked.push_back({parentWindow, title, options, message().service()});
+    saves = true;
     return QDBusObjectPath(requestPath());
   }
 
@@ -128,6 +134,32 @@ TEST_F(DesktopFolderChooserTest, AsksTheDesktopForOneFolderInTheGivenWords) {
   portal->answer(0, {u"file:///home/u/My%20Pictures/f%C3%BCr"_s});
   untilAnswered();
   EXPECT_EQ(folder, u"/home/u/My Pictures/für"_s);
+}
+
+TEST_F(DesktopFolderChooserTest, AsksTheDesktopForAFileToWriteUnderAName) {
+  startPortal();
+  portal->version = 1;
+  chooser->chooseFileToWrite(kQuestion, u"Coast-costs.csv"_s, [this](const std::optional<QString>& chosen) {
+    ++answers;
+    folder = chosen;
+  });
+  test::runUntil([this] { return !portal->asked.empty(); });
+  settle();
+  EXPECT_TRUE(portal->saves);
+  EXPECT_EQ(portal->asked.front().options[u"current_name"_s].toString(), u"Coast-costs.csv"_s);
+  portal->answer(0, {u"file:///home/u/costs.csv"_s});
+  untilAnswered();
+  EXPECT_EQ(folder, u"/home/u/costs.csv"_s);
+}
+
+TEST_F(DesktopFolderChooserTest, TheToolkitsDialogOffersTheNameOfAFileToWrite) {
+  chooser->chooseFileToWrite(kQuestion, u"Coast-costs.csv"_s, [this](const std::optional<QString>&) { ++answers; });
+  untilDialog();
+  EXPECT_EQ(dialog()->acceptMode(), QFileDialog::AcceptSave);
+  ASSERT_FALSE(dialog()->selectedFiles().isEmpty());
+  EXPECT_TRUE(dialog()->selectedFiles().front().endsWith(u"Coast-costs.csv"_s));
+  dialog()->reject();
+  untilAnswered();
 }
 
 TEST_F(DesktopFolderChooserTest, GivingUpOrClosingTheDesktopsDialogIsAnsweredWithNothing) {

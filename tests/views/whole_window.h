@@ -4,11 +4,15 @@
 #include <memory>
 
 #include "account/provider_settings.h"
+#include "account/update_notice.h"
+#include "account/usage_stats.h"
 #include "platform/key_store.h"
 #include "shell/actions_presenter.h"
+#include "shell/costs_presenter.h"
 #include "shell/desk.h"
 #include "shell/health_presenter.h"
 #include "shell/settings_presenter.h"
+#include "shell/updates_presenter.h"
 #include "shell/sidebar_presenter.h"
 #include "shell/views/composer_dock.h"
 #include "shell/views/library_view.h"
@@ -41,6 +45,8 @@ class WholeWindow : public Dressed {
     all.inspector = &desk.inspector;
     all.curation = &desk.curation;
     all.comparison = &desk.comparison;
+    all.costs = &costs;
+    all.updates = &updates;
     all.transfer = &desk.transfer;
     all.composer = &desk.composer;
     all.marking = &desk.marking;
@@ -74,6 +80,11 @@ class WholeWindow : public Dressed {
   WelcomePresenter welcome{desk.store, desk.folder / QStringLiteral("Default")};
   SidebarPresenter sidebar{desk.store, desk.state};
   HealthPresenter health{desk.store};
+  account::UsageStats usage{{desk.web, desk.clock, desk.settings, QStringLiteral("1"), QStringLiteral("1")}};
+  account::UpdateNotice notice{{desk.web, desk.settings, 1}};
+  UpdatesPresenter updates{{usage, notice, desk.alerts, QStringLiteral("1"), [](const QUrl&) {}}};
+  CostsPresenter costs{{desk.store, desk.state, desk.alerts, desk.ownKey,
+                        [this](const QString& model) { return desk.catalog->displayName(model); }}};
   SettingsPresenter settings{providerSettings, *desk.settings};
   std::unique_ptr<ActionsPresenter> actions = std::make_unique<ActionsPresenter>(ActionsPresenter::Ports{
       desk.store, presenters(), [this] { windowPresenter.requestQuit(); }, [](const QString&) {}, QStringLiteral("0")});

@@ -5,6 +5,7 @@
 #include <QMenuBar>
 
 #include "comparison_samples.h"
+#include "cost_samples.h"
 #include "shell/views/alert_dialog.h"
 #include "shell/views/choice_popovers.h"
 #include "shell/views/controls.h"
@@ -203,6 +204,7 @@ int main(int argc, char** argv) {
     Theme::instance().setAppearance(appearance);
     saveSheets(folder);
     saveComparison([&folder](QWidget& widget, const QString& name) { save(widget, folder, name); });
+    saveCosts([&folder](QWidget& widget, const QString& name) { save(widget, folder, name); });
     for (const QSize size : {QSize(1440, 900), QSize(1024, 680)}) {
       WelcomeView welcome(welcomeSample());
       welcome.resize(size - QSize(0, 34));

@@ -1,4 +1,4 @@
-// Asks for a folder, or for picture files, with the desktop's own chooser, and with the toolkit's where there is none.
+// Asks for a folder, for picture files or for a file to write, with the desktop's own chooser, and with the toolkit's where there is none.
 #pragma once
 
 #include <QDBusConnection>
@@ -24,10 +24,17 @@ class DesktopFolderChooser final : public FolderChooser {
 
   void chooseFolder(const FolderQuestion& question, std::function<void(std::optional<QString>)> chosen) override;
   void choosePictures(const FolderQuestion& question, std::function<void(QStringList)> chosen) override;
+  void chooseFileToWrite(const FolderQuestion& question, const QString& name,
+                         std::function<void(std::optional<QString>)> chosen) override;
 
  private:
-  void ask(const FolderQuestion& question, bool pictures, std::function<void(QStringList)> chosen);
-  void openDialog(const FolderQuestion& question, bool pictures, std::function<void(QStringList)> chosen);
+  // What is asked for; a folder unless it says otherwise.
+  struct Wanted {
+    bool pictures = false;
+    QString fileName = {};  // of a file to write
+  };
+  void ask(const FolderQuestion& question, const Wanted& wanted, std::function<void(QStringList)> chosen);
+  void openDialog(const FolderQuestion& question, const Wanted& wanted, std::function<void(QStringList)> chosen);
 
   QWidget* window_;
   QDBusConnection bus_;

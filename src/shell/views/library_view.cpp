@@ -110,6 +110,8 @@ QWidget* LibraryView::keyboardOf(ModeKind page) const {
   return found.traits.keyboard ? found.traits.keyboard : found.widget;
 }
 
+bool LibraryView::hasInspector() const { return inspectorShown_ && registered_.at(page_).traits.hasInspector; }
+
 bool LibraryView::hasDock() const { return registered_.at(page_).traits.hasDock || dockSummoned_; }
 
 std::optional<PageTitle> LibraryView::pageTitle() const {
@@ -127,6 +129,7 @@ void LibraryView::showMode(const WorkspaceMode& mode) {
   toolbar_->setTools(page.traits.tools);
   toolbar_->setSizeSliderShown(wanted == ModeKind::gallery);
   toolbar_->setGalleryToolsShown(wanted == ModeKind::gallery);
+  toolbar_->setInspectorOffered(page.traits.hasInspector);
   dockSummoned_ = false;
   arrange();
   if (!dock_->isAncestorOf(QApplication::focusWidget())) keyboardOf(wanted)->setFocus(Qt::OtherFocusReason);
@@ -204,7 +207,7 @@ void LibraryView::placeHandles(int left, int top, bool rail) {
   const int half = PaneHandle::width / 2;
   sidebarEdge_->setVisible(sidebarShown_ && !rail);
   sidebarEdge_->setGeometry(left - half - 1, 0, PaneHandle::width, height());
-  inspectorEdge_->setVisible(inspectorShown_ || marking_);
+  inspectorEdge_->setVisible(hasInspector() || marking_);
   inspectorEdge_->setGeometry(inspector_->x() - half, top, PaneHandle::width, height() - top);
   sidebarEdge_->raise();
   inspectorEdge_->raise();
@@ -249,12 +252,12 @@ void LibraryView::arrange() {
     banner_->setGeometry(left, top, width() - left, height);
     top += height;
   }
-  inspector_->setVisible(inspectorShown_ && !marking_);
+  inspector_->setVisible(hasInspector() && !marking_);
   const int pane = inspectorWidth_;
   inspector_->setGeometry(width() - pane, top, pane, height() - top);
   if (markPanel_) markPanel_->setGeometry(inspector_->geometry());
   // Marks are drawn on all of the picture, so their panel never covers it.
-  const int right = marking_ || (inspectorShown_ && !floats) ? width() - pane : width();
+  const int right = marking_ || (hasInspector() && !floats) ? width() - pane : width();
   if (filters_) {
     const bool shown = filtersShown_ && page_ == ModeKind::gallery;
     const QRect row(left, top, right - left, metrics().filterRow);
@@ -274,7 +277,7 @@ void LibraryView::placeDock() {
   const bool docked = hasDock();
   dock_->setVisible(docked);
   QRect content = stack_->geometry();
-  if ((inspectorShown_ || marking_) && content.right() > inspector_->x()) content.setRight(inspector_->x() - 1);
+  if ((hasInspector() || marking_) && content.right() > inspector_->x()) content.setRight(inspector_->x() - 1);
   const int outer = ComposerDock::margin;
   const int width = std::min(content.width(), metrics().composerMaxWidth + 2 * outer);
   const int height = dock_->heightForWidth(width);

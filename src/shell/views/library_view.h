@@ -47,6 +47,8 @@ struct PageTraits {
   QWidget* tools = nullptr;
   // Whether the composer stands over the page without being asked for.
   bool hasDock = false;
+  // Whether the page shows items that the inspector can tell of; another one takes the whole width.
+  bool hasInspector = true;
 };
 
 // Only the arrangement: what is shown comes from whoever owns the view. All parts passed in outlive it.
@@ -138,6 +140,7 @@ class LibraryView final : public QWidget {
   };
   QWidget* keyboardOf(ModeKind page) const;
   bool hasDock() const;
+  bool hasInspector() const;
   std::vector<QWidget*> zones();
   std::vector<QWidget*> outerZones_;
 

@@ -32,6 +32,7 @@
 #include "shell/views/settings_dialog.h"
 #include "shell/views/text_dialog.h"
 #include "shell/views/texts.h"
+#include "shell/views/update_pill.h"
 #include "shell/views/viewer_desk.h"
 #include "shell/views/wall_binding.h"
 #include "shell/views/wall_menus.h"
@@ -138,6 +139,7 @@ void MainWindow::bindWindow() {
   connect(strip_, &MenuStrip::activityPressed, this, [this] { on_.actions->trigger(ActionId::showHistory); });
   connect(strip_, &MenuStrip::settingsPressed, this, &MainWindow::openSettings);
   strip_->setActivity(on_.jobs->activeText());
+  if (on_.updates) addUpdatePill(*strip_, *on_.updates);
   retitle();
 }
 

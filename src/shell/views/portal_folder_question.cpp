@@ -74,19 +74,24 @@ void PortalFolderQuestion::askVersion() {
   whenFinished(this, bus_.asyncCall(message, kPatienceMilliseconds), [this](const QDBusPendingCall& call) {
     const QDBusPendingReply<QDBusVariant> reply = call;
     if (reply.isError()) return giveUp();
-    if (!pictures_ && reply.value().variant().toUInt() < kFirstVersionWithFolders) return giveUp();
+    if (asksForFolder() && reply.value().variant().toUInt() < kFirstVersionWithFolders) return giveUp();
     open();
   });
 }
 
 QVariantMap PortalFolderQuestion::options() const {
-  return {{u"handle_token"_s, token_},
-          {u"accept_label"_s, question_.acceptLabel},
-          {u"modal"_s, true},
-          {u"multiple"_s, pictures_},
-          {u"directory"_s, !pictures_},
-          // Bytes of a path, with the zero at their end.
-          {u"current_folder"_s, QFile::encodeName(question_.startFolder) + '\0'}};
+  QVariantMap asked{{u"handle_token"_s, token_},
+                    {u"accept_label"_s, question_.acceptLabel},
+                    {u"modal"_s, true},
+                    // Bytes of a path, with the zero at their end.
+                    {u"current_folder"_s, QFile::encodeName(question_.startFolder) + '\0'}};
+  if (!fileName_.isEmpty()) {
+    asked.insert(u"current_name"_s, fileName_);
+  } else {
+    asked.insert(u"multiple"_s, pictures_);
+    asked.insert(u"directory"_s, !pictures_);
+  }
+  return asked;
 }
 
 void PortalFolderQuestion::open() {
@@ -96,7 +101,8 @@ void PortalFolderQuestion::open() {
   auto* watcher = new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForUnregistration, this);
   connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { finish({}); });
   // 3. The question.
-  QDBusMessage message = QDBusMessage::createMethodCall(kService, kPath, kChooser, u"OpenFile"_s);
+  QDBusMessage message = QDBusMessage::createMethodCall(kService, kPath, kChooser,
+                                                        fileName_.isEmpty() ? u"OpenFile"_s : u"SaveFile"_s);
   message << parentWindow_ << (question_.message.isEmpty() ? question_.acceptLabel : question_.message) << options();
   whenFinished(this, bus_.asyncCall(message), [this](const QDBusPendingCall& call) {
     const QDBusPendingReply<QDBusObjectPath> reply = call;

@@ -1,4 +1,4 @@
-// One question for a folder, or for picture files, to the desktop's own chooser, over the desktop portal.
+// One question for a folder, for picture files or for a file to write, to the desktop's own chooser, over the desktop portal.
 #pragma once
 
 #include <QDBusConnection>
@@ -22,6 +22,8 @@ class PortalFolderQuestion final : public QObject {
 
   // Before `ask`: for picture files, several at once, in place of a folder.
   void setAsksForPictures(bool pictures) { pictures_ = pictures; }
+  // Before `ask`: for a file to be written, offered under this name, in place of a folder.
+  void setAsksForFile(const QString& name) { fileName_ = name; }
   // `parentWindow` as the portal names windows: "x11:" and the number in hexadecimal, or empty. Once.
   void ask(const QString& parentWindow);
 
@@ -41,6 +43,7 @@ class PortalFolderQuestion final : public QObject {
   void expectAnswerAt(const QString& request);
   void finish(const QStringList& paths);
   void giveUp();
+  bool asksForFolder() const { return !pictures_ && fileName_.isEmpty(); }
   QVariantMap options() const;
 
   QDBusConnection bus_;
@@ -49,6 +52,7 @@ class PortalFolderQuestion final : public QObject {
   QString parentWindow_;
   QString request_;  // path of the object that will answer
   bool pictures_ = false;
+  QString fileName_;
   bool done_ = false;
 };
 

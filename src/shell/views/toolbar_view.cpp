@@ -195,6 +195,7 @@ void ToolbarView::setRowHeight(int pixels) {
 }
 
 void ToolbarView::setInspectorShown(bool shown) { inspector_->setChecked(shown); }
+void ToolbarView::setInspectorOffered(bool offered) { inspector_->setVisible(offered); }
 
 void ToolbarView::resizeEvent(QResizeEvent*) { placeSlider(); }
 

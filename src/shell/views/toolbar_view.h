@@ -44,6 +44,8 @@ class ToolbarView final : public QWidget {
   void focusSearch();
   void setRowHeight(int pixels);
   void setInspectorShown(bool shown);
+  // Whether the page in front has an inspector at all.
+  void setInspectorOffered(bool offered);
   // Stepping through the items of a large view.
   void setSteps(bool shown, bool previous, bool next);
 

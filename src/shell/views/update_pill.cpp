@@ -1,0 +1,61 @@
+#include "shell/views/update_pill.h"
+
+#include <QBoxLayout>
+#include <QPainter>
+
+#include "account/account_texts.h"
+#include "shell/updates_presenter.h"
+#include "shell/views/accessible_role.h"
+#include "shell/views/controls.h"
+#include "shell/views/labels.h"
+#include "shell/views/menu_strip.h"
+#include "shell/views/painting.h"
+
+namespace sorvan::views {
+
+namespace {
+constexpr int kHeight = 26;
+}
+
+UpdatePill::UpdatePill(UpdatesPresenter& updates, QWidget* parent)
+    : QWidget(parent), updates_(updates), text_(new Label({}, Type::small, &Colors::infoText)) {
+  giveRole(*this, QAccessible::Grouping);
+  setFixedHeight(kHeight);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  text_->setWeight(Weight::medium);
+  auto* download = new Button(account::texts::download(), ButtonVariant::link);
+  auto* later = new Button(account::texts::later(), ButtonVariant::quiet);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(12, 0, 2, 0);
+  row->setSpacing(4);
+  row->addWidget(text_);
+  for (Button* button : {download, later}) {
+    button->setControlSize(ControlSize::compact);
+    row->addWidget(button);
+  }
+  connect(download, &Button::clicked, &updates_, &UpdatesPresenter::download);
+  connect(later, &Button::clicked, &updates_, &UpdatesPresenter::later);
+  connect(&updates_, &UpdatesPresenter::changed, this, &UpdatePill::refresh);
+  refresh();
+}
+
+void UpdatePill::refresh() {
+  const QString text = updates_.updates().banner;
+  text_->setText(text);
+  setAccessibleName(text);
+  setVisible(!text.isEmpty());
+  updateGeometry();
+}
+
+void UpdatePill::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  paintPanel(painter, rect(), height() / 2.0, colors().infoSoft);
+}
+
+void addUpdatePill(MenuStrip& strip, UpdatesPresenter& updates) {
+  auto* row = static_cast<QBoxLayout*>(strip.layout());
+  row->insertWidget(1, new UpdatePill(updates, &strip));
+}
+
+}  // namespace sorvan::views
