@@ -4,6 +4,8 @@
 #include <QMouseEvent>
 #include <QTemporaryDir>
 
+#include "account/update_notice.h"
+#include "account/usage_stats.h"
 #include "base/ids.h"
 #include "base/settings.h"
 #include "core/library_store.h"
@@ -11,8 +13,11 @@
 #include "shell/alerts_presenter.h"
 #include "shell/costs_presenter.h"
 #include "shell/payment_desk.h"
+#include "shell/updates_presenter.h"
 #include "shell/views/cost_chart.h"
 #include "shell/views/cost_report_page.h"
+#include "shell/views/update_pill.h"
+#include "shell/views/usage_page.h"
 #include "shell/workspace_state.h"
 
 namespace sorvan::views {
@@ -23,6 +28,7 @@ namespace {
 // The content of a window of 1440 and of 1024 pixels.
 constexpr QSize kWide(1208, 814);
 constexpr QSize kNarrow(972, 594);
+constexpr QSize kSettings(624, 700);
 
 // It is noon of the 21st of November.
 class SampleClock final : public Clock {
@@ -86,6 +92,25 @@ struct SampleReport {
   }
 };
 
+// The page of the settings, with counts and a newer build.
+struct SampleUsage {
+  std::shared_ptr<Settings> settings = std::make_shared<Settings>();
+  std::shared_ptr<SampleClock> clock = std::make_shared<SampleClock>();
+  account::UsageStats usage{{nullptr, clock, settings, u"0.1.0"_s, u"12"_s}};
+  account::UpdateNotice notice{{nullptr, settings, 12}};
+  shell::AlertsPresenter alerts;
+  shell::UpdatesPresenter updates{{usage, notice, alerts, u"0.1.0"_s, [](const QUrl&) {}}};
+  UsagePage page{updates};
+  UpdatePill pill{updates};
+
+  void fill() {
+    updates.setSharing(true);
+    usage.note(u"job.text-to-image"_s, 41);
+    usage.note(u"job.image-to-video"_s, 7);
+    notice.consider({u"0.2"_s, 13, u"https://sorvan.example/get"_s, std::nullopt});
+  }
+};
+
 void pointAt(CostChartView& chart, int column) {
   const QPointF place = chart.columnRect(column).center();
   QMouseEvent move(QEvent::MouseMove, place, chart.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
@@ -109,6 +134,12 @@ void saveCosts(const std::function<void(QWidget&, const QString&)>& save) {
   report.costs.setShowing(shell::CostBreakdownKind::payment);
   report.page.resize(kWide);
   save(report.page, u"costs-all-time"_s);
+  SampleUsage sample;
+  sample.page.resize(kSettings);
+  save(sample.page, u"usage-off"_s);
+  sample.fill();
+  save(sample.page, u"usage-on"_s);
+  save(sample.pill, u"update"_s);
 }
 
 }  // namespace sorvan::views
