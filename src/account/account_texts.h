@@ -58,6 +58,7 @@ inline QString underReviewBefore() {
       "A request could not be confirmed as finished or failed, so its credits are held, not spent. They are returned "
       "if it did not run. Write to ");
 }
+inline QString supportAddress() { return QStringLiteral("studio@sorvan.app"); }
 inline QString underReviewAfter() { return QStringLiteral(" if this stays."); }
 inline QString spendLimit(const QString& limit, const QString& spent, const QString& when) {
   return QStringLiteral(

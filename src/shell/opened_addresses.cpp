@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace sorvan::shell {
 
 namespace {
@@ -13,6 +15,10 @@ namespace {
 constexpr int deepestFolder = 64;
 const QString actionOption = QStringLiteral("--action=");
 const QString actionScheme = QStringLiteral("action:");
+
+bool isOwnLink(const QString& address) {
+  return address.startsWith(QStringLiteral("sorvan:"), Qt::CaseInsensitive);
+}
 
 bool isWorkspace(const QString& folder) { return QFileInfo(core::WorkspaceFiles(folder).database()).isFile(); }
 
@@ -34,7 +40,7 @@ std::optional<QString> workspaceOf(const QString& address) {
 }  // namespace
 
 QString addressOfArgument(const QString& argument, const QString& currentFolder) {
-  if (argument.startsWith(QStringLiteral("sorvan:"), Qt::CaseInsensitive)) return argument;
+  if (isOwnLink(argument)) return argument;
   if (argument.startsWith(QStringLiteral("file:"), Qt::CaseInsensitive)) return argument;
   if (argument.startsWith(actionOption)) return actionAddress(argument.mid(actionOption.size()));
   if (argument.isEmpty() || argument.startsWith(QLatin1Char('-'))) return {};
@@ -54,6 +60,11 @@ std::optional<QString> workspaceAmong(const QStringList& addresses) {
   for (const QString& address : addresses)
     if (auto workspace = workspaceOf(address)) return workspace;
   return std::nullopt;
+}
+
+std::optional<QString> ownLinkAmong(const QStringList& addresses) {
+  const auto link = std::find_if(addresses.begin(), addresses.end(), isOwnLink);
+  return link == addresses.end() ? std::nullopt : std::optional(*link);
 }
 
 QString actionAddress(const QString& name) { return actionScheme + name; }

@@ -21,6 +21,9 @@ QString firstAddress(const QStringList& arguments, const QString& currentFolder)
 // nothing when none of them is in a workspace. Other addresses are ignored. Looks at the disk.
 std::optional<QString> workspaceAmong(const QStringList& addresses);
 
+// The first link of the program's own scheme, whatever it is for, or nothing.
+std::optional<QString> ownLinkAmong(const QStringList& addresses);
+
 // What stands for an action among addresses.
 QString actionAddress(const QString& name);
 // The first address that stands for an action, or nothing.

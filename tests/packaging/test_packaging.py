@@ -56,6 +56,11 @@ class DesktopEntry(unittest.TestCase):
             self.assertIn(f'"{name}"', known)
             self.assertEqual(entry[f"Desktop Action {name}"]["Exec"], f"sorvan-studio --action={name}")
 
+    def test_takes_the_links_of_the_programs_own(self):
+        entry = desktop_entry()["Desktop Entry"]
+        self.assertEqual(entry["MimeType"], "x-scheme-handler/sorvan;")
+        self.assertIn("%U", entry["Exec"])
+
 
 class BusService(unittest.TestCase):
     def test_starts_the_program_under_its_own_name(self):

@@ -61,6 +61,12 @@ TEST_F(OpenedAddresses, OtherAddressesAreIgnored) {
   EXPECT_EQ(workspaceAmong({u"https://example.org/"_s, address(u"Coast & Sea"_s)}), workspace);
 }
 
+TEST_F(OpenedAddresses, ALinkOfTheProgramsOwnIsFoundAmongOthers) {
+  EXPECT_EQ(ownLinkAmong({u"https://example.org/"_s, u"sorvan://auth?code=1"_s}), u"sorvan://auth?code=1"_s);
+  EXPECT_EQ(ownLinkAmong({u"SORVAN://elsewhere"_s}), u"SORVAN://elsewhere"_s);
+  EXPECT_EQ(ownLinkAmong({u"https://example.org/?sorvan:"_s, address(u"Plain"_s)}), std::nullopt);
+}
+
 TEST(DesktopActions, TravelFromOneStartToTheOther) {
   const QString address = firstAddress({u"--action=history"_s}, u"/"_s);
   EXPECT_EQ(actionAmong({address}), ActionId::showHistory);
