@@ -34,6 +34,8 @@ class AccountPaymentDesk final : public PaymentDesk {
   void learnPrices(const QStringList& models) override;
   std::optional<QString> priceLabel(const QString& model) const override { return billing_.label(model); }
 
+  PayWithDisplay payWithDisplay(const core::GenerationRequest& request, const catalogue::FalModel* model,
+                                std::optional<double> dollars) const override;
   // Why the key that is saved pays for nothing as things stand; nothing when it counts or when there is none.
   std::optional<QString> whyKeyDoesNotCount() const;
 

@@ -120,11 +120,19 @@ void GenerationComposer::fillCommand(ComposerDisplay& display) const {
   display.command = ports_.state.mode() == ComposerMode::command;
   display.interpretOffered = display.command && review_ != nullptr;
   display.interprets = interprets();
-  display.ownKeyPays = paysWithOwnKey(ports_.payment.billing());
-  if (ports_.payment.offersChoice()) display.payer = display.ownKeyPays ? texts::payWithFalKey : texts::payWithCredits;
   if (!display.command) return;
   if (hasPrompt(ports_.state.draft())) display.commandLabel = label(shownIntent());
   if (review_ && review_->action()) display.review = composer::texts::review(review_->action()->summary());
+}
+
+void GenerationComposer::fillPayer(ComposerDisplay& display) const {
+  const EstimateInput input = estimateInput();
+  const bool isOne = input.models.size() == 1;
+  const FalModel* model = isOne ? &input.models.front().record : nullptr;
+  const auto dollars = model ? ports_.prices.estimate(input.request, *model) : std::nullopt;
+  display.ownKeyPays = paysWithOwnKey(input.billing);
+  display.payWith = ports_.payment.payWithDisplay(input.request, model, dollars);
+  display.payer = display.payWith.label;
 }
 
 void GenerationComposer::fillSubmit(ComposerDisplay& display) const {
@@ -144,6 +152,8 @@ void GenerationComposer::fillSubmit(ComposerDisplay& display) const {
 void GenerationComposer::payWithOwnKey(bool ownKey) {
   ports_.payment.payWith(ownKey ? core::PayWith::ownKey : core::PayWith::credits);
 }
+
+void GenerationComposer::showAccount() { ports_.payment.buyCredits(); }
 
 void GenerationComposer::performNotice(const QString& text, int button) {
   for (const Notice& notice : notices(noticeInput(), knownPrices())) {

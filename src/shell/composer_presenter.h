@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "shell/alerts_presenter.h"
+#include "shell/pay_with_display.h"
 
 namespace sorvan::shell {
 
@@ -152,7 +153,8 @@ struct ComposerDisplay {
   QString seedTooltip;
   QString seedDetail;
   QString destination;  // the project, or “Inbox”
-  QString payer = {};   // “Pay with Credits”; empty where there is no choice
+  QString payer = {};   // “Pay with Credits”; empty where there is nothing to choose or to say
+  PayWithDisplay payWith = {};
   bool ownKeyPays = true;
   bool command = false;       // the text is a command to the library
   QString commandLabel = {};  // what it is understood as: “Find media”
@@ -232,6 +234,8 @@ class ComposerPresenter : public QObject {
   // The Inbox and the projects.
   virtual std::vector<ComposerDestination> destinations() const { return {}; }
   virtual void payWithOwnKey(bool ownKey) { Q_UNUSED(ownKey) }
+  // Where credits are bought.
+  virtual void showAccount() {}
   virtual void chooseDestination(std::optional<QUuid> project) { Q_UNUSED(project) }
   // The user turned to something else: what was typed goes to the disk now.
   virtual void keyboardLeft() {}

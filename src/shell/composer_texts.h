@@ -24,8 +24,6 @@ inline const QString lengthWord = QStringLiteral("Length");
 inline const QString commandPlaceholder =
     QStringLiteral("Find, filter, move, mark or compare media, or create a project");
 inline const QString emptyCommandTooltip = QStringLiteral("Enter a command first.");
-inline const QString payWithCredits = QStringLiteral("Pay with Credits");
-inline const QString payWithFalKey = QStringLiteral("Pay with fal.ai Key");
 inline const QString composerCleared = QStringLiteral("Composer cleared");
 inline const QString composerReplaced = QStringLiteral("Your earlier prompt was replaced");
 inline QString promptWouldBeTooLong(const QString& characters, const QString& most) {

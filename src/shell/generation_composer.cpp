@@ -90,6 +90,7 @@ ComposerDisplay GenerationComposer::display() const {
   display.references = attachedReferences();
   fillEstimate(display);
   fillNotices(display);
+  fillPayer(display);
   fillCommand(display);
   fillSubmit(display);
   return display;

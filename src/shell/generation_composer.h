@@ -101,6 +101,7 @@ class GenerationComposer final : public ComposerPresenter {
   std::vector<ComposerDestination> destinations() const override;
   void chooseDestination(std::optional<QUuid> project) override;
   void payWithOwnKey(bool ownKey) override;
+  void showAccount() override;
   void keyboardLeft() override { keeper_.keepNow(); }
   void clear() override;
   void reusePrompt(QUuid itemOrJob) override;
@@ -154,6 +155,7 @@ class GenerationComposer final : public ComposerPresenter {
   void fillEstimate(ComposerDisplay& display) const;
   void fillNotices(ComposerDisplay& display) const;
   void fillSubmit(ComposerDisplay& display) const;
+  void fillPayer(ComposerDisplay& display) const;
   void fillCommand(ComposerDisplay& display) const;
 
   std::vector<AttachedReference> attachedReferences() const;

@@ -6,6 +6,7 @@
 #include "composer/estimates.h"
 #include "core/billing.h"
 #include "core/request_values.h"
+#include "shell/pay_with_display.h"
 
 #include <QObject>
 #include <QStringList>
@@ -40,7 +41,14 @@ class PaymentDesk : public QObject {
   virtual bool isCeiling(const QString&) const { return false; }
   // Whether credits can pay for a model; true also while that is not known.
   virtual bool isSold(const QString&) const { return true; }
+  // Also shows the account.
   virtual void buyCredits() {}
+  // What is said of who pays for a request, with the model that it goes to and what that is thought to cost under the own
+  // key; null and nothing while several are chosen, or none.
+  virtual PayWithDisplay payWithDisplay(const core::GenerationRequest&, const catalogue::FalModel*,
+                                        std::optional<double>) const {
+    return {};
+  }
 
   // Asks for what these models cost in credits, where that is not known for now; `changed` follows.
   virtual void learnPrices(const QStringList&) {}

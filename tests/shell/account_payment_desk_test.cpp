@@ -91,6 +91,34 @@ TEST_F(AccountPaymentDeskTest, WithoutAnAccountCreditsPayAndNothingIsOffered) {
   EXPECT_TRUE(desk.isSold(nano)) << "what is not known blocks nothing";
 }
 
+TEST_F(AccountPaymentDeskTest, SaysWhoPaysAndWhatThatMeans) {
+  saveKey();
+  core::GenerationRequest request;
+  PayWithDisplay display = desk.payWithDisplay(request, nullptr, std::nullopt);
+  EXPECT_FALSE(display.offered);
+  EXPECT_EQ(display.label, u"fal.ai Key Not Used"_s);
+  EXPECT_TRUE(display.keyProblem.contains(u"Sign in under Settings → Account"_s));
+  EXPECT_EQ(display.help, display.keyProblem);
+  signIn({u"byok"_s});
+  display = desk.payWithDisplay(request, nullptr, 0.06);
+  EXPECT_TRUE(display.offered);
+  EXPECT_TRUE(display.keyProblem.isEmpty());
+  EXPECT_EQ(display.label, u"Pay with fal.ai Key"_s);
+  EXPECT_EQ(display.help,
+            u"Payment method: your own fal.ai key (BYOK). Click to pay with Sorvan Credits instead."_s);
+  EXPECT_EQ(display.creditsBalance, u"2,000 credits"_s);
+  EXPECT_EQ(display.line, u"Paid by your fal.ai key · ≈ $0.060"_s);
+  desk.payWith(core::PayWith::credits);
+  display = desk.payWithDisplay(request, nullptr, 0.06);
+  EXPECT_EQ(display.label, u"Pay with Credits"_s);
+  EXPECT_EQ(display.line, u"Paid with Sorvan Credits"_s);
+  EXPECT_TRUE(display.lineHelp.endsWith(u"A failed generation costs nothing."_s));
+}
+
+TEST_F(AccountPaymentDeskTest, WithoutAKeyAndAnAccountNothingIsSaidOfWhoPays) {
+  EXPECT_EQ(desk.payWithDisplay({}, nullptr, std::nullopt).label, QString());
+}
+
 TEST_F(AccountPaymentDeskTest, TheOwnKeyPaysOnlyForAnAccountThatMayUseIt) {
   saveKey();
   QSignalSpy changed(&desk, &PaymentDesk::changed);

@@ -1,7 +1,9 @@
 #include "shell/views/composer_dock.h"
 
 #include <QClipboard>
+#include <QLabel>
 #include <QMimeData>
+#include <QRadioButton>
 #include <QSignalSpy>
 
 #include "shell/views/controls.h"
@@ -57,6 +59,41 @@ TEST_F(ComposerDockTest, TheFocusOpensTheDockAndTypingEditsTheDraft) {
   EXPECT_GT(dock.height(), before);
   QTest::keyClicks(prompt, u"a boat"_s);
   EXPECT_EQ(composer.text, u"a boat"_s);
+}
+
+TEST_F(ComposerDockTest, WhoPaysIsChosenFromWhatEachWayMeans) {
+  composer.setExpanded(true);
+  composer.shown.payer = composer.shown.payWith.label = u"Pay with fal.ai Key"_s;
+  composer.shown.payWith.offered = composer.shown.payWith.ownKeyPays = true;
+  composer.shown.payWith.help = u"Payment method: your own fal.ai key (BYOK)."_s;
+  composer.shown.payWith.credits = u"Sorvan Credits"_s;
+  composer.shown.payWith.creditsBalance = u"1,240 credits"_s;
+  composer.shown.payWith.key = u"My fal.ai Key (BYOK)"_s;
+  composer.shown.payWith.account = u"Account and Credits…"_s;
+  Q_EMIT composer.changed();
+  auto* payer = named<QAbstractButton>(dock, u"Pay with fal.ai Key"_s);
+  ASSERT_TRUE(payer && payer->isVisible());
+  EXPECT_EQ(payer->accessibleDescription(), composer.shown.payWith.help);
+  press(payer);
+  auto* credits = named<QRadioButton>(window, u"Sorvan Credits"_s);
+  ASSERT_NE(credits, nullptr);
+  EXPECT_EQ(credits->text(), u"Sorvan Credits · 1,240 credits"_s);
+  EXPECT_TRUE(named<QRadioButton>(window, u"My fal.ai Key (BYOK)"_s)->isChecked());
+  credits->click();
+  EXPECT_TRUE(composer.calls.contains(u"credits"_s));
+}
+
+TEST_F(ComposerDockTest, ASavedKeyThatDoesNotCountSaysWhyInThePlaceOfPayWith) {
+  composer.setExpanded(true);
+  composer.shown.payer = composer.shown.payWith.label = u"fal.ai Key Not Used"_s;
+  composer.shown.payWith.keyProblem = u"This account pays with Sorvan Credits only."_s;
+  composer.shown.payWith.account = u"Account and Credits…"_s;
+  Q_EMIT composer.changed();
+  press(named<QAbstractButton>(dock, u"fal.ai Key Not Used"_s));
+  EXPECT_EQ(named<QRadioButton>(window, u"Sorvan Credits"_s), nullptr);
+  EXPECT_NE(named<QLabel>(window, u"This account pays with Sorvan Credits only."_s), nullptr);
+  press(named<Button>(window, u"Account and Credits…"_s));
+  EXPECT_TRUE(composer.calls.contains(u"account"_s));
 }
 
 TEST_F(ComposerDockTest, EnterSubmitsAndShiftEnterBreaksTheLine) {

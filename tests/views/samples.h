@@ -73,6 +73,8 @@ class SampleComposer final : public ComposerPresenter {
   void startAudio() override;
   void startImages() override;
   void showModels() override { calls.append(QStringLiteral("prices")); }
+  void payWithOwnKey(bool ownKey) override { calls.append(ownKey ? QStringLiteral("own key") : QStringLiteral("credits")); }
+  void showAccount() override { calls.append(QStringLiteral("account")); }
   void submit() override { calls.append(QStringLiteral("submit")); }
   void clear() override;
   void reusePrompt(QUuid) override { calls.append(QStringLiteral("reuse")); }

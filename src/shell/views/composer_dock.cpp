@@ -13,6 +13,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/model_picker.h"
 #include "shell/views/painting.h"
+#include "shell/views/pay_with_popover.h"
 #include "shell/views/prompt_edit.h"
 #include "shell/views/prompt_history.h"
 #include "shell/views/reference_strip.h"
@@ -113,7 +114,11 @@ void ComposerDock::connectControls() {
   connect(interpret_, &Chip::clicked, this, [this] { composer_.setInterprets(!display_.interprets); });
   connect(history_, &IconButton::clicked, this, &ComposerDock::openPromptHistory);
   connect(destination_, &HeadChoice::clicked, this, [this] { openDestinationMenu(composer_, destination_); });
-  connect(payer_, &HeadChoice::clicked, this, [this] { openPayerMenu(composer_, payer_); });
+  connect(payer_, &HeadChoice::clicked, this, [this] {
+    auto* choices = new PayWithPopover(composer_);
+    open(choices);
+    choices->openAt(payer_, this);
+  });
   connect(clear_, &IconButton::clicked, this, [this] { composer_.clear(); });
   connect(submit_, &Button::clicked, this, [this] { composer_.submit(); });
   connect(model_, &Chip::clicked, this, &ComposerDock::openModelPicker);
@@ -170,6 +175,7 @@ void ComposerDock::refresh() {
   display_ = composer_.display();
   destination_->setValue(display_.destination);
   payer_->setValue(display_.payer);
+  payer_->setHelp(display_.payWith.help);
   refreshCommand(display_);
   submit_->setText(display_.submitTitle);
   submit_->setAccessibleName(display_.submitTitle);  // an ampersand is no mnemonic

@@ -55,8 +55,13 @@ HeadChoice::HeadChoice(const QString& iconName, const QString& words, QWidget* p
 void HeadChoice::setValue(const QString& name) {
   value_->setText(name);
   setAccessibleName(words_.isEmpty() ? name : words_ + u' ' + name);
-  setToolTip(accessibleName());
+  setHelp({});
   updateGeometry();
+}
+
+void HeadChoice::setHelp(const QString& help) {
+  setToolTip(help.isEmpty() ? accessibleName() : help);
+  setAccessibleDescription(help);
 }
 
 void HeadChoice::paintEvent(QPaintEvent*) {
@@ -79,16 +84,6 @@ void openDestinationMenu(ComposerPresenter& composer, QWidget* button) {
                      [&composer, project = place.project] { composer.chooseDestination(project); });
     if (!place.project) menu->addSeparator();
   }
-  popUp(menu, button);
-}
-
-void openPayerMenu(ComposerPresenter& composer, QWidget* button) {
-  QMenu* menu = menuBelow(button);
-  const bool ownKey = composer.display().ownKeyPays;
-  QObject::connect(addChoice(*menu, texts::payWithCredits(), !ownKey), &QAction::triggered, &composer,
-                   [&composer] { composer.payWithOwnKey(false); });
-  QObject::connect(addChoice(*menu, texts::payWithFalKey(), ownKey), &QAction::triggered, &composer,
-                   [&composer] { composer.payWithOwnKey(true); });
   popUp(menu, button);
 }
 

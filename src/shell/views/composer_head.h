@@ -20,6 +20,8 @@ class HeadChoice final : public QAbstractButton {
   HeadChoice(const QString& iconName, const QString& words, QWidget* parent = nullptr);
 
   void setValue(const QString& name);
+  // What the button is for, where its words do not say; empty for nothing more.
+  void setHelp(const QString& help);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -32,7 +34,5 @@ class HeadChoice final : public QAbstractButton {
 
 // The Inbox and the projects, below the button. The presenter outlives the menu.
 void openDestinationMenu(ComposerPresenter& composer, QWidget* button);
-// The two ways to pay, below the button.
-void openPayerMenu(ComposerPresenter& composer, QWidget* button);
 
 }  // namespace sorvan::views

@@ -11,8 +11,6 @@ inline QString command() { return QStringLiteral("Command"); }
 inline QString commandMode() { return QStringLiteral("Command Mode"); }
 inline QString leaveCommandMode() { return QStringLiteral("Back to the Prompt"); }
 inline QString interpretWithAI() { return QStringLiteral("Interpret with AI"); }
-inline QString payWithCredits() { return QStringLiteral("Pay with Credits"); }
-inline QString payWithFalKey() { return QStringLiteral("Pay with fal.ai Key"); }
 inline QString allModels() { return QStringLiteral("All models"); }
 inline QString clearTooltip() {
   return QStringLiteral(
