@@ -116,6 +116,7 @@ Presenters CompositionRoot::presenters() {
   all.composer = &composer_;
   all.savedReferences = &savedReferences_;
   all.marking = &marking_;
+  all.account = &accountPresenter_;
   all.settings = &settingsPresenter_;
   all.health = &health_;
   all.alerts = &alerts_;
@@ -179,6 +180,8 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
               [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).path())); }}),
       updates_({credits_.usage(), credits_.updates(), alerts_, QStringLiteral(SORVAN_VERSION),
                 [](const QUrl& address) { QDesktopServices::openUrl(address); }}),
+      accountPresenter_({credits_.account(), credits_.billing(), providerSettings_, *settings_, clock_,
+                         [](const QUrl& page) { return QDesktopServices::openUrl(page); }}),
       settingsPresenter_(providerSettings_, *settings_),
       health_(store_),
       actions_(actionPorts()) {
@@ -189,9 +192,8 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
   store_.afterOpen.emplace_back([this](LibraryStore&) { startSettling(queue_); });
   store_.afterOpen.emplace_back([this](LibraryStore&) { interpreter_.settle(); });
   connect(&queue_, &JobQueue::creditsChanged, &credits_.account(), &account::AccountStore::creditsChanged);
-  connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-    if (state == Qt::ApplicationActive && started_ && !ending_) credits_.account().refresh();
-  });
+  connect(&payment_, &shell::AccountPaymentDesk::buyCreditsRequested, &accountPresenter_,
+          &shell::AccountPresenter::showAccount);
   connect(&payment_, &shell::AccountPaymentDesk::failed, &alerts_, &AlertsPresenter::showError);
   connect(&windowPresenter_, &WindowPresenter::quitAgreed, this, &CompositionRoot::shutDown);
   connect(&settingsPresenter_, &SettingsPresenter::appearanceChanged, this,
@@ -246,6 +248,7 @@ void CompositionRoot::openLibrary(const std::optional<QString>& problem) {
   if (problem) alerts_.showError(*problem);
   if (!settings_->problem().isEmpty()) alerts_.showError(settings_->problem());
   if (firstAction_) actions_.trigger(*firstAction_);
+  if (firstLink_) accountPresenter_.openLink(*firstLink_);
   // 3. A newcomer who chooses a folder from now on can type at once.
   connect(&welcome_, &WelcomePresenter::shownChanged, this, [this] {
     if (!welcome_.isShown()) QMetaObject::invokeMethod(&composer_, &GenerationComposer::focus, Qt::QueuedConnection);
@@ -261,13 +264,16 @@ void CompositionRoot::open(const QStringList& addresses) {
   if (ending_) return;
   const std::optional<QString> workspace = shell::workspaceAmong(addresses);
   const std::optional<ActionId> action = shell::actionAmong(addresses);
+  const std::optional<QString> link = shell::ownLinkAmong(addresses);
   if (!started_) {
     requested_ = workspace ? workspace : requested_;
     firstAction_ = action ? action : firstAction_;
+    firstLink_ = link ? link : firstLink_;
     return;
   }
   if (workspace) welcome_.openFolder(*workspace);
   if (action) actions_.trigger(*action);
+  if (link) accountPresenter_.openLink(*link);
 }
 
 void CompositionRoot::performDesktopAction(const QString& name) {

@@ -22,6 +22,7 @@
 #include "exchange/unfinished_imports.h"
 #include "generation/job_queue.h"
 #include "shell/account_payment_desk.h"
+#include "shell/account_presenter.h"
 #include "shell/actions_presenter.h"
 #include "shell/alerts_presenter.h"
 #include "shell/catalogue_browser.h"
@@ -70,7 +71,7 @@ class CompositionRoot : public QObject {
   /// Comes to the front and opens what was handed over: see `open`.
   void bringForward(const QStringList& addresses);
   /// Opens the workspace that the first fitting address lies in; before the start, in place of the last one. An
-  /// address may stand for an action instead. Others are ignored.
+  /// address may stand for an action instead, or be a link to sign in with. Others are ignored.
   void open(const QStringList& addresses);
   /// Does what the desktop's launcher offers under this name, and comes to the front.
   void performDesktopAction(const QString& name);
@@ -138,12 +139,14 @@ class CompositionRoot : public QObject {
   shell::ComparisonPresenter comparison_;
   shell::CostsPresenter costs_;
   shell::UpdatesPresenter updates_;
+  shell::AccountPresenter accountPresenter_;
   shell::SettingsPresenter settingsPresenter_;
   shell::HealthPresenter health_;
   shell::ActionsPresenter actions_;
   TaskScope tasks_;
   std::unique_ptr<views::MainWindow> window_;
   std::optional<QString> requested_;  // the workspace that is to be opened at the start
+  std::optional<QString> firstLink_;  // with which somebody signs in
   std::optional<ActionId> firstAction_;  // what is to be done when it is open
   bool started_ = false;
   bool ending_ = false;

@@ -4,6 +4,7 @@
 
 namespace sorvan::shell {
 
+class AccountPresenter;
 class ActionsPresenter;
 class AlertsPresenter;
 class ComparisonPresenter;
@@ -43,6 +44,7 @@ struct Presenters {
   MarkingPresenter* marking = nullptr;  // without one, nothing can be marked
   CostsPresenter* costs = nullptr;  // without one, there is no report on costs
   UpdatesPresenter* updates = nullptr;  // without one, nothing is told of newer builds and of usage counts
+  AccountPresenter* account = nullptr;  // without one, nothing of an account is shown
   SettingsPresenter* settings = nullptr;
   HealthPresenter* health = nullptr;
   AlertsPresenter* alerts = nullptr;

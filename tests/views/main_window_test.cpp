@@ -287,6 +287,7 @@ TEST_F(MainWindowTest, TheSettingsSaveAKeyAndNeverShowIt) {
   actions->trigger(ActionId::openSettings);
   auto* dialog = shown<SettingsDialog>();
   ASSERT_NE(dialog, nullptr);
+  dialog->showPage(SettingsPage::key);
   auto* field = named<TextField>(*dialog, settings.keyPage().title);
   ASSERT_NE(field, nullptr);
   EXPECT_EQ(field->echoMode(), QLineEdit::Password);
@@ -302,7 +303,7 @@ TEST_F(MainWindowTest, TheSettingsSaveAKeyAndNeverShowIt) {
 TEST_F(MainWindowTest, TheAppearanceIsChosenInTheSettings) {
   actions->trigger(ActionId::openSettings);
   auto* dialog = shown<SettingsDialog>();
-  dialog->showPage(1);
+  dialog->showPage(SettingsPage::appearance);
   QTest::mouseClick(named<QAbstractButton>(*dialog, u"Light"_s), Qt::LeftButton);
   EXPECT_EQ(settings.appearance(), Appearance::light);
 }

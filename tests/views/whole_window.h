@@ -3,10 +3,13 @@
 
 #include <memory>
 
+#include "account/account_store.h"
+#include "account/billing_state.h"
 #include "account/provider_settings.h"
 #include "account/update_notice.h"
 #include "account/usage_stats.h"
 #include "platform/key_store.h"
+#include "shell/account_presenter.h"
 #include "shell/actions_presenter.h"
 #include "shell/costs_presenter.h"
 #include "shell/desk.h"
@@ -22,6 +25,7 @@
 #include "shell/welcome_presenter.h"
 #include "shell/window_presenter.h"
 #include "support/run_task.h"
+#include "support/scripted_transport.h"
 #include "views/dressed.h"
 
 namespace sorvan::views {
@@ -31,6 +35,10 @@ class WholeWindow : public Dressed {
   WholeWindow() {
     window = std::make_unique<MainWindow>(presenters());
     show(*window, {1440, 900});
+  }
+  ~WholeWindow() override {
+    window.reset();
+    test::runTask(accountStore.drain());
   }
 
   Presenters presenters() {
@@ -50,6 +58,7 @@ class WholeWindow : public Dressed {
     all.transfer = &desk.transfer;
     all.composer = &desk.composer;
     all.marking = &desk.marking;
+    all.account = &account;
     all.settings = &settings;
     all.health = &health;
     all.alerts = &desk.alerts;
@@ -76,6 +85,15 @@ class WholeWindow : public Dressed {
   std::shared_ptr<account::KeyCache> keys = std::make_shared<account::KeyCache>(
       std::make_shared<account::KeychainStore>(std::make_shared<platform::MemoryKeyBackend>()));
   account::ProviderSettings providerSettings{keys};
+  // Nobody is signed in, and no page of the service answers until a test says so.
+  std::shared_ptr<test::ScriptedTransport> gateway = std::make_shared<test::ScriptedTransport>();
+  account::AccountStore accountStore{{gateway, desk.clock, desk.settings, keys, QStringLiteral("studio-box")}};
+  account::BillingState billing{{desk.settings, desk.clock, {}, {}}};
+  std::vector<QUrl> openedPages;
+  AccountPresenter account{{accountStore, billing, providerSettings, *desk.settings, desk.clock, [this](const QUrl& page) {
+                              openedPages.push_back(page);
+                              return true;
+                            }}};
   WindowPresenter windowPresenter{desk.store, desk.state, desk.alerts, QStringLiteral("Sorvan Studio")};
   WelcomePresenter welcome{desk.store, desk.folder / QStringLiteral("Default")};
   SidebarPresenter sidebar{desk.store, desk.state};

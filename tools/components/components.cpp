@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QMenuBar>
 
+#include "account_samples.h"
 #include "comparison_samples.h"
 #include "cost_samples.h"
 #include "shell/views/alert_dialog.h"
@@ -205,6 +206,7 @@ int main(int argc, char** argv) {
     saveSheets(folder);
     saveComparison([&folder](QWidget& widget, const QString& name) { save(widget, folder, name); });
     saveCosts([&folder](QWidget& widget, const QString& name) { save(widget, folder, name); });
+    saveAccount([&folder](QWidget& widget, const QString& name) { save(widget, folder, name); });
     for (const QSize size : {QSize(1440, 900), QSize(1024, 680)}) {
       WelcomeView welcome(welcomeSample());
       welcome.resize(size - QSize(0, 34));

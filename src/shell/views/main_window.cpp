@@ -11,6 +11,7 @@
 #include <QStackedWidget>
 #include <QTextEdit>
 
+#include "shell/account_presenter.h"
 #include "shell/actions_presenter.h"
 #include "shell/curation_presenter.h"
 #include "shell/inspector_presenter.h"
@@ -65,6 +66,7 @@ MainWindow::MainWindow(Presenters presenters, QWidget* parent)
   setWindowIcon(windowIcon());
   build();
   bindWindow();
+  bindAccount();
   bindSidebar();
   bindGallery();
   bindFilters();
@@ -137,10 +139,22 @@ void MainWindow::bindWindow() {
   connect(welcome_, &WelcomeView::folderDropped, on_.welcome, &WelcomePresenter::openFolder);
   connect(on_.jobs, &JobsPresenter::activeChanged, this, [this] { strip_->setActivity(on_.jobs->activeText()); });
   connect(strip_, &MenuStrip::activityPressed, this, [this] { on_.actions->trigger(ActionId::showHistory); });
-  connect(strip_, &MenuStrip::settingsPressed, this, &MainWindow::openSettings);
   strip_->setActivity(on_.jobs->activeText());
   if (on_.updates) addUpdatePill(*strip_, *on_.updates);
   retitle();
+}
+
+// The balance is brought up to date when the person comes back to the window.
+void MainWindow::bindAccount() {
+  connect(strip_, &MenuStrip::accountPressed, this, &MainWindow::openAccount);
+  if (!on_.account) return;
+  const auto refresh = [this] { strip_->setBalance(on_.account->badge()); };
+  connect(on_.account, &AccountPresenter::changed, this, refresh);
+  connect(on_.account, &AccountPresenter::accountRequested, this, &MainWindow::openAccount);
+  connect(qApp, &QGuiApplication::applicationStateChanged, on_.account, [this](Qt::ApplicationState state) {
+    if (state == Qt::ApplicationActive && isVisible()) on_.account->refresh();
+  });
+  refresh();
 }
 
 void MainWindow::bindSidebar() {
@@ -473,10 +487,15 @@ void MainWindow::chooseDestination() {
 }
 
 void MainWindow::openSettings() {
-  if (!settings_) settings_ = new SettingsDialog(*on_.settings, this);
+  if (!settings_) settings_ = new SettingsDialog(on_, this);
   settings_->show();
   settings_->raise();
   settings_->activateWindow();
+}
+
+void MainWindow::openAccount() {
+  openSettings();
+  settings_->showPage(SettingsPage::account);
 }
 
 void MainWindow::openHealth() {

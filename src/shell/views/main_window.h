@@ -56,6 +56,7 @@ class MainWindow final : public QMainWindow {
   void placeWindow();
   void rememberPlace();
   void bindWindow();
+  void bindAccount();
   void bindSidebar();
   void bindGallery();
   void bindFilters();
@@ -84,6 +85,7 @@ class MainWindow final : public QMainWindow {
   void askProjectName(const QString& key, const QString& name);
   void dropOnSidebar(const std::vector<QUuid>& items, const QString& key);
   void openSettings();
+  void openAccount();
   void openHealth();
   void toggleFullScreen();
 

@@ -4,6 +4,8 @@
 #include <QMenuBar>
 #include <QPainter>
 
+#include "shell/account_page_texts.h"
+#include "shell/views/balance_badge.h"
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
 #include "shell/views/painting.h"
@@ -39,18 +41,21 @@ MenuStrip::MenuStrip(QWidget* parent)
     : QWidget(parent),
       bar_(new QMenuBar),
       activity_(new ActivityPill),
-      settings_(new IconButton(u"settings"_s, texts::accountSettings(), u"Ctrl+,"_s)) {
+      balance_(new BalanceBadge),
+      account_(new IconButton(u"circle-user-round"_s, shell::texts::accountTitle())) {
   setFixedHeight(metrics().menuStrip);
   bar_->setNativeMenuBar(false);
-  settings_->setControlSize(ControlSize::compact);
+  account_->setControlSize(ControlSize::compact);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(8, 0, 10, 1);
   row->setSpacing(6);
   row->addWidget(bar_, 1);
   row->addWidget(activity_);
-  row->addWidget(settings_);
+  row->addWidget(balance_);
+  row->addWidget(account_);
   connect(activity_, &QAbstractButton::clicked, this, &MenuStrip::activityPressed);
-  connect(settings_, &IconButton::clicked, this, &MenuStrip::settingsPressed);
+  connect(balance_, &BalanceBadge::clicked, this, &MenuStrip::accountPressed);
+  connect(account_, &IconButton::clicked, this, &MenuStrip::accountPressed);
   setActivity({});
 }
 
@@ -60,6 +65,8 @@ void MenuStrip::setActivity(const QString& text) {
   activity_->setVisible(!text.isEmpty());
   activity_->updateGeometry();
 }
+
+void MenuStrip::setBalance(const BadgeDisplay& balance) { balance_->show(balance); }
 
 void MenuStrip::paintEvent(QPaintEvent*) {
   QPainter painter(this);

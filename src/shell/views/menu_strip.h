@@ -3,12 +3,15 @@
 
 #include <QWidget>
 
+#include "shell/account_presenter.h"
+
 #include "shell/views/room.h"
 
 class QMenuBar;
 
 namespace sorvan::views {
 
+class BalanceBadge;
 class IconButton;
 
 // “2 generating” in a pill with a spinner; a press opens the history.
@@ -22,10 +25,12 @@ class MenuStrip final : public QWidget {
   QMenuBar& bar() { return *bar_; }
   // Empty hides the pill.
   void setActivity(const QString& text);
+  void setBalance(const BadgeDisplay& balance);
 
  Q_SIGNALS:
   void activityPressed();
-  void settingsPressed();
+  // The balance or the button behind it.
+  void accountPressed();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -33,7 +38,8 @@ class MenuStrip final : public QWidget {
  private:
   QMenuBar* bar_;
   ActivityPill* activity_;
-  IconButton* settings_;
+  BalanceBadge* balance_;
+  IconButton* account_;
 };
 
 }  // namespace sorvan::views

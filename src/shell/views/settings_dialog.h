@@ -3,65 +3,42 @@
 
 #include <QDialog>
 
-#include "shell/settings_presenter.h"
+#include "shell/presenters.h"
 #include "shell/views/room.h"
 
 class QStackedWidget;
+class QVBoxLayout;
 
 namespace sorvan::views {
 
-class Button;
-class IconView;
-class Label;
-class Paragraph;
 class SidebarRowButton;
-class TextField;
 
-// The page of the fal.ai key. The field never shows the saved key.
-class KeyPage final : public QWidget {
-  Q_OBJECT
+enum class SettingsPage { account, key, appearance, watchedFolders, commands, usage };
 
- public:
-  explicit KeyPage(SettingsPresenter& settings, QWidget* parent = nullptr);
-
- private:
-  void refresh();
-  void save();
-
-  SettingsPresenter& settings_;
-  Paragraph* explanation_;
-  IconView* statusIcon_;
-  Label* status_;
-  TextField* field_;
-  Button* save_;
-  Button* remove_;
-  IconView* messageIcon_;
-  Paragraph* message_;
-};
-
-// System, light or dark, each as a small picture of a window.
-class AppearancePage final : public QWidget {
-  Q_OBJECT
-
- public:
-  explicit AppearancePage(SettingsPresenter& settings, QWidget* parent = nullptr);
-};
-
-// A window of its own that does not block the others. The presenter outlives it.
+// A window of its own that does not block the others. The presenters outlive it; a page without its presenter is absent.
 class SettingsDialog final : public QDialog {
   Q_OBJECT
 
  public:
-  explicit SettingsDialog(SettingsPresenter& settings, QWidget* parent = nullptr);
+  explicit SettingsDialog(const Presenters& presenters, QWidget* parent = nullptr);
 
-  void showPage(int index);
+  // Nothing happens for a page that is not there.
+  void showPage(SettingsPage page);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  struct Entry {
+    SettingsPage page;
+    SidebarRowButton* row;
+  };
+  void addPages(const Presenters& presenters);
+  void addPage(SettingsPage page, const QString& title, const QString& iconName, QWidget* contents);
+
+  QVBoxLayout* list_;
   QStackedWidget* pages_;
-  std::vector<SidebarRowButton*> rows_;
+  std::vector<Entry> entries_;
 };
 
 }  // namespace sorvan::views

@@ -40,7 +40,6 @@ inline QString clearMenu() { return QStringLiteral("Clear Menu"); }
 
 // Menu strip.
 inline QString openHistory() { return QStringLiteral("Open History"); }
-inline QString accountSettings() { return QStringLiteral("Settings"); }
 
 // Toolbar.
 inline QString thumbnailSize() { return QStringLiteral("Thumbnail Size"); }
