@@ -41,10 +41,13 @@ Tourist::~Tourist() {
   if (program_) killProgram();
 }
 
+void Tourist::putFirstInPath(const QString& folder) { firstInPath_ = folder + u':'; }
+
 void Tourist::open(const Wanted& expected) {
   program_ = std::make_unique<QProcess>();
   QProcessEnvironment environment = desktop_.environment();
   environment.insert(u"SORVAN_SERVICE"_qs, sandbox_.configurationPath());
+  environment.insert(u"PATH"_qs, firstInPath_ + environment.value(u"PATH"_qs));
   program_->setProcessEnvironment(environment);
   program_->setProcessChannelMode(QProcess::ForwardedChannels);
   programEnvironment_ = environment;

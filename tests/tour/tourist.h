@@ -21,6 +21,8 @@ class Tourist {
   Tourist(QSize size, QString picturePrefix);
   ~Tourist();
 
+  // Puts a folder of programs first in the path of the programs that are started from now on.
+  void putFirstInPath(const QString& folder);
   // Starts the program on the sandbox and waits until its window shows `expected`.
   void open(const Wanted& expected);
   // Closes the window as a user does, and waits for the process to end.
@@ -59,6 +61,7 @@ class Tourist {
   const Accessibility& accessibility() const { return accessibility_; }
   Desktop& desktop() { return desktop_; }
   sorvan::test::SandboxProcess& sandbox() { return sandbox_; }
+  const sorvan::test::SandboxProcess& sandbox() const { return sandbox_; }
 
  private:
   void xdotool(const QStringList& arguments);
@@ -66,6 +69,7 @@ class Tourist {
   Desktop desktop_;
   Accessibility accessibility_;
   QString prefix_;
+  QString firstInPath_;
   QProcessEnvironment programEnvironment_;
   sorvan::test::SandboxProcess sandbox_;
   std::unique_ptr<QProcess> program_;
