@@ -26,8 +26,8 @@ namespace {
 constexpr int kMostStops = 120;
 constexpr int kMostZones = 10;
 constexpr int kRingRoom = 6;
-// A caret that blinks touches fewer pixels.
-constexpr int kLeastChange = 40;
+// A caret of one pixel touches as many as a line is high; anything less is no sign that can be seen.
+constexpr int kLeastChange = 12;
 
 const std::set<QAccessible::Role> kInteractive{
     QAccessible::Button,      QAccessible::CheckBox,   QAccessible::RadioButton, QAccessible::EditableText,
@@ -182,6 +182,7 @@ QStringList namelessElements(QWidget& part) {
 
 QStringList keyboardFaults(QWidget& part) {
   QStringList faults;
+  QApplication::setActiveWindow(part.window());
   QApplication::setCursorFlashTime(0);  // the caret of a text field shows its focus: it must not happen to be away
   const std::vector<QPointer<QWidget>> controls = controlsOf(part);
   Walk walk(part);

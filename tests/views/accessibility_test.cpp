@@ -68,6 +68,87 @@ TEST_F(Accessibility, EnterPressesTheButtonThatHasTheKeyboard) {
   EXPECT_EQ(desk.store.workspaceRoot(), desk.folder / u"Default"_s);
 }
 
+TEST_F(Accessibility, OfTheGalleryWithoutItems) { expectAccessible(*window); }
+
+TEST_F(Accessibility, OfTheGalleryWithOneItem) {
+  makeItem(u"a boat"_s);
+  desk.state.select({wall().rowId(0)});
+  expectAccessible(*window);
+}
+
+TEST_F(Accessibility, OfTheGalleryWithAFailedJob) {
+  desk.provider->failure = std::make_exception_ptr(base::SorvanError(u"Planted."_s));
+  makeItem(u"a boat"_s);
+  desk.state.select({wall().rowId(0)});
+  expectAccessible(*window);
+}
+
+// Pages that other files add are visited too, as soon as they are there.
+TEST_F(Accessibility, OfEveryPage) {
+  makeItem(u"a boat"_s);
+  const QUuid item = wall().rowId(0);
+  const auto kinds = window->library().pageKinds();
+  EXPECT_GE(kinds.size(), 3U);
+  for (const ModeKind kind : kinds) {
+    SCOPED_TRACE(titleOf(kind).toStdString());
+    desk.state.setMode({kind, item});
+    test::runPosted();
+    expectAccessible(*window);
+  }
+}
+
+TEST_F(Accessibility, OfTheFilterRowAndTheSearch) {
+  makeItem(u"a boat"_s);
+  actions->trigger(ActionId::toggleFilters);
+  actions->trigger(ActionId::searchMedia);
+  test::runPosted();
+  expectAccessible(*window);
+}
+
+TEST_F(Accessibility, OfEveryPopoverOfTheComposer) {
+  window->library().dock().focusPrompt();
+  QTest::keyClicks(prompt(), u"a boat"_s);
+  test::runPosted();
+  QStringList opened;
+  for (Chip* chip : window->library().dock().findChildren<Chip*>()) {
+    if (!chip->isVisible()) continue;
+    chip->click();
+    test::runPosted();
+    auto* popover = shown<Popover>();
+    closeMenus();
+    if (!popover) continue;
+    SCOPED_TRACE(popover->accessibleName().toStdString());
+    opened += popover->accessibleName();
+    expectAccessible(*popover);
+    if (auto* still = shown<Popover>()) still->dismiss();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  EXPECT_GE(opened.size(), 3) << opened.join(u", "_s).toStdString();
+}
+
+// Whatever an action opens over the window: dialogs that come later are visited too.
+TEST_F(Accessibility, OfEveryDialogThatAnActionOpens) {
+  makeItem(u"a boat"_s);
+  desk.state.select({wall().rowId(0)});
+  const std::set<ActionId> elsewhere{ActionId::openAnotherWorkspace, ActionId::quit, ActionId::fullScreen};
+  QStringList opened;
+  for (const ActionRow& action : actionTable()) {
+    if (elsewhere.contains(action.id) || !actions->isEnabled(action.id)) continue;
+    if (!action.title.endsWith(u'…') && action.menu != MenuId::help) continue;
+    SCOPED_TRACE(action.title.toStdString());
+    actions->trigger(action.id);
+    test::runPosted();
+    closeMenus();
+    if (QDialog* dialog = openDialog()) {
+      opened += action.title;
+      expectAccessible(*dialog);
+      if (QDialog* still = openDialog()) close(still);
+    }
+    if (auto* popover = shown<Popover>()) popover->dismiss();
+  }
+  EXPECT_GE(opened.size(), 3) << opened.join(u", "_s).toStdString();
+}
+
 TEST_F(Accessibility, OfAnAlert) {
   desk.alerts.ask({0, AlertTone::warning, u"Work is still in progress"_s, u"Quitting stops it."_s,
                    {{u"Keep Working"_s, AlertButtonRole::primary, true}, {u"Quit"_s, AlertButtonRole::destructive, false}}},
@@ -76,6 +157,12 @@ TEST_F(Accessibility, OfAnAlert) {
   QDialog* alert = openDialog();
   ASSERT_NE(alert, nullptr);
   expectAccessible(*alert);
+}
+
+TEST_F(Accessibility, OfAToastWithAButton) {
+  desk.alerts.showToast({0, AlertTone::success, u"Saved 2 images locally"_s, u"The quay"_s, u"Show"_s, true});
+  test::runPosted();
+  expectAccessible(*window);
 }
 
 TEST_F(Accessibility, OfMarkingAPicture) {

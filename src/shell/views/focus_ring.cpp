@@ -4,7 +4,6 @@
 #include <QEvent>
 #include <QLineEdit>
 #include <QPainter>
-#include <QTextEdit>
 
 #include "shell/views/painted_list.h"
 #include "shell/views/painting.h"
@@ -20,8 +19,7 @@ bool drawsItself(const QWidget* widget) {
   // A list draws the keyboard's place at its current row; while it has none the ring is around the list.
   const auto* list = dynamic_cast<const PaintedList*>(widget);
   if (list && list->rowIndex(list->currentRow()) < 0) return false;
-  return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QTextEdit*>(widget) ||
-         widget->property(ownFocusProperty).toBool();
+  return qobject_cast<const QLineEdit*>(widget) || widget->property(ownFocusProperty).toBool();
 }
 
 }  // namespace

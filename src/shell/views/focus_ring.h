@@ -8,8 +8,8 @@
 
 namespace sorvan::views {
 
-// Draws over everything in its window and takes no events. One a window; it follows the application's focus. Text
-// fields draw their own border and get no ring.
+// Draws over everything in its window and takes no events. One a window; it follows the application's focus. Fields
+// of one line draw their own border and get no ring.
 class FocusRing final : public QWidget {
   Q_OBJECT
 

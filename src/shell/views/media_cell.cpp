@@ -188,11 +188,13 @@ void paintCellRings(QPainter& painter, const QRect& area, const CellLook& look) 
     paintRing(painter, QRectF(area).adjusted(-width, -width, width, width), metrics().radiusPicture + 2, width,
               c.accentRing);
   }
-  if (!look.keyboardCurrent || look.selected) return;
+  if (!look.keyboardCurrent) return;
+  // Around the cell, or inside the selection's ring.
+  const int outset = look.selected ? -3 : 2;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(c.accentRing, metrics().borderFocus, Qt::DashLine));
-  painter.drawRoundedRect(QRectF(area).adjusted(-2, -2, 2, 2), metrics().radiusControl, metrics().radiusControl);
+  painter.drawRoundedRect(QRectF(area).adjusted(-outset, -outset, outset, outset), metrics().radiusControl, metrics().radiusControl);
   painter.restore();
 }
 

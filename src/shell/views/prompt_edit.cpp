@@ -13,6 +13,7 @@
 #include "generation/texts.h"
 #include "shell/composer_presenter.h"
 #include "shell/views/dropped_media.h"
+#include "shell/views/focus_ring.h"
 #include "shell/views/painting.h"
 #include "shell/views/theme.h"
 #include "shell/views/typography.h"
@@ -37,6 +38,8 @@ bool hasEndlessRun(const QString& text) {
 
 PromptEdit::PromptEdit(const QString& name, QWidget* parent) : QTextEdit(parent) {
   setAccessibleName(name);
+  // It stands in a dock of its own that people type in all the time: the caret shows that it has the keyboard.
+  setProperty(ownFocusProperty, true);
   setAcceptRichText(false);
   setTabChangesFocus(true);
   setFrameShape(QFrame::NoFrame);
