@@ -2,12 +2,14 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include "core/workspace_opening.h"
 #include "shell/actions_presenter.h"
 #include "shell/views/controls.h"
 #include "shell/views/popover.h"
+#include "shell/views/settings_dialog.h"
 #include "views/access_walk.h"
 #include "views/text_contrast.h"
 #include "views/whole_window.h"
@@ -40,6 +42,12 @@ class Accessibility : public WholeWindow {
     for (QWidget* top : QApplication::topLevelWidgets())
       if (auto* dialog = qobject_cast<QDialog*>(top); dialog && dialog->isVisible()) return dialog;
     return shown<QDialog>();
+  }
+  // Where a page of this kind has something to show.
+  WorkspaceMode modeOf(ModeKind kind, QUuid item) {
+    WorkspaceMode mode{kind, item};
+    if (kind == ModeKind::contactSheet) mode.sheet = PassingSelection{{item}};
+    return mode;
   }
   static void closeMenus() {
     while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
@@ -91,10 +99,47 @@ TEST_F(Accessibility, OfEveryPage) {
   EXPECT_GE(kinds.size(), 3U);
   for (const ModeKind kind : kinds) {
     SCOPED_TRACE(titleOf(kind).toStdString());
-    desk.state.setMode({kind, item});
+    desk.state.setMode(modeOf(kind, item));
     test::runPosted();
+    ASSERT_EQ(window->library().page(), kind);
     expectAccessible(*window);
   }
+}
+
+TEST_F(Accessibility, OfAContactSheetWithNothingIn) {
+  desk.state.openContactSheet(PassingSelection{});
+  test::runPosted();
+  ASSERT_EQ(window->library().page(), ModeKind::contactSheet);
+  expectAccessible(*window);
+}
+
+TEST_F(Accessibility, TheArrowsWalkAlongTheTabsOfALocation) {
+  auto* gallery = named<QAbstractButton>(*window, titleOf(ModeKind::gallery));
+  ASSERT_NE(gallery, nullptr);
+  gallery->setFocus(Qt::TabFocusReason);
+  for (const ModeKind tab : {ModeKind::contactSheets, ModeKind::gallery}) {
+    QTest::keyClick(QApplication::focusWidget(), tab == ModeKind::gallery ? Qt::Key_Left : Qt::Key_Right);
+    test::runPosted();
+    EXPECT_EQ(window->library().page(), tab);
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), titleOf(tab));
+  }
+}
+
+TEST_F(Accessibility, OfEveryPageOfTheSettings) {
+  actions->trigger(ActionId::openSettings);
+  test::runPosted();
+  auto* settingsWindow = window->findChild<SettingsDialog*>();
+  ASSERT_NE(settingsWindow, nullptr);
+  const int pages = settingsWindow->findChild<QStackedWidget*>()->count();
+  EXPECT_GE(pages, 2);
+  for (int page = 0; page < pages; ++page) {
+    SCOPED_TRACE(page);
+    settingsWindow->showPage(page);
+    test::runPosted();
+    expectAccessible(*settingsWindow);
+  }
+  close(settingsWindow);
 }
 
 TEST_F(Accessibility, OfTheFilterRowAndTheSearch) {

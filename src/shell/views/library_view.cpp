@@ -132,7 +132,8 @@ void LibraryView::showMode(const WorkspaceMode& mode) {
   toolbar_->setInspectorOffered(page.traits.hasInspector);
   dockSummoned_ = false;
   arrange();
-  if (!dock_->isAncestorOf(QApplication::focusWidget())) keyboardOf(wanted)->setFocus(Qt::OtherFocusReason);
+  const bool elsewhere = dock_->isAncestorOf(QApplication::focusWidget()) || toolbar_->isWalkedThrough();
+  if (!elsewhere) keyboardOf(wanted)->setFocus(Qt::OtherFocusReason);
 }
 
 // What a page does not use itself leads back.

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "shell/contact_sheet_workspace.h"
 #include "shell/sheet_texts.h"
+#include "shell/views/accessible_role.h"
 #include "shell/views/empty_note.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/labels.h"
@@ -58,7 +59,7 @@ SheetView::SheetView(Parts parts, QWidget* parent)
       places_(new SheetPlaces(on_.thumbnails)),
       comparing_(new CompareView(on_.thumbnails)) {
   setFocusPolicy(Qt::StrongFocus);
-  setProperty(ownFocusProperty, true);
+  giveRole(*this, QAccessible::Grouping);
   stack_->setContentsMargins(0, 0, 0, 0);
   stack_->addWidget(buildSheet());
   stack_->addWidget(comparing_);
@@ -143,6 +144,8 @@ void SheetView::refresh() {
   const bool any = !sheet.places.empty();
   scroll_->setVisible(any);
   empty_->setVisible(!any);
+  // Without places the keyboard is on the sheet itself, which has to show it.
+  setProperty(ownFocusProperty, any);
   places_->show(sheet.places, roomOf(*scroll_));
   if (isComparing()) {
     comparing_->show(on_.sheet.compared(compared_));

@@ -1,11 +1,13 @@
 #include "shell/views/toolbar_view.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QSlider>
 
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
+#include "shell/views/focus_ring.h"
 #include "shell/views/labels.h"
 #include "shell/views/segmented_control.h"
 #include "shell/views/texts.h"
@@ -134,6 +136,11 @@ void ToolbarView::setTabs(const std::vector<ModeKind>& tabs, ModeKind current) {
       tabs_, &SegmentedControl::chosen, this,
       [this](int index) { Q_EMIT tabChosen(tabKinds_.at(static_cast<std::size_t>(index))); }, Qt::QueuedConnection);
   placeTabs(current);
+}
+
+bool ToolbarView::isWalkedThrough() const {
+  const auto* tab = qobject_cast<const QAbstractButton*>(QApplication::focusWidget());
+  return tabs_ && tab && tabs_->isAncestorOf(tab) && tab->isChecked() && FocusRing::keyboardInUse();
 }
 
 void ToolbarView::placeTabs(ModeKind current) {

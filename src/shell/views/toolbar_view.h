@@ -31,6 +31,8 @@ class ToolbarView final : public QWidget {
   void setBack(const QString& title);
   // The views of this location with the one in front; fewer than two show no tabs.
   void setTabs(const std::vector<ModeKind>& tabs, ModeKind current);
+  // Whether the keyboard stands on the tab of the view in front: who walks along the tabs stays on them.
+  bool isWalkedThrough() const;
   // Controls of a page, made known once by `addTools`; null shows none.
   void addTools(QWidget* tools);
   void setTools(QWidget* tools);
