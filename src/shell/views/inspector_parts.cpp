@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "shell/views/accessible_value.h"
 #include "shell/views/controls.h"
 #include "shell/views/icons.h"
 #include "shell/views/inspector_links.h"
@@ -19,6 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kStarStep = 18;
+constexpr int kMostStars = 5;
 constexpr int kLabelColumn = 92;
 
 // The heading of a section: its title and a chevron; a press folds the section.
@@ -148,11 +150,14 @@ StarRow::StarRow(QWidget* parent) : QWidget(parent) {
   setMouseTracking(true);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   setAccessibleName(texts::rating());
+  giveValue(*this, {[this] { return stars_; }, [this](int stars) { Q_EMIT chosen(stars); },
+                    [] { return std::pair(0, kMostStars); }, 1});
   setStars(0);
 }
 
 void StarRow::setStars(int stars) {
-  stars_ = stars;
+  const bool another = std::exchange(stars_, stars) != stars;
+  if (another) announceValue(*this);
   setAccessibleDescription(texts::stars(stars));
   update();
 }

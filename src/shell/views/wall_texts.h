@@ -1,4 +1,4 @@
-// The words of the wall's menus and of the bar over a selection.
+// The words of the wall's menus, of the bar over a selection and of the edges of the panels.
 #pragma once
 
 #include <QString>
@@ -16,6 +16,12 @@ inline QString cancelGenerations(qsizetype count) {
   return count == 1 ? QStringLiteral("Cancel Generation") : QStringLiteral("Cancel %1 Generations").arg(count);
 }
 inline QString removeFromGallery() { return QStringLiteral("Remove from Gallery"); }
+
+inline QString sidebarWidth() { return QStringLiteral("Sidebar Width"); }
+inline QString inspectorWidth() { return QStringLiteral("Inspector Width"); }
+inline QString panelEdgeKeys() {
+  return QStringLiteral("The left and right arrows move the edge, Enter puts it back.");
+}
 
 inline QString selectionZone() { return QStringLiteral("Selection"); }
 inline QString selectedCount(qsizetype count) { return QStringLiteral("%1 selected").arg(count); }
