@@ -190,7 +190,10 @@ int LineageTree::paintName(QPainter& painter, const QRect& area, const LineageRo
   int x = area.left() + used + 8;
   const int start = x;
   for (const auto& [text, tone] : marks) {
-    paintBadge(painter, QRect(x, area.center().y() - 8, badgeWidth(text), 18), text, tone);
+    const QRect badge(x, area.center().y() - 8, badgeWidth(text), 18);
+    // The tint of a selected row below the tint of a badge would leave its words too faint.
+    if (row.inspected) paintPanel(painter, badge, metrics().radiusSmall, colors().surfaceRaised);
+    paintBadge(painter, badge, text, tone);
     x += badgeWidth(text) + 6;
   }
   return start;

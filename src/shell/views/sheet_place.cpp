@@ -198,8 +198,11 @@ void PlacePicture::paintEvent(QPaintEvent*) {
   if (selected_)
     paintRing(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius + 3, metrics().borderSelection,
               c.accentRing);
-  else if (hasFocus() && FocusRing::keyboardInUse())
-    paintRing(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius + 3, metrics().borderFocus, c.accentRing);
+  if (!hasFocus() || !FocusRing::keyboardInUse()) return;
+  // Around the place, or inside the ring of the selection.
+  const double inset = selected_ ? metrics().borderSelection + 2.5 : 0.5;
+  paintRing(painter, QRectF(rect()).adjusted(inset, inset, -inset, -inset), kRadius + 3, metrics().borderFocus,
+            c.accentRing);
 }
 
 void PlacePicture::mousePressEvent(QMouseEvent* event) {

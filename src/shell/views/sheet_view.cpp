@@ -146,6 +146,7 @@ void SheetView::refresh() {
   empty_->setVisible(!any);
   // Without places the keyboard is on the sheet itself, which has to show it.
   setProperty(ownFocusProperty, any);
+  setFocusPolicy(any ? Qt::ClickFocus : Qt::StrongFocus);
   places_->show(sheet.places, roomOf(*scroll_));
   if (isComparing()) {
     comparing_->show(on_.sheet.compared(compared_));
