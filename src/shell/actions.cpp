@@ -121,7 +121,7 @@ void addItemRows(std::vector<ActionRow>& rows) {
   const MenuId menu = MenuId::item;
   const EnabledWhen shown = EnabledWhen::galleryItemSelected;
   // The wall takes Enter itself: as a shortcut it would be taken from the dialogs that open over the wall.
-  rows.push_back(row(ActionId::openItem, menu, -1, texts::openItem, "", shown, KeyScope::mediaView));
+  rows.push_back(row(ActionId::openItem, menu, -1, texts::openItem, "", EnabledWhen::cellSelected, KeyScope::mediaView));
   rows.push_back(row(ActionId::quickLook, menu, -1, texts::quickLook, "Space", shown, KeyScope::mediaView));
   rows.push_back(
       row(ActionId::toggleFavorite, menu, 0, texts::favorite, "F", EnabledWhen::liveItemSelected, KeyScope::mediaView));

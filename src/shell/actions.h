@@ -123,6 +123,7 @@ enum class EnabledWhen {
   sheetsHere,      // the location has contact sheets
   referencesHere,  // the location has references of its own
   galleryItemSelected,  // at least one item is selected in the gallery
+  cellSelected,         // at least one item or job is selected in a view whose cells open something
   pictureOpen,          // a picture fills the large view
   playerOpen,           // a clip or a sound fills the large view
   clipOpen,             // a clip fills the large view

@@ -161,9 +161,15 @@ std::optional<core::MediaType> ActionsPresenter::openMedia() const {
   return asset ? std::optional(asset->type()) : std::nullopt;
 }
 
+// Views whose cells open something.
+bool ActionsPresenter::opensCells() const {
+  const ModeKind view = ports_.presenters.state->mode().kind;
+  return showsGallery(view) || view == ModeKind::activity || view == ModeKind::generation;
+}
+
 bool ActionsPresenter::itemsShown() const {
   const Presenters& p = ports_.presenters;
-  return ports_.store.hasWorkspace() && p.state->mode().kind == ModeKind::gallery && p.gallery->count() > 0;
+  return ports_.store.hasWorkspace() && showsGallery(p.state->mode().kind) && p.gallery->count() > 0;
 }
 
 bool ActionsPresenter::holds(EnabledWhen condition) const {
@@ -221,7 +227,9 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
     case EnabledWhen::referencesHere:
       return open && isHere(ModeKind::projectReferences);
     case EnabledWhen::galleryItemSelected:
-      return ports_.presenters.state->mode().kind == ModeKind::gallery && itemSelected();
+      return showsGallery(ports_.presenters.state->mode().kind) && itemSelected();
+    case EnabledWhen::cellSelected:
+      return opensCells() && (itemSelected() || !selectedJobs().isEmpty());
     case EnabledWhen::pictureOpen:
       return openMedia() == core::MediaType::image;
     case EnabledWhen::playerOpen:
@@ -324,7 +332,8 @@ bool ActionsPresenter::triggerForWindow(ActionId id) {
       return true;
     case ActionId::searchMedia:
       // The gallery and the history have a field each; the window gives it the keyboard.
-      if (p.state->mode().kind != ModeKind::activity) p.state->setMode({ModeKind::gallery});
+      if (p.state->mode().kind != ModeKind::activity && !showsGallery(p.state->mode().kind))
+        p.state->setMode({ModeKind::gallery});
       return false;
     case ActionId::toggleFilters:
       p.state->setFiltersVisible(!p.state->filtersVisible());

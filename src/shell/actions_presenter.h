@@ -64,6 +64,7 @@ class ActionsPresenter : public QObject {
   QUuid selectedPicture() const;
   std::vector<QUuid> selectedPictures() const;
   void toggleMarking();
+  bool opensCells() const;
   bool itemsShown() const;
   std::optional<core::MediaType> openMedia() const;
   bool promptKnown() const;

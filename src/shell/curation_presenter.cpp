@@ -36,7 +36,7 @@ std::vector<core::AssetRef> CurationPresenter::shownItems(bool inTrash) const {
   const QSet<QUuid>& selection = on_.state.selection();
   if (selection.isEmpty()) return items;
   // Outside the gallery, what is selected is what is seen.
-  if (on_.state.mode().kind != ModeKind::gallery) {
+  if (!showsGallery(on_.state.mode().kind)) {
     for (const QUuid& id : selection) {
       core::AssetRef item = on_.store.asset(id);
       if (item && item->isTrashed() == inTrash) items.push_back(std::move(item));
@@ -111,7 +111,7 @@ void CurationPresenter::withinHistory(qint64 bytes, const std::vector<core::Asse
 void CurationPresenter::mark(const std::function<void(const std::vector<core::AssetRef>&)>& change) {
   const std::vector<core::AssetRef> items = shownItems(false);
   const ModeKind mode = on_.state.mode().kind;
-  const bool walks = stepsOn() && (mode == ModeKind::gallery || mode == ModeKind::asset);
+  const bool walks = stepsOn() && (showsGallery(mode) || mode == ModeKind::asset);
   const QUuid next = walks && items.size() == 1 ? itemAfter({items.front()->id}) : QUuid();
   withinHistory(core::historyBytesOfMarks(static_cast<qsizetype>(items.size())), items, change);
   if (!next.isNull() && !on_.store.error()) goTo(next);

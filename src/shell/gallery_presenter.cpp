@@ -218,7 +218,10 @@ int GalleryPresenter::indexOf(QUuid id) const {
 
 GalleryCell GalleryPresenter::cellAt(int index) const {
   const Entry& entry = entries_.at(static_cast<std::size_t>(index));
-  if (!entry.isJob) return itemCell(entry);
+  return entry.isJob ? jobCell(entry) : itemCell(entry);
+}
+
+GalleryCell GalleryPresenter::jobCell(const Entry& entry) const {
   GalleryCell cell;
   cell.id = entry.id;
   cell.kind = CellKind::job;
@@ -229,6 +232,8 @@ GalleryCell GalleryPresenter::cellAt(int index) const {
 }
 
 GalleryCell GalleryPresenter::cellOf(QUuid item) const {
+  if (const core::JobRef job = store_.job(item))
+    return jobCell({item, static_cast<float>(jobs_.aspectRatio(*job)), true});
   const core::AssetRef asset = store_.asset(item);
   const bool measured = asset && asset->width > 0 && asset->height > 0;
   return itemCell({item, measured ? static_cast<float>(asset->width) / static_cast<float>(asset->height) : 1.6F});
@@ -266,7 +271,10 @@ GalleryCell GalleryPresenter::itemCell(const Entry& entry) const {
   return cell;
 }
 
-QString GalleryPresenter::title() const { return locationTitle(store_, state_.location()); }
+QString GalleryPresenter::title() const {
+  return state_.mode().kind == ModeKind::searchResults ? titleOf(ModeKind::searchResults)
+                                                       : locationTitle(store_, state_.location());
+}
 
 QString GalleryPresenter::countText() const {
   const int items = count() - jobCount_;
@@ -299,7 +307,11 @@ void GalleryPresenter::setFilter(const GalleryFilter& filter) {
   state_.setFilter(filter);
 }
 
-void GalleryPresenter::clearFilters() { state_.clearFilters(); }
+// Results that nothing narrows any more are the gallery.
+void GalleryPresenter::clearFilters() {
+  state_.clearFilters();
+  if (state_.mode().kind == ModeKind::searchResults) state_.setMode({ModeKind::gallery});
+}
 
 void GalleryPresenter::readSort() {
   GalleryFilter filter = state_.filter();

@@ -60,7 +60,7 @@ class GalleryPresenter : public QObject {
   double aspectRatioAt(int index) const;
   bool isJobAt(int index) const;
   GalleryCell cellAt(int index) const;
-  // An item that need not be among the cells here.
+  // An item or a job that need not be among the cells here.
   GalleryCell cellOf(QUuid item) const;
   // Whether the item is in the library and, outside Trash itself, not in Trash.
   bool canShow(QUuid item) const;
@@ -120,6 +120,7 @@ class GalleryPresenter : public QObject {
   bool isHere(const core::GenerationJob& job) const;
   bool isInProject(const std::optional<QUuid>& project) const;
   GalleryCell itemCell(const Entry& entry) const;
+  GalleryCell jobCell(const Entry& entry) const;
 
   core::LibraryStore& store_;
   WorkspaceState& state_;

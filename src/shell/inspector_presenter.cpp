@@ -9,6 +9,7 @@
 #include "shell/inspector_sections.h"
 #include "shell/inspector_texts.h"
 #include "shell/job_displays.h"
+#include "shell/location_facts.h"
 #include "shell/locations.h"
 #include "shell/recipes.h"
 #include "shell/texts.h"
@@ -88,13 +89,17 @@ std::vector<InspectorButton> jobButtons(const JobDisplay& job) {
 
 InspectorPresenter::InspectorPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs,
                                        QObject* parent)
-    : QObject(parent), store_(store), state_(state), jobs_(jobs) {
+    : QObject(parent), store_(store), state_(state), jobs_(jobs), overview_(std::make_unique<LocationOverview>()) {
+  connect(&state_, &WorkspaceState::locationChanged, this, &InspectorPresenter::scheduleChanged);
+  connect(&state_, &WorkspaceState::modeChanged, this, &InspectorPresenter::scheduleChanged);
   connect(&store_, &core::LibraryStore::revisionChanged, this, &InspectorPresenter::scheduleChanged);
   connect(&store_, &core::LibraryStore::workspaceChanged, this, &InspectorPresenter::scheduleChanged);
   connect(&state_, &WorkspaceState::inspectedChanged, this, &InspectorPresenter::scheduleChanged);
   connect(&state_, &WorkspaceState::selectionChanged, this, &InspectorPresenter::scheduleChanged);
   connect(&jobs_, &JobDisplays::ticked, this, &InspectorPresenter::tick);
 }
+
+InspectorPresenter::~InspectorPresenter() = default;
 
 void InspectorPresenter::scheduleChanged() {
   if (changeScheduled_) return;
@@ -116,11 +121,12 @@ void InspectorPresenter::tick() {
 InspectorDisplay InspectorPresenter::display() const {
   const QUuid inspected = state_.inspectedId();
   if (store_.asset(inspected)) return itemDisplay(inspected);
-  if (store_.job(inspected)) return jobDisplay(inspected);
-  InspectorDisplay display;
+  if (store_.job(inspected)) return selectedJobDisplay(inspected);
   const qsizetype selected = state_.selection().size();
-  display.subject = selected > 1 ? InspectorSubject::severalItems : InspectorSubject::nothing;
-  display.title = selected > 1 ? texts::severalItems(countText(selected)) : texts::nothingSelected;
+  if (selected < 2) return overview_->display(store_, state_.location(), jobs_.spend());
+  InspectorDisplay display;
+  display.subject = InspectorSubject::severalItems;
+  display.title = texts::severalItems(countText(selected));
   const auto items = selectedItems();
   if (items.size() > 1) display.sections.push_back(commonSection(store_, items));
   return display;
@@ -141,9 +147,10 @@ InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
   display.statusText = statusText(asset->status());
   display.statusToken = rawValue(asset->status());
   if (asset->type() == core::MediaType::image && !asset->isTrashed())
-    display.buttons = {{ActionId::useAsReference, texts::useAsReference, false},
+    display.buttons = {{ActionId::useAsReference, texts::useAsReference, false, texts::referenceTile},
                        {ActionId::markAreas, texts::markAreas, false}};
-  display.buttons.push_back({ActionId::showInFiles, texts::showInFiles, false});
+  display.buttons.push_back({ActionId::showLineage, texts::lineageMode, false});
+  display.moreTitle = texts::moreTile;
   display.sections = itemSections(*asset);
   return display;
 }
@@ -161,6 +168,7 @@ std::vector<InspectorSection> InspectorPresenter::itemSections(const core::Asset
   addLinks(childrenSection(store_, asset.id));
   const QString notes = asset.notes.value_or(QString());
   if (!notes.isEmpty()) sections.push_back({texts::notesSection, notes, {}});
+  if (!asset.isTrashed()) sections.push_back(projectSectionOf(store_, asset));
   sections.push_back(fileSectionOf(store_, asset));
   return sections;
 }
@@ -204,10 +212,11 @@ InspectorMarks InspectorPresenter::marksOf(const core::GenerationRequest& reques
   return marks;
 }
 
-InspectorDisplay InspectorPresenter::jobDisplay(QUuid id) const {
-  const core::JobRef job = store_.job(id);
-  const JobDisplay shown = jobs_.display(*job);
+InspectorDisplay InspectorPresenter::displayOfJob(QUuid id) const {
   InspectorDisplay display;
+  const core::JobRef job = store_.job(id);
+  if (!job) return display;
+  const JobDisplay shown = jobs_.display(*job);
   display.subject = InspectorSubject::job;
   display.id = id;
   display.jobState = shown.state;
@@ -221,16 +230,49 @@ InspectorDisplay InspectorPresenter::jobDisplay(QUuid id) const {
   display.canSaveRawResult = shown.canSaveRawResult;
   display.buttons = jobButtons(shown);
   display.sections = promptSections(store_, id);
-  InspectorSection request{texts::requestSection, {}, {}};
-  const auto stored = job->request();
-  if (stored) addRow(request, texts::paidWithLabel, account::paidWith(rawValue(stored->provider)));
-  if (stored) display.marks = marksOf(*stored);
-  addRow(request, texts::savedToLabel, shown.destination);
-  addRow(request, texts::costLabel, shown.costText);
-  addRow(request, texts::requestLabel, job->providerRequestID.value_or(QString()), true);
-  addRow(request, texts::jobLabel, uuidText(id), true);
-  display.sections.push_back(std::move(request));
+  if (const auto request = job->request()) {
+    display.marks = marksOf(*request);
+    display.sections.push_back(settingsOf(*request, jobs_.modelName(request->model)));
+    InspectorSection references = referencesOf(store_, *request);
+    if (!references.links.empty()) display.sections.push_back(std::move(references));
+  }
+  display.sections.push_back(outcomeOf(*job, shown));
   return display;
+}
+
+// Beside what is known of it, the way to its page and to its results.
+InspectorDisplay InspectorPresenter::selectedJobDisplay(QUuid id) const {
+  InspectorDisplay display = displayOfJob(id);
+  const bool open = state_.mode().kind == ModeKind::generation && state_.mode().subject == id;
+  if (!open && state_.isAvailable(ModeKind::generation))
+    display.buttons.push_back({ActionId::openItem, texts::openGeneration, false});
+  InspectorSection results{texts::resultsSection, {}, {}};
+  for (const QUuid& item : resultsOf(id)) {
+    const core::AssetRef asset = store_.asset(item);
+    results.links.push_back({item, asset->filename(), {}, store_.thumbnailOf(*asset).value_or(QString())});
+  }
+  if (!results.links.empty() && !open) display.sections.insert(display.sections.begin(), std::move(results));
+  return display;
+}
+
+InspectorSection InspectorPresenter::outcomeOf(const core::GenerationJob& job, const JobDisplay& shown) const {
+  InspectorSection section{texts::requestSection, {}, {}};
+  const auto request = job.request();
+  if (request) addRow(section, texts::paidWithLabel, account::paidWith(rawValue(request->provider)));
+  addRow(section, texts::savedToLabel, shown.destination);
+  addRow(section, texts::costLabel, shown.costText);
+  addRow(section, texts::startedLabel, dayAndTimeText(job.createdAt, store_.now()));
+  if (job.finishedAt) addRow(section, texts::endedLabel, dayAndTimeText(*job.finishedAt, store_.now()));
+  addRow(section, texts::requestLabel, job.providerRequestID.value_or(QString()), true);
+  addRow(section, texts::jobLabel, uuidText(job.id), true);
+  return section;
+}
+
+std::vector<QUuid> InspectorPresenter::resultsOf(QUuid job) const {
+  std::vector<QUuid> results;
+  for (const core::AssetRef& item : store_.outputs(job))
+    if (!item->isTrashed()) results.push_back(item->id);
+  return results;
 }
 
 std::vector<core::AssetRef> InspectorPresenter::selectedItems() const {

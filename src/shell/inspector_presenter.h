@@ -13,12 +13,14 @@ namespace sorvan::core {
 class LibraryStore;
 struct Asset;
 struct Generation;
+struct GenerationJob;
 struct GenerationRequest;
 }  // namespace sorvan::core
 
 namespace sorvan::shell {
 
 class JobDisplays;
+class LocationOverview;
 class WorkspaceState;
 
 enum class InspectorSubject { nothing, item, severalItems, job };
@@ -40,6 +42,7 @@ struct InspectorButton {
   ActionId action;
   QString title;
   bool primary = false;
+  QString shortTitle = {};  // where the place is narrow; empty: the title
 };
 
 // Another item, by its picture; a press opens it.
@@ -85,6 +88,7 @@ struct InspectorDisplay {
   QString detail;   // a job's money line, in full
   bool canSaveRawResult = false;
   std::vector<InspectorButton> buttons;
+  QString moreTitle;     // the tile that opens the menu of the selection; empty: none
   InspectorMarks marks;  // without areas: not shown
   std::vector<InspectorSection> sections;
 };
@@ -95,8 +99,13 @@ class InspectorPresenter : public QObject {
 
  public:
   InspectorPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs, QObject* parent = nullptr);
+  ~InspectorPresenter() override;
 
   InspectorDisplay display() const;
+  // A job, selected or not: what was asked for, how it went and what can be done about it. Nothing for unknown ids.
+  InspectorDisplay displayOfJob(QUuid id) const;
+  // What came of a job and is not in Trash, in the order of its outputs.
+  std::vector<QUuid> resultsOf(QUuid job) const;
 
   // Small edits of the selected items; a failure is shown by the store's `error`.
   void toggleFavorite();
@@ -108,7 +117,8 @@ class InspectorPresenter : public QObject {
  private:
   void scheduleChanged();
   InspectorDisplay itemDisplay(QUuid id) const;
-  InspectorDisplay jobDisplay(QUuid id) const;
+  InspectorDisplay selectedJobDisplay(QUuid id) const;
+  InspectorSection outcomeOf(const core::GenerationJob& job, const JobDisplay& shown) const;
   InspectorMarks marksOf(const core::GenerationRequest& request) const;
   std::vector<InspectorSection> itemSections(const core::Asset& asset) const;
   InspectorSection madeWith(const core::Generation& generation) const;
@@ -119,6 +129,7 @@ class InspectorPresenter : public QObject {
   WorkspaceState& state_;
   JobDisplays& jobs_;
   bool changeScheduled_ = false;
+  std::unique_ptr<LocationOverview> overview_;
 };
 
 }  // namespace sorvan::shell

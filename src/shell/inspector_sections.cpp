@@ -1,6 +1,7 @@
 #include "shell/inspector_sections.h"
 
 #include "base/ids.h"
+#include "core/image_format.h"
 #include "core/library_store.h"
 #include "generation/mentions.h"
 #include "shell/composer_texts.h"
@@ -58,6 +59,12 @@ QString sourceText(core::AssetSourceType source) {
   return texts::generated;
 }
 
+// “safety_tolerance” as “Safety tolerance”.
+QString settingTitle(QString name) {
+  name.replace(u'_', u' ');
+  return name.left(1).toUpper() + name.mid(1);
+}
+
 QString commonText(const std::vector<core::AssetRef>& items, const std::function<QString(const core::Asset&)>& of) {
   const QString first = of(*items.front());
   const bool same = std::all_of(items.begin(), items.end(), [&](const auto& item) { return of(*item) == first; });
@@ -81,20 +88,49 @@ std::vector<InspectorSection> promptSections(const core::LibraryStore& store, QU
 }
 
 InspectorSection referencesSection(const core::LibraryStore& store, const core::Generation& generation) {
-  InspectorSection section{texts::referencesSection, {}, {}};
   const auto recipe = generation.recipe();
-  if (recipe && recipe->referenceBindings) {
-    for (const core::ReferenceBinding& binding : *recipe->referenceBindings) {
-      InspectorLink link = linkTo(store, binding.assetID, binding.role.value_or(QString()));
-      if (!binding.label.isEmpty()) link.title = u'@' + generation::handleOf(binding);
-      section.links.push_back(std::move(link));
-    }
-    return section;
-  }
+  if (recipe && recipe->referenceBindings) return referencesOf(store, *recipe);
+  InspectorSection section{texts::referencesSection, {}, {}};
   std::vector<core::ReferenceRef> references = store.referencesOf(generation.id);
   std::sort(references.begin(), references.end(),
             [](const auto& one, const auto& other) { return one->position < other->position; });
   for (const core::ReferenceRef& reference : references) section.links.push_back(linkTo(store, reference->assetID, {}));
+  return section;
+}
+
+InspectorSection referencesOf(const core::LibraryStore& store, const core::GenerationRequest& request) {
+  InspectorSection section{texts::referencesSection, {}, {}};
+  if (!request.referenceBindings) {
+    for (const QUuid& item : request.referenceIDs) section.links.push_back(linkTo(store, item, {}));
+    return section;
+  }
+  for (const core::ReferenceBinding& binding : *request.referenceBindings) {
+    InspectorLink link = linkTo(store, binding.assetID, binding.role.value_or(QString()));
+    if (!binding.label.isEmpty()) link.title = u'@' + generation::handleOf(binding);
+    section.links.push_back(std::move(link));
+  }
+  return section;
+}
+
+InspectorSection settingsOf(const core::GenerationRequest& request, const QString& modelName) {
+  InspectorSection section{texts::settingsSection, {}, {}};
+  addRow(section, texts::modelLabel, modelName);
+  const core::ImageFormat* format = core::ImageFormat::find(request.size);
+  if (format) addRow(section, texts::ratioLabel, QStringLiteral("%1 %2").arg(format->ratio, format->name));
+  if (request.quality != core::GenerationRequest().quality) addRow(section, texts::qualityLabel, request.quality);
+  addRow(section, texts::imagesLabel, QString::number(request.count));
+  if (request.seed) addRow(section, texts::seedLabel, QString::number(*request.seed), true);
+  addRow(section, texts::shotLabel, request.shot.value_or(QString()));
+  addRow(section, texts::varianceLabel, request.variance.value_or(QString()));
+  if (request.options)
+    for (const auto& [name, value] : request.options->asKeyValueRange()) addRow(section, settingTitle(name), value);
+  addRow(section, texts::modelIdLabel, request.model, true);
+  return section;
+}
+
+InspectorSection projectSectionOf(const core::LibraryStore& store, const core::Asset& asset) {
+  InspectorSection section{texts::projectSection, {}, {{texts::savedToLabel, destinationName(store, asset.projectID)}}};
+  section.headActions = {{ActionId::moveToProject, texts::moveToProjectButton}};
   return section;
 }
 
@@ -119,7 +155,8 @@ InspectorSection childrenSection(const core::LibraryStore& store, QUuid item) {
 InspectorSection fileSectionOf(const core::LibraryStore& store, const core::Asset& asset) {
   InspectorSection file{texts::fileSection, {}, {}};
   const Instant now = store.now();
-  addRow(file, texts::savedToLabel, destinationName(store, asset.projectID));
+  if (asset.isTrashed()) addRow(file, texts::savedToLabel, destinationName(store, asset.projectID));
+  file.headActions = {{ActionId::showInFiles, texts::showInFiles}};
   addRow(file, texts::cameFromLabel, sourceText(asset.sourceType()));
   if (asset.originalFilename != asset.filename()) addRow(file, texts::nameLabel, asset.originalFilename);
   addRow(file, texts::typeLabel, asset.mimeType);

@@ -11,6 +11,12 @@ namespace sorvan::shell {
 std::vector<InspectorSection> promptSections(const core::LibraryStore& store, QUuid item);
 // The pictures that were sent with the prompt, in their order. No links: there were none.
 InspectorSection referencesSection(const core::LibraryStore& store, const core::Generation& generation);
+// The same of a request that may have made nothing yet.
+InspectorSection referencesOf(const core::LibraryStore& store, const core::GenerationRequest& request);
+// What was chosen for a request beside its prompt.
+InspectorSection settingsOf(const core::GenerationRequest& request, const QString& modelName);
+// Where the item belongs, and the way to another place.
+InspectorSection projectSectionOf(const core::LibraryStore& store, const core::Asset& asset);
 // What the item was made from, each with what it is to it; no links: it is an original.
 InspectorSection parentsSection(const core::LibraryStore& store, QUuid item);
 // What was made from it.

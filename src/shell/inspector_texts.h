@@ -36,6 +36,33 @@ inline const QString statusLabel = QStringLiteral("Status");
 inline const QString projectLabel = QStringLiteral("Project");
 inline const QString sizeLabel = QStringLiteral("Size");
 inline const QString favoritesLabel = QStringLiteral("Favorites");
+// With nothing selected
+inline const QString contentsSection = QStringLiteral("Contents");
+inline const QString newestLabel = QStringLiteral("Newest");
+inline const QString oldestLabel = QStringLiteral("Oldest");
+inline const QString monthSection = QStringLiteral("This month");
+inline const QString spentLabel = QStringLiteral("Spent");
+inline const QString nothingSpent = QStringLiteral("Nothing");
+inline const QString spentNote =
+    QStringLiteral("In all places of this workspace. What a provider bills for your own key is an estimate.");
+// A job
+inline const QString settingsSection = QStringLiteral("Settings");
+inline const QString resultsSection = QStringLiteral("Results");
+inline const QString imagesLabel = QStringLiteral("Outputs asked for");
+inline const QString formatLabel = QStringLiteral("Size");
+inline const QString startedLabel = QStringLiteral("Started");
+inline const QString endedLabel = QStringLiteral("Ended");
+inline const QString openGeneration = QStringLiteral("Open Generation");
+inline const QString noResults = QStringLiteral("No results here");
+inline const QString resultsElsewhere = QStringLiteral("They are in Trash, or were deleted for good.");
+inline const QString requestZone = QStringLiteral("Request");
+inline const QString resultsZone = QStringLiteral("Results");
+// Buttons whose place is narrow
+inline const QString referenceTile = QStringLiteral("Reference");
+inline const QString moreTile = QStringLiteral("More");
+inline const QString projectSection = QStringLiteral("Project");
+inline const QString moveToProjectButton = QStringLiteral("Move to Project");
+
 inline const QString mixed = QStringLiteral("Mixed");
 inline const QString noRating = QStringLiteral("None");
 inline const QString imported = QStringLiteral("Imported");

@@ -7,6 +7,7 @@
 #include "shell/alerts_presenter.h"
 #include "shell/history_texts.h"
 #include "shell/job_displays.h"
+#include "shell/locations.h"
 #include "shell/texts.h"
 #include "shell/wording.h"
 #include "shell/workspace_state.h"
@@ -278,7 +279,7 @@ void JobsPresenter::perform(QUuid id, JobAction action) {
 // Good news shows where it cannot be seen anyway: over any view but the gallery.
 void JobsPresenter::announce(const QUuid& id) {
   const core::JobRef job = ports_.store.job(id);
-  const bool visible = ports_.state.mode().kind == ModeKind::gallery;
+  const bool visible = showsGallery(ports_.state.mode().kind);
   if (!job || job->status != core::jobStatus::complete || visible) return;
   const JobDisplay display = ports_.displays.display(*job);
   ports_.alerts.showToast({0, AlertTone::success, display.detail, display.prompt, texts::show, false},

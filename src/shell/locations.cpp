@@ -28,6 +28,8 @@ std::vector<ModeKind> modesAt(const core::LibraryStore& store, const QString& lo
   return modes;
 }
 
+bool showsGallery(ModeKind view) { return view == ModeKind::gallery || view == ModeKind::searchResults; }
+
 QString destinationName(const core::LibraryStore& store, const std::optional<QUuid>& project) {
   const core::ProjectRef found = project ? store.project(*project) : nullptr;
   return found ? found->name : texts::inbox;

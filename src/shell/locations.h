@@ -23,6 +23,8 @@ std::optional<QUuid> locationProject(const core::LibraryStore& store, const QStr
 // The views of a location, in the order of their tabs: projects have all four, Trash has no references, all media and
 // the Inbox neither, recent items and favourites have their gallery alone.
 std::vector<ModeKind> modesAt(const core::LibraryStore& store, const QString& location);
+// Whether the view is the wall of a location: its gallery, or the results of a search through everything.
+bool showsGallery(ModeKind view);
 // Where outputs go: the project's name, or “Inbox”.
 QString destinationName(const core::LibraryStore& store, const std::optional<QUuid>& project);
 

@@ -101,7 +101,8 @@ void SidebarPresenter::leaveLostLocation() {
 
 bool SidebarPresenter::isCurrent(const QString& location) const {
   const ModeKind mode = state_.mode().kind;
-  const bool elsewhere = mode == ModeKind::activity || mode == ModeKind::savedReferences || mode == ModeKind::costs;
+  const bool elsewhere = mode == ModeKind::activity || mode == ModeKind::savedReferences || mode == ModeKind::costs ||
+                         mode == ModeKind::searchResults;
   return !elsewhere && state_.location() == location;
 }
 

@@ -114,6 +114,38 @@ TEST_F(InspectorTest, ParentsAndChildrenAreNamedWithTheirRelation) {
   EXPECT_FALSE(section(QStringLiteral("Lineage")));
 }
 
+TEST_F(InspectorTest, TheProjectIsToldBesideTheWayToAnotherOne) {
+  desk.state.select({second});
+  const InspectorSection* project = section(QStringLiteral("Project"));
+  ASSERT_TRUE(project);
+  EXPECT_EQ(value(*project, QStringLiteral("Saved to")), QStringLiteral("Inbox"));
+  ASSERT_EQ(project->headActions.size(), 1u);
+  EXPECT_EQ(project->headActions[0].action, ActionId::moveToProject);
+  EXPECT_EQ(project->headActions[0].title, QStringLiteral("Move to Project"));
+}
+
+TEST_F(InspectorTest, AJobTellsItsSettingsReferencesAndResults) {
+  const QUuid job = desk.newestJob()->id;
+  core::GenerationRequest request = *desk.store.job(job)->request();
+  request.seed = 7;
+  request.referenceIDs = {first};
+  request.options = core::TextByKey{{QStringLiteral("safety_tolerance"), QStringLiteral("2")}};
+  desk.store.context().edit(desk.store.job(job)).requestData = core::encodeRequest(request);
+  desk.store.context().save();
+  desk.state.select({job});
+  const InspectorSection* settings = section(QStringLiteral("Settings"));
+  ASSERT_TRUE(settings);
+  EXPECT_EQ(value(*settings, QStringLiteral("Seed")), QStringLiteral("7"));
+  EXPECT_EQ(value(*settings, QStringLiteral("Safety tolerance")), QStringLiteral("2"));
+  EXPECT_EQ(value(*settings, QStringLiteral("Outputs asked for")), QStringLiteral("1"));
+  const InspectorSection* references = section(QStringLiteral("References"));
+  ASSERT_TRUE(references);
+  EXPECT_EQ(references->links.at(0).item, first);
+  const InspectorSection* results = section(QStringLiteral("Results"));
+  ASSERT_TRUE(results);
+  EXPECT_EQ(results->links.at(0).item, second);
+}
+
 TEST_F(InspectorTest, TheFileTellsEverythingOfItsRecord) {
   const core::AssetRef asset = desk.store.asset(second);
   desk.store.context().edit(asset).checksum = QString(64, QLatin1Char('a'));
@@ -121,7 +153,8 @@ TEST_F(InspectorTest, TheFileTellsEverythingOfItsRecord) {
   desk.state.select({second});
   const InspectorSection* file = section(QStringLiteral("File"));
   ASSERT_TRUE(file);
-  EXPECT_EQ(value(*file, QStringLiteral("Saved to")), QStringLiteral("Inbox"));
+  ASSERT_EQ(file->headActions.size(), 1u);
+  EXPECT_EQ(file->headActions[0].action, ActionId::showInFiles);
   EXPECT_EQ(value(*file, QStringLiteral("Came from")), QStringLiteral("Generated"));
   EXPECT_EQ(value(*file, QStringLiteral("Path")), asset->localFilePath);
   EXPECT_EQ(value(*file, QStringLiteral("Checksum")), QString(64, QLatin1Char('a')));

@@ -26,6 +26,7 @@ class Accessibility : public WholeWindow {
  protected:
   // Names, keys, focus and contrast of what is in front now.
   void expectAccessible(QWidget& part) {
+    test::runPosted();
     EXPECT_EQ(lines(namelessElements(part)), "");
     for (const Appearance look : {Appearance::light, Appearance::dark}) {
       Theme::instance().setAppearance(look);
@@ -47,6 +48,7 @@ class Accessibility : public WholeWindow {
   WorkspaceMode modeOf(ModeKind kind, QUuid item) {
     WorkspaceMode mode{kind, item};
     if (kind == ModeKind::contactSheet) mode.sheet = PassingSelection{{item}};
+    if (kind == ModeKind::generation) mode.subject = desk.newestJob()->id;
     return mode;
   }
   static void closeMenus() {
@@ -104,6 +106,15 @@ TEST_F(Accessibility, OfEveryPage) {
     ASSERT_EQ(window->library().page(), kind);
     expectAccessible(*window);
   }
+}
+
+TEST_F(Accessibility, OfAGenerationThatFailed) {
+  desk.provider->failure = std::make_exception_ptr(base::SorvanError(u"Planted."_s));
+  makeItem(u"a boat"_s);
+  desk.state.openGeneration(desk.newestJob()->id, 0);
+  test::runPosted();
+  ASSERT_EQ(window->library().page(), ModeKind::generation);
+  expectAccessible(*window);
 }
 
 TEST_F(Accessibility, OfAContactSheetWithNothingIn) {

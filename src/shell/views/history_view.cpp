@@ -230,6 +230,14 @@ void HistoryList::mouseMoveEvent(QMouseEvent* event) {
   viewport()->update();
 }
 
+void HistoryList::mouseDoubleClickEvent(QMouseEvent* event) {
+  const QPoint point = event->position().toPoint();
+  const int index = rowAt(point);
+  if (index < 0 || event->button() != Qt::LeftButton) return;
+  const JobDisplay job = source_.rowAt(index);
+  if (!historyButton(cellRect(index), job).contains(point)) Q_EMIT opened(job.id);
+}
+
 void HistoryList::keyPressEvent(QKeyEvent* event) {
   const int now = source_.indexOf(current_);
   const Qt::KeyboardModifiers range = event->modifiers() & Qt::ShiftModifier;
@@ -248,7 +256,7 @@ void HistoryList::keyPressEvent(QKeyEvent* event) {
       return select(source_.count() - 1, range);
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (now >= 0) performRowAction(now, source_.rowAt(now).actionTitle);
+      if (now >= 0) Q_EMIT opened(current_);
       return;
     case Qt::Key_Escape:
       Q_EMIT escapePressed();
@@ -270,7 +278,7 @@ QString HistoryList::rowDescription(int index) const {
 
 QStringList HistoryList::rowActions(int index) const {
   const JobDisplay job = source_.rowAt(index);
-  QStringList names{selectRowAction};
+  QStringList names{selectRowAction, openRowAction};
   if (!job.actionTitle.isEmpty()) names.append(job.actionTitle);
   return names;
 }
@@ -279,6 +287,8 @@ void HistoryList::performRowAction(int index, const QString& action) {
   const JobDisplay job = source_.rowAt(index);
   if (action == selectRowAction)
     select(index);
+  else if (action == openRowAction)
+    Q_EMIT opened(job.id);
   else if (!action.isEmpty() && action == job.actionTitle && job.action != JobAction::cancel)
     Q_EMIT actionRequested(job.id, job.action);
 }

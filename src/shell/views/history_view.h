@@ -64,6 +64,8 @@ class HistoryList final : public QAbstractScrollArea, public PaintedList {
  Q_SIGNALS:
   void selectionRequested(const QSet<QUuid>& jobs);
   void actionRequested(QUuid job, sorvan::shell::JobAction action);
+  // Enter or a double click: the job's own page.
+  void opened(QUuid job);
   void escapePressed();
 
  protected:
@@ -72,6 +74,7 @@ class HistoryList final : public QAbstractScrollArea, public PaintedList {
   void scrollContentsBy(int dx, int dy) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:

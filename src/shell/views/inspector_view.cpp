@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kTileColumns = 2;
+constexpr int kTileColumns = 4;
 
 QVBoxLayout* block(QVBoxLayout& column, const QMargins& margins, int spacing) {
   auto* layout = new QVBoxLayout;
@@ -44,6 +44,10 @@ QString iconOfAction(ActionId action) {
       return u"square-dashed-mouse-pointer"_s;
     case ActionId::showInFiles:
       return u"folder"_s;
+    case ActionId::showLineage:
+      return u"git-fork"_s;
+    case ActionId::openItem:
+      return u"maximize"_s;
     case ActionId::cancelJob:
       return u"x"_s;
     default:
@@ -51,7 +55,7 @@ QString iconOfAction(ActionId action) {
   }
 }
 
-bool isQuiet(ActionId action) { return action == ActionId::copyJobDetails || action == ActionId::showInFiles; }
+bool isQuiet(ActionId action) { return action == ActionId::copyJobDetails || action == ActionId::openItem; }
 
 // Which items a section names; other items are other widgets.
 QString linksOf(const InspectorSection& section) {
@@ -103,6 +107,7 @@ QString InspectorView::shapeOf(const InspectorDisplay& display) const {
                     QString::number(display.hasRating),
                     display.previewPath.isEmpty() ? u"-"_s : u"p"_s};
   for (const InspectorButton& button : display.buttons) parts.append(button.title);
+  parts.append(display.moreTitle);
   parts.append(QString::number(display.marks.areas.empty()));
   for (const InspectorSection& section : display.sections)
     parts.append(section.title + (section.text.isEmpty() ? u"-"_s : u"t"_s) + QString::number(section.rows.size()) +
@@ -231,21 +236,34 @@ void InspectorView::buildButtons(QVBoxLayout& column) {
   }
 }
 
-// What can be done with an item, as tiles in two columns.
+// What can be done with an item, as tiles in four columns; the last one opens the menu with the rest.
 void InspectorView::buildTiles(QVBoxLayout& column) {
-  if (display_.buttons.empty()) return;
+  if (display_.buttons.empty() && display_.moreTitle.isEmpty()) return;
   auto* holder = new QWidget;
   auto* grid = new QGridLayout(holder);
   grid->setContentsMargins(16, 4, 16, 14);
-  grid->setSpacing(6);
+  grid->setSpacing(4);
   int place = 0;
-  for (const InspectorButton& spec : display_.buttons) {
-    auto* tile = new TileButton(iconOfAction(spec.action), spec.title);
+  const auto add = [&](TileButton* tile) {
     tile->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    connect(tile, &TileButton::clicked, this, [this, action = spec.action] { Q_EMIT actionRequested(action); });
     grid->addWidget(tile, place / kTileColumns, place % kTileColumns);
+    grid->setColumnStretch(place % kTileColumns, 1);
     ++place;
+  };
+  for (const InspectorButton& spec : display_.buttons) {
+    auto* tile = new TileButton(iconOfAction(spec.action), spec.shortTitle.isEmpty() ? spec.title : spec.shortTitle);
+    tile->setAccessibleName(spec.title);
+    tile->setToolTip(spec.title);
+    connect(tile, &TileButton::clicked, this, [this, action = spec.action] { Q_EMIT actionRequested(action); });
+    add(tile);
   }
+  if (!display_.moreTitle.isEmpty()) {
+    auto* more = new TileButton(u"ellipsis"_s, display_.moreTitle);
+    connect(more, &TileButton::clicked, this,
+            [this, more] { Q_EMIT moreRequested(more->mapToGlobal(QPoint(0, more->height() + 4))); });
+    add(more);
+  }
+  for (int empty = place; empty < kTileColumns; ++empty) grid->setColumnStretch(empty, 1);
   column.addWidget(holder);
 }
 

@@ -33,6 +33,8 @@ class InspectorView final : public QWidget {
   void ratingChosen(int stars);
   void favoriteToggled();
   void previewOpened(QUuid item);
+  // The menu of what is selected, at this place of the screen.
+  void moreRequested(QPoint globalPosition);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -5,9 +5,11 @@
 #include <QMouseEvent>
 #include <QStackedWidget>
 
+#include "shell/locations.h"
 #include "shell/views/fields.h"
 #include "shell/views/mark_layer.h"
 #include "shell/views/texts.h"
+#include "shell/views/wall_texts.h"
 #include "shell/views/zoom_bar.h"
 
 namespace sorvan::views {
@@ -44,12 +46,13 @@ LibraryView::LibraryView(Parts parts, QWidget* parent)
       inspector_(new InspectorView(thumbnails_, this)),
       dock_(new ComposerDock(parts.composer, thumbnails_, this)),
       toaster_(new Toaster(parts.alerts, this)),
-      sidebarEdge_(new PaneHandle(this)),
-      inspectorEdge_(new PaneHandle(this)) {
+      sidebarEdge_(new PaneHandle(texts::sidebarWidth(), PaneHandle::Panel::left, this)),
+      inspectorEdge_(new PaneHandle(texts::inspectorWidth(), PaneHandle::Panel::right, this)) {
   stack_->setAccessibleName(texts::contentZone());
   PageTraits gallery;
   gallery.hasDock = true;
   addPage(ModeKind::gallery, wall_, gallery);
+  addPage(ModeKind::searchResults, wall_, gallery);
   PageTraits history;
   history.keyboard = &history_->list();
   history.tools = &history_->search();
@@ -94,7 +97,7 @@ void LibraryView::refreshMarking(const MarkingPresenter& marking) {
 }
 
 void LibraryView::addPage(ModeKind kind, QWidget* widget, PageTraits traits) {
-  stack_->addWidget(widget);
+  if (stack_->indexOf(widget) < 0) stack_->addWidget(widget);
   if (traits.tools) toolbar_->addTools(traits.tools);
   registered_.insert_or_assign(kind, Page{widget, std::move(traits)});
 }
@@ -127,8 +130,8 @@ void LibraryView::showMode(const WorkspaceMode& mode) {
   page_ = wanted;
   stack_->setCurrentWidget(page.widget);
   toolbar_->setTools(page.traits.tools);
-  toolbar_->setSizeSliderShown(wanted == ModeKind::gallery);
-  toolbar_->setGalleryToolsShown(wanted == ModeKind::gallery);
+  toolbar_->setSizeSliderShown(showsGallery(wanted));
+  toolbar_->setGalleryToolsShown(showsGallery(wanted));
   toolbar_->setInspectorOffered(page.traits.hasInspector);
   dockSummoned_ = false;
   arrange();
@@ -176,6 +179,8 @@ void LibraryView::setPaneWidths(int sidebar, int inspector) {
   const Metrics& m = metrics();
   sidebarWidth_ = std::clamp(sidebar > 0 ? sidebar : m.sidebarDefault, m.sidebarMin, m.sidebarMax);
   inspectorWidth_ = std::clamp(inspector > 0 ? inspector : m.inspectorDefault, m.inspectorMin, m.inspectorMax);
+  sidebarEdge_->setPaneWidth({sidebarWidth_, m.sidebarMin, m.sidebarMax});
+  inspectorEdge_->setPaneWidth({inspectorWidth_, m.inspectorMin, m.inspectorMax});
   arrange();
 }
 
@@ -260,7 +265,7 @@ void LibraryView::arrange() {
   // Marks are drawn on all of the picture, so their panel never covers it.
   const int right = marking_ || (hasInspector() && !floats) ? width() - pane : width();
   if (filters_) {
-    const bool shown = filtersShown_ && page_ == ModeKind::gallery;
+    const bool shown = filtersShown_ && showsGallery(page_);
     const QRect row(left, top, right - left, metrics().filterRow);
     const bool selection = shown && selecting_ && selectionBar_;
     filters_->setVisible(shown && !selection);
@@ -313,10 +318,21 @@ void LibraryView::cycleZones(int direction) {
   }
 }
 
-bool LibraryView::focusNextPrevChild(bool next) {
+// The zones, with the edge of each panel after or before it.
+std::vector<QWidget*> LibraryView::tabOrder() {
   std::vector<QWidget*> order;
   for (QWidget* zone : zones()) {
-    for (QWidget* stop : stopsIn(zone)) order.push_back(stop);
+    if (zone == inspector_ || zone == markPanel_) order.push_back(inspectorEdge_);
+    order.push_back(zone);
+    if (zone == sidebar_) order.push_back(sidebarEdge_);
+  }
+  return order;
+}
+
+bool LibraryView::focusNextPrevChild(bool next) {
+  std::vector<QWidget*> order;
+  for (QWidget* part : tabOrder()) {
+    for (QWidget* stop : stopsIn(part)) order.push_back(stop);
   }
   const auto at = std::find(order.begin(), order.end(), QApplication::focusWidget());
   if (order.empty() || at == order.end()) return QWidget::focusNextPrevChild(next);

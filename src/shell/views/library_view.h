@@ -80,8 +80,8 @@ class LibraryView final : public QWidget {
   MarkPanel* markPanel() const { return markPanel_; }
   ComposerDock& dock() { return *dock_; }
 
-  // Adds the page of a mode, which belongs to this view from now on, with its traits. A mode that has no page is
-  // absent from the window: no tab, no row of the sidebar and no menu entry leads there.
+  // Adds the page of a mode, which belongs to this view from now on, with its traits. Modes may share a page. A mode
+  // that has no page is absent from the window: no tab, no row of the sidebar and no menu entry leads there.
   void addPage(ModeKind kind, QWidget* widget, PageTraits traits = {});
   // The modes that have a page.
   std::set<ModeKind> pageKinds() const;
@@ -142,6 +142,7 @@ class LibraryView final : public QWidget {
   bool hasDock() const;
   bool hasInspector() const;
   std::vector<QWidget*> zones();
+  std::vector<QWidget*> tabOrder();
   std::vector<QWidget*> outerZones_;
 
   ThumbnailStore thumbnails_;

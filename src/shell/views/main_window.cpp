@@ -273,6 +273,7 @@ void MainWindow::bindHistory() {
   connect(on_.jobs, &JobsPresenter::activeChanged, &history, refreshActive);
   connect(on_.state, &WorkspaceState::selectionChanged, &history, refreshActive);
   connect(&history.list(), &HistoryList::actionRequested, on_.jobs, &JobsPresenter::perform);
+  connect(&history.list(), &HistoryList::opened, this, &MainWindow::openCell);
   connect(&history.list(), &HistoryList::escapePressed, this, [this] { on_.actions->trigger(ActionId::showGallery); });
   connect(on_.state, &WorkspaceState::selectionChanged, &history,
           [this, &history] { history.list().setSelection(on_.state->selection()); });
@@ -299,11 +300,14 @@ void MainWindow::bindMarking() {
 }
 
 void MainWindow::bindActions() {
-  menus_ = new Menus(*on_.actions, this, {&library_->wall(), &library_->asset()}, this);
+  std::vector<QWidget*> mediaViews{&library_->asset()};
+  for (MediaWall* wall : library_->findChildren<MediaWall*>()) mediaViews.push_back(wall);
+  menus_ = new Menus(*on_.actions, this, mediaViews, this);
   menus_->setRecents(*on_.welcome);
   menus_->fill(strip_->bar());
   auto* wallMenus = new WallMenus(*menus_, on_, this);
   connect(&library_->wall(), &MediaWall::menuRequested, wallMenus, &WallMenus::open);
+  connect(&library_->inspector(), &InspectorView::moreRequested, wallMenus, &WallMenus::open);
   auto* bar = new SelectionBar(*menus_, on_);
   library_->setSelectionBar(bar);
   connect(bar, &SelectionBar::neededChanged, library_, [this, bar] { library_->setSelecting(bar->isNeeded()); });
@@ -353,6 +357,7 @@ PageTitle MainWindow::ownTitle() const {
     case ModeKind::asset:
       return {on_.gallery->cellOf(library_->asset().item()).fileName, {}};
     case ModeKind::gallery:
+    case ModeKind::searchResults:
       return {on_.gallery->title(), on_.gallery->countText()};
     default:
       return {titleOfMode(on_.state->mode()), {}};
@@ -374,10 +379,12 @@ std::vector<ModeKind> MainWindow::tabs() const {
 }
 
 void MainWindow::openCell(QUuid cell) {
-  const int index = wallSource_->indexOf(cell);
-  if (index < 0) return;
-  if (wallSource_->isJobAt(index)) return on_.state->select({cell});
-  openAsset(cell, Autoplay::yes);
+  if (!on_.jobs->job(cell).id.isNull()) return on_.state->openGeneration(cell, 0);
+  // On the page of a generation, stepping walks through its results.
+  const WorkspaceMode& mode = on_.state->mode();
+  if (mode.kind == ModeKind::generation && on_.gallery->canShow(cell))
+    return on_.state->openAsset(cell, on_.inspector->resultsOf(mode.subject), Autoplay::yes);
+  if (wallSource_->indexOf(cell) >= 0) openAsset(cell, Autoplay::yes);
 }
 
 void MainWindow::openAsset(QUuid item, Autoplay autoplay) {

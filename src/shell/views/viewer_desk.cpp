@@ -55,6 +55,17 @@ void ViewerDesk::refresh() {
     library_.asset().show(mode.subject, Begin::playing);
 }
 
+// In the order of the wall, items before jobs; elsewhere the one that is inspected.
+void ViewerDesk::openFirstSelected() {
+  QUuid first = on_.state->inspectedId();
+  for (const QUuid& id : on_.state->selection()) {
+    if (!first.isNull()) break;
+    const int index = source_.indexOf(id);
+    if (index >= 0 && !source_.isJobAt(index)) first = id;
+  }
+  if (!first.isNull()) Q_EMIT openRequested(first);
+}
+
 bool ViewerDesk::perform(ActionId action) {
   if (action == ActionId::quickLook) {
     hover_->stop();
@@ -62,11 +73,7 @@ bool ViewerDesk::perform(ActionId action) {
     return true;
   }
   if (action == ActionId::openItem) {
-    for (const QUuid& id : on_.state->selection()) {
-      if (source_.indexOf(id) < 0 || source_.isJobAt(source_.indexOf(id))) continue;
-      Q_EMIT openRequested(id);
-      break;
-    }
+    openFirstSelected();
     return true;
   }
   return library_.asset().perform(action);

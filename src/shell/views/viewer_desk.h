@@ -31,6 +31,7 @@ class ViewerDesk final : public QObject {
   void bindVolume();
   void bindQuickLook();
   void refresh();
+  void openFirstSelected();
   media::Player& player();
 
   Presenters on_;
