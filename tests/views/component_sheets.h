@@ -1,4 +1,4 @@
-// Every component in every state on three sheets: what a developer looks at, and what the contrast test reads.
+// Every component in every state on its sheets: what a developer looks at, and what the contrast test reads.
 #pragma once
 
 #include <QWidget>
@@ -11,5 +11,7 @@ namespace sorvan::views {
 std::unique_ptr<QWidget> controlsSheet();
 std::unique_ptr<QWidget> mediaSheet(const QString& pictures);
 std::unique_ptr<QWidget> foundationsSheet();
+std::unique_ptr<QWidget> playersSheet(const QString& pictures);
+std::unique_ptr<QWidget> referencesSheet(const QString& pictures);
 
 }  // namespace sorvan::views

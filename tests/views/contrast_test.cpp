@@ -97,6 +97,12 @@ TEST_P(ComponentSheets, EveryTextOfMediaCellsAndFeedbackIsReadable) {
 
 TEST_P(ComponentSheets, EveryTextOfTheFoundationsIsReadable) { expectReadable(*foundationsSheet(), 60); }
 
+TEST_P(ComponentSheets, EveryTextOfPlayersQuickLookLinksAndTablesIsReadable) {
+  expectReadable(*playersSheet(u":/sorvan/samples"_s), 40);
+}
+
+TEST_P(ComponentSheets, EveryTextOfTheReferencesIsReadable) { expectReadable(*referencesSheet(u":/sorvan/samples"_s), 40); }
+
 // The pairs of the tokens that text is written in, whatever is painted today.
 TEST_P(ComponentSheets, EveryInkOfTheTokensIsReadableOnEverySurfaceOfText) {
   const Colors& c = colors();

@@ -53,7 +53,8 @@ void save(QWidget& widget, const QString& folder, const QString& name) {
 }
 
 void saveSheets(const QString& folder) {
-  std::unique_ptr<QWidget> sheets[] = {controlsSheet(), mediaSheet(u":/sorvan/samples"_s), foundationsSheet()};
+  std::unique_ptr<QWidget> sheets[] = {controlsSheet(), mediaSheet(u":/sorvan/samples"_s), foundationsSheet(),
+                                       playersSheet(u":/sorvan/samples"_s), referencesSheet(u":/sorvan/samples"_s)};
   for (const auto& sheet : sheets) save(*sheet, folder, sheet->objectName());
 }
 
