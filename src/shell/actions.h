@@ -122,7 +122,7 @@ enum class EnabledWhen {
   seedKnown,    // the selected item or job has a seed
   sheetsHere,      // the location has contact sheets
   referencesHere,  // the location has references of its own
-  galleryItemSelected,  // at least one item is selected in the gallery
+  galleryItemSelected,  // at least one item is selected in the gallery, on a sheet or in the lineage tree
   cellSelected,         // at least one item or job is selected in a view whose cells open something
   pictureOpen,          // a picture fills the large view
   playerOpen,           // a clip or a sound fills the large view

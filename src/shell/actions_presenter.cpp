@@ -63,6 +63,11 @@ std::optional<core::AssetStatus> statusOf(ActionId id) {
   }
 }
 
+// The views whose items are looked at and opened from where they are.
+bool showsItems(ModeKind kind) {
+  return showsGallery(kind) || kind == ModeKind::contactSheet || kind == ModeKind::lineage;
+}
+
 core::HistoryDirection directionOf(ActionId id) {
   return id == ActionId::redo ? core::HistoryDirection::redo : core::HistoryDirection::undo;
 }
@@ -164,7 +169,7 @@ std::optional<core::MediaType> ActionsPresenter::openMedia() const {
 // Views whose cells open something.
 bool ActionsPresenter::opensCells() const {
   const ModeKind view = ports_.presenters.state->mode().kind;
-  return showsGallery(view) || view == ModeKind::activity || view == ModeKind::generation;
+  return showsItems(view) || view == ModeKind::activity || view == ModeKind::generation;
 }
 
 bool ActionsPresenter::itemsShown() const {
@@ -227,7 +232,7 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
     case EnabledWhen::referencesHere:
       return open && isHere(ModeKind::projectReferences);
     case EnabledWhen::galleryItemSelected:
-      return showsGallery(ports_.presenters.state->mode().kind) && itemSelected();
+      return showsItems(ports_.presenters.state->mode().kind) && itemSelected();
     case EnabledWhen::cellSelected:
       return opensCells() && (itemSelected() || !selectedJobs().isEmpty());
     case EnabledWhen::pictureOpen:

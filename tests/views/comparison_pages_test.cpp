@@ -2,7 +2,6 @@
 #include <QScrollBar>
 
 #include "core/history.h"
-#include "generation/enqueue.h"
 #include "shell/sheet_texts.h"
 #include "shell/views/add_media_dialog.h"
 #include "shell/views/controls.h"
@@ -10,65 +9,13 @@
 #include "shell/views/sheet_cards.h"
 #include "shell/views/sheet_keys.h"
 #include "shell/views/sheet_view.h"
-#include "views/whole_window.h"
+#include "views/comparison_desk.h"
 
 namespace sorvan::views {
 namespace {
 using namespace Qt::Literals::StringLiterals;
 
-// A window with a real library in it, over which sheets, comparing and lineage are walked.
-class ComparisonPagesTest : public WholeWindow {
- protected:
-  QUuid made(const QString& prompt) {
-    desk.generate(prompt);
-    desk.settle();
-    desk.clock->advance(std::chrono::seconds(1));
-    return desk.store.generationsOf(desk.newestJob()->id).front()->assetID;
-  }
-  std::vector<QUuid> several(int count) {
-    std::vector<QUuid> ids;
-    for (int number = 0; number < count; ++number) ids.push_back(made(u"a boat"_s));
-    desk.state.setLocation(allMediaLocation);
-    test::runPosted();
-    return ids;
-  }
-  QUuid compareModels(int jobs) {
-    std::vector<core::GenerationRequest> requests;
-    const QUuid comparison = base::newUuid();
-    for (int order = 0; order < jobs; ++order) {
-      core::GenerationRequest request;
-      request.model = u"fal-ai/flux/schnell"_s;
-      request.prompt = u"a boat at dusk"_s;
-      request.comparisonID = comparison;
-      request.comparisonOrder = order;
-      requests.push_back(request);
-    }
-    generation::enqueueRequests(desk.queue, requests, std::nullopt);
-    test::runPosted();
-    return comparison;
-  }
-  template <class Kind>
-  Kind* the() {
-    return window->findChild<Kind*>();
-  }
-  SheetView& sheet() { return *the<SheetView>(); }
-  CompareView& comparing() { return sheet().comparing(); }
-  SheetPlaces& places() { return sheet().places(); }
-  void key(int pressed, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QTest::keyClick(window->focusWidget(), static_cast<Qt::Key>(pressed), modifiers);
-    test::runPosted();
-  }
-  void openSheet(const std::vector<QUuid>& ids) {
-    desk.state.select({ids.begin(), ids.end()});
-    actions->trigger(ActionId::newContactSheet);
-    test::runPosted();
-  }
-  void openCompare(const std::vector<QUuid>& ids) {
-    desk.state.select({ids.begin(), ids.end()});
-    actions->trigger(ActionId::compareItems);
-    test::runPosted();
-  }
-};
+using ComparisonPagesTest = ComparisonDesk;
 
 TEST_F(ComparisonPagesTest, ASheetOfSelectedItemsOpensWithItsPlacesAndBackReturns) {
   const std::vector<QUuid> ids = several(3);

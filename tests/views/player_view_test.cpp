@@ -147,12 +147,12 @@ class QuickLookTest : public PlayerViewTest {
   }
   SampleWall source;
   QWidget window;
-  QuickLook look{source, thumbnails, &window};
+  QuickLook look{thumbnails, &window};
 };
 
 TEST_F(QuickLookTest, OneItemStepsThroughTheWall) {
   QSignalSpy stepped(&look, &QuickLook::stepped);
-  look.open({source.idAt(0)});
+  look.open({source.idAt(0)}, source);
   ASSERT_TRUE(look.isOpen());
   EXPECT_EQ(look.size(), window.size());
   QTest::keyClick(&look, Qt::Key_Right);
@@ -164,7 +164,7 @@ TEST_F(QuickLookTest, OneItemStepsThroughTheWall) {
 }
 
 TEST_F(QuickLookTest, SeveralStandSideBySideAtOneHeight) {
-  look.open(first(5));
+  look.open(first(5), source);
   ASSERT_EQ(look.panes().size(), 5u);
   const int tall = look.panes()[0]->height();
   for (const QuickLookPane* pane : look.panes()) {
@@ -177,12 +177,12 @@ TEST_F(QuickLookTest, SeveralStandSideBySideAtOneHeight) {
 }
 
 TEST_F(QuickLookTest, NoMoreThanEightAreShown) {
-  look.open(first(10));
+  look.open(first(10), source);
   EXPECT_EQ(look.panes().size(), 8u);
 }
 
 TEST_F(QuickLookTest, AClipPlaysMutedAndMTurnsItsSoundOn) {
-  look.open({source.idAt(2)});
+  look.open({source.idAt(2)}, source);
   media::Player* player = look.panes()[0]->player();
   ASSERT_TRUE(player);
   EXPECT_TRUE(player->isPlaying());
@@ -193,11 +193,11 @@ TEST_F(QuickLookTest, AClipPlaysMutedAndMTurnsItsSoundOn) {
 
 TEST_F(QuickLookTest, SpaceAndEscapeCloseAndEnterOpens) {
   QSignalSpy opened(&look, &QuickLook::itemOpened);
-  look.open({source.idAt(0)});
+  look.open({source.idAt(0)}, source);
   QTest::keyClick(&look, Qt::Key_Space);
   EXPECT_FALSE(look.isOpen());
   EXPECT_FALSE(look.isVisible());
-  look.open({source.idAt(3)});
+  look.open({source.idAt(3)}, source);
   QTest::keyClick(&look, Qt::Key_Return);
   ASSERT_EQ(opened.count(), 1);
   EXPECT_EQ(opened.at(0).at(0).toUuid(), source.idAt(3));
@@ -206,7 +206,7 @@ TEST_F(QuickLookTest, SpaceAndEscapeCloseAndEnterOpens) {
 }
 
 TEST_F(QuickLookTest, NothingOpensForNothing) {
-  look.open({});
+  look.open({}, source);
   EXPECT_FALSE(look.isOpen());
 }
 

@@ -74,6 +74,7 @@ class ComparisonPages final : public QObject {
     };
     traits.title = [&sheet] { return PageTitle{titleOf(sheet.display()), sheet.display().countText}; };
     traits.tools = &view->tools();
+    traits.look = [this, &sheet] { return LookedAt{on_.state->selection(), sheet.ids()}; };
     library_.addPage(ModeKind::contactSheet, view, traits);
     bindSheet(*view);
     bindTools(*view);
@@ -92,7 +93,7 @@ class ComparisonPages final : public QObject {
     connect(on_.state, &WorkspaceState::selectionChanged, &view, [this, &view] { view.setSelection(on_.state->selection()); });
     connect(&view, &SheetView::opened, this,
             [this, &sheet](QUuid item) { on_.state->openAsset(item, sheet.ids()); });
-    connect(&view, &SheetView::lookRequested, this, [this, &sheet] { look(sheet.ids()); });
+    connect(&view, &SheetView::lookRequested, this, [this] { on_.actions->trigger(ActionId::quickLook); });
     connect(&view, &SheetView::actionRequested, on_.actions, &ActionsPresenter::trigger);
     connect(&view, &SheetView::backRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
     connect(&view, &SheetView::menuRequested, this,
@@ -120,26 +121,24 @@ class ComparisonPages final : public QObject {
     traits.title = [&lineage] { return PageTitle{shell::texts::lineageTitle, lineage.countText()}; };
     traits.keyboard = &view->tree();
     traits.tools = hint;
+    traits.look = [this, &lineage] { return LookedAt{on_.state->selection(), familyOf(lineage)}; };
     library_.addPage(ModeKind::lineage, view, traits);
     connect(&lineage, &LineagePresenter::changed, &library_, &LibraryView::titleChanged);
-    connect(view, &LineageView::openRequested, this, [this, &lineage](QUuid item) { openMember(lineage, item); });
-    connect(view, &LineageView::lookRequested, this, [this, &lineage](QUuid item) { openMember(lineage, item); });
+    connect(view, &LineageView::openRequested, this, [this, &lineage](QUuid item) {
+      if (lineage.canOpen(item)) on_.state->openAsset(item, familyOf(lineage));
+    });
+    connect(view, &LineageView::lookRequested, this, [this] { on_.actions->trigger(ActionId::quickLook); });
     connect(view, &LineageView::backRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
     connect(view, &LineageView::menuRequested, this,
             [this](QPoint at) { Q_EMIT library_.wall().menuRequested(at); });
   }
 
   // Stepping walks through the family from its root on.
-  void openMember(LineagePresenter& lineage, QUuid item) {
+  static std::vector<QUuid> familyOf(const LineagePresenter& lineage) {
     std::vector<QUuid> order;
     for (const LineageRowDisplay& row : lineage.rows())
       if (!row.deleted) order.push_back(row.id);
-    if (lineage.canOpen(item)) on_.state->openAsset(item, order);
-  }
-
-  void look(const std::vector<QUuid>& order) {
-    const QUuid item = on_.state->inspectedId();
-    if (std::find(order.begin(), order.end(), item) != order.end()) on_.state->openAsset(item, order);
+    return order;
   }
 
   QMenu* menu() {

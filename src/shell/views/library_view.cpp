@@ -122,6 +122,11 @@ std::optional<PageTitle> LibraryView::pageTitle() const {
   return traits.title ? std::optional(traits.title()) : std::nullopt;
 }
 
+std::optional<LookedAt> LibraryView::looked() const {
+  const PageTraits& traits = registered_.at(page_).traits;
+  return traits.look ? std::optional(traits.look()) : std::nullopt;
+}
+
 void LibraryView::showMode(const WorkspaceMode& mode) {
   const ModeKind wanted = registered_.contains(mode.kind) ? mode.kind : ModeKind::gallery;
   const Page& page = registered_.at(wanted);

@@ -34,6 +34,12 @@ struct PageTitle {
   QString countText;  // “312 items”; may be empty
 };
 
+// What Space looks at: items of a page, and the order in which its arrows step through them.
+struct LookedAt {
+  QSet<QUuid> items;
+  std::vector<QUuid> order;
+};
+
 // How a page takes part in the window. All but the widget may be left out.
 struct PageTraits {
   // The page comes to the front, or shows something else of its kind. Called with the window's mode each time that
@@ -45,6 +51,8 @@ struct PageTraits {
   QWidget* keyboard = nullptr;
   // Controls that stand in the toolbar while the page is in front, at its right.
   QWidget* tools = nullptr;
+  // What is looked at and opened from here. None: what the wall has selected.
+  std::function<LookedAt()> look = {};
   // Whether the composer stands over the page without being asked for.
   bool hasDock = false;
   // Whether the page shows items that the inspector can tell of; another one takes the whole width.
@@ -94,6 +102,8 @@ class LibraryView final : public QWidget {
   void setPage(ModeKind page) { showMode({page}); }
   // What the page in front says of itself; nothing when it leaves that to the window.
   std::optional<PageTitle> pageTitle() const;
+  // What the page in front would have looked at; nothing when that is the wall's.
+  std::optional<LookedAt> looked() const;
   void setSidebarShown(bool shown);
   void setInspectorShown(bool shown);
   // Widths in logical pixels, kept within the bounds of the design; 0 is that of a new window.

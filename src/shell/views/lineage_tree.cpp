@@ -108,13 +108,6 @@ std::pair<int, int> LineageTree::visibleRange() const {
   return {first, std::clamp((top + viewport()->height()) / kRow + 1, first, rowCount())};
 }
 
-int LineageTree::indexAt(QPoint point) const {
-  const auto [first, end] = visibleRange();
-  for (int index = first; index < end; ++index)
-    if (cellRect(index).contains(point)) return index;
-  return -1;
-}
-
 void LineageTree::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   painter.fillRect(event->rect(), colors().surfaceCanvas);

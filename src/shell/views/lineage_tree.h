@@ -64,7 +64,6 @@ class LineageTree final : public QAbstractScrollArea, public PaintedList {
   void paintRow(QPainter& painter, int index);
   void paintThumbnail(QPainter& painter, const QRect& area, const LineageRowDisplay& row);
   int paintName(QPainter& painter, const QRect& area, const LineageRowDisplay& row) const;
-  int indexAt(QPoint point) const;
   int neighbourOf(int index, int key) const;
   void moveTo(int index);
   void reveal(int index);

@@ -40,12 +40,15 @@ LineageView::LineageView(LineagePresenter& presenter, ThumbnailStore& thumbnails
   refresh();
 }
 
-// A tree that was just opened begins at the item it was opened from.
+// A tree that was just opened begins at the item it was opened from; then it follows what is inspected.
 void LineageView::refresh() {
   tree_->show(presenter_.rows());
-  if (opened_ == presenter_.asset()) return;
-  opened_ = presenter_.asset();
-  tree_->setCurrent(opened_);
+  const bool another = std::exchange(opened_, presenter_.asset()) != presenter_.asset();
+  const bool inspected = std::exchange(inspected_, presenter_.inspectedID()) != presenter_.inspectedID();
+  if (another)
+    tree_->setCurrent(opened_);
+  else if (inspected && tree_->rowIndex(inspected_) >= 0 && tree_->currentRow() != inspected_)
+    tree_->setCurrent(inspected_);
 }
 
 void LineageView::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().surfaceCanvas); }

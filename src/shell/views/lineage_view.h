@@ -29,6 +29,7 @@ class LineageView final : public QWidget {
   LineagePresenter& presenter_;
   LineageTree* tree_;
   QUuid opened_;
+  QUuid inspected_;
 };
 
 }  // namespace sorvan::views

@@ -140,6 +140,13 @@ QAccessibleInterface* listInterface(const QString&, QObject* object) {
 
 }  // namespace
 
+int PaintedList::indexAt(QPoint point) const {
+  const auto [first, end] = visibleRange();
+  for (int index = first; index < end; ++index)
+    if (cellRect(index).contains(point)) return index;
+  return -1;
+}
+
 void describePaintedList(PaintedList& list) {
   static const bool once = [] {
     QAccessible::installFactory(listInterface);

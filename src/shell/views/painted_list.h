@@ -22,6 +22,8 @@ class PaintedList {
   virtual int rowIndex(QUuid id) const = 0;              // -1 when it is gone
   virtual std::pair<int, int> visibleRange() const = 0;  // first, one past the last
   virtual QRect cellRect(int index) const = 0;           // in the viewport
+  // The row in view at this point of the viewport; -1 when there is none.
+  int indexAt(QPoint point) const;
   virtual QString rowName(int index) const = 0;
   virtual QString rowDescription(int index) const = 0;
   virtual bool rowSelected(int index) const = 0;

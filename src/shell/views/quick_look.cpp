@@ -109,9 +109,8 @@ void QuickLookPane::mouseDoubleClickEvent(QMouseEvent*) { Q_EMIT opened(); }
 
 // QuickLook
 
-QuickLook::QuickLook(WallSource& source, ThumbnailStore& thumbnails, QWidget* parent)
+QuickLook::QuickLook(ThumbnailStore& thumbnails, QWidget* parent)
     : QWidget(parent),
-      source_(source),
       thumbnails_(thumbnails),
       close_(new IconButton(u"x"_s, texts::closeQuickLook(), u"Space"_s, this)) {
   setFocusPolicy(Qt::StrongFocus);
@@ -121,17 +120,18 @@ QuickLook::QuickLook(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
   connect(close_, &IconButton::clicked, this, &QuickLook::close);
 }
 
-void QuickLook::open(const QSet<QUuid>& items) {
+void QuickLook::open(const QSet<QUuid>& items, const WallSource& source) {
   std::vector<int> places;
   for (const QUuid& item : items) {
-    const int index = source_.indexOf(item);
-    if (index >= 0 && !source_.isJobAt(index)) places.push_back(index);
+    const int index = source.indexOf(item);
+    if (index >= 0 && !source.isJobAt(index)) places.push_back(index);
   }
   std::sort(places.begin(), places.end());
   if (places.size() > size_t(mostItems)) places.resize(size_t(mostItems));
   if (places.empty()) return;
+  source_ = &source;
   std::vector<QUuid> shown;
-  for (const int place : places) shown.push_back(source_.idAt(place));
+  for (const int place : places) shown.push_back(source_->idAt(place));
   fill(shown);
   setGeometry(parentWidget()->rect());
   show();
@@ -151,7 +151,7 @@ void QuickLook::fill(const std::vector<QUuid>& items) {
   for (QuickLookPane* pane : panes_) pane->hide(), pane->deleteLater();
   panes_.clear();
   for (const QUuid& item : items) {
-    auto* pane = new QuickLookPane(thumbnails_, source_.cellAt(source_.indexOf(item)), this);
+    auto* pane = new QuickLookPane(thumbnails_, source_->cellAt(source_->indexOf(item)), this);
     const int index = int(panes_.size());
     connect(pane, &QuickLookPane::chosen, this, [this, index] { makeCurrent(index); });
     connect(pane, &QuickLookPane::opened, this, [this, item] { Q_EMIT itemOpened(item); });
@@ -230,9 +230,9 @@ void QuickLook::makeCurrent(int index) {
 
 void QuickLook::step(int direction) {
   if (panes_.size() > 1) return makeCurrent(std::clamp(current_ + direction, 0, int(panes_.size()) - 1));
-  for (int index = source_.indexOf(current()) + direction; index >= 0 && index < source_.count(); index += direction) {
-    if (source_.isJobAt(index)) continue;
-    fill({source_.idAt(index)});
+  for (int index = source_->indexOf(current()) + direction; index >= 0 && index < source_->count(); index += direction) {
+    if (source_->isJobAt(index)) continue;
+    fill({source_->idAt(index)});
     Q_EMIT stepped(current());
     return;
   }

@@ -47,7 +47,7 @@ class QuickLookPane final : public QWidget {
   bool current_ = false;
 };
 
-// Covers its parent while it is open. Arrows step through the wall, or among the items that stand side by side; M turns
+// Covers its parent while it is open. Arrows step through what it was opened from, or among the items that stand side by side; M turns
 // the sound on and off, Enter opens, Space or Escape closes. Main thread.
 class QuickLook final : public QWidget {
   Q_OBJECT
@@ -55,11 +55,12 @@ class QuickLook final : public QWidget {
  public:
   static constexpr int mostItems = 8;
 
-  // Both outlive it; the parent is the window's body.
-  QuickLook(WallSource& source, ThumbnailStore& thumbnails, QWidget* parent);
+  // The store outlives it; the parent is the window's body.
+  QuickLook(ThumbnailStore& thumbnails, QWidget* parent);
 
-  // Shows these items, at most eight of them, in the order of the wall; jobs are left out. Does nothing for none.
-  void open(const QSet<QUuid>& items);
+  // Shows these items, at most eight of them, in the order of `source`, which outlives the look; jobs are left out.
+  // Does nothing for none.
+  void open(const QSet<QUuid>& items, const WallSource& source);
   void close();
   bool isOpen() const { return !panes_.empty(); }
   const std::vector<QuickLookPane*>& panes() const { return panes_; }
@@ -87,7 +88,7 @@ class QuickLook final : public QWidget {
   void makeCurrent(int index);
   void toggleMute();
 
-  WallSource& source_;
+  const WallSource* source_ = nullptr;  // while it is open
   ThumbnailStore& thumbnails_;
   IconButton* close_;
   std::vector<QuickLookPane*> panes_;

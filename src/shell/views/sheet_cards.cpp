@@ -111,13 +111,6 @@ std::pair<int, int> SheetCards::visibleRange() const {
   return {first, std::clamp(rows * cards.columns, first, presenter_.count())};
 }
 
-int SheetCards::indexAt(QPoint point) const {
-  const auto [first, end] = visibleRange();
-  for (int index = first; index < end; ++index)
-    if (cellRect(index).contains(point)) return index;
-  return -1;
-}
-
 void SheetCards::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   painter.fillRect(event->rect(), colors().surfaceCanvas);

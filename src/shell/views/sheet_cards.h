@@ -64,7 +64,6 @@ class SheetCards final : public QAbstractScrollArea, public PaintedList {
   void paintCard(QPainter& painter, int index);
   void paintMosaic(QPainter& painter, const QRect& area, const SheetCard& card);
   void paintEmpty(QPainter& painter) const;
-  int indexAt(QPoint point) const;
   int neighbourOf(int index, int key) const;
   void moveTo(int index);
 

@@ -131,7 +131,11 @@ void SheetPlaces::arrange() {
 
 void SheetPlaces::setSelection(const QSet<QUuid>& selection) {
   selection_ = selection;
-  for (SheetPlace* place : places_) place->picture().setSelected(selection_.contains(subjectOf(place->place())));
+  for (SheetPlace* place : places_) {
+    const bool selected = selection_.contains(subjectOf(place->place()));
+    place->picture().setSelected(selected);
+    if (selected && selection_.size() == 1) current_ = place->place().id;
+  }
 }
 
 void SheetPlaces::select(SheetPlace* place, Qt::KeyboardModifiers modifiers) {
@@ -162,6 +166,13 @@ void SheetPlaces::setCurrent(int index) {
   if (index < 0 || index >= count()) return;
   at(index)->picture().setFocus(Qt::ShortcutFocusReason);
   select(at(index), Qt::NoModifier);
+  Q_EMIT currentChanged(index);
+}
+
+void SheetPlaces::returnToCurrent() {
+  const int index = current();
+  if (index < 0 || !selection_.contains(subjectOf(at(index)->place()))) return setCurrent(index);
+  at(index)->picture().setFocus(Qt::ShortcutFocusReason);
   Q_EMIT currentChanged(index);
 }
 

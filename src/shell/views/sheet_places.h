@@ -40,6 +40,8 @@ class SheetPlaces final : public QWidget {
   // The place that has the keyboard, or had it last; -1 when there is none.
   int current() const;
   void setCurrent(int index);
+  // Gives the keyboard back to its place; one that is selected among others stays so.
+  void returnToCurrent();
   int neighbourOf(int index, int key) const;
 
  Q_SIGNALS:

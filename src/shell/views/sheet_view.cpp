@@ -228,7 +228,7 @@ void SheetView::focusInEvent(QFocusEvent*) {
   if (isComparing())
     comparing_->setFocus(Qt::TabFocusReason);
   else if (places_->count() > 0)
-    places_->setCurrent(places_->current());
+    places_->returnToCurrent();
 }
 
 // With Ctrl the arrows carry the item itself along.
@@ -258,7 +258,9 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
       if (!item.isNull()) Q_EMIT opened(item);
       return;
     case Qt::Key_Space:
-      if (!item.isNull()) Q_EMIT lookRequested();
+      if (item.isNull()) return;
+      if (!places_->selection().contains(item)) Q_EMIT selectionRequested({item});
+      Q_EMIT lookRequested();
       return;
     case Qt::Key_Delete:
       if (!item.isNull()) on_.sheet.remove(item);

@@ -51,6 +51,7 @@ class SheetView final : public QWidget {
  Q_SIGNALS:
   void selectionRequested(const QSet<QUuid>& selection);
   void opened(QUuid item);
+  // Space: the selected items large over the window.
   void lookRequested();
   void actionRequested(sorvan::shell::ActionId action);
   void menuRequested(QUuid item, QPoint globalPosition);

@@ -79,13 +79,6 @@ void TileGrid::relayout() {
 
 void TileGrid::resizeEvent(QResizeEvent*) { relayout(); }
 
-int TileGrid::tileAt(QPoint point) const {
-  const auto [first, end] = visibleRange();
-  for (int index = first; index < end; ++index)
-    if (cellRect(index).contains(point)) return index;
-  return -1;
-}
-
 void TileGrid::setCurrent(QUuid id) {
   if (rowIndex(id) < 0 || id == current_) return;
   current_ = id;
@@ -106,7 +99,7 @@ void TileGrid::walk(int to) {
 }
 
 void TileGrid::mousePressEvent(QMouseEvent* event) {
-  const int index = tileAt(event->pos());
+  const int index = indexAt(event->pos());
   if (index < 0) return;
   const QUuid id = rowId(index);
   setCurrent(id);
@@ -115,12 +108,12 @@ void TileGrid::mousePressEvent(QMouseEvent* event) {
 
 void TileGrid::mouseDoubleClickEvent(QMouseEvent* event) {
   if (press_ == Press::activates) return mousePressEvent(event);
-  const int index = tileAt(event->pos());
+  const int index = indexAt(event->pos());
   if (index >= 0 && event->button() == Qt::LeftButton) Q_EMIT activated(rowId(index));
 }
 
 void TileGrid::mouseMoveEvent(QMouseEvent* event) {
-  const int index = tileAt(event->pos());
+  const int index = indexAt(event->pos());
   if (index == hovered_) return;
   hovered_ = index;
   viewport()->update();
@@ -128,7 +121,7 @@ void TileGrid::mouseMoveEvent(QMouseEvent* event) {
 
 void TileGrid::contextMenuEvent(QContextMenuEvent* event) {
   const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
-  const int index = byKey ? rowIndex(current_) : tileAt(event->pos());
+  const int index = byKey ? rowIndex(current_) : indexAt(event->pos());
   if (index < 0) return;
   const QUuid id = rowId(index);
   setCurrent(id);

@@ -77,7 +77,6 @@ class TileGrid : public QAbstractScrollArea, public PaintedList {
 
  private:
   void relayout();
-  int tileAt(QPoint point) const;
   void walk(int to);
   int columns() const;
   int tileWidth() const;

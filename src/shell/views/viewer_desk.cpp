@@ -16,7 +16,8 @@ ViewerDesk::ViewerDesk(Presenters presenters, WallSource& source, LibraryView& l
       source_(source),
       library_(library),
       hover_(new HoverPlay(library.wall(), source, this)),
-      look_(new QuickLook(source, library.thumbnails(), &library)) {
+      look_(new QuickLook(library.thumbnails(), &library)),
+      order_(new OrderedItems(*on_.gallery, this)) {
   bindVolume();
   bindQuickLook();
   connect(on_.state, &WorkspaceState::modeChanged, this, &ViewerDesk::refresh);
@@ -41,7 +42,7 @@ void ViewerDesk::bindQuickLook() {
   connect(look_, &QuickLook::stepped, this, [this](QUuid item) { on_.state->select({item}); });
   connect(look_, &QuickLook::itemOpened, this, [this](QUuid item) {
     look_->close();
-    Q_EMIT openRequested(item);
+    openItem(item);
   });
   connect(look_, &QuickLook::closed, &library_, &LibraryView::focusContent);
 }
@@ -55,28 +56,41 @@ void ViewerDesk::refresh() {
     library_.asset().show(mode.subject, Begin::playing);
 }
 
-// In the order of the wall, items before jobs; elsewhere the one that is inspected.
-void ViewerDesk::openFirstSelected() {
+// A page with an order of its own is stepped through in that.
+void ViewerDesk::look() {
+  hover_->stop();
+  const std::optional<LookedAt> page = library_.looked();
+  if (!page) return look_->open(on_.state->selection(), source_);
+  order_->set(page->order);
+  look_->open(page->items, *order_);
+}
+
+void ViewerDesk::openItem(QUuid item) {
+  const std::optional<LookedAt> page = library_.looked();
+  if (!page) return Q_EMIT openRequested(item);
+  on_.state->openAsset(item, page->order);
+}
+
+// In the order of the page or of the wall, items before jobs; elsewhere the one that is inspected.
+void ViewerDesk::openSelected() {
+  if (const std::optional<LookedAt> page = library_.looked()) {
+    for (const QUuid& id : page->order)
+      if (page->items.contains(id)) return openItem(id);
+    return;
+  }
   QUuid first = on_.state->inspectedId();
   for (const QUuid& id : on_.state->selection()) {
     if (!first.isNull()) break;
     const int index = source_.indexOf(id);
     if (index >= 0 && !source_.isJobAt(index)) first = id;
   }
-  if (!first.isNull()) Q_EMIT openRequested(first);
+  if (!first.isNull()) openItem(first);
 }
 
 bool ViewerDesk::perform(ActionId action) {
-  if (action == ActionId::quickLook) {
-    hover_->stop();
-    look_->open(on_.state->selection());
-    return true;
-  }
-  if (action == ActionId::openItem) {
-    openFirstSelected();
-    return true;
-  }
-  return library_.asset().perform(action);
+  if (action != ActionId::quickLook && action != ActionId::openItem) return library_.asset().perform(action);
+  action == ActionId::quickLook ? look() : openSelected();
+  return true;
 }
 
 }  // namespace sorvan::views

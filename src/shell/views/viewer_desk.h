@@ -6,6 +6,7 @@
 #include "shell/actions.h"
 #include "shell/presenters.h"
 #include "shell/views/hover_play.h"
+#include "shell/views/ordered_items.h"
 #include "shell/views/quick_look.h"
 
 namespace sorvan::views {
@@ -30,8 +31,10 @@ class ViewerDesk final : public QObject {
  private:
   void bindVolume();
   void bindQuickLook();
+  void look();
+  void openSelected();
+  void openItem(QUuid item);
   void refresh();
-  void openFirstSelected();
   media::Player& player();
 
   Presenters on_;
@@ -39,6 +42,7 @@ class ViewerDesk final : public QObject {
   LibraryView& library_;
   HoverPlay* hover_;
   QuickLook* look_;
+  OrderedItems* order_;  // of the page that is looked at
   QTimer volumePause_;  // writes down a volume once it stays
 };
 

@@ -1,0 +1,65 @@
+// The whole window with sheets, comparing and lineage walked in it.
+#pragma once
+
+#include "generation/enqueue.h"
+#include "shell/views/lineage_view.h"
+#include "shell/views/sheet_view.h"
+#include "views/whole_window.h"
+
+namespace sorvan::views {
+
+// A window with a real library in it, over which sheets, comparing and lineage are walked.
+class ComparisonDesk : public WholeWindow {
+ protected:
+  QUuid made(const QString& prompt) {
+    desk.generate(prompt);
+    desk.settle();
+    desk.clock->advance(std::chrono::seconds(1));
+    return desk.store.generationsOf(desk.newestJob()->id).front()->assetID;
+  }
+  std::vector<QUuid> several(int count) {
+    std::vector<QUuid> ids;
+    for (int number = 0; number < count; ++number) ids.push_back(made(QStringLiteral("a boat")));
+    desk.state.setLocation(allMediaLocation);
+    test::runPosted();
+    return ids;
+  }
+  QUuid compareModels(int jobs) {
+    std::vector<core::GenerationRequest> requests;
+    const QUuid comparison = base::newUuid();
+    for (int order = 0; order < jobs; ++order) {
+      core::GenerationRequest request;
+      request.model = QStringLiteral("fal-ai/flux/schnell");
+      request.prompt = QStringLiteral("a boat at dusk");
+      request.comparisonID = comparison;
+      request.comparisonOrder = order;
+      requests.push_back(request);
+    }
+    generation::enqueueRequests(desk.queue, requests, std::nullopt);
+    test::runPosted();
+    return comparison;
+  }
+  template <class Kind>
+  Kind* the() {
+    return window->findChild<Kind*>();
+  }
+  SheetView& sheet() { return *the<SheetView>(); }
+  CompareView& comparing() { return sheet().comparing(); }
+  SheetPlaces& places() { return sheet().places(); }
+  void key(int pressed, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(window->focusWidget(), static_cast<Qt::Key>(pressed), modifiers);
+    test::runPosted();
+  }
+  void openSheet(const std::vector<QUuid>& ids) {
+    desk.state.select({ids.begin(), ids.end()});
+    actions->trigger(ActionId::newContactSheet);
+    test::runPosted();
+  }
+  void openCompare(const std::vector<QUuid>& ids) {
+    desk.state.select({ids.begin(), ids.end()});
+    actions->trigger(ActionId::compareItems);
+    test::runPosted();
+  }
+};
+
+}  // namespace sorvan::views
