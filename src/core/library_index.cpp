@@ -27,7 +27,6 @@ void LibraryArrays::fetch(RecordContext& context, LibraryTables tables) {
   LibraryArrays fresh;
   if (tables.has(LibraryTables::projects)) fresh.projects = byDate(context.fetch<Project>(), &Project::createdAt);
   if (tables.has(LibraryTables::assets)) fresh.assets = NewestFirst(byDate(context.fetch<Asset>(), &Asset::createdAt));
-  if (tables.has(LibraryTables::generations)) fresh.generations = context.fetch<Generation>();
   if (tables.has(LibraryTables::relationships)) fresh.relationships = context.fetch<AssetRelationship>();
   if (tables.has(LibraryTables::references)) fresh.references = context.fetch<ReferenceAsset>();
   if (tables.has(LibraryTables::jobs))
@@ -38,6 +37,8 @@ void LibraryArrays::fetch(RecordContext& context, LibraryTables tables) {
     fresh.contactSheets = NewestFirst(byDate(context.fetch<ContactSheet>(), &ContactSheet::createdAt));
   if (tables.has(LibraryTables::sequences))
     fresh.sequences = NewestFirst(byDate(context.fetch<ClipSequence>(), &ClipSequence::updatedAt));
+  // They may be read by a thread of their own since the items were asked for.
+  if (tables.has(LibraryTables::generations)) fresh.generations = context.fetch<Generation>();
   // 2. Take over exactly those.
   if (tables.has(LibraryTables::projects)) projects = std::move(fresh.projects);
   if (tables.has(LibraryTables::assets)) assets = std::move(fresh.assets);

@@ -1,6 +1,7 @@
 #include "core/record_context.h"
 
 #include <QThread>
+#include <future>
 
 #include "base/planted_bug.h"
 #include "core/record_table.h"
@@ -27,21 +28,51 @@ void RowReader::fail(int result) const {
   throw DatabaseError(result, QStringLiteral("library.store could not be read: %1").arg(reason));
 }
 
-struct RecordContext::Tables {
-  explicit Tables(const QString& file) : database(file, DatabaseOpening::ReadWrite) {}
+namespace {
+/// From so many rows on a second thread is worth its connection.
+constexpr qint64 manyRows = 4'000;
+}  // namespace
 
+struct RecordContext::Tables {
+  explicit Tables(const QString& databaseFile)
+      : file(databaseFile), database(databaseFile, DatabaseOpening::ReadWrite) {}
+
+  /// Of all tables this one has the most in it. Whoever reads the items of a large library reads it next, so it is read
+  /// meanwhile, by a thread with a connection of its own. Until it is awaited the table belongs to that thread.
+  void readGenerationsAhead(qint64 version) {
+    RecordTable<Generation>& table = std::get<RecordTable<Generation>>(all);
+    if (ahead.valid() || table.wasRead() || database.number("SELECT max(rowid) FROM Generation") < manyRows) return;
+    ahead = std::async(std::launch::async, [this, &table, version] {
+      Database own(file, DatabaseOpening::ReadOnly);
+      table.readAs(own, version);
+    });
+  }
+  void awaitGenerations() {
+    if (!ahead.valid()) return;
+    try {
+      ahead.get();
+    } catch (const std::exception&) {
+      // The table counts as not read, so the fetch that follows reads it here and tells what is wrong.
+    }
+  }
+
+  QString file;
   Database database;
   std::tuple<RecordTable<Project>, RecordTable<Asset>, RecordTable<Generation>, RecordTable<AssetRelationship>,
              RecordTable<ReferenceAsset>, RecordTable<GenerationJob>, RecordTable<ContactSheet>,
              RecordTable<SavedReference>, RecordTable<ClipSequence>>
       all;
 
+  std::future<void> ahead;
+
   template <class R>
   RecordTable<R>& of() {
+    if constexpr (std::is_same_v<R, Generation>) awaitGenerations();
     return std::get<RecordTable<R>>(all);
   }
   template <class Visit>
   void forEach(Visit visit) {
+    awaitGenerations();
     std::apply([&](auto&... table) { (visit(table), ...); }, all);
   }
 };
@@ -98,6 +129,7 @@ std::vector<Ref<R>> RecordContext::fetch() {
   assertMainThread();
   // Counts what other connections have committed, and nothing of our own.
   const qint64 version = tables_->database.number("PRAGMA data_version");
+  if constexpr (std::is_same_v<R, Asset>) tables_->readGenerationsAhead(version);
   return tables_->of<R>().fetch(tables_->database, version);
 }
 

@@ -164,6 +164,13 @@ class RecordTable {
     return records;
   }
 
+  bool wasRead() const { return fetchedVersion_.has_value(); }
+  /// Reads the rows with another connection, for a fetch at that version. One thread at a time uses the table.
+  void readAs(Database& database, qint64 version) {
+    read(database);
+    fetchedVersion_ = version;
+  }
+
   std::vector<Ref<R>> edited() const {
     std::vector<Ref<R>> records;
     for (auto entry = before_.begin(); entry != before_.end(); ++entry)
