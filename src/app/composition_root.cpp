@@ -22,6 +22,7 @@
 #include "platform/key_store.h"
 #include "platform/temporary_files.h"
 #include "shell/contact_sheets.h"
+#include "shell/expected_price.h"
 #include "shell/opened_addresses.h"
 #include "shell/views/theme.h"
 
@@ -174,7 +175,11 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       curation_({store_, state_, gallery_, alerts_}),
       transfer_({store_, state_, gallery_, alerts_,
                  [](std::unique_ptr<QMimeData> data) { QGuiApplication::clipboard()->setMimeData(data.release()); }}),
-      comparison_({store_, state_, gallery_, displays_, jobs_, alerts_}),
+      comparison_({store_, state_, gallery_, displays_, jobs_, alerts_,
+                   [this](const GenerationRequest& request) {
+                     const auto model = catalog_->model(request.model);
+                     return model ? shell::expectedPrice(request, *model, prices_, payment_) : QString();
+                   }}),
       costs_({store_, state_, alerts_, payment_,
               [catalog = catalog_](const QString& model) { return catalog->displayName(model); },
               [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).path())); }}),

@@ -11,7 +11,7 @@ ComparisonPresenter::ComparisonPresenter(Ports ports, QObject* parent)
     : QObject(parent),
       on_(ports),
       sheets_({on_.store, on_.state, on_.displays, on_.alerts}),
-      sheet_({on_.store, on_.state, on_.displays, on_.jobs, on_.alerts}),
+      sheet_({on_.store, on_.state, on_.displays, on_.jobs, on_.alerts, on_.priceOf}),
       lineage_(on_.store, on_.state, on_.displays) {}
 
 // In the order in which they are seen: of the sheet that is open, else of the gallery.

@@ -21,6 +21,7 @@ class ComparisonPresenter : public QObject {
     JobDisplays& displays;
     JobsPresenter& jobs;
     AlertsPresenter& alerts;
+    PriceOf priceOf = {};
   };
   explicit ComparisonPresenter(Ports ports, QObject* parent = nullptr);
 

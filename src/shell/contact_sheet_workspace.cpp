@@ -63,16 +63,27 @@ void ContactSheetWorkspace::scheduleRefresh() {
   });
 }
 
-QString ContactSheetWorkspace::sharedPrompt() const {
-  for (const core::JobRef& job : places_.jobs)
-    if (const auto request = job->request()) return request->prompt;
-  QString shared;
+// What all places share, with the names of its references marked.
+void ContactSheetWorkspace::fillPrompt(SheetDisplay& shown) const {
+  std::vector<core::ReferenceBinding> bindings;
+  for (const core::JobRef& job : places_.jobs) {
+    const auto request = job->request();
+    if (!request) continue;
+    shown.prompt = request->prompt;
+    shown.names = namesIn(request->prompt, request->referenceBindings.value_or(bindings));
+    return;
+  }
   for (const core::AssetRef& asset : assets()) {
     const core::GenerationRef made = on_.store.generationOf(asset->id);
-    if (!made || (!shared.isEmpty() && made->prompt != shared)) return {};
-    shared = made->prompt;
+    if (!made || (!shown.prompt.isEmpty() && made->prompt != shown.prompt)) {
+      shown.prompt.clear();
+      shown.names.clear();
+      return;
+    }
+    const auto recipe = made->recipe();
+    shown.prompt = made->prompt;
+    if (recipe && shown.names.empty()) shown.names = namesIn(made->prompt, recipe->referenceBindings.value_or(bindings));
   }
-  return shared;
 }
 
 // A source without a record, with what was taken out of it and added to it for now.
@@ -96,12 +107,12 @@ void ContactSheetWorkspace::refresh() {
   const core::ContactSheetRef record = sheet();
   places_ = record ? placesOf(on_.store, source_) : passingPlaces();
   SheetDisplay shown;
-  shown.places = displayPlaces(on_.store, on_.displays, places_);
+  shown.places = displayPlaces(on_.store, on_.displays, places_, on_.priceOf);
   shown.running = places_.running;
   shown.stored = record != nullptr;
   shown.trashed = record && record->deletedAt;
   shown.title = record ? record->title : texts::contactSheetMode;
-  shown.prompt = sharedPrompt();
+  fillPrompt(shown);
   shown.factsText = comparisonFacts(places_.jobs);
   shown.countText = texts::places(static_cast<qsizetype>(shown.places.size()));
   const std::size_t items = assets().size();
@@ -128,6 +139,20 @@ void ContactSheetWorkspace::add(const std::vector<QUuid>& items) {
   for (const QUuid& item : items)
     if (!holds(wanted, item) && on_.store.asset(item)) wanted.push_back(item);
   if (wanted.size() != assets().size()) show(wanted);
+}
+
+void ContactSheetWorkspace::say(const QString& text) {
+  Toast toast;
+  toast.text = text;
+  on_.alerts.showToast(std::move(toast));
+}
+
+void ContactSheetWorkspace::addDropped(const std::vector<QUuid>& items) {
+  if (places_.running) return say(texts::addAfterComparison);
+  if (display_.trashed) return say(texts::trashedSheetStays);
+  const std::size_t before = assets().size();
+  add(items);
+  if (assets().size() == before) say(texts::alreadyOnSheet(static_cast<qsizetype>(items.size())));
 }
 
 void ContactSheetWorkspace::remove(QUuid item) {

@@ -27,6 +27,7 @@ class ContactSheetWorkspace : public QObject {
     JobDisplays& displays;
     JobsPresenter& jobs;
     AlertsPresenter& alerts;
+    PriceOf priceOf = {};
   };
   explicit ContactSheetWorkspace(Ports ports, QObject* parent = nullptr);
 
@@ -59,6 +60,8 @@ class ContactSheetWorkspace : public QObject {
   // Refused while its comparison runs.
   bool canAdd() const { return !places_.running && !display_.trashed; }
   void add(const std::vector<QUuid>& items);
+  // The same for what was dropped, which says in a card why nothing was added.
+  void addDropped(const std::vector<QUuid>& items);
   // The item stays in the library.
   void remove(QUuid item);
   // Puts an item that was added by hand before another one of them, or at the end when `before` is null.
@@ -90,7 +93,8 @@ class ContactSheetWorkspace : public QObject {
   void show(const std::vector<QUuid>& items);
   ContactSheetPlaces passingPlaces() const;
   void changeForNow(const std::vector<QUuid>& items);
-  QString sharedPrompt() const;
+  void fillPrompt(SheetDisplay& shown) const;
+  void say(const QString& text);
 
   Ports on_;
   ContactSheetSource source_;

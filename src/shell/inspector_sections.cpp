@@ -7,6 +7,7 @@
 #include "shell/composer_texts.h"
 #include "shell/inspector_texts.h"
 #include "shell/locations.h"
+#include "shell/prompt_names.h"
 #include "shell/recipes.h"
 #include "shell/texts.h"
 #include "shell/wording.h"
@@ -16,7 +17,6 @@
 #include <algorithm>
 #include <functional>
 #include <map>
-#include <set>
 
 namespace sorvan::shell {
 
@@ -26,16 +26,9 @@ void addRow(InspectorSection& section, const QString& label, const QString& valu
   if (!value.isEmpty()) section.rows.push_back({label, value, monospaced});
 }
 
-// The mentions that stand for a picture of the request; others are words like any.
 std::vector<InspectorSpan> mentionsIn(const QString& prompt, const std::vector<core::ReferenceBinding>& bindings) {
-  std::set<QString> names;
-  for (const core::ReferenceBinding& binding : bindings) names.insert(generation::nameKey(generation::handleOf(binding)));
   std::vector<InspectorSpan> spans;
-  for (auto found = generation::ReferenceMentions::pattern().globalMatch(prompt); found.hasNext();) {
-    const QRegularExpressionMatch match = found.next();
-    if (names.contains(generation::nameKey(match.captured(1))))
-      spans.push_back({static_cast<int>(match.capturedStart(0)), static_cast<int>(match.capturedLength(0))});
-  }
+  for (const PromptName& name : namesIn(prompt, bindings)) spans.push_back({name.start, name.length});
   return spans;
 }
 

@@ -5,6 +5,7 @@
 #include "generation/cancel_and_retry.h"
 #include "generation/job_queue.h"
 #include "shell/alerts_presenter.h"
+#include "shell/contact_sheets.h"
 #include "shell/history_texts.h"
 #include "shell/job_displays.h"
 #include "shell/locations.h"
@@ -52,6 +53,15 @@ Alert warning(const QString& title, const QString& text, const QString& goOn) {
           title,
           text,
           {{texts::cancel, AlertButtonRole::primary, true}, {goOn, AlertButtonRole::plain, false}}};
+}
+
+// Whether the results of the job drop into places of the sheet.
+bool isOnSheet(const core::LibraryStore& store, const core::GenerationJob& job, const ContactSheetSource& source) {
+  const auto request = job.request();
+  if (!request || !request->comparisonID) return false;
+  if (const auto* batch = std::get_if<ComparisonBatch>(&source)) return batch->comparison == *request->comparisonID;
+  const core::ContactSheetRef sheet = sheetFor(store, source);
+  return sheet && sheet->comparisonID == request->comparisonID;
 }
 
 }  // namespace
@@ -276,11 +286,12 @@ void JobsPresenter::perform(QUuid id, JobAction action) {
   }
 }
 
-// Good news shows where it cannot be seen anyway: over any view but the gallery.
+// Good news shows where it cannot be seen anyway: over any view but the gallery, and the sheet of its comparison.
 void JobsPresenter::announce(const QUuid& id) {
   const core::JobRef job = ports_.store.job(id);
-  const bool visible = showsGallery(ports_.state.mode().kind);
-  if (!job || job->status != core::jobStatus::complete || visible) return;
+  if (!job || job->status != core::jobStatus::complete) return;
+  const WorkspaceMode& mode = ports_.state.mode();
+  if (showsGallery(mode.kind) || (mode.sheet && isOnSheet(ports_.store, *job, *mode.sheet))) return;
   const JobDisplay display = ports_.displays.display(*job);
   ports_.alerts.showToast({0, AlertTone::success, display.detail, display.prompt, texts::show, false},
                           [this, id] { show(id); });

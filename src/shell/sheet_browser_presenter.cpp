@@ -117,6 +117,28 @@ QUuid SheetBrowserPresenter::create(const std::vector<QUuid>& items) {
   }
 }
 
+void SheetBrowserPresenter::say(const QString& text) {
+  Toast toast;
+  toast.text = text;
+  on_.alerts.showToast(std::move(toast));
+}
+
+void SheetBrowserPresenter::addDropped(QUuid sheet, const std::vector<QUuid>& items) {
+  const core::ContactSheetRef record = sheetFor(on_.store, StoredSheet{sheet});
+  if (!record) return;
+  const ContactSheetPlaces places = placesOf(on_.store, StoredSheet{sheet});
+  if (places.running) return say(texts::addAfterComparison);
+  if (record->deletedAt) return say(texts::trashedSheetStays);
+  std::vector<QUuid> wanted;
+  for (const core::AssetRef& asset : assetsOf(places)) wanted.push_back(asset->id);
+  const std::size_t before = wanted.size();
+  for (const QUuid& item : items)
+    if (std::ranges::find(wanted, item) == wanted.end() && on_.store.asset(item)) wanted.push_back(item);
+  if (wanted.size() == before) return say(texts::alreadyOnSheet(std::ssize(items)));
+  setContactSheetAssets(on_.store, record, wanted);
+  say(texts::addedToSheet(static_cast<qsizetype>(wanted.size() - before)));
+}
+
 void SheetBrowserPresenter::rename(QUuid sheet, const QString& title) {
   if (const core::ContactSheetRef record = sheetFor(on_.store, StoredSheet{sheet}))
     renameContactSheet(on_.store, record, title);

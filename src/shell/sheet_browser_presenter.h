@@ -63,6 +63,8 @@ class SheetBrowserPresenter : public QObject {
   // A sheet of these items, in their order, in the window's project or the Inbox. Null when it cannot be made, which the
   // alerts tell.
   QUuid create(const std::vector<QUuid>& items);
+  // Adds items that were dropped on a card; a card says what came of it.
+  void addDropped(QUuid sheet, const std::vector<QUuid>& items);
   void rename(QUuid sheet, const QString& title);
   void moveToTrash(QUuid sheet);
   void restore(QUuid sheet);
@@ -73,6 +75,7 @@ class SheetBrowserPresenter : public QObject {
 
  private:
   void scheduleRefresh();
+  void say(const QString& text);
   void refresh();
   SheetCard makeCard(QUuid id) const;
 

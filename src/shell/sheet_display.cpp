@@ -38,6 +38,7 @@ void fillItem(PlaceDisplay& place, const core::LibraryStore& store, const core::
   place.filePath = store.fileOf(asset);
   if (asset.duration && place.kind != CellKind::image) place.durationText = clockText(*asset.duration);
   if (asset.status() != core::AssetStatus::draft) place.statusText = statusText(asset.status());
+  place.markText = asset.status() == core::AssetStatus::shortlist ? texts::reviewed : place.statusText;
   place.statusToken = rawValue(asset.status());
   place.favorite = asset.favorite;
   place.rating = asset.rating.value_or(0);
@@ -60,9 +61,12 @@ QString nameOf(const PlaceDisplay& place, qsizetype count) {
   const QString state = place.asset.isNull() ? (place.job.message.isEmpty() ? place.job.detail : place.job.message)
                                              : place.costText;
   QStringList words{QStringLiteral("%1 of %2").arg(place.number).arg(count), place.modelName, state, place.statusText};
+  if (place.markText != place.statusText) words.insert(3, place.markText);
   words.removeAll(QString());
   return words.join(QStringLiteral(", "));
 }
+
+bool isAtWork(JobState state) { return state == JobState::queued || state == JobState::running; }
 
 template <class Value>
 void keepIfShared(std::optional<Value>& shared, bool& first, const std::optional<Value>& value) {
@@ -78,7 +82,7 @@ QString ratioText(const QString& size) {
 }  // namespace
 
 std::vector<PlaceDisplay> displayPlaces(const core::LibraryStore& store, const JobDisplays& displays,
-                                        const ContactSheetPlaces& places) {
+                                        const ContactSheetPlaces& places, const PriceOf& priceOf) {
   std::vector<PlaceDisplay> shown;
   for (const ComparisonSlot& slot : places.slots) {
     PlaceDisplay place;
@@ -92,6 +96,8 @@ std::vector<PlaceDisplay> displayPlaces(const core::LibraryStore& store, const J
       place.job = displays.display(*slot.job);
       place.aspectRatio = place.job.aspectRatio;
       place.modelName = place.job.modelName;
+      const auto request = slot.job->request();
+      if (request && priceOf && isAtWork(place.job.state)) place.costText = priceOf(*request);
     }
     place.accessibleName = nameOf(place, static_cast<qsizetype>(places.slots.size()));
     shown.push_back(std::move(place));

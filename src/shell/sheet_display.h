@@ -3,10 +3,12 @@
 #include "shell/contact_sheets.h"
 #include "shell/gallery_presenter.h"
 #include "shell/job_display.h"
+#include "shell/prompt_names.h"
 
 #include <QString>
 #include <QUuid>
 
+#include <functional>
 #include <vector>
 
 namespace sorvan::shell {
@@ -21,12 +23,13 @@ struct PlaceDisplay {
   double aspectRatio = 1;  // width by height
   QString fileName;
   QString modelName;
-  QString costText;  // “12 credits ($0.12)”, or that nothing was recorded
+  QString costText;  // “12 credits ($0.12)”, or that nothing was recorded; of work, what it is expected to cost
   QString tookText;  // “21 s”; empty when it is not known
   QString thumbnailPath;
   QString filePath;
   QString durationText;
   QString statusText;  // empty for a draft
+  QString markText;    // “Reviewed” for what the review mark says, else the status
   QString statusToken;
   bool favorite = false;
   int rating = 0;
@@ -38,6 +41,7 @@ struct PlaceDisplay {
 struct SheetDisplay {
   QString title;
   QString prompt;        // that all places share; empty when they do not
+  std::vector<PromptName> names;  // of references, in the prompt
   QString factsText;     // “4 models · 3:2 · 1 output per model · seed 418207”
   QString progressText;  // “2 of 4 done” while its comparison runs
   QString countText;     // “4 places”
@@ -51,9 +55,12 @@ struct SheetDisplay {
 
 class JobDisplays;
 
+// What one output of a request is expected to cost; empty while that is not known.
+using PriceOf = std::function<QString(const core::GenerationRequest&)>;
+
 // How the places of a sheet look now.
 std::vector<PlaceDisplay> displayPlaces(const core::LibraryStore& store, const JobDisplays& displays,
-                                        const ContactSheetPlaces& places);
+                                        const ContactSheetPlaces& places, const PriceOf& priceOf = {});
 
 // “21 s” or “2 min 5 s”; negative counts as zero.
 QString tookText(double seconds);

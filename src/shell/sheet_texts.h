@@ -56,6 +56,15 @@ inline const QString emptySheetTitle = QStringLiteral("This contact sheet is emp
 inline const QString addMedia = QStringLiteral("Add Media");
 inline const QString addMediaHint = QStringLiteral("Choose items in the gallery and add them to this sheet");
 inline const QString addAfterComparison = QStringLiteral("Add media after the comparison finishes");
+inline QString addedToSheet(qsizetype count) {
+  return count == 1 ? QStringLiteral("1 item added to the contact sheet")
+                    : QStringLiteral("%1 items added to the contact sheet").arg(count);
+}
+inline const QString trashedSheetStays = QStringLiteral("This contact sheet is in Trash. Restore it to add media.");
+inline QString alreadyOnSheet(qsizetype count) {
+  return count == 1 ? QStringLiteral("This item is on the contact sheet already")
+                    : QStringLiteral("These items are on the contact sheet already");
+}
 inline const QString playAll = QStringLiteral("Play All");
 inline const QString pauseAll = QStringLiteral("Pause");
 inline const QString playAllHint = QStringLiteral("Play every video here at once, muted and looping");

@@ -6,9 +6,12 @@
 #include "shell/transfer_texts.h"
 #include "shell/workspace_state.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
+#include <limits>
 
 namespace sorvan::shell {
 
@@ -18,33 +21,82 @@ bool TransferPresenter::hasItems() const {
   return std::ranges::any_of(on_.state.selection(), [this](const QUuid& id) { return on_.store.asset(id) != nullptr; });
 }
 
-std::vector<TransferItem> TransferPresenter::items() const {
-  std::vector<TransferItem> items;
-  const QSet<QUuid>& selection = on_.state.selection();
-  for (int index = on_.gallery.jobCount(); index < on_.gallery.count(); ++index) {
-    const QUuid id = on_.gallery.idAt(index);
-    const core::AssetRef item = selection.contains(id) ? on_.store.asset(id) : nullptr;
-    if (!item) continue;
-    const QString path = on_.store.fileOf(*item);
-    if (QFileInfo::exists(path)) items.push_back({id, path, item->type() == core::MediaType::image});
+TransferPresenter::Selected TransferPresenter::items() const {
+  std::vector<std::pair<int, core::AssetRef>> placed;
+  for (const QUuid& id : on_.state.selection()) {
+    const core::AssetRef item = on_.store.asset(id);
+    const int place = on_.gallery.indexOf(id);
+    if (item) placed.emplace_back(place < 0 ? std::numeric_limits<int>::max() : place, item);
   }
-  return items;
+  std::ranges::stable_sort(placed, {}, &std::pair<int, core::AssetRef>::first);
+  Selected selected;
+  for (const auto& [place, item] : placed) {
+    const QString path = on_.store.fileOf(*item);
+    if (QFileInfo::exists(path))
+      selected.there.push_back({item->id, path, item->type() == core::MediaType::image});
+    else
+      ++selected.missing;
+  }
+  return selected;
 }
 
 std::unique_ptr<QMimeData> TransferPresenter::selectedItems() const {
-  const std::vector<TransferItem> found = items();
-  return found.empty() ? nullptr : transferOf(found);
+  const Selected found = items();
+  return found.there.empty() ? nullptr : transferOf(found.there);
+}
+
+std::unique_ptr<QMimeData> TransferPresenter::itemsToDrag() {
+  const Selected found = items();
+  if (found.missing > 0) {
+    Toast toast;
+    toast.tone = AlertTone::warning;
+    toast.text = found.there.empty() ? texts::nothingToDrag(found.missing) : texts::leftOut(found.missing);
+    on_.alerts.showToast(std::move(toast));
+  }
+  return found.there.empty() ? nullptr : transferOf(found.there);
 }
 
 void TransferPresenter::copySelected() {
-  if (!hasItems()) return;
-  const std::vector<TransferItem> found = items();
+  const Selected found = items();
+  if (found.there.empty() && found.missing == 0) return;
   Toast toast;
-  toast.tone = found.empty() ? AlertTone::warning : AlertTone::success;
-  toast.text = found.empty() ? texts::originalsMissing(on_.state.selection().size())
-                             : texts::itemsCopied(static_cast<qsizetype>(found.size()));
-  if (!found.empty()) on_.toClipboard(transferOf(found));
+  toast.tone = found.missing > 0 ? AlertTone::warning : AlertTone::success;
+  toast.text = found.there.empty() ? texts::originalsMissing(found.missing)
+                                   : texts::itemsCopied(static_cast<qsizetype>(found.there.size()));
+  if (!found.there.empty()) {
+    if (found.missing > 0) toast.secondLine = texts::leftOut(found.missing);
+    on_.toClipboard(transferOf(found.there));
+  }
   on_.alerts.showToast(std::move(toast));
+}
+
+BroughtItems TransferPresenter::brought(const QMimeData& data) const {
+  BroughtItems brought;
+  const auto add = [&](const QUuid& id) {
+    const bool known = std::ranges::find(brought.items, id) != brought.items.end();
+    if (!known && on_.store.asset(id)) brought.items.push_back(id);
+  };
+  for (const QUuid& id : itemsFromInside(data)) add(id);
+  const QList<QUrl> files = filesFromOutside(data);
+  if (files.isEmpty()) return brought;
+  // The file manager may know the library's folder by another way through links.
+  const QDir root(QFileInfo(on_.store.files().root()).canonicalFilePath());
+  QStringList relative;
+  QHash<QString, QUuid> paths;
+  for (const QUrl& file : files) {
+    relative << root.relativeFilePath(QFileInfo(file.toLocalFile()).canonicalFilePath());
+    paths.insert(relative.back(), {});
+  }
+  for (const core::AssetRef& asset : on_.store.assets()) {
+    const auto path = paths.find(asset->localFilePath);
+    if (path != paths.end()) *path = asset->id;
+  }
+  for (const QString& path : relative) {
+    const QUuid item = paths.value(path);
+    if (item.isNull()) ++brought.otherFiles;
+    else add(item);
+  }
+  return brought;
 }
 
 void TransferPresenter::refuseFiles(qsizetype count) {

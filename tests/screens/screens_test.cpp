@@ -2,13 +2,13 @@
 #include <QImage>
 #include <QScreen>
 
-#include "views/whole_window.h"
+#include "views/comparison_desk.h"
 
 namespace sorvan::views {
 namespace {
 using namespace Qt::Literals::StringLiterals;
 
-class OnAScreen : public WholeWindow {
+class OnAScreen : public ComparisonDesk {
  protected:
   // As the program opens it: with the size and place that the window gives itself.
   OnAScreen() {
@@ -36,6 +36,34 @@ class OnAScreen : public WholeWindow {
       QTest::keyClick(&wall(), key);
       EXPECT_EQ(wall().currentRow(), wall().rowId(0));
     }
+  }
+  void expectDrawnWhole() {
+    EXPECT_EQ(window->grab().size(), window->size() * window->devicePixelRatioF());
+  }
+  void expectSheetTreeAndLargeView() {
+    const std::vector<QUuid> ids = several(2);
+    openSheet(ids);
+    ASSERT_EQ(places().count(), 2);
+    for (int place = 0; place < 2; ++place) {
+      const PlacePicture& picture = places().at(place)->picture();
+      EXPECT_GE(picture.height(), 110);
+      EXPECT_LE(picture.mapTo(&sheet(), picture.rect().bottomRight()).x(), sheet().width());
+    }
+    expectDrawnWhole();
+    desk.state.openLineage(ids[0]);
+    test::runPosted();
+    LineageTree& tree = the<LineageView>()->tree();
+    ASSERT_EQ(tree.rowCount(), 1);
+    EXPECT_GT(tree.cellRect(0).width(), 240);
+    EXPECT_TRUE(tree.viewport()->rect().contains(tree.cellRect(0)));
+    expectDrawnWhole();
+    desk.state.openAsset(ids[0], ids);
+    test::runPosted();
+    PictureCanvas& canvas = window->library().asset().canvas();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !canvas.pixels().isEmpty(); }, 10'000));
+    EXPECT_TRUE(canvas.rect().contains(canvas.picturePlace().toAlignedRect()));
+    EXPECT_GT(canvas.height(), 200);
+    expectDrawnWhole();
   }
   void expectInvitation() {
     ASSERT_EQ(wall().rowCount(), 0);
@@ -69,6 +97,8 @@ TEST_F(SmallScreen, AWorkspaceWithNoItemInvitesToMakeOne) { expectInvitation(); 
 
 TEST_F(SmallScreen, AWorkspaceWithOneItemShowsItInItsShape) { expectOneItemInItsShape(); }
 
+TEST_F(SmallScreen, SheetTreeAndLargeViewHaveTheirRoom) { expectSheetTreeAndLargeView(); }
+
 using SharpScreen = OnAScreen;
 
 TEST_F(SharpScreen, TheScreenIsTheOneThatIsMeant) {
@@ -100,6 +130,8 @@ TEST_F(SharpScreen, EverythingIsDrawnInThePixelsOfTheScreen) {
 TEST_F(SharpScreen, AWorkspaceWithNoItemInvitesToMakeOne) { expectInvitation(); }
 
 TEST_F(SharpScreen, AWorkspaceWithOneItemShowsItInItsShape) { expectOneItemInItsShape(); }
+
+TEST_F(SharpScreen, SheetTreeAndLargeViewHaveTheirRoom) { expectSheetTreeAndLargeView(); }
 
 }  // namespace
 }  // namespace sorvan::views

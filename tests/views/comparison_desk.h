@@ -1,6 +1,9 @@
 // The whole window with sheets, comparing and lineage walked in it.
 #pragma once
 
+#include <QDir>
+#include <QFileInfo>
+
 #include "generation/enqueue.h"
 #include "shell/views/lineage_view.h"
 #include "shell/views/sheet_view.h"
@@ -23,6 +26,18 @@ class ComparisonDesk : public WholeWindow {
     desk.state.setLocation(allMediaLocation);
     test::runPosted();
     return ids;
+  }
+  // An item whose file is made by `make` at the path that it is given.
+  QUuid placed(const QString& name, core::MediaType type, const core::MediaMetadata& metadata,
+               const std::function<void(const QString& path)>& make) {
+    const core::AssetRef asset = desk.store.context().insert(
+        core::Asset({}, type, QStringLiteral("Inbox/") + name, name, metadata, desk.store.now()));
+    QDir().mkpath(QFileInfo(desk.store.fileOf(*asset)).path());
+    make(desk.store.fileOf(*asset));
+    desk.store.save(core::LibraryTables::none);
+    desk.store.registerRecords({{asset}, {}, {}, {}});
+    desk.clock->advance(std::chrono::seconds(1));
+    return asset->id;
   }
   QUuid compareModels(int jobs) {
     std::vector<core::GenerationRequest> requests;

@@ -48,6 +48,8 @@ TEST_F(ItemDragTest, WithoutAFileThereIsNothingToDrag) {
     return Qt::CopyAction;
   }));
   EXPECT_FALSE(ran);
+  ASSERT_FALSE(desk.alerts.toasts().empty());
+  EXPECT_EQ(desk.alerts.toasts().back().text, u"Its original is missing, so there is nothing to drag."_s);
 }
 
 TEST_F(ItemDragTest, ThePictureAtThePointerCountsTheItems) {

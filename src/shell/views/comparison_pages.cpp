@@ -8,6 +8,7 @@
 #include "shell/comparison_presenter.h"
 #include "shell/sheet_texts.h"
 #include "shell/texts.h"
+#include "shell/transfer_presenter.h"
 #include "shell/views/add_media_dialog.h"
 #include "shell/views/fields.h"
 #include "shell/views/gallery_source.h"
@@ -56,6 +57,10 @@ class ComparisonPages final : public QObject {
     connect(cards, &SheetCards::opened, &comparison_, &ComparisonPresenter::openSheet);
     connect(cards, &SheetCards::renameRequested, this, [this](QUuid sheet) { renameSheet(sheet); });
     connect(cards, &SheetCards::trashRequested, &sheets, &SheetBrowserPresenter::moveToTrash);
+    connect(cards, &SheetCards::mediaDropped, this, [this, &sheets](QUuid sheet, const QMimeData& data) {
+      const std::vector<QUuid> items = itemsOf(data);
+      if (!items.empty()) sheets.addDropped(sheet, items);
+    });
     connect(cards, &SheetCards::menuRequested, this, [this](QUuid sheet, QPoint at) { openCardMenu(sheet, at); });
     library_.addPage(ModeKind::contactSheets, cards, traits);
   }
@@ -96,8 +101,19 @@ class ComparisonPages final : public QObject {
     connect(&view, &SheetView::lookRequested, this, [this] { on_.actions->trigger(ActionId::quickLook); });
     connect(&view, &SheetView::actionRequested, on_.actions, &ActionsPresenter::trigger);
     connect(&view, &SheetView::backRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
+    connect(&view, &SheetView::mediaDropped, this, [this, &sheet](const QMimeData& data) {
+      const std::vector<QUuid> items = itemsOf(data);
+      if (!items.empty()) sheet.addDropped(items);
+    });
     connect(&view, &SheetView::menuRequested, this,
             [this, &view](QUuid item, QPoint at) { openPlaceMenu(view, item, at); });
+  }
+
+  // Files that are no items are told that they cannot come in.
+  std::vector<QUuid> itemsOf(const QMimeData& data) {
+    BroughtItems brought = on_.transfer->brought(data);
+    if (brought.otherFiles > 0) on_.transfer->refuseFiles(brought.otherFiles);
+    return std::move(brought.items);
   }
 
   void bindTools(SheetView& view) {

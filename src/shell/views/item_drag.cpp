@@ -13,9 +13,9 @@ constexpr QSize kPicture(112, 80);
 constexpr QSize kCounter(30, 20);
 }  // namespace
 
-bool dragSelectedItems(QWidget& source, const TransferPresenter& transfer, const QPixmap& picture,
+bool dragSelectedItems(QWidget& source, TransferPresenter& transfer, const QPixmap& picture,
                        const DragRunner& run) {
-  std::unique_ptr<QMimeData> data = transfer.selectedItems();
+  std::unique_ptr<QMimeData> data = transfer.itemsToDrag();
   if (!data) return false;
   auto* drag = new QDrag(&source);  // the drag is deleted by the toolkit when the other side has had everything
   drag->setMimeData(data.release());

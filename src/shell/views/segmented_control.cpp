@@ -1,15 +1,20 @@
 #include "shell/views/segmented_control.h"
 
 #include <QButtonGroup>
+#include <QDropEvent>
 #include <QHBoxLayout>
+#include <QMimeData>
 #include <QPainter>
 
+#include "shell/item_transfer.h"
 #include "shell/views/icons.h"
 #include "shell/views/painting.h"
 
 namespace sorvan::views {
 
 namespace {
+
+constexpr std::chrono::milliseconds kRest{500};  // of a drag, before a segment opens
 
 class SegmentButton final : public QAbstractButton {
  public:
@@ -72,10 +77,34 @@ SegmentedControl::SegmentedControl(const QString& name, const std::vector<Segmen
   }
   if (!segments.empty()) group_->button(0)->setChecked(true);
   setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  rest_.setSingleShot(true);
+  connect(&rest_, &QTimer::timeout, this, [this] {
+    if (QAbstractButton* button = group_->button(restsOn_)) button->setChecked(true);
+  });
   connect(group_, &QButtonGroup::idToggled, this, [this](int index, bool on) {
     if (on) Q_EMIT chosen(index);
   });
 }
+
+void SegmentedControl::restOn(int index) {
+  if (index == restsOn_) return;
+  restsOn_ = index;
+  if (index < 0 || index == current()) return rest_.stop();
+  rest_.start(kRest);
+}
+
+void SegmentedControl::dragEnterEvent(QDragEnterEvent* event) {
+  event->setAccepted(event->mimeData()->hasFormat(itemsFormat));
+}
+
+// Nothing is dropped here.
+void SegmentedControl::dragMoveEvent(QDragMoveEvent* event) {
+  auto* button = qobject_cast<QAbstractButton*>(childAt(event->position().toPoint()));
+  restOn(button ? group_->id(button) : -1);
+  event->ignore();
+}
+
+void SegmentedControl::dragLeaveEvent(QDragLeaveEvent*) { restOn(-1); }
 
 int SegmentedControl::current() const { return group_->checkedId(); }
 

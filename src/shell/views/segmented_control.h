@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QTimer>
 #include <QWidget>
 
 #include "shell/views/controls.h"
@@ -31,15 +32,24 @@ class SegmentedControl final : public QWidget {
   void setSegmentShown(int index, bool shown);
   // All segments share the width.
   void setStretched(bool stretched);
+  // Items that are dragged and rest over a segment choose it, so that they can be dropped on what it shows.
+  void setSpringLoaded() { setAcceptDrops(true); }
 
  Q_SIGNALS:
   void chosen(int index);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
 
  private:
+  void restOn(int index);
+
   QButtonGroup* group_;
+  QTimer rest_;
+  int restsOn_ = -1;
 };
 
 }  // namespace sorvan::views

@@ -1,13 +1,17 @@
 #include "shell/views/sheet_cards.h"
 
 #include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QScrollBar>
 
+#include "shell/item_transfer.h"
 #include "shell/sheet_texts.h"
+#include "shell/views/dropped_media.h"
 #include "shell/views/feedback.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/icons.h"
@@ -60,6 +64,7 @@ SheetCards::SheetCards(SheetBrowserPresenter& presenter, ThumbnailStore& thumbna
   setFocusPolicy(Qt::StrongFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   viewport()->setMouseTracking(true);
+  setAcceptDrops(true);
   viewport()->setAutoFillBackground(false);
   describePaintedList(*this);
   connect(&presenter_, &SheetBrowserPresenter::changed, this, &SheetCards::refresh);
@@ -117,6 +122,8 @@ void SheetCards::paintEvent(QPaintEvent* event) {
   if (presenter_.count() == 0) return paintEmpty(painter);
   const auto [first, end] = visibleRange();
   for (int index = first; index < end; ++index) paintCard(painter, index);
+  if (dropOn_ >= 0 && dropOn_ < rowCount())
+    paintRing(painter, cellRect(dropOn_), metrics().radiusCard, metrics().borderFocus, colors().accentRing);
 }
 
 void SheetCards::paintEmpty(QPainter& painter) const {
@@ -267,6 +274,34 @@ bool SheetCards::viewportEvent(QEvent* event) {
     viewport()->update();
   }
   return QAbstractScrollArea::viewportEvent(event);
+}
+
+void SheetCards::dropOn(int index) {
+  if (index == dropOn_) return;
+  dropOn_ = index;
+  viewport()->update();
+}
+
+void SheetCards::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
+
+void SheetCards::dragMoveEvent(QDragMoveEvent* event) {
+  const QMimeData& data = *event->mimeData();
+  const bool holdsItems = !itemsFromInside(data).empty() || !localFiles(data).isEmpty();
+  dropOn(holdsItems ? indexAt(event->position().toPoint()) : -1);
+  if (dropOn_ < 0) return event->ignore();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+}
+
+void SheetCards::dragLeaveEvent(QDragLeaveEvent*) { dropOn(-1); }
+
+void SheetCards::dropEvent(QDropEvent* event) {
+  const int index = std::exchange(dropOn_, -1);
+  viewport()->update();
+  if (index < 0 || index >= rowCount()) return event->ignore();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  Q_EMIT mediaDropped(rowId(index), *event->mimeData());
 }
 
 void SheetCards::focusInEvent(QFocusEvent* event) {

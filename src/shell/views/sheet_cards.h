@@ -5,6 +5,8 @@
 #include "shell/views/painted_list.h"
 #include "shell/views/thumbnail_store.h"
 
+class QMimeData;
+
 namespace sorvan::views {
 
 // Paints only the cards in view. Main thread.
@@ -38,6 +40,8 @@ class SheetCards final : public QAbstractScrollArea, public PaintedList {
   void trashRequested(QUuid sheet);
   void menuRequested(QUuid sheet, QPoint globalPosition);
   void escapePressed();
+  // Items or files were let go over a card. The data is gone afterwards.
+  void mediaDropped(QUuid sheet, const QMimeData& data);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -51,6 +55,10 @@ class SheetCards final : public QAbstractScrollArea, public PaintedList {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool viewportEvent(QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   struct Grid {
@@ -66,11 +74,13 @@ class SheetCards final : public QAbstractScrollArea, public PaintedList {
   void paintEmpty(QPainter& painter) const;
   int neighbourOf(int index, int key) const;
   void moveTo(int index);
+  void dropOn(int index);
 
   SheetBrowserPresenter& presenter_;
   ThumbnailStore& thumbnails_;
   QUuid current_;
   int hovered_ = -1;
+  int dropOn_ = -1;  // the card that would take what is dragged
 };
 
 // Where the pictures of a mosaic lie in it: one, two beside each other, one and two below each other, or four.

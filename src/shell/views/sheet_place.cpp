@@ -29,6 +29,8 @@ constexpr int kRadius = 6;
 constexpr int kFrame = 40;   // milliseconds between two pictures of what moves
 constexpr int kIcon = 22;
 constexpr int kLine = 3;
+constexpr int kBadge = 22;  // the number, a square when it is short
+constexpr int kBadgeInset = 8;
 constexpr int kMessage = 420;  // the widest a message is
 
 bool hasAction(const JobDisplay& job) {
@@ -167,11 +169,23 @@ void PlacePicture::paintWork(QPainter& painter, const QRect& area) {
   painter.restore();
 }
 
+// The key that leads here.
+void PlacePicture::paintNumber(QPainter& painter, const QRect& area) const {
+  const QString number = QString::number(place_.number);
+  const QFont font = fontFor(Type::caption, Weight::semibold);
+  const QRect badge(area.left() + kBadgeInset, area.top() + kBadgeInset, std::max(kBadge, textWidth(number, font) + 12),
+                    kBadge);
+  paintPanel(painter, badge, metrics().radiusSmall, colors().pictureBadge);
+  paintText(painter, badge, {number, font, colors().pictureBadgeText, Qt::AlignCenter});
+}
+
 void PlacePicture::paintBadges(QPainter& painter, const QRect& area) {
-  paintPictureBadge(painter, area, Qt::TopLeftCorner, {}, QString::number(place_.number));
+  paintNumber(painter, area);
   if (place_.asset.isNull()) return;
-  if (!place_.statusText.isEmpty())
-    paintPictureBadge(painter, area, Qt::TopRightCorner, {}, place_.statusText, statusColor(place_.statusToken));
+  if (place_.markText != place_.statusText)
+    paintPictureBadge(painter, area, Qt::TopRightCorner, u"check"_s, place_.markText);
+  else if (!place_.markText.isEmpty())
+    paintPictureBadge(painter, area, Qt::TopRightCorner, {}, place_.markText, statusColor(place_.statusToken));
   if (!place_.durationText.isEmpty())
     paintPictureBadge(painter, area, Qt::BottomRightCorner, isPlaying() ? u"pause"_s : u"play"_s, place_.durationText);
 }
@@ -295,7 +309,7 @@ void SheetPlace::show(const PlaceDisplay& place) {
   heart_->setChecked(place.favorite);
   review_->setChecked(!place.statusText.isEmpty());
   const QString state = place.statusText.isEmpty() ? shell::texts::reviewMark
-                                                   : shell::texts::reviewMark + u": "_s + place.statusText;
+                                                   : shell::texts::reviewMark + u": "_s + place.markText;
   review_->setName(state, u"P"_s);
   setAccessibleName(place.accessibleName);
 }

@@ -34,6 +34,8 @@ class PlacePicture final : public QAbstractButton {
   // A clip plays muted, over and over; a place without one does nothing.
   void setPlaying(bool playing);
   bool isPlaying() const { return player_ != nullptr; }
+  // Null while nothing plays here.
+  const media::Player* player() const { return player_.get(); }
 
  Q_SIGNALS:
   void selectRequested(Qt::KeyboardModifiers modifiers);
@@ -58,6 +60,7 @@ class PlacePicture final : public QAbstractButton {
   QPixmap picture();
   void paintItem(QPainter& painter, const QRect& area);
   void paintWork(QPainter& painter, const QRect& area);
+  void paintNumber(QPainter& painter, const QRect& area) const;
   void paintBadges(QPainter& painter, const QRect& area);
   void land();
   void placeAction();

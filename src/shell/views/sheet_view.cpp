@@ -1,7 +1,9 @@
 #include "shell/views/sheet_view.h"
 
 #include <QHBoxLayout>
+#include <QDropEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -9,8 +11,11 @@
 
 #include "base/text.h"
 #include "shell/contact_sheet_workspace.h"
+#include "shell/item_transfer.h"
 #include "shell/sheet_texts.h"
 #include "shell/views/accessible_role.h"
+#include "shell/views/drop_frame.h"
+#include "shell/views/dropped_media.h"
 #include "shell/views/empty_note.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/labels.h"
@@ -24,6 +29,7 @@ namespace {
 
 constexpr int kPromptWidth = 700;
 constexpr int kReveal = 24;
+constexpr int kMostPrompt = 400;  // characters
 
 // The room for places. It leaves that of the scroll bar free, there or not: the bar may not come and go by itself.
 QSize roomOf(const QScrollArea& area) {
@@ -57,7 +63,9 @@ SheetView::SheetView(Parts parts, QWidget* parent)
       facts_(new Label({}, Type::small, &Colors::textTertiary)),
       progress_(new Label({}, Type::small, &Colors::accentText)),
       places_(new SheetPlaces(on_.thumbnails)),
-      comparing_(new CompareView(on_.thumbnails)) {
+      comparing_(new CompareView(on_.thumbnails)),
+      frame_(new DropFrame(this)) {
+  setAcceptDrops(true);
   setFocusPolicy(Qt::StrongFocus);
   giveRole(*this, QAccessible::Grouping);
   stack_->setContentsMargins(0, 0, 0, 0);
@@ -136,7 +144,11 @@ void SheetView::bindComparing() {
 void SheetView::refresh() {
   const SheetDisplay& sheet = on_.sheet.display();
   const QString words = sheet.prompt.isEmpty() ? sheet.title : sheet.prompt;
-  prompt_->setParagraph(base::firstChars(words, 400));
+  const QString shown = base::firstChars(words, kMostPrompt);
+  std::vector<std::pair<int, int>> names;
+  for (const PromptName& name : sheet.names)
+    if (name.start + name.length <= shown.size()) names.emplace_back(name.start, name.length);
+  prompt_->setParagraph(shown, names);
   facts_->setText(sheet.factsText);
   facts_->setVisible(!sheet.factsText.isEmpty());
   progress_->setText(sheet.progressText);
@@ -280,6 +292,25 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
     return;
   }
   QWidget::keyPressEvent(event);
+}
+
+// Everything that may hold items is taken, for the sake of what is said where it cannot be added.
+void SheetView::dragEnterEvent(QDragEnterEvent* event) {
+  const QMimeData& data = *event->mimeData();
+  if (isComparing() || (itemsFromInside(data).empty() && localFiles(data).isEmpty())) return event->ignore();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  frame_->open();
+}
+
+void SheetView::dragLeaveEvent(QDragLeaveEvent*) { frame_->hide(); }
+
+// Nothing is ever moved: a program that offers to gets a copy.
+void SheetView::dropEvent(QDropEvent* event) {
+  frame_->hide();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  Q_EMIT mediaDropped(*event->mimeData());
 }
 
 void SheetView::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().surfaceCanvas); }

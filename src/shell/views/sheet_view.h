@@ -5,6 +5,7 @@
 #include "shell/views/compare_view.h"
 #include "shell/views/sheet_places.h"
 
+class QMimeData;
 class QScrollArea;
 class QStackedLayout;
 
@@ -15,6 +16,7 @@ class JobDisplays;
 
 namespace sorvan::views {
 
+class DropFrame;
 class EmptyNote;
 class Label;
 class Paragraph;
@@ -57,11 +59,16 @@ class SheetView final : public QWidget {
   void menuRequested(QUuid item, QPoint globalPosition);
   void backRequested();
   void comparingChanged();
+  // Items or files were let go over the sheet. The data is gone afterwards.
+  void mediaDropped(const QMimeData& data);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   QWidget* buildSheet();
@@ -84,6 +91,7 @@ class SheetView final : public QWidget {
   SheetPlaces* places_;
   EmptyNote* empty_;
   CompareView* comparing_;
+  DropFrame* frame_;
   std::vector<QUuid> compared_;
   bool onlyComparing_ = false;
 };

@@ -130,6 +130,7 @@ void ToolbarView::setTabs(const std::vector<ModeKind>& tabs, ModeKind current) {
   std::vector<Segment> segments;
   for (const ModeKind tab : tabs) segments.push_back(segmentOf(tab));
   tabs_ = new SegmentedControl(texts::viewsOfLocation(), segments, ControlSize::regular, this);
+  tabs_->setSpringLoaded();
   row_->insertWidget(kTabsAt, tabs_);
   // The tabs may be made anew by what a press on one of them leads to.
   connect(

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include "desk.h"
+#include "generation/enqueue.h"
+#include "shell/expected_price.h"
+#include "shell/prompt_names.h"
+
+namespace sorvan::shell {
+namespace {
+
+// What the places and the head of a sheet say.
+struct SheetWordsTest : testing::Test {
+  test::Desk desk;
+  ContactSheetWorkspace sheet{{desk.store, desk.state, desk.displays, desk.jobs, desk.alerts,
+                               [](const core::GenerationRequest& request) {
+                                 return QStringLiteral("≈ %1").arg(request.comparisonOrder.value_or(0));
+                               }}};
+
+  core::GenerationRequest request(int order, const QUuid& comparison) const {
+    core::GenerationRequest request;
+    request.model = QStringLiteral("fal-ai/nano-banana-2");
+    request.prompt = QStringLiteral("a boat like @Tin at dusk");
+    request.comparisonID = comparison;
+    request.comparisonOrder = order;
+    core::ReferenceBinding tin;
+    tin.assetID = reference;
+    tin.label = QStringLiteral("Tin");
+    request.referenceBindings = {tin};
+    request.referenceIDs = {reference};
+    return request;
+  }
+  void compare() {
+    const bool gated = std::exchange(desk.provider->gate, std::nullopt).has_value();
+    const auto failure = std::exchange(desk.provider->failure, nullptr);
+    desk.generate(QStringLiteral("a tin"));
+    desk.settle();
+    reference = desk.store.assets().front()->id;
+    if (gated) desk.provider->gate.emplace();
+    desk.provider->failure = failure;
+    const QUuid comparison = base::newUuid();
+    generation::enqueueRequests(desk.queue, {request(0, comparison), request(1, comparison)}, std::nullopt);
+    test::runPosted();
+    sheet.open(ComparisonBatch{comparison});
+  }
+
+  QUuid reference;
+};
+
+TEST(PromptNames, AreThoseOfAttachedPicturesAlone) {
+  core::ReferenceBinding tin;
+  tin.assetID = base::newUuid();
+  tin.label = QStringLiteral("Tin");
+  EXPECT_EQ(namesIn(QStringLiteral("@Tin and @Other and @tin"), {tin}), (std::vector<PromptName>{{0, 4}, {20, 4}}));
+  EXPECT_TRUE(namesIn(QStringLiteral("@Tin"), {}).empty());
+}
+
+TEST_F(SheetWordsTest, APlaceAtWorkTellsWhatItIsExpectedToCostUntilItsResultTellsWhatItDid) {
+  desk.provider->gate.emplace();
+  compare();
+  ASSERT_EQ(sheet.display().places.size(), 2u);
+  EXPECT_EQ(sheet.display().places[1].costText, QStringLiteral("≈ 1"));
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_NE(sheet.display().places[1].costText, QStringLiteral("≈ 1"));
+}
+
+TEST_F(SheetWordsTest, AFailedPlaceExpectsNothing) {
+  desk.provider->failure = std::make_exception_ptr(SorvanError(QStringLiteral("The model is busy.")));
+  compare();
+  desk.settle();
+  EXPECT_TRUE(sheet.display().places[0].costText.isEmpty());
+}
+
+TEST_F(SheetWordsTest, TheReviewMarkReadsReviewedAndOtherStatusesTheirWord) {
+  compare();
+  desk.settle();
+  const QUuid item = sheet.display().places[0].asset;
+  ASSERT_FALSE(item.isNull());
+  EXPECT_TRUE(sheet.display().places[0].markText.isEmpty());
+  sheet.toggleReview(item);
+  test::runPosted();
+  EXPECT_EQ(sheet.display().places[0].markText, QStringLiteral("Reviewed"));
+  EXPECT_TRUE(sheet.display().places[0].accessibleName.contains(QStringLiteral("Reviewed, Shortlist")));
+  sheet.setStatus(item, core::AssetStatus::rejected);
+  test::runPosted();
+  EXPECT_EQ(sheet.display().places[0].markText, QStringLiteral("Rejected"));
+}
+
+TEST_F(SheetWordsTest, ResultsThatDropIntoTheSheetInFrontAreNotAnnouncedAndOthersAre) {
+  desk.provider->gate.emplace();
+  compare();
+  desk.state.openContactSheet(sheet.source());
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_TRUE(desk.alerts.toasts().empty());
+  desk.provider->gate.reset();
+  desk.generate(QStringLiteral("a fox"));
+  desk.settle();
+  EXPECT_EQ(desk.alerts.toasts().size(), 1u);
+}
+
+TEST_F(SheetWordsTest, OnlyTheNamesOfReferencesThatWereSentAreMarkedInTheSharedPrompt) {
+  compare();
+  desk.settle();
+  const int start = static_cast<int>(sheet.display().prompt.indexOf(QStringLiteral("@Tin")));
+  EXPECT_EQ(sheet.display().names, (std::vector<PromptName>{{start, 4}}));
+  // The same pictures as a passing selection.
+  sheet.open(PassingSelection{{sheet.display().places[0].asset, sheet.display().places[1].asset}});
+  EXPECT_EQ(sheet.display().names, (std::vector<PromptName>{{start, 4}}));
+}
+
+TEST(ExpectedPrice, SaysNothingWhileNoPriceIsKnown) {
+  test::Desk desk;
+  core::GenerationRequest request;
+  request.model = QStringLiteral("fal-ai/flux/schnell");
+  const auto model = desk.catalog->model(request.model);
+  ASSERT_TRUE(model);
+  EXPECT_TRUE(expectedPrice(request, *model, desk.prices, desk.ownKey).isEmpty());
+}
+
+TEST(ExpectedPrice, TellsCreditsOfARequestThatCreditsPayFor) {
+  test::Desk desk;
+  struct Priced final : PaymentDesk {
+    std::optional<std::int64_t> credits(const core::GenerationRequest& request, const catalogue::FalModel&) const override {
+      return 6 * request.count;
+    }
+    bool isCeiling(const QString&) const override { return ceiling; }
+    bool ceiling = false;
+  } payment;
+  core::GenerationRequest request;
+  request.model = QStringLiteral("fal-ai/flux/schnell");
+  request.count = 4;
+  request.creditRequestID = base::newUuid();
+  const auto model = desk.catalog->model(request.model);
+  EXPECT_EQ(expectedPrice(request, *model, desk.prices, payment), QStringLiteral("6 credits"));
+  payment.ceiling = true;
+  EXPECT_EQ(expectedPrice(request, *model, desk.prices, payment), QStringLiteral("up to 6 credits"));
+}
+
+}  // namespace
+}  // namespace sorvan::shell
