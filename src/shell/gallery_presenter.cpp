@@ -3,10 +3,12 @@
 #include "account/charges.h"
 #include "base/ids.h"
 #include "base/settings.h"
+#include "catalogue/audio_models.h"
 #include "core/library_store.h"
 #include "shell/job_displays.h"
 #include "shell/locations.h"
 #include "shell/texts.h"
+#include "shell/viewer_texts.h"
 #include "shell/wording.h"
 #include "shell/workspace_state.h"
 
@@ -47,6 +49,7 @@ CellKind cellKind(core::MediaType type) {
 
 QString itemName(const GalleryCell& cell, core::MediaType type) {
   QStringList parts{cell.fileName, kindText(type)};
+  if (!cell.soundText.isEmpty() && cell.soundText != texts::soundKind) parts << cell.soundText;
   if (!cell.modelName.isEmpty()) parts << cell.modelName;
   if (!cell.statusText.isEmpty()) parts << cell.statusText;
   if (cell.rating > 0) parts << texts::stars(cell.rating);
@@ -76,6 +79,28 @@ QString jobName(const JobDisplay& job) {
   QStringList parts{stateText(job.state), job.prompt, job.modelName, job.message.isEmpty() ? job.detail : job.message};
   parts.removeAll(QString());
   return parts.join(QStringLiteral(", "));
+}
+
+// What kind of sound it is, as far as its model tells.
+void fillSound(GalleryCell& cell, const core::GenerationRef& made) {
+  cell.soundText = texts::soundKind;
+  cell.soundIcon = QStringLiteral("audio-lines");
+  const auto kind = made ? catalogue::audioKindOf(made->model) : std::nullopt;
+  if (!kind) return;
+  switch (*kind) {
+    case catalogue::AudioKind::voice:
+      cell.soundText = texts::voiceKind;
+      cell.soundIcon = QStringLiteral("mic");
+      return;
+    case catalogue::AudioKind::music:
+      cell.soundText = texts::musicKind;
+      cell.soundIcon = QStringLiteral("music");
+      return;
+    case catalogue::AudioKind::effect:
+      cell.soundText = texts::effectKind;
+      cell.soundIcon = QStringLiteral("audio-waveform");
+      return;
+  }
 }
 
 }  // namespace
@@ -267,6 +292,7 @@ GalleryCell GalleryPresenter::itemCell(const Entry& entry) const {
     if (charge.cost) cell.costText = charge.costDisplay(jobs_.spend());
     if (cell.kind == CellKind::audio && !generation->prompt.isEmpty()) cell.title = generation->prompt;
   }
+  if (cell.kind == CellKind::audio) fillSound(cell, store_.generationOf(asset->id));
   cell.accessibleName = itemName(cell, asset->type());
   return cell;
 }

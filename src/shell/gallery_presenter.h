@@ -29,6 +29,8 @@ struct GalleryCell {
   double aspectRatio = 1;  // width by height; sounds are 1.6
   QString fileName;
   QString title;          // what a sound shows over its waveform: the prompt, else the file name
+  QString soundText;      // “Music”: what kind of sound it is
+  QString soundIcon;
   QString thumbnailPath;  // absolute; may name a file that is missing
   QString filePath;       // absolute
   QString durationText;   // “0:08” for clips and sounds

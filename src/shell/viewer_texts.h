@@ -22,4 +22,10 @@ inline const QString playerEnd = QStringLiteral("Go to End");
 inline const QString mute = QStringLiteral("Mute");
 inline const QString loop = QStringLiteral("Loop");
 
+// What kind of sound an item is.
+inline const QString soundKind = QStringLiteral("Sound");
+inline const QString voiceKind = QStringLiteral("Voice");
+inline const QString musicKind = QStringLiteral("Music");
+inline const QString effectKind = QStringLiteral("Effect");
+
 }  // namespace sorvan::shell::texts

@@ -75,6 +75,8 @@ std::vector<CellSample> itemSamples(const QString& pictures) {
   several.selected = several.several = true;
   current.keyboardCurrent = true;
   GalleryCell sound = cellOf(CellKind::audio, u"0:32"_s);
+  sound.soundText = u"Music"_s;
+  sound.soundIcon = u"music"_s;
   sound.title = u"Warm acoustic guitar"_s;
   GalleryCell marked = cellOf(CellKind::image);
   marked.favorite = true;

@@ -314,6 +314,7 @@ std::vector<GalleryCell> sampleCells(const QString& pictures) {
       if (number == 3 || number == 7) cell.favorite = true;
       if (number == 5)
         cell.kind = CellKind::audio, cell.title = u"Warm acoustic guitar and soft piano"_s,
+        cell.soundText = u"Music"_s, cell.soundIcon = u"music"_s,
         cell.durationText = u"0:32"_s, cell.aspectRatio = 1.6;
       if (number == 9) cell.thumbnailPath = cell.filePath = u"/nowhere/gone.png"_s;
       cells.push_back(cell);

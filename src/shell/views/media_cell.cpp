@@ -98,13 +98,13 @@ void paintSelectCircle(QPainter& painter, const QRect& area, bool checked) {
     paintRing(painter, QRectF(circle).adjusted(4, 4, -4, -4), 7, 1.5, Qt::white);
 }
 
-// A sound: its title on the shade, what it is at the top.
-void paintSoundTexts(QPainter& painter, const QRect& area, const GalleryCell& cell) {
+// A sound: its title on the shade, what it is at the top unless the circle is there.
+void paintSoundTexts(QPainter& painter, const QRect& area, const GalleryCell& cell, bool badge) {
   paintShade(painter, area);
   const int clock = cell.durationText.isEmpty() ? 0 : 60;
   paintText(painter, QRect(area.left() + 9, area.bottom() - 24, area.width() - 18 - clock, 18),
             {cell.title, fontFor(Type::caption), colors().textOnPicture});
-  paintPictureBadge(painter, area, Qt::TopLeftCorner, u"audio-lines"_s, {});
+  if (badge) paintPictureBadge(painter, area, Qt::TopLeftCorner, cell.soundIcon, cell.soundText);
 }
 
 void paintHoverTexts(QPainter& painter, const QRect& area, const GalleryCell& cell) {
@@ -165,7 +165,7 @@ void paintMediaCell(QPainter& painter, const QRect& area, const GalleryCell& cel
   painter.setOpacity(1);
   painter.setClipRect(area);
   if (cell.kind == CellKind::audio)
-    paintSoundTexts(painter, area, cell);
+    paintSoundTexts(painter, area, cell, !cell.inTrash && !look.hovered && !(look.several && look.selected));
   else if (look.hovered)
     paintHoverTexts(painter, area, cell);
   paintBadges(painter, area, cell, look.hovered);
