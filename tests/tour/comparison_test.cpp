@@ -35,6 +35,16 @@ void compareClosely(Tourist& person) {
   person.waitUntilGone({u"Side by Side"_qs, {}});
 }
 
+// Space opens the quick look over the view and closes it again.
+void lookAndReturn(Tourist& person, const QString& picture) {
+  const Wanted close{u"Close Quick Look"_qs, u"push button"_qs};
+  person.key(u"space"_qs);
+  person.waitFor(close);
+  person.picture(picture);
+  person.key(u"space"_qs);
+  person.waitUntilGone(close);
+}
+
 TEST(Tour, ComparesPicturesOnAContactSheetAndLooksAtTheirFamily) {
   Tourist person(QSize(1440, 900), u"comparison-"_qs);
   person.open(chooseFolder);
@@ -53,6 +63,8 @@ TEST(Tour, ComparesPicturesOnAContactSheetAndLooksAtTheirFamily) {
   person.sandbox().setManualPace(false);
   person.waitUntilGone({u"Cancel"_qs, u"push button"_qs}, 60);
   person.picture(u"sheet-done"_qs);
+  person.key(u"1"_qs);
+  lookAndReturn(person, u"sheet-look"_qs);
   person.key(u"2"_qs);
   person.key(u"alt+4"_qs);
   person.key(u"p"_qs);
@@ -60,12 +72,23 @@ TEST(Tour, ComparesPicturesOnAContactSheetAndLooksAtTheirFamily) {
   person.key(u"l"_qs);
   person.waitFor({u"Generation History"_qs, u"tree"_qs});
   person.picture(u"lineage"_qs);
+  lookAndReturn(person, u"lineage-look"_qs);
+  person.waitFor({u"Generation History"_qs, u"tree"_qs});
   person.key(u"Escape"_qs);
   person.waitUntilGone({u"Generation History"_qs, u"tree"_qs});
   person.key(u"Escape"_qs);
   person.key(u"ctrl+2"_qs);
   person.waitFor({u"A harbour in fog"_qs, {}, true});
   person.picture(u"sheets"_qs);
+
+  // A picture of the gallery, carried over the tab to the card of the sheet.
+  person.waitFor({u"A harbour in fog, 2 items"_qs, {}, true});
+  person.key(u"ctrl+1"_qs);
+  const QPoint picture = person.waitFor(anyPicture).place.center();
+  const QPoint tab = person.waitFor({u"Contact Sheets"_qs, u"check box"_qs}).place.center();
+  person.carryOver(picture, tab, {u"A harbour in fog, "_qs, u"list item"_qs, true});
+  person.waitFor({u"A harbour in fog, 3 items"_qs, {}, true});
+  person.picture(u"dropped"_qs);
   person.close();
 }
 

@@ -127,15 +127,28 @@ void Tourist::drag(QPoint from, QPoint to) {
           QStringList{u"mouseup"_qs, u"1"_qs});
 }
 
-void Tourist::carry(QPoint from, QPoint to) {
+void Tourist::moveTo(QPoint point) {
+  xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(point.x()), QString::number(point.y())});
+}
+
+void Tourist::moveSlowly(QPoint from, QPoint to) {
   constexpr int steps = 8;
-  const auto moveTo = [this](QPoint point) {
-    xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(point.x()), QString::number(point.y())});
-  };
-  moveTo(from);
-  xdotool({u"mousedown"_qs, u"1"_qs});
   for (int step = 1; step <= steps; ++step) moveTo(from + (to - from) * step / steps);
   for (int step = 1; step <= steps; ++step) moveTo(to + QPoint(step, 0));
+}
+
+void Tourist::carry(QPoint from, QPoint to) {
+  moveTo(from);
+  xdotool({u"mousedown"_qs, u"1"_qs});
+  moveSlowly(from, to);
+  xdotool({u"mouseup"_qs, u"1"_qs});
+}
+
+void Tourist::carryOver(QPoint from, QPoint rest, const Wanted& target) {
+  moveTo(from);
+  xdotool({u"mousedown"_qs, u"1"_qs});
+  moveSlowly(from, rest);
+  moveSlowly(rest, waitFor(target).place.center());
   xdotool({u"mouseup"_qs, u"1"_qs});
 }
 

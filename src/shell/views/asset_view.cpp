@@ -13,6 +13,7 @@
 #include "shell/views/mark_layer.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
+#include "shell/views/transport_bar.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -98,7 +99,8 @@ AssetView::AssetView(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
       place_(new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight)) {
   setFocusPolicy(Qt::StrongFocus);
   giveRole(*this, QAccessible::Graphic);
-  auto* line = new QHBoxLayout;
+  words_ = new QWidget;
+  auto* line = new QHBoxLayout(words_);
   line->setContentsMargins(28, 8, 28, 10);
   line->addWidget(facts_, 1);
   line->addWidget(place_);
@@ -108,10 +110,12 @@ AssetView::AssetView(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
   media_->addWidget(canvas_);
   media_->addWidget(player_);
   column->addLayout(media_, 1);
-  column->addLayout(line);
+  column->addWidget(words_);
   column->addWidget(filmstrip_);
   connect(filmstrip_, &Filmstrip::chosen, this, &AssetView::itemChosen);
   connect(&source_, &WallSource::layoutChanged, this, &AssetView::refresh);
+  connect(canvas_, &PictureCanvas::zoomChanged, this, &AssetView::refreshFacts);
+  connect(&player_->player(), &media::Player::stateChanged, this, &AssetView::refreshFacts);
 }
 
 void AssetView::setMarking(MarkingPresenter& marking) {
@@ -146,6 +150,17 @@ void AssetView::show(QUuid item, Begin begin) {
 
 bool AssetView::showsPlayer() const { return media_->currentWidget() == player_; }
 
+bool AssetView::showsClip() const {
+  const int index = source_.indexOf(item_);
+  return showsPlayer() && index >= 0 && source_.cellAt(index).kind == CellKind::video;
+}
+
+void AssetView::setImmersed(bool immersed) {
+  words_->setVisible(!immersed);
+  filmstrip_->setVisible(!immersed);
+  player_->transport().setImmersed(immersed);
+}
+
 // What is not seen neither plays nor keeps its file open.
 void AssetView::hideEvent(QHideEvent* event) {
   if (!event->spontaneous()) player_->close();
@@ -168,12 +183,26 @@ void AssetView::refresh() {
   showMedia(cell);
   setAccessibleName(cell.accessibleName.isEmpty() ? cell.fileName : cell.accessibleName);
   filmstrip_->setCurrent(item_);
-  QStringList facts;
-  for (const QString& fact : {cell.modelName, cell.durationText, cell.costText}) {
-    if (!fact.isEmpty()) facts.append(fact);
-  }
-  facts_->setText(facts.join(u"  ·  "_s));
   place_->setText(texts::placeOf(index + 1, source_.count()));
+  refreshFacts();
+}
+
+// The size comes with the picture, a moment after its name.
+void AssetView::refreshFacts() {
+  const int index = source_.indexOf(item_);
+  if (index < 0) return;
+  const GalleryCell cell = source_.cellAt(index);
+  const QSize size = showsPlayer() ? player_->player().facts().size : canvas_->pixels();
+  const QString pixels = size.isEmpty() ? QString() : texts::pixelSize(size.width(), size.height());
+  QStringList facts{pixels, cell.modelName, cell.durationText, cell.costText};
+  facts.removeAll(QString());
+  facts_->setText(facts.join(u"  ·  "_s));
+}
+
+void AssetView::contextMenuEvent(QContextMenuEvent* event) {
+  if (item_.isNull()) return event->ignore();
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  Q_EMIT menuRequested(byKey ? mapToGlobal(rect().center()) : event->globalPos());
 }
 
 QUuid AssetView::neighbour(int direction) const {

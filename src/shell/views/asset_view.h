@@ -65,6 +65,10 @@ class AssetView final : public QWidget {
   PictureCanvas& canvas() { return *canvas_; }
   PlayerView& playerView() { return *player_; }
   bool showsPlayer() const;
+  // A clip with pictures is open.
+  bool showsClip() const;
+  // Only what is looked at, with its controls.
+  void setImmersed(bool immersed);
   // Zooms or plays. False when the action is none of those.
   bool perform(ActionId action);
   // The next item in that direction, jobs left out; null at the end.
@@ -74,9 +78,12 @@ class AssetView final : public QWidget {
   void stepRequested(int direction);
   void itemChosen(QUuid item);
   void closeRequested();
+  // The menu of the item that is shown.
+  void menuRequested(QPoint globalPosition);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void hideEvent(QHideEvent* event) override;
 
@@ -85,6 +92,7 @@ class AssetView final : public QWidget {
   bool performOnPlayer(ActionId action);
   void showMedia(const GalleryCell& cell);
   void refresh();
+  void refreshFacts();
   void refreshMarking(const MarkingPresenter& marking);
   void placeBar();
 
@@ -97,6 +105,7 @@ class AssetView final : public QWidget {
   Filmstrip* filmstrip_;
   ElidedLabel* facts_;
   ElidedLabel* place_;
+  QWidget* words_;  // facts and place
   QUuid item_;
 };
 

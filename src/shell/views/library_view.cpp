@@ -249,7 +249,26 @@ void LibraryView::resizeEvent(QResizeEvent*) {
   arrange();
 }
 
+void LibraryView::setImmersed(bool immersed) {
+  if (immersed_ == immersed) return;
+  immersed_ = immersed;
+  if (immersed) bannerWaits_ = !banner_->isHidden();
+  toolbar_->setVisible(!immersed);
+  if (bannerWaits_) banner_->setVisible(!immersed);
+  asset_->setImmersed(immersed);
+  arrange();
+}
+
+void LibraryView::arrangeImmersed() {
+  for (QWidget* away : std::initializer_list<QWidget*>{sidebar_, inspector_, markPanel_, filters_, selectionBar_, dock_,
+                                                       sidebarEdge_, inspectorEdge_})
+    if (away) away->hide();
+  stack_->setGeometry(rect());
+  toaster_->setCorner(rect().bottomRight() - QPoint(ComposerDock::margin, ComposerDock::margin));
+}
+
 void LibraryView::arrange() {
+  if (immersed_) return arrangeImmersed();
   const bool rail = width() < kRailBelow;
   const bool floats = width() < kFloatBelow;
   sidebar_->setVisible(sidebarShown_);
@@ -299,6 +318,7 @@ void LibraryView::placeDock() {
 }
 
 std::vector<QWidget*> LibraryView::zones() {
+  if (immersed_) return {stack_->currentWidget(), toaster_};
   QWidget* pane = marking_ ? static_cast<QWidget*>(markPanel_) : inspector_;
   std::vector<QWidget*> all{sidebar_, toolbar_, banner_, stack_->currentWidget(), pane, dock_, toaster_};
   if (filters_) all.insert(all.begin() + 2, filters_);

@@ -111,6 +111,8 @@ class LibraryView final : public QWidget {
   int sidebarWidth() const { return sidebarWidth_; }
   int inspectorWidth() const { return inspectorWidth_; }
   void setFiltersShown(bool shown);
+  // The page in front has all of the view; no other zone is there.
+  void setImmersed(bool immersed);
   // Gives the keyboard to what the page shows.
   void focusContent();
   // Shows the dock over a page that does not have it, until it is left.
@@ -141,6 +143,7 @@ class LibraryView final : public QWidget {
   void setMarking(MarkingPresenter& marking);
   void refreshMarking(const MarkingPresenter& marking);
   void arrange();
+  void arrangeImmersed();
   void bindHandles();
   void placeHandles(int left, int top, bool rail);
   void placeDock();
@@ -183,6 +186,8 @@ class LibraryView final : public QWidget {
   bool filtersShown_ = true;
   bool dockSummoned_ = false;  // asked for on a page that does not show it by itself
   bool wasRoomy_ = true;
+  bool immersed_ = false;
+  bool bannerWaits_ = false;  // it was shown before
 };
 
 }  // namespace sorvan::views

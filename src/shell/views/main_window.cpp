@@ -23,6 +23,7 @@
 #include "shell/views/gallery_source.h"
 #include "shell/views/health_dialog.h"
 #include "shell/views/icons.h"
+#include "shell/views/immersion.h"
 #include "shell/views/jobs_source.h"
 #include "shell/views/library_view.h"
 #include "shell/views/menu_strip.h"
@@ -34,6 +35,7 @@
 #include "shell/views/text_dialog.h"
 #include "shell/views/texts.h"
 #include "shell/views/update_pill.h"
+#include "shell/views/transport_bar.h"
 #include "shell/views/viewer_desk.h"
 #include "shell/views/wall_binding.h"
 #include "shell/views/wall_menus.h"
@@ -213,7 +215,7 @@ void MainWindow::bindGallery() {
   connect(library_, &LibraryView::inspectorCrowded, this, [this] { on_.state->setInspectorVisible(false); });
   connect(&toolbar, &ToolbarView::backPressed, this, [this] { on_.actions->trigger(ActionId::goBack); });
   connect(&toolbar, &ToolbarView::tabChosen, this, [this](ModeKind tab) { on_.state->setMode({tab}); });
-  connect(library_, &LibraryView::backRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
+  connect(library_, &LibraryView::backRequested, this, &MainWindow::goBack);
   connect(library_, &LibraryView::titleChanged, this, &MainWindow::refreshToolbar);
 }
 
@@ -284,7 +286,12 @@ void MainWindow::bindAsset() {
   AssetView& asset = library_->asset();
   connect(&asset, &AssetView::stepRequested, this, &MainWindow::stepAsset);
   connect(&asset, &AssetView::itemChosen, this, &MainWindow::openInSequence);
-  connect(&asset, &AssetView::closeRequested, this, [this] { on_.actions->trigger(ActionId::goBack); });
+  connect(&asset, &AssetView::closeRequested, this, &MainWindow::goBack);
+  immersion_ = new Immersion(*this, *strip_, *library_, this);
+  connect(&asset.playerView().transport(), &TransportBar::fullScreenPressed, this, &MainWindow::toggleFullScreen);
+  connect(on_.state, &WorkspaceState::modeChanged, immersion_, [this] {
+    if (on_.state->mode().kind != ModeKind::asset) immersion_->leave();
+  });
   connect(&library_->toolbar(), &ToolbarView::stepped, this, &MainWindow::stepAsset);
   viewer_ = new ViewerDesk(on_, *wallSource_, *library_, this);
   connect(viewer_, &ViewerDesk::openRequested, this, &MainWindow::openCell);
@@ -308,6 +315,7 @@ void MainWindow::bindActions() {
   auto* wallMenus = new WallMenus(*menus_, on_, this);
   connect(&library_->wall(), &MediaWall::menuRequested, wallMenus, &WallMenus::open);
   connect(&library_->inspector(), &InspectorView::moreRequested, wallMenus, &WallMenus::open);
+  connect(&library_->asset(), &AssetView::menuRequested, wallMenus, &WallMenus::open);
   auto* bar = new SelectionBar(*menus_, on_);
   library_->setSelectionBar(bar);
   connect(bar, &SelectionBar::neededChanged, library_, [this, bar] { library_->setSelecting(bar->isNeeded()); });
@@ -511,7 +519,18 @@ void MainWindow::openHealth() {
   health_->open();
 }
 
-void MainWindow::toggleFullScreen() { setWindowState(windowState() ^ Qt::WindowFullScreen); }
+// A clip gets the screen for itself, anything else with the window around it.
+void MainWindow::toggleFullScreen() {
+  if (immersion_->isOn()) return immersion_->leave();
+  immersion_->enter();
+  if (!immersion_->isOn()) setWindowState(windowState() ^ Qt::WindowFullScreen);
+}
+
+// Escape takes one step: a clip leaves the screen first.
+void MainWindow::goBack() {
+  if (immersion_->isOn()) return immersion_->leave();
+  on_.actions->trigger(ActionId::goBack);
+}
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   if (!painted_ && event->type() == QEvent::Paint && watched == pages_) {

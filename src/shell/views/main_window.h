@@ -23,6 +23,7 @@ class HistorySource;
 class LibraryView;
 struct PageTitle;
 class MenuStrip;
+class Immersion;
 class Menus;
 class SequenceSource;
 class SettingsDialog;
@@ -88,6 +89,7 @@ class MainWindow final : public QMainWindow {
   void openAccount();
   void openHealth();
   void toggleFullScreen();
+  void goBack();
 
   Presenters on_;
   std::unique_ptr<GallerySource> wallSource_;
@@ -99,6 +101,7 @@ class MainWindow final : public QMainWindow {
   LibraryView* library_ = nullptr;
   MenuStrip* strip_ = nullptr;
   Menus* menus_ = nullptr;
+  Immersion* immersion_ = nullptr;
   ViewerDesk* viewer_ = nullptr;
   QPointer<SettingsDialog> settings_;
   QPointer<HealthDialog> health_;

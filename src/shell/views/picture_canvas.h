@@ -35,6 +35,8 @@ class PictureCanvas final : public QWidget {
   QRectF picturePlace() const;
   // Moves the picture by so many logical pixels; one that is fitted stays.
   void panBy(QPointF pixels);
+  // Of the file; empty until its head is read.
+  QSize pixels() const { return file_.state() == LargePicture::State::ready ? file_.size() : QSize(); }
   // The pixels of the file are what is painted, not the preview.
   bool showsFullSize() const;
 

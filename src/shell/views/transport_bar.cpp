@@ -49,7 +49,8 @@ TransportBar::TransportBar(media::Player& player, QWidget* parent)
       forward_(new IconButton(u"chevron-right"_s, texts::nextFrame(), u"."_s)),
       loop_(new IconButton(u"repeat"_s, texts::loop())),
       mute_(new IconButton(u"volume-2"_s, texts::mute(), u"M"_s)),
-      volume_(new PressSlider) {
+      volume_(new PressSlider),
+      screen_(new IconButton(u"maximize"_s, texts::fullScreenClip(), u"F11"_s)) {
   setAccessibleName(texts::player());
   position_->setRange(0, kSteps);
   position_->setSingleStep(kSteps / 100);
@@ -67,7 +68,7 @@ TransportBar::TransportBar(media::Player& player, QWidget* parent)
   row->addStretch(1);
   for (IconButton* button : {back_, play_, forward_}) row->addWidget(button);
   row->addStretch(1);
-  for (QWidget* end : std::initializer_list<QWidget*>{loop_, mute_, volume_}) row->addWidget(end);
+  for (QWidget* end : std::initializer_list<QWidget*>{loop_, mute_, volume_, screen_}) row->addWidget(end);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 2, 0, 0);
   column->setSpacing(0);
@@ -87,6 +88,7 @@ TransportBar::TransportBar(media::Player& player, QWidget* parent)
   connect(play_, &IconButton::clicked, &player_, &media::Player::togglePlaying);
   connect(loop_, &IconButton::clicked, this, [this] { player_.setLooping(loop_->isChecked()); });
   connect(mute_, &IconButton::clicked, this, [this] { player_.setMuted(!player_.isMuted()); });
+  connect(screen_, &IconButton::clicked, this, &TransportBar::fullScreenPressed);
   connect(&player_, &media::Player::positionChanged, this, &TransportBar::refreshTime);
   connect(&player_, &media::Player::frameChanged, this, &TransportBar::refreshTime);
   connect(&player_, &media::Player::stateChanged, this, &TransportBar::refresh);
@@ -129,7 +131,12 @@ void TransportBar::refresh() {
   mute_->setVisible(sound);
   volume_->setVisible(sound);
   loop_->setChecked(player_.isLooping());
+  screen_->setVisible(pictures);
   refreshTime();
+}
+
+void TransportBar::setImmersed(bool immersed) {
+  screen_->setName(immersed ? texts::leaveFullScreen() : texts::fullScreenClip(), immersed ? u"Esc"_s : u"F11"_s);
 }
 
 void TransportBar::refreshTime() {

@@ -35,6 +35,11 @@ class TransportBar final : public QWidget {
   explicit TransportBar(media::Player& player, QWidget* parent = nullptr);
   // “0:08.4 / 0:28.0”.
   QString timeText() const;
+  // Whether the clip has the whole screen.
+  void setImmersed(bool immersed);
+
+ Q_SIGNALS:
+  void fullScreenPressed();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -55,6 +60,7 @@ class TransportBar final : public QWidget {
   IconButton* loop_;
   IconButton* mute_;
   PressSlider* volume_;
+  IconButton* screen_;
 };
 
 // Seconds as m:ss.t, for what is edited by the tenth.

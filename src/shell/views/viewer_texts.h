@@ -32,6 +32,8 @@ inline QString play() { return QStringLiteral("Play"); }
 inline QString pause() { return QStringLiteral("Pause"); }
 inline QString previousFrame() { return QStringLiteral("Previous Frame"); }
 inline QString nextFrame() { return QStringLiteral("Next Frame"); }
+inline QString fullScreenClip() { return QStringLiteral("Full Screen"); }
+inline QString leaveFullScreen() { return QStringLiteral("Leave Full Screen"); }
 inline QString loop() { return QStringLiteral("Loop"); }
 inline QString mute() { return QStringLiteral("Mute"); }
 inline QString unmute() { return QStringLiteral("Unmute"); }
