@@ -82,4 +82,10 @@ QJsonObject spendDetails(QJsonObject parameters, MediaType type, const Spend& sp
   return parameters;
 }
 
+QString spendNote(const Charge& charge, const Spend& spend) {
+  if (spend.ownKeyAllowed) return charge.note.value_or(QString());
+  if (!charge.credits && !charge.cost) return {};
+  return noteInCredits(charge.credits.value_or(charge.cost.value_or(0) * creditsPerDollar));
+}
+
 }  // namespace sorvan::account

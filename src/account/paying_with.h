@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "account/billing_state.h"
+#include "account/charges.h"
 
 namespace sorvan::account {
 
@@ -39,5 +40,9 @@ double shownMicrocredits(double microcredits);
 /// The settings of a generation as they are shown. Where the own key is not allowed nothing of dollars and of the
 /// service behind is left.
 QJsonObject spendDetails(QJsonObject parameters, MediaType type, const Spend& spend);
+
+/// What is told of a charge beside its amount: the note as it was written or, where the own key is not allowed, one in
+/// credits. Empty when nothing is known.
+QString spendNote(const Charge& charge, const Spend& spend);
 
 }  // namespace sorvan::account

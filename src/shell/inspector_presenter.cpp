@@ -1,6 +1,7 @@
 #include "shell/inspector_presenter.h"
 
 #include "account/charges.h"
+#include "account/paying_with.h"
 #include "base/ids.h"
 #include "core/image_format.h"
 #include "core/library_store.h"
@@ -191,8 +192,8 @@ InspectorSection InspectorPresenter::madeWith(const core::Generation& generation
     section.headActions = {{ActionId::useSeed, texts::useSeed}};
   }
   const account::Charge charge = account::chargeOf(generation, nullptr);
-  section.rows.push_back(
-      {texts::costLabel, charge.costDisplay(jobs_.spend()), false, charge.note.value_or(QString())});
+  const account::Spend spend = jobs_.spend();
+  section.rows.push_back({texts::costLabel, charge.costDisplay(spend), false, account::spendNote(charge, spend)});
   addRow(section, texts::paidWithLabel, charge.paidWith());
   if (generation.generationDuration) addRow(section, texts::tookLabel, clockText(*generation.generationDuration));
   addRow(section, texts::modelIdLabel, generation.model, true);

@@ -230,6 +230,17 @@ TEST(RollingCreditsTest, ShowsWholeCreditsOnTheWay) {
   EXPECT_EQ(shownMicrocredits(0), 0);
 }
 
+TEST(SpendNoteTest, TellsNothingOfDollarsWhereOnlyCreditsPay) {
+  Charge charge;
+  EXPECT_EQ(spendNote(charge, Spend{false}), QString());
+  charge.note = u"Estimated from list prices: $0.12."_s;
+  charge.cost = 0.12;
+  EXPECT_EQ(spendNote(charge, Spend{true}), u"Estimated from list prices: $0.12."_s);
+  EXPECT_EQ(spendNote(charge, Spend{false}), u"Paid with 12 Sorvan Credits."_s);
+  charge.credits = 1;
+  EXPECT_EQ(spendNote(charge, Spend{false}), u"Paid with 1 Sorvan Credit."_s);
+}
+
 TEST(SpendDetailsTest, LeavesNothingOfDollarsToSomebodyWithCreditsOnly) {
   const QJsonObject parameters{
       {u"quality"_s, u"high"_s},
