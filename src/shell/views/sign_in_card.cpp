@@ -79,18 +79,15 @@ void SignInCard::sendLink() {
   if (!busy_ && !email_->text().trimmed().isEmpty()) account_.sendLink(email_->text());
 }
 
-// The link works once, so it leaves the field with the press.
+// A link that could not be exchanged stays in the field for another try.
 void SignInCard::signIn() {
-  if (busy_ || link_->text().trimmed().isEmpty()) return;
-  const QString link = link_->text();
-  link_->clear();
-  account_.signIn(link);
+  if (!busy_ && !link_->text().trimmed().isEmpty()) account_.signIn(link_->text());
 }
 
 void SignInCard::show(const AccountPageDisplay& page) {
   const SignInDisplay& card = page.signIn;
   setVisible(!page.signedIn);
-  if (page.signedIn) return;
+  if (page.signedIn) return link_->clear();
   busy_ = page.busy;
   introduction_->setParagraph(card.introduction);
   title_->setText(card.title);
