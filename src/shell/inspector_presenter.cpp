@@ -25,6 +25,9 @@ namespace sorvan::shell {
 
 namespace {
 
+constexpr std::size_t mostPreviews = 4;
+constexpr std::size_t mostCompared = 8;
+
 void addRow(InspectorSection& section, const QString& label, const QString& value, bool monospaced = false) {
   if (!value.isEmpty()) section.rows.push_back({label, value, monospaced});
 }
@@ -129,8 +132,31 @@ InspectorDisplay InspectorPresenter::display() const {
   display.subject = InspectorSubject::severalItems;
   display.title = texts::severalItems(countText(selected));
   const auto items = selectedItems();
-  if (items.size() > 1) display.sections.push_back(commonSection(store_, items));
+  if (items.size() > 1) describeItems(display, items);
   return display;
+}
+
+// What several items have in common, and what can be done with all of them.
+void InspectorPresenter::describeItems(InspectorDisplay& display, const std::vector<core::AssetRef>& items) const {
+  const std::size_t shown = std::min<std::size_t>(items.size(), mostPreviews);
+  for (std::size_t index = 0; index < shown; ++index)
+    display.previews.push_back(store_.thumbnailOf(*items[index]).value_or(QString()));
+  const core::Asset& first = *items.front();
+  const auto all = [&items](const auto& same) { return std::all_of(items.begin(), items.end(), same); };
+  const bool live = all([](const auto& item) { return !item->isTrashed(); });
+  const bool oneStatus = all([&first](const auto& item) { return item->status() == first.status(); });
+  const bool oneRating = all([&first](const auto& item) { return item->rating == first.rating; });
+  display.hasRating = live;
+  display.rating = oneRating ? first.rating.value_or(0) : 0;
+  display.favorite = all([](const auto& item) { return item->favorite; });
+  display.statusText = oneStatus ? statusText(first.status()) : texts::mixed;
+  display.statusToken = oneStatus ? rawValue(first.status()) : QString();
+  display.canChangeStatus = live;
+  if (live && items.size() <= mostCompared)
+    display.buttons = {{ActionId::compareItems, texts::compareItems(static_cast<qsizetype>(items.size())), false}};
+  display.sections.push_back(commonSection(store_, items));
+  display.sections.back().headActions = {{ActionId::moveToProject, texts::moveToProjectButton}};
+  if (!live) display.sections.back().headActions.clear();
 }
 
 InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
@@ -147,6 +173,7 @@ InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
   display.favorite = asset->favorite;
   display.statusText = statusText(asset->status());
   display.statusToken = rawValue(asset->status());
+  display.canChangeStatus = !asset->isTrashed();
   if (asset->type() == core::MediaType::image && !asset->isTrashed())
     display.buttons = {{ActionId::useAsReference, texts::useAsReference, false, texts::referenceTile},
                        {ActionId::markAreas, texts::markAreas, false}};

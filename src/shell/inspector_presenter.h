@@ -82,7 +82,9 @@ struct InspectorDisplay {
   int rating = 0;
   bool favorite = false;
   QString statusText;
-  QString statusToken;
+  QString statusToken;     // empty: several items differ
+  bool canChangeStatus = false;
+  std::vector<QString> previews;  // pictures of the first of several items
   JobState jobState = JobState::complete;
   QString message;  // a job's error in full
   QString detail;   // a job's money line, in full
@@ -123,6 +125,7 @@ class InspectorPresenter : public QObject {
   std::vector<InspectorSection> itemSections(const core::Asset& asset) const;
   InspectorSection madeWith(const core::Generation& generation) const;
   std::vector<std::shared_ptr<const core::Asset>> selectedItems() const;
+  void describeItems(InspectorDisplay& display, const std::vector<std::shared_ptr<const core::Asset>>& items) const;
   void tick();
 
   core::LibraryStore& store_;

@@ -60,6 +60,7 @@ inline const QString resultsZone = QStringLiteral("Results");
 // Buttons whose place is narrow
 inline const QString referenceTile = QStringLiteral("Reference");
 inline const QString moreTile = QStringLiteral("More");
+inline QString compareItems(qsizetype count) { return QStringLiteral("Compare %1").arg(count); }
 inline const QString projectSection = QStringLiteral("Project");
 inline const QString moveToProjectButton = QStringLiteral("Move to Project");
 

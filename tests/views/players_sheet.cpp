@@ -103,7 +103,7 @@ QWidget* links(ThumbnailStore& thumbnails, const QString& pictures) {
   stars->setStars(3);
   auto* heart = new HeartButton;
   heart->setChecked(true);
-  return row({view, new StarRow, stars, new HeartButton, heart, new StatusView(u"Approved"_s, u"approved"_s)});
+  return row({view, new StarRow, stars, new HeartButton, heart, new StatusButton(u"Approved"_s, u"approved"_s)});
 }
 
 QWidget* table(ThumbnailStore& thumbnails) {

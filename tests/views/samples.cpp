@@ -381,8 +381,11 @@ InspectorDisplay sampleItemInspector(const QString& pictures) {
   display.favorite = true;
   display.statusText = u"Approved"_s;
   display.statusToken = u"approved"_s;
-  display.buttons = {{ActionId::reusePrompt, u"Reuse Prompt"_s, false},
-                     {ActionId::showInFiles, u"Show in Files"_s, false}};
+  display.canChangeStatus = true;
+  display.buttons = {{ActionId::useAsReference, u"Use as Reference"_s, false, u"Reference"_s},
+                     {ActionId::markAreas, u"Mark Areas"_s, false},
+                     {ActionId::showLineage, u"Lineage"_s, false}};
+  display.moreTitle = u"More"_s;
   display.sections = {
       {u"Prompt"_s,
        u"Studio still of the coffee tin on a warm sandstone block, scattered roasted beans, low afternoon sun from the left, long soft shadow"_s,

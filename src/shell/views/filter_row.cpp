@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include "shell/views/controls.h"
+#include "shell/views/labels.h"
 #include "shell/views/segmented_control.h"
 #include "shell/views/texts.h"
 #include "shell/views/theme.h"
@@ -14,6 +15,8 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+constexpr int kDivider = 18;
 
 std::vector<Segment> segmentsOf(const std::vector<QString>& names) {
   std::vector<Segment> segments;
@@ -34,6 +37,9 @@ FilterRow::FilterRow(FilterPresenter& filters, QWidget* parent)
   row->setContentsMargins(16, 0, 16, 1);
   row->setSpacing(8);
   row->addWidget(types_);
+  auto* divider = new Hairline(&Colors::lineDefault, Qt::Vertical);
+  divider->setFixedHeight(kDivider);
+  row->addWidget(divider);
   for (std::size_t index = 0; index < filters_.chips().size(); ++index) {
     auto* chip = new Chip;
     chips_.push_back(chip);
@@ -67,7 +73,7 @@ void FilterRow::refresh() {
 // What does not fit goes from the right; the chips that are in use stay.
 void FilterRow::fit() {
   int room =
-      width() - 32 - types_->sizeHint().width() - (clear_->isVisibleTo(this) ? clear_->sizeHint().width() + 8 : 0);
+      width() - 32 - types_->sizeHint().width() - 9 - (clear_->isVisibleTo(this) ? clear_->sizeHint().width() + 8 : 0);
   const std::vector<FilterChip> states = filters_.chips();
   for (std::size_t index = 0; index < chips_.size(); ++index)
     if (!states[index].value.isEmpty()) room -= chips_[index]->sizeHint().width() + 8;

@@ -112,6 +112,8 @@ void paintHistoryRow(QPainter& painter, const QRect& area, const JobDisplay& job
   if (columns.costEnd != columns.startedEnd)
     paintRight(painter, columns.costEnd, area.center().y() - 8, job.costText, fontFor(Type::small), c.textSecondary);
   paintButton(painter, area, job, look.buttonHovered);
+  if (look.keyboardCurrent)
+    paintRing(painter, QRectF(area).adjusted(3, 3, -3, -4), metrics().radiusControl, metrics().borderFocus, c.accentRing);
 }
 
 }  // namespace sorvan::views

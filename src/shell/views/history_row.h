@@ -20,6 +20,7 @@ struct HistoryRowLook {
   bool selected = false;
   bool hovered = false;
   bool buttonHovered = false;
+  bool keyboardCurrent = false;  // the keyboard stands here
   ThumbnailStore::Answer thumbnail;
 };
 

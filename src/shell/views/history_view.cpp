@@ -86,6 +86,20 @@ void HistoryList::relayout() {
   viewport()->update();
 }
 
+// The keyboard comes to a row, so that its place is seen and read.
+void HistoryList::focusInEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusInEvent(event);
+  if (source_.indexOf(current_) < 0 && source_.count() > 0) current_ = source_.idAt(0);
+  const int index = source_.indexOf(current_);
+  if (index >= 0) announceCurrentRow(*this, index);
+  viewport()->update();
+}
+
+void HistoryList::focusOutEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusOutEvent(event);
+  viewport()->update();
+}
+
 void HistoryList::setBottomInset(int pixels) {
   bottomInset_ = pixels;
   relayout();
@@ -162,7 +176,11 @@ void HistoryList::paintEvent(QPaintEvent* event) {
   for (int index = first; index < std::min(end, source_.count()); ++index) {
     const JobDisplay job = source_.rowAt(index);
     moves = moves || isMoving(job);
-    HistoryRowLook look{selection_.contains(job.id), index == hovered_, index == hovered_ && hoversButton_, {}};
+    HistoryRowLook look;
+    look.selected = selection_.contains(job.id);
+    look.hovered = index == hovered_;
+    look.buttonHovered = index == hovered_ && hoversButton_;
+    look.keyboardCurrent = hasFocus() && FocusRing::keyboardInUse() && job.id == current_;
     look.thumbnail = thumbnails_.picture(job.thumbnailPath, {}, 128);
     paintHistoryRow(painter, cellRect(index), job, look);
   }
@@ -247,7 +265,8 @@ void HistoryList::keyPressEvent(QKeyEvent* event) {
   }
   switch (event->key()) {
     case Qt::Key_Down:
-      return select(std::min(source_.count() - 1, now + 1), range);
+      // The first press selects the row where the keyboard came to.
+      return select(std::min(source_.count() - 1, selection_.contains(current_) ? now + 1 : std::max(0, now)), range);
     case Qt::Key_Up:
       return select(std::max(0, now - 1), range);
     case Qt::Key_Home:

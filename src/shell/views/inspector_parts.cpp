@@ -13,6 +13,7 @@
 #include "shell/views/marks_painting.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
+#include "shell/views/wall_texts.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -21,6 +22,8 @@ namespace {
 
 constexpr int kStarStep = 18;
 constexpr int kMostStars = 5;
+constexpr int kMosaicCell = 96;
+constexpr int kMosaicGap = 4;
 constexpr int kLabelColumn = 92;
 
 // The heading of a section: its title and a chevron; a press folds the section.
@@ -87,10 +90,37 @@ void PreviewPicture::paintEvent(QPaintEvent*) {
   const QRectF place((width() - size.width()) / 2, (height() - size.height()) / 2, size.width(), size.height());
   paintCover(painter, place, size.height() >= height() - 1 && size.width() >= width() - 1 ? metrics().radiusControl : 0,
              answer.picture);
-  if (!underMouse() && !hasFocus()) return;
   const QRect corner(width() - 30, 6, 24, 24);
   paintPanel(painter, corner, metrics().radiusSmall, c.pictureBadge);
   paintIcon(painter, u"maximize"_s, corner, 14, {c.pictureBadgeText});
+}
+
+// PreviewMosaic
+
+PreviewMosaic::PreviewMosaic(ThumbnailStore& thumbnails, std::vector<QString> paths, QWidget* parent)
+    : QWidget(parent), thumbnails_(thumbnails), paths_(std::move(paths)) {
+  setFixedHeight(sizeHint().height());
+  connect(&thumbnails_, &ThumbnailStore::loaded, this, qOverload<>(&QWidget::update));
+}
+
+QSize PreviewMosaic::sizeHint() const {
+  const int rows = static_cast<int>(paths_.size() + 1) / 2;
+  return {288, rows * (kMosaicCell + kMosaicGap) - kMosaicGap};
+}
+
+void PreviewMosaic::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const int cell = (width() - kMosaicGap) / 2;
+  for (size_t index = 0; index < paths_.size(); ++index) {
+    const bool alone = index + 1 == paths_.size() && index % 2 == 0;  // takes the whole row
+    const QRectF place(static_cast<double>(index % 2) * (cell + kMosaicGap),
+                       static_cast<double>(index / 2) * (kMosaicCell + kMosaicGap), alone ? width() : cell, kMosaicCell);
+    const auto answer = thumbnails_.picture(paths_[index], {}, qRound(288 * devicePixelRatioF()));
+    if (answer.state == ThumbnailStore::State::ready)
+      paintCover(painter, place, metrics().radiusPicture, answer.picture);
+    else
+      paintPanel(painter, place, metrics().radiusPicture, colors().surfaceSurround);
+  }
 }
 
 // MarkedPicture
@@ -222,20 +252,34 @@ void HeartButton::paintEvent(QPaintEvent*) {
             {isChecked() ? c.favorite : c.textSecondary, isChecked() ? IconFill::filled : IconFill::outline});
 }
 
-// StatusView
+// StatusButton
 
-StatusView::StatusView(const QString& text, const QString& token, QWidget* parent)
-    : QWidget(parent), text_(text), token_(token) {
-  setAccessibleName(text);
+StatusButton::StatusButton(const QString& text, const QString& token, QWidget* parent)
+    : QAbstractButton(parent), token_(token) {
+  setText(text);
+  setAccessibleName(texts::statusMenu());
+  setAccessibleDescription(text);
+  setToolTip(texts::statusMenu());
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-QSize StatusView::sizeHint() const { return {textWidth(text_, fontFor(Type::small, Weight::medium)) + 16, 18}; }
+QSize StatusButton::sizeHint() const {
+  const int dot = token_.isEmpty() ? 0 : 14;
+  return {textWidth(text(), fontFor(Type::small, Weight::medium)) + dot + 38, 26};
+}
 
-void StatusView::paintEvent(QPaintEvent*) {
+void StatusButton::paintEvent(QPaintEvent*) {
+  const Colors& c = colors();
   QPainter painter(this);
-  paintPanel(painter, QRectF(0, height() / 2.0 - 4, 8, 8), 4, statusColor(token_));
-  paintText(painter, rect().adjusted(14, 0, 1, 0), {text_, fontFor(Type::small, Weight::medium), colors().textPrimary});
+  const bool hovered = isEnabled() && (underMouse() || isDown());
+  paintPanel(painter, rect(), metrics().radiusControl, hovered ? c.controlFillHover : c.controlFill, c.controlBorder);
+  const int dot = token_.isEmpty() ? 0 : 14;
+  if (dot > 0) paintPanel(painter, QRectF(10, height() / 2.0 - 4, 8, 8), 4, statusColor(token_));
+  paintText(painter, rect().adjusted(10 + dot, 0, -22, 0),
+            {text(), fontFor(Type::small, Weight::medium), isEnabled() ? c.textPrimary : c.textDisabled});
+  paintIcon(painter, u"chevron-down"_s, QRectF(width() - 22, 0, 14, height()), 12, {c.textSecondary});
 }
 
 // InspectorSectionView

@@ -26,6 +26,22 @@ class PreviewPicture final : public QAbstractButton {
   QString path_;
 };
 
+// Up to four pictures of several items, two in a row. Decoration: what is selected is told in words.
+class PreviewMosaic final : public QWidget {
+  Q_OBJECT
+
+ public:
+  PreviewMosaic(ThumbnailStore& thumbnails, std::vector<QString> paths, QWidget* parent = nullptr);
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  ThumbnailStore& thumbnails_;
+  std::vector<QString> paths_;
+};
+
 // The picture of a job with the areas that were marked on it.
 class MarkedPicture final : public QWidget {
   Q_OBJECT
@@ -86,19 +102,18 @@ class HeartButton final : public QAbstractButton {
   void paintEvent(QPaintEvent* event) override;
 };
 
-// A status: its dot and its word.
-class StatusView final : public QWidget {
+// A status: its dot and its word. A press asks for another one.
+class StatusButton final : public QAbstractButton {
   Q_OBJECT
 
  public:
-  StatusView(const QString& text, const QString& token, QWidget* parent = nullptr);
+  StatusButton(const QString& text, const QString& token, QWidget* parent = nullptr);
   QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QString text_;
   QString token_;
 };
 

@@ -44,6 +44,8 @@ QString iconOfAction(ActionId action) {
       return u"square-dashed-mouse-pointer"_s;
     case ActionId::showInFiles:
       return u"folder"_s;
+    case ActionId::compareItems:
+      return u"grid-2x2"_s;
     case ActionId::showLineage:
       return u"git-fork"_s;
     case ActionId::openItem:
@@ -101,6 +103,8 @@ QString InspectorView::shapeOf(const InspectorDisplay& display) const {
   QStringList parts{QString::number(static_cast<int>(display.subject)),
                     display.id.toString(),
                     display.statusText,
+                    QString::number(display.canChangeStatus),
+                    QString::number(display.previews.size()),
                     display.message.isEmpty() ? u"-"_s : u"m"_s,
                     display.detail.isEmpty() ? u"-"_s : u"d"_s,
                     QString::number(static_cast<int>(display.jobState)),
@@ -173,6 +177,8 @@ void InspectorView::buildItemHead(QVBoxLayout& column) {
     connect(preview_, &PreviewPicture::clicked, this, [this] { Q_EMIT previewOpened(display_.id); });
     picture->addWidget(preview_);
   }
+  if (!display_.previews.empty())
+    block(column, {16, 14, 16, 0}, 0)->addWidget(new PreviewMosaic(thumbnails_, display_.previews));
   QVBoxLayout* words = block(column, {16, 10, 16, 12}, 2);
   title_ = new ElidedLabel(Type::body, &Colors::textPrimary, Qt::ElideMiddle);
   title_->setWeight(Weight::semibold);
@@ -191,8 +197,16 @@ void InspectorView::buildItemHead(QVBoxLayout& column) {
   row->addWidget(stars_);
   row->addStretch(1);
   row->addWidget(heart);
-  if (!display_.statusText.isEmpty()) row->addWidget(new StatusView(display_.statusText, display_.statusToken));
+  if (!display_.statusText.isEmpty()) row->addWidget(buildStatus());
   words->addLayout(row);
+}
+
+QWidget* InspectorView::buildStatus() {
+  auto* status = new StatusButton(display_.statusText, display_.statusToken);
+  status->setEnabled(display_.canChangeStatus);
+  connect(status, &StatusButton::clicked, this,
+          [this, status] { Q_EMIT statusMenuRequested(status->mapToGlobal(QPoint(0, status->height() + 4))); });
+  return status;
 }
 
 void InspectorView::buildJobHead(QVBoxLayout& column) {
@@ -295,7 +309,7 @@ void InspectorView::buildSections(QVBoxLayout& column) {
 void InspectorView::refreshWords() {
   if (display_.subject == InspectorSubject::nothing && display_.title.isEmpty()) return;
   if (title_) title_->setText(display_.title);
-  if (facts_) facts_->setParagraph(display_.facts);
+  if (facts_) facts_->setParagraph(display_.facts), facts_->setVisible(!display_.facts.isEmpty());
   if (message_ && message_->paragraph() != display_.message) message_->setParagraph(display_.message);
   if (detail_ && detail_->paragraph() != display_.detail) detail_->setParagraph(display_.detail);
   if (preview_) preview_->setPath(display_.previewPath);

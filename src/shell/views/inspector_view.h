@@ -35,6 +35,8 @@ class InspectorView final : public QWidget {
   void previewOpened(QUuid item);
   // The menu of what is selected, at this place of the screen.
   void moreRequested(QPoint globalPosition);
+  // The statuses to choose from, at this place of the screen.
+  void statusMenuRequested(QPoint globalPosition);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -43,6 +45,7 @@ class InspectorView final : public QWidget {
   void rebuild();
   void buildNothing(QVBoxLayout& column);
   void buildItemHead(QVBoxLayout& column);
+  QWidget* buildStatus();
   void buildJobHead(QVBoxLayout& column);
   void buildButtons(QVBoxLayout& column);
   void buildTiles(QVBoxLayout& column);

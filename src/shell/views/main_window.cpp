@@ -37,6 +37,7 @@
 #include "shell/views/update_pill.h"
 #include "shell/views/transport_bar.h"
 #include "shell/views/viewer_desk.h"
+#include "shell/views/wall_texts.h"
 #include "shell/views/wall_binding.h"
 #include "shell/views/wall_menus.h"
 #include "shell/views/welcome_view.h"
@@ -316,6 +317,14 @@ void MainWindow::bindActions() {
   connect(&library_->wall(), &MediaWall::menuRequested, wallMenus, &WallMenus::open);
   connect(&library_->inspector(), &InspectorView::moreRequested, wallMenus, &WallMenus::open);
   connect(&library_->asset(), &AssetView::menuRequested, wallMenus, &WallMenus::open);
+  connect(&library_->inspector(), &InspectorView::statusMenuRequested, this, [this](QPoint at) {
+    auto* statuses = new QMenu(this);
+    statuses->setAttribute(Qt::WA_DeleteOnClose);
+    statuses->setAccessibleName(texts::statusMenu());
+    for (const ActionRow& row : actionTable())
+      if (row.id >= ActionId::statusDraft && row.id <= ActionId::statusRejected) statuses->addAction(menus_->action(row.id));
+    statuses->popup(at);
+  });
   auto* bar = new SelectionBar(*menus_, on_);
   library_->setSelectionBar(bar);
   connect(bar, &SelectionBar::neededChanged, library_, [this, bar] { library_->setSelecting(bar->isNeeded()); });

@@ -101,6 +101,11 @@ void Menus::fill(QMenuBar& bar) const {
     menu->setAccessibleName(menuTitle(id));
     fillMenu(*menu, id, Rows::all);
     if (menu->isEmpty()) menu->menuAction()->setVisible(false);
+    const bool ofLibrary = id == MenuId::edit || id == MenuId::item || id == MenuId::generate;
+    if (!ofLibrary) continue;
+    const auto follow = [this, menu] { menu->menuAction()->setEnabled(presenter_.isEnabled(ActionId::newProject)); };
+    connect(&presenter_, &ActionsPresenter::changed, menu, follow);
+    follow();
   }
 }
 

@@ -29,8 +29,8 @@ constexpr ActionId kStatuses[] = {ActionId::statusDraft, ActionId::statusShortli
 // The actions with words, from the left; what is not offered for the selection is absent.
 std::vector<std::pair<ActionId, QString>> wordActions() {
   return {{ActionId::compareItems, u"grid-2x2"_s},
+          {ActionId::saveAsReference, u"at-sign"_s},
           {ActionId::moveToProject, u"folder"_s},
-          {ActionId::useAsReference, u"at-sign"_s},
           {ActionId::restoreItems, u"undo-2"_s}};
 }
 
@@ -68,7 +68,9 @@ SelectionBar::SelectionBar(const Menus& menus, Presenters presenters, QWidget* p
 
 void SelectionBar::addActions() {
   for (const auto& [id, icon] : wordActions()) {
-    auto* button = new Button(QString(actionRow(id).title).remove(u'…'), ButtonVariant::quiet);
+    // The place to move to is chosen in a menu right here, which is no question to come.
+    const QString title = actionRow(id).title;
+    auto* button = new Button(id == ActionId::moveToProject ? QString(title).remove(u'…') : title, ButtonVariant::quiet);
     button->setIconName(icon);
     connect(button, &Button::clicked, this, [this, action = id] { on_.actions->trigger(action); });
     layout()->addWidget(button);
