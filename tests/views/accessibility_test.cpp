@@ -142,11 +142,11 @@ TEST_F(Accessibility, OfEveryPageOfTheSettings) {
   test::runPosted();
   auto* settingsWindow = window->findChild<SettingsDialog*>();
   ASSERT_NE(settingsWindow, nullptr);
-  const int pages = settingsWindow->findChild<QStackedWidget*>()->count();
-  EXPECT_GE(pages, 2);
-  for (int page = 0; page < pages; ++page) {
+  auto* pages = settingsWindow->findChild<QStackedWidget*>();
+  EXPECT_GE(pages->count(), 2);
+  for (int page = 0; page < pages->count(); ++page) {
     SCOPED_TRACE(page);
-    settingsWindow->showPage(page);
+    pages->setCurrentIndex(page);
     test::runPosted();
     expectAccessible(*settingsWindow);
   }
