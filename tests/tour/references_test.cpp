@@ -87,6 +87,9 @@ TEST(ReferenceTour, ComparesTwoModelsFromASavedCharacterAndAFileByTheirNames) {
   person.type(u" walks along @Reference1"_qs);
   person.waitFor(compare);
   person.picture(u"composer"_qs);
+  person.click({u"More Settings"_qs, u"check box"_qs});
+  person.waitFor({u"Outputs"_qs, {}});
+  person.picture(u"settings"_qs);
   EXPECT_TRUE(person.sandbox().ledger().isEmpty());
 
   // 3. Both models make one from the same words and pictures.
