@@ -205,6 +205,15 @@ TEST_F(ComposerDockTest, EscapeAndAClickElsewhereCloseThePicker) {
   EXPECT_FALSE(picker->isVisible());
 }
 
+TEST_F(ComposerDockTest, TheChipOfAnOpenPopoverIsMarkedUntilItCloses) {
+  auto* chip = named<Chip>(dock, u"Model"_s);
+  const QImage before = chip->grab().toImage();
+  dock.openModelPicker();
+  EXPECT_NE(chip->grab().toImage(), before);
+  window.findChild<ModelPicker*>()->dismiss();
+  EXPECT_EQ(chip->grab().toImage(), before);
+}
+
 TEST_F(ComposerDockTest, RatioCountAndSeedAreChosenInTheirPopovers) {
   dock.focusPrompt();
   press(chip(u"Ratio"_s));

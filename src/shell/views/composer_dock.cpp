@@ -123,33 +123,41 @@ void ComposerDock::connectControls() {
   connect(submit_, &Button::clicked, this, [this] { composer_.submit(); });
   connect(model_, &Chip::clicked, this, &ComposerDock::openModelPicker);
   connect(ratio_, &Chip::clicked, this, [this] {
-    if (!display_.ratioFixed) open(openRatioPopover(composer_, ratio_));
+    if (!display_.ratioFixed) open(openRatioPopover(composer_, ratio_), ratio_);
   });
   connect(length_, &Chip::clicked, this, &ComposerDock::openLengths);
-  connect(count_, &Chip::clicked, this, [this] { open(openCountPopover(composer_, count_)); });
-  connect(seed_, &Chip::clicked, this, [this] { open(openSeedPopover(composer_, seed_)); });
+  connect(count_, &Chip::clicked, this, [this] { open(openCountPopover(composer_, count_), count_); });
+  connect(seed_, &Chip::clicked, this, [this] { open(openSeedPopover(composer_, seed_), seed_); });
   connect(more_, &IconButton::clicked, this, [this] { composer_.setSettingsShown(!display_.settingsShown); });
   connect(kind_, &SegmentedControl::chosen, this, &ComposerDock::chooseKind);
   connect(kindIcons_, &SegmentedControl::chosen, this, &ComposerDock::chooseKind);
 }
 
-void ComposerDock::open(Popover* popover) { popover_ = popover; }
+// The chip shows to which of them the popover belongs.
+void ComposerDock::open(Popover* popover, Chip* chip) {
+  popover_ = popover;
+  chip->setTone(ChipTone::active);
+  connect(popover, &Popover::closed, chip, [this, chip] {
+    chip->setTone(ChipTone::set);
+    refreshChips(display_);
+  });
+}
 
 void ComposerDock::openModelPicker() {
   auto* picker = new ModelPicker(composer_, Popover::roomAbove(this));
-  open(picker);
+  open(picker, model_);
   picker->openAt(model_, this);
 }
 
 void ComposerDock::openPromptHistory() {
   composer_.setExpanded(true);
   auto* history = new PromptHistory(composer_, Popover::roomAbove(this));
-  open(history);
+  popover_ = history;
   history->openAt(history_, this);
 }
 
 void ComposerDock::openLengths() {
-  if (length_->isVisibleTo(this)) open(openLengthPopover(composer_, length_));
+  if (length_->isVisibleTo(this)) open(openLengthPopover(composer_, length_), length_);
 }
 
 void ComposerDock::leave() {
