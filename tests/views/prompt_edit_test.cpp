@@ -4,7 +4,11 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QMimeData>
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QSignalSpy>
+#include <QTextBlock>
+#include <QTextLayout>
 
 #include "shell/composer_presenter.h"
 #include "support/run_task.h"
@@ -63,6 +67,18 @@ TEST_F(PromptEditTest, APasteThatMakesATooLongTextShorterIsTaken) {
   prompt.selectAll();
   paste(u"short"_s);
   EXPECT_EQ(prompt.toPlainText(), u"short"_s);
+}
+
+TEST_F(PromptEditTest, AScriptThatTheInterfaceHasNoFontForNamesTheOneThatDrawsIt) {
+  const QString before = prompt.font().families().join(u',');
+  prompt.setDraft(u"東京の朝, 서울"_s);
+  test::runPosted();
+  for (const QGlyphRun& run : prompt.document()->firstBlock().layout()->glyphRuns())
+    EXPECT_TRUE(prompt.font().families().contains(run.rawFont().familyName())) << run.rawFont().familyName().toStdString();
+  EXPECT_TRUE(prompt.font().families().join(u',').startsWith(before)) << "the interface's own come first";
+  const QFont named = prompt.font();
+  prompt.setDraft(u"東京の夜"_s);
+  EXPECT_EQ(prompt.font(), named);
 }
 
 // Looked for between words, its line ends cost a minute.

@@ -1,10 +1,12 @@
 #include "shell/views/prompt_edit.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QGlyphRun>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QRawFont>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTimer>
@@ -34,6 +36,26 @@ bool hasEndlessRun(const QString& text) {
   return false;
 }
 
+// Where most of a text may need a font that is not the interface's own.
+enum Script { han = 1, kana = 2, hangul = 4 };
+
+int scriptOf(QChar character) {
+  const char16_t code = character.unicode();
+  if (code >= 0x4e00 && code <= 0x9fff) return han;
+  if (code >= 0x3040 && code <= 0x30ff) return kana;
+  return code >= 0xac00 && code <= 0xd7af ? hangul : 0;
+}
+
+// The family that the toolkit found for a character; empty when it has none.
+QString familyThatDraws(QChar character, const QFont& font) {
+  QTextLayout layout(character, font);
+  layout.beginLayout();
+  layout.createLine();
+  layout.endLayout();
+  const QList<QGlyphRun> runs = layout.glyphRuns();
+  return runs.isEmpty() ? QString() : runs.front().rawFont().familyName();
+}
+
 }  // namespace
 
 PromptEdit::PromptEdit(const QString& name, QWidget* parent) : QTextEdit(parent) {
@@ -56,6 +78,7 @@ PromptEdit::PromptEdit(const QString& name, QWidget* parent) : QTextEdit(parent)
   connect(this, &QTextEdit::textChanged, this, [this] {
     const QString text = toPlainText();
     breakLinesFor(text);
+    nameFontsFor(text);
     Q_EMIT edited(text);
   });
 }
@@ -94,10 +117,28 @@ void PromptEdit::breakLinesFor(const QString& text) {
   if (wordWrapMode() != wished) setWordWrapMode(wished);
 }
 
+// A font that is only found for want of another is looked for again at each character, fifty times as long as the
+// character takes otherwise. So the one that was found is named.
+void PromptEdit::nameFontsFor(const QString& text) {
+  QFont wished = font();
+  QStringList families = wished.families();
+  for (const QChar character : text) {
+    const int script = scriptOf(character);
+    if ((script & ~scripts_) == 0) continue;
+    scripts_ |= script;
+    const QString family = familyThatDraws(character, wished);
+    if (!family.isEmpty() && !families.contains(family)) families << family;
+  }
+  if (families == wished.families()) return;
+  wished.setFamilies(families);
+  setFont(wished);
+}
+
 void PromptEdit::setDraft(const QString& text) {
   const QString present = toPlainText();
   if (text == present) return;
   breakLinesFor(text);
+  nameFontsFor(text);
   {
     const QSignalBlocker quiet(this);
     if (text.isEmpty() || present.isEmpty()) {
@@ -289,6 +330,7 @@ void PromptEdit::takeText(const QString& text) {
     return;
   }
   breakLinesFor(present + text);
+  nameFontsFor(text);
   insertPlainText(text);
 }
 

@@ -62,11 +62,13 @@ class PromptEdit final : public QTextEdit {
   void dressMarks();
   void replaceDifference(const QString& text);
   void breakLinesFor(const QString& text);
+  void nameFontsFor(const QString& text);
   void takeText(const QString& text);
   void keepGlyphs(int position, int removed, int added);
   std::vector<QRectF> areasOf(const MentionMark& mark, const QRectF& view) const;
 
   std::vector<MentionMark> marks_;
+  int scripts_ = 0;  // those whose fonts are named
   bool composing_ = false;
   bool justComposed_ = false;  // until the event loop turns: an Enter that ended the composition comes in between
   mutable int heightRevision_ = -1;
