@@ -47,7 +47,7 @@ struct ImportOnADisk : test::LibraryFixture {
 TEST_F(ImportOnADisk, AReferenceComesInWhollyOrIsRefusedAndComesOnceThereIsRoom) {
   const QString picture = noise();
   int failures = 0;
-  for (int pages = 0;; pages += 2) {
+  for (int pages = 0;; ++pages) {
     SCOPED_TRACE(pages);
     ASSERT_LT(pages, mostPages);
     const test::MountedDisk disk(plenty);
@@ -61,6 +61,7 @@ TEST_F(ImportOnADisk, AReferenceComesInWhollyOrIsRefusedAndComesOnceThereIsRoom)
       ++failures;
       // Nothing of it stays, with room and another opening.
       disk.leaveFree(plenty);
+      store.close();
       openWorkspace(store, place, core::Remember::no);
       settle();
       EXPECT_EQ(QDir(there.absolute(QStringLiteral("Inbox/references"))).entryList(QDir::Files).size(),
