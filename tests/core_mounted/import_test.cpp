@@ -25,8 +25,10 @@ struct ImportOnADisk : test::LibraryFixture {
   UnfinishedImports unfinished{store};
   ImportPorts ports;
 
-  ~ImportOnADisk() override { settle(); }
-  void settle() { test::runTask(unfinished.drain()); }
+  ~ImportOnADisk() override { test::runTask(unfinished.drain()); }
+  void settle() {
+    test::runUntil([&] { return unfinished.running() == 0; });
+  }
   /// A picture that no format makes small.
   QString noise() const {
     std::mt19937 random(5);
