@@ -41,7 +41,11 @@ void carryInto(Tourist& person, const Wanted& item, const QString& project) {
 void putAway(Tourist& person, const QString& project) {
   person.click(row(project));
   person.key(u"Menu"_qs);
-  person.click({u"Archive"_qs, u"menu item"_qs});
+  // The keyboard is in the menu now: Rename…, then Archive.
+  person.key(u"Down"_qs);
+  person.picture(u"menu"_qs);
+  person.key(u"Down"_qs);
+  person.key(u"Return"_qs);
   person.waitFor({u"Archived"_qs, {}});
 }
 

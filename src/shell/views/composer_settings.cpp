@@ -23,7 +23,7 @@ constexpr int kTop = 12;
 constexpr int kGroupGap = 26;
 constexpr int kRowGap = 12;
 constexpr int kSeedWidth = 154;
-constexpr QSize kRatio{44, 48};
+constexpr QSize kRatio{42, 48};
 // More, or longer ones, are a menu.
 constexpr std::size_t kMostSegments = 5;
 constexpr qsizetype kMostLetters = 26;
