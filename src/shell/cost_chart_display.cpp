@@ -16,6 +16,8 @@ namespace {
 constexpr int mostColumns = 240;
 constexpr int gridSteps = 3;
 constexpr int fewMonths = 14;
+// A period that reaches to now ends so many seconds later, and a month ends at the very edge of the next one.
+constexpr double lastMinute = 60;
 
 QDate dayOf(Instant moment) { return moment.toDateTime().toLocalTime().date(); }
 QDate monthOf(const QDate& day) { return {day.year(), day.month(), 1}; }
@@ -45,7 +47,7 @@ Span spanOf(const std::vector<account::Charge>& charges, bool byMonth, const Cos
   span.last = today;
   if (const auto interval = question.about.interval(question.now)) {
     span.first = dayOf(interval->start);
-    span.last = dayOf(interval->end);
+    span.last = dayOf(interval->end - lastMinute);
   }
   if (byMonth) span.first = monthOf(span.first), span.last = monthOf(span.last);
   span.first = std::min(span.first, span.last);
@@ -150,7 +152,7 @@ QString costPeriodText(const std::vector<account::Charge>& charges, const CostQu
   const auto interval = question.about.interval(question.now);
   if (!interval) return charges.empty() ? QString() : texts::costSince(QLocale().toString(dayOf(charges.back().date), u"d MMMM yyyy"_s));
   const QDate first = dayOf(interval->start);
-  const QDate last = std::min(dayOf(interval->end), today);
+  const QDate last = std::min(dayOf(interval->end - lastMinute), today);
   if (first == last) return dayName(first);
   if (monthOf(first) == monthOf(last)) return u"%1–%2"_s.arg(QString::number(first.day()), dayName(last));
   return u"%1 – %2"_s.arg(dayName(first), dayName(last));

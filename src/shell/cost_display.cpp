@@ -4,6 +4,8 @@
 #include "shell/cost_texts.h"
 #include "shell/wording.h"
 
+#include <QLocale>
+
 #include <algorithm>
 
 namespace sorvan::shell {
@@ -12,6 +14,15 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 QString joined(const QStringList& parts) { return parts.join(u" · "_s); }
+
+// “Today 10:21”, “Yesterday 10:21”, “19 Nov”, “19 Nov 2025”.
+QString dateText(Instant moment, Instant now) {
+  const QDate day = moment.toDateTime().toLocalTime().date();
+  const QDate today = now.toDateTime().toLocalTime().date();
+  const qint64 days = day.daysTo(today);
+  if (days == 0 || days == 1) return dayAndTimeText(moment, now);
+  return QLocale().toString(day, day.year() == today.year() ? u"d MMM"_s : u"d MMM yyyy"_s);
+}
 
 // “160 images · 25 videos”; assistant's work only where there is nothing else.
 QString workText(const account::WorkCounts& work) {
@@ -103,7 +114,7 @@ CostPage costPage(const account::ChargeBook& book, const CostQuestion& question)
 CostRow costRow(const CostPage& page, std::size_t row, const account::Spend& spend, Instant now) {
   const account::Charge& charge = page.charges.at(row);
   CostRow shown;
-  shown.date = dayAndTimeText(charge.date, now);
+  shown.date = dateText(charge.date, now);
   const QString& what = charge.mediaType && !charge.prompt.isEmpty() ? charge.prompt : charge.title;
   shown.charge = what.simplified();
   shown.model = charge.mediaType ? page.names.model(charge.model) : texts::costAssistant;

@@ -77,13 +77,14 @@ TEST_F(CostsTest, AddUpWhatWasSpentThisMonthWhenThePageOpens) {
   ASSERT_EQ(costs.rowCount(), 3);
   EXPECT_EQ(costs.row(2).charge, u"a lighthouse"_s);
   EXPECT_EQ(costs.row(2).paidWith, u"My fal.ai key"_s);
+  EXPECT_TRUE(costs.row(2).date.startsWith(u"Today "_s));
 }
 
 TEST_F(CostsTest, FollowTheLibraryWhileThePageIsInFront) {
   make(u"a lighthouse"_s, 0.25);
   open();
   EXPECT_EQ(costs.rowCount(), 1);
-  make(u"a harbour"_s, 0.5);
+  assist(u"Analyze"_s, 0.5);
   finish();
   EXPECT_EQ(costs.rowCount(), 2);
 }
@@ -99,6 +100,7 @@ TEST_F(CostsTest, TheNewestPeriodWins) {
   costs.setPeriod(3);
   finish();
   EXPECT_EQ(costs.period(), 3);
+  EXPECT_FALSE(costs.row(1).date.contains(u':')) << "the time of an older charge is no news";
   EXPECT_EQ(costs.rowCount(), 2);
   EXPECT_EQ(costs.page()->tiles[0].detail.left(6), u"Since "_s);
 }
@@ -131,8 +133,7 @@ TEST_F(CostsTest, AnEmptyPeriodOffersAllTimeWhereThatHelps) {
   EXPECT_FALSE(costs.canExport());
   make(u"a lighthouse"_s, 0.25);
   passDays(80);
-  costs.setPeriod(0);
-  finish();
+  open();
   EXPECT_EQ(costs.pageState(), CostPageState::empty);
   EXPECT_TRUE(costs.offersAllTime());
   costs.showAllTime();
@@ -249,6 +250,15 @@ TEST_F(CostChartTest, PilesUpTheKindsOfADay) {
   ASSERT_EQ(shown.lines.size(), 4u);
   EXPECT_EQ(shown.lines[3].text, u"$3"_s);
   EXPECT_EQ(shown.summary, u"Total $3.53, 1–21 November. Most: 11 November, $2.15."_s);
+}
+
+TEST_F(CostChartTest, TheMonthBeforeEndsWithItsLastDay) {
+  question.about.period = u"last"_s;
+  spend({2026, 10, 31}, 1);
+  const CostPage page = costPage(book, question);
+  EXPECT_EQ(page.chart.columns.size(), 31u);
+  EXPECT_DOUBLE_EQ(page.chart.columns.back().total, 1);
+  EXPECT_EQ(page.tiles[0].detail, u"1–31 October"_s);
 }
 
 TEST_F(CostChartTest, ShowsALongTimeByMonth) {

@@ -25,6 +25,7 @@ class CostReportPageTest : public WholeWindow {
     desk.provider->cost = cost;
     desk.generate(prompt);
     desk.settle();
+    desk.clock->advance(std::chrono::seconds(1));
   }
   void open() {
     sidebar.choose(u"costs"_s);

@@ -74,7 +74,7 @@ QString CostChartView::columnName(int column) const {
 int CostChartView::axisWidth() const {
   int widest = 0;
   for (const CostGridLine& line : chart_.lines)
-    widest = std::max(widest, textWidth(line.text, fontFor(Type::mono)));
+    widest = std::max(widest, textWidth(line.text, fontFor(Type::mono)) + 2);
   return widest;
 }
 

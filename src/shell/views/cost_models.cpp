@@ -6,14 +6,14 @@ namespace sorvan::views {
 
 namespace {
 
-constexpr int kDateWidth = 140;
-constexpr int kModelWidth = 176;
-constexpr int kPayerWidth = 128;
-constexpr int kCostWidth = 176;
+constexpr int kDateWidth = 124;
+constexpr int kModelWidth = 156;
+constexpr int kPayerWidth = 122;
+constexpr int kCostWidth = 164;
 constexpr int kValueWidth = 112;
 constexpr int kMostValues = 5;  // four kinds of work and their total
-constexpr int kRoomForPayer = 700;
-constexpr int kRoomForModel = 520;
+constexpr int kRoomForPayer = 720;
+constexpr int kRoomForModel = 600;
 
 enum ChargeSection { date, charge, model, payer, cost, sections };
 

@@ -15,7 +15,6 @@ constexpr int kTilePadding = 16;
 constexpr int kBarRow = 36;
 constexpr int kBar = 6;
 constexpr int kAmountGap = 16;
-constexpr int kCountWidth = 150;
 
 class BarRow final : public QWidget {
  public:
@@ -38,11 +37,15 @@ class BarRow final : public QWidget {
     const Colors& c = colors();
     const QFont digits = fontFor(Type::mono);
     const int amount = std::max(64, textWidth(bar_.totalText, digits) + 2);
-    const int count = bar_.countText.isEmpty() ? 0 : std::min(kCountWidth, textWidth(bar_.countText, fontFor(Type::small)) + 2);
     const int line = height() - kBar - 8;
     paintText(painter, QRect(width() - amount, 2, amount, line),
               {bar_.totalText, digits, c.textPrimary, Qt::AlignRight | Qt::AlignVCenter});
     const int right = width() - amount - kAmountGap;
+    // The name comes first; the count has what it leaves, or a third.
+    const int rest = right - 8 - textWidth(bar_.name, fontFor(Type::small));
+    const int count = bar_.countText.isEmpty()
+                          ? 0
+                          : std::min(textWidth(bar_.countText, fontFor(Type::small)) + 2, std::max(rest, right / 3));
     paintText(painter, QRect(right - count, 2, count, line),
               {bar_.countText, fontFor(Type::small), c.textTertiary, Qt::AlignRight | Qt::AlignVCenter});
     paintText(painter, QRect(0, 2, std::max(20, right - count - 8), line), {bar_.name, fontFor(Type::small), c.textPrimary});

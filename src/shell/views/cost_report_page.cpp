@@ -28,6 +28,7 @@ constexpr int kGap = 12;
 constexpr int kChartLeast = 230;
 constexpr int kLowerLeast = 260;
 constexpr int kSpinner = 20;
+constexpr int kWidestScope = 220;
 
 enum Face { readingFace, noteFace, reportFace };
 
@@ -50,6 +51,7 @@ CostReportPage::CostReportPage(CostsPresenter& costs, QWidget* parent) : QWidget
   connect(export_, &Button::clicked, this, &CostReportPage::exportRequested);
   auto* column = bare(new QVBoxLayout(this));
   column->addWidget(makeHead());
+  column->addWidget(new Hairline);
   auto* below = new QWidget;
   states_ = bare(new QStackedLayout(below));
   states_->addWidget(makeReading());
@@ -65,7 +67,7 @@ CostReportPage::CostReportPage(CostsPresenter& costs, QWidget* parent) : QWidget
 
 QWidget* CostReportPage::makeHead() {
   auto* head = new Surface(&Colors::surfaceChrome);
-  head->setFixedHeight(metrics().filterRow);
+  head->setFixedHeight(metrics().filterRow - metrics().borderHairline);
   std::vector<Segment> segments;
   for (const QString& period : CostsPresenter::periods()) segments.push_back({period, {}, {}});
   periods_ = new SegmentedControl(shell::texts::costPeriod, segments, ControlSize::compact);
@@ -73,7 +75,7 @@ QWidget* CostReportPage::makeHead() {
   explanation_ = new ElidedLabel(Type::small, &Colors::textTertiary, Qt::ElideRight);
   auto* divider = new Hairline(&Colors::lineDefault, Qt::Vertical);
   divider->setFixedHeight(20);
-  auto* row = new QHBoxLayout;
+  auto* row = new QHBoxLayout(head);
   row->setContentsMargins(kPadding, 0, kPadding, 0);
   row->setSpacing(kGap);
   row->addWidget(periods_);
@@ -81,9 +83,6 @@ QWidget* CostReportPage::makeHead() {
   row->addWidget(scope_);
   row->addStretch(1);
   row->addWidget(explanation_);
-  auto* column = bare(new QVBoxLayout(head));
-  column->addLayout(row, 1);
-  column->addWidget(new Hairline);
   connect(periods_, &SegmentedControl::chosen, &costs_, &CostsPresenter::setPeriod);
   connect(scope_, &Chip::clicked, this, &CostReportPage::offerScopes);
   return head;
@@ -113,8 +112,8 @@ QWidget* CostReportPage::makeReport() {
   column->addWidget(makeTiles());
   column->addWidget(makeChartCard(), 3);
   auto* lower = bare(new QHBoxLayout, kGap);
-  lower->addWidget(makeBreakdownCard(), 4);
-  lower->addWidget(makeTableCard(), 7);
+  lower->addWidget(makeBreakdownCard(), 1);
+  lower->addWidget(makeTableCard(), 2);
   column->addLayout(lower, 4);
   scroll_->setWidget(content);
   scroll_->viewport()->setAutoFillBackground(false);
@@ -138,6 +137,9 @@ QWidget* CostReportPage::makeChartCard() {
   chartTitle_ = new Label({}, Type::body);
   chartTitle_->setWeight(Weight::semibold);
   legend_ = new CostLegend;
+  QSizePolicy kept = legend_->sizePolicy();
+  kept.setRetainSizeWhenHidden(true);
+  legend_->setSizePolicy(kept);
   asTable_ = new Button(shell::texts::costShowTable, ButtonVariant::quiet);
   asTable_->setControlSize(ControlSize::compact);
   chart_ = new CostChartView;
@@ -204,6 +206,7 @@ QWidget* CostReportPage::makeTableCard() {
 void CostReportPage::refresh() {
   periods_->setCurrent(costs_.period());
   scope_->setLabel(costs_.scopeTitle());
+  scope_->setMinimumWidth(std::min(scope_->sizeHint().width(), kWidestScope));
   scope_->setAccessibleName(shell::texts::costScope);
   scope_->setAccessibleDescription(costs_.scopeTitle());
   explanation_->setText(costs_.explanation());

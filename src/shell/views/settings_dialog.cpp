@@ -5,6 +5,7 @@
 #include <QScrollArea>
 #include <QStackedWidget>
 
+#include "shell/updates_texts.h"
 #include "shell/views/account_page.h"
 #include "shell/views/appearance_page.h"
 #include "shell/views/focus_ring.h"
@@ -12,6 +13,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/sidebar_view.h"
 #include "shell/views/texts.h"
+#include "shell/views/usage_page.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -71,6 +73,8 @@ void SettingsDialog::addPages(const Presenters& presenters) {
             new AccountPage(*presenters.account));
   addPage(SettingsPage::key, settings.keyPage().title, u"key-round"_s, new KeyPage(settings, presenters.account));
   addPage(SettingsPage::appearance, texts::appearanceTitle(), u"sliders-horizontal"_s, new AppearancePage(settings));
+  if (presenters.updates)
+    addPage(SettingsPage::usage, shell::texts::usageAndUpdates, u"refresh-cw"_s, new UsagePage(*presenters.updates));
 }
 
 void SettingsDialog::addPage(SettingsPage page, const QString& title, const QString& iconName, QWidget* contents) {

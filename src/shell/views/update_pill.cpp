@@ -54,8 +54,15 @@ void UpdatePill::paintEvent(QPaintEvent*) {
 }
 
 void addUpdatePill(MenuStrip& strip, UpdatesPresenter& updates) {
-  auto* row = static_cast<QBoxLayout*>(strip.layout());
-  row->insertWidget(1, new UpdatePill(updates, &strip));
+  auto* pill = new UpdatePill(updates, &strip);
+  static_cast<QBoxLayout*>(strip.layout())->insertWidget(1, pill);
+  // It came last and stands first: so does it for the keyboard.
+  pill->lower();
+  QWidget* before = nullptr;
+  for (QAbstractButton* button : strip.findChildren<QAbstractButton*>()) {
+    if (before) QWidget::setTabOrder(before, button);
+    before = button;
+  }
 }
 
 }  // namespace sorvan::views

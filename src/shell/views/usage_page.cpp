@@ -9,6 +9,7 @@
 #include "shell/updates_texts.h"
 #include "shell/views/controls.h"
 #include "shell/views/labels.h"
+#include "shell/views/settings_column.h"
 
 namespace sorvan::views {
 
@@ -17,10 +18,7 @@ constexpr int kReportHeight = 190;
 }
 
 UsagePage::UsagePage(UpdatesPresenter& updates, QWidget* parent) : QWidget(parent), updates_(updates) {
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(26, 22, 26, 22);
-  column->setSpacing(0);
-  column->addWidget(new Label(shell::texts::usageAndUpdates, Type::large));
+  QVBoxLayout* column = settingsColumn(*this, shell::texts::usageAndUpdates);
   column->addSpacing(18);
   column->addWidget(makeUpdates());
   column->addSpacing(18);
