@@ -6,12 +6,14 @@
 #include "shell/health_presenter.h"
 #include "shell/views/room.h"
 
+class QLayout;
 class QVBoxLayout;
 
 namespace sorvan::views {
 
 class Button;
 class IconView;
+class HealthSign;
 class Paragraph;
 
 // A sheet over the window. It is opened, never executed, and checks whenever it is shown. The presenter outlives it.
@@ -27,16 +29,18 @@ class HealthDialog final : public QDialog {
 
  private:
   void build();
+  QLayout* buildHead();
+  QWidget* buildSection();
   void refresh();
   void showRows(const HealthDisplay& display);
 
   HealthPresenter& health_;
-  IconView* headIcon_;
+  HealthSign* sign_;
   Paragraph* head_;
   Paragraph* line_;
   QWidget* section_;
   IconView* stateIcon_;
-  Paragraph* state_;
+  QVBoxLayout* badge_;  // what the section says of itself in a word or two
   QVBoxLayout* rows_;
   Button* repair_;
   Paragraph* feedback_;
