@@ -75,7 +75,7 @@ void GenerationView::open(QUuid job) {
 void GenerationView::refresh() {
   if (source_->job().isNull()) return;
   request_->show(on_.inspector->displayOfJob(source_->job()));
-  Q_EMIT changed();
+  if (isVisible()) Q_EMIT changed();
 }
 
 void GenerationView::openItem(QUuid item) {
