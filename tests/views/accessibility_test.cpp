@@ -8,7 +8,9 @@
 #include "core/workspace_opening.h"
 #include "shell/actions_presenter.h"
 #include "shell/views/controls.h"
+#include "shell/views/model_picker.h"
 #include "shell/views/popover.h"
+#include "shell/views/segmented_control.h"
 #include "shell/views/settings_dialog.h"
 #include "views/access_walk.h"
 #include "views/text_contrast.h"
@@ -34,6 +36,18 @@ class Accessibility : public WholeWindow {
       EXPECT_EQ(test::faintTexts(part).toStdString(), "") << (look == Appearance::dark ? "dark" : "light");
     }
     EXPECT_EQ(lines(keyboardFaults(part)), "");
+  }
+  // The other lists of the model picker. The walk before may have closed it.
+  void expectListsAccessible() {
+    auto* picker = shown<ModelPicker>();
+    auto* tabs = picker ? picker->findChild<SegmentedControl*>() : nullptr;
+    const int lists = tabs ? static_cast<int>(tabs->findChildren<QAbstractButton*>().size()) : 0;
+    for (int list = 0; list < lists; ++list) {
+      if (shown<ModelPicker>() != picker) return;
+      SCOPED_TRACE(list);
+      tabs->findChildren<QAbstractButton*>().at(list)->click();
+      expectAccessible(*picker);
+    }
   }
   void makeItem(const QString& prompt) {
     type(prompt);
@@ -176,6 +190,7 @@ TEST_F(Accessibility, OfEveryPopoverOfTheComposer) {
     SCOPED_TRACE(popover->accessibleName().toStdString());
     opened += popover->accessibleName();
     expectAccessible(*popover);
+    expectListsAccessible();
     if (auto* still = shown<Popover>()) still->dismiss();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
