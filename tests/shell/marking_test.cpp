@@ -228,7 +228,8 @@ TEST_F(MarkingTest, AFailedMarkedJobShowsItsMarksAndWhatCanBeSaved) {
   QStringList titles;
   for (const InspectorButton& button : shown.buttons) titles << button.title;
   EXPECT_EQ(titles, (QStringList{QStringLiteral("Save Result"), QStringLiteral("Save Raw Result"),
-                                 QStringLiteral("Reuse Prompt"), QStringLiteral("Copy Details")}));
+                                 QStringLiteral("Reuse Prompt"), QStringLiteral("Copy Details"),
+                                 QStringLiteral("Open Generation")}));
   EXPECT_EQ(shown.marks.countText, QStringLiteral("2 boxes"));
   ASSERT_EQ(shown.marks.areas.size(), 2u);
   EXPECT_EQ(shown.marks.picturePath, desk.store.fileOf(*desk.store.asset(item)));

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QImage>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainterPath>
@@ -181,6 +182,9 @@ QRegion disabledParts(const QWidget& widget) {
   const auto add = [&](const QWidget* part, const QRect& area) { parts += area.translated(part->mapTo(&widget, QPoint())); };
   for (const QWidget* part : widget.findChildren<QWidget*>())
     if (part->isVisible() && !part->isEnabled()) add(part, part->rect());
+  for (QMenuBar* bar : widget.findChildren<QMenuBar*>())
+    for (QAction* title : bar->actions())
+      if (bar->isVisible() && !title->isEnabled()) add(bar, bar->actionGeometry(title));
   QList<QMenu*> menus = widget.findChildren<QMenu*>();
   if (auto* self = qobject_cast<const QMenu*>(&widget)) menus.append(const_cast<QMenu*>(self));
   for (QMenu* menu : menus) {
