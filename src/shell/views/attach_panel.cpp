@@ -64,9 +64,11 @@ void AttachGrid::paintTile(QPainter& painter, int index, const QRect& area, cons
     paintPanel(painter, square, metrics().radiusControl, colors().surfacePlaceholder);
   if (answer.state == ThumbnailStore::State::missing)
     paintIcon(painter, u"triangle-alert"_s, square, 16, {colors().textTertiary});
-  paintText(painter, QRect(area.x(), square.bottom() + 2, area.width(), kWords - 2),
-            {tile.title, fontFor(Type::caption), tile.isSaved ? colors().accentText : colors().textTertiary});
   painter.setOpacity(1);
+  // A picture may fade, words may not.
+  const bool named = tile.isSaved && tile.problem.isEmpty();
+  paintText(painter, QRect(area.x(), square.bottom() + 2, area.width(), kWords - 2),
+            {tile.title, fontFor(Type::caption), named ? colors().accentText : colors().textTertiary});
   if (tile.attached) {
     const QRect tick(square.right() - 22, square.top() + 6, 18, 18);
     paintPanel(painter, tick, 9, colors().accentFill);

@@ -17,11 +17,11 @@ constexpr int kButtonHeight = 26;
 
 QFont buttonFont() { return fontFor(Type::small, Weight::medium); }
 
-QColor detailColor(const JobDisplay& job) {
+QColor detailColor(const JobDisplay& job, bool selected) {
   const Colors& c = colors();
   if (job.state == JobState::failed) return c.dangerText;
   if (job.state == JobState::running || job.state == JobState::salvaging) return c.accentText;
-  return c.textTertiary;
+  return selected ? c.textTertiaryOnSelected : c.textTertiary;
 }
 
 QString actionIcon(JobAction action) {
@@ -101,14 +101,15 @@ void paintHistoryRow(QPainter& painter, const QRect& area, const JobDisplay& job
   paintText(painter, QRect(columns.words, top, width, 18),
             {job.prompt, fontFor(Type::body, Weight::medium), c.textPrimary});
   const QString detail = job.detail.isEmpty() ? job.message : job.detail;
-  paintParagraph(painter, QRect(columns.words, top + 19, width, 33), {detail, fontFor(Type::small), detailColor(job)},
+  paintParagraph(painter, QRect(columns.words, top + 19, width, 33), {detail, fontFor(Type::small), detailColor(job, look.selected)},
                  16);
   paintText(painter, QRect(columns.model, top + 7, columns.modelEnd - columns.model, 17),
             {job.modelName, fontFor(Type::small), c.textSecondary});
   paintText(painter, QRect(columns.model, top + 25, columns.modelEnd - columns.model, 17),
             {job.destination, fontFor(Type::small), c.textSecondary});
   paintRight(painter, columns.startedEnd, top + 7, job.startedText, fontFor(Type::small), c.textSecondary);
-  paintRight(painter, columns.startedEnd, top + 25, job.elapsedText, fontFor(Type::mono), c.textTertiary);
+  paintRight(painter, columns.startedEnd, top + 25, job.elapsedText, fontFor(Type::mono),
+             look.selected ? c.textTertiaryOnSelected : c.textTertiary);
   if (columns.costEnd != columns.startedEnd)
     paintRight(painter, columns.costEnd, area.center().y() - 8, job.costText, fontFor(Type::small), c.textSecondary);
   paintButton(painter, area, job, look.buttonHovered);

@@ -76,7 +76,7 @@ void ReferenceChip::paintEvent(QPaintEvent*) {
   paintText(painter, QRect(left, top, room, line),
             {reference_.name, fontFor(Type::small, Weight::medium), colors().accentText});
   paintText(painter, QRect(left, top + line, room, lineHeight(Type::caption)),
-            {reference_.role, fontFor(Type::caption), colors().textTertiary});
+            {reference_.role, fontFor(Type::caption), underMouse() ? colors().textTertiaryOnSelected : colors().textTertiary});
 }
 
 void ReferenceChip::mousePressEvent(QMouseEvent* event) {
@@ -154,7 +154,7 @@ void ReferenceButton::paintEvent(QPaintEvent*) {
   const int used = paintText(painter, QRect(left, 0, width() - left - 14, height()),
                              {texts::referenceButton(), fontFor(Type::small, Weight::medium), colors().textSecondary});
   paintText(painter, QRect(left + used + 8, 0, std::max(0, width() - left - used - 8), height()),
-            {count_, fontFor(Type::small), colors().textTertiary});
+            {count_, fontFor(Type::small), lit ? colors().textTertiaryOnSelected : colors().textTertiary});
 }
 
 }  // namespace sorvan::views

@@ -50,8 +50,8 @@ void ReferenceGrid::paintTile(QPainter& painter, int index, const QRect& area, c
   const QRect pictures(area.x() + 1, area.y() + 1, area.width() - 2, area.height() - kWords);
   painter.setOpacity(card.problem.isEmpty() ? 1 : 0.5);
   paintMosaic(painter, card, pictures);
-  paintWords(painter, card, QRect(area.x() + 12, pictures.bottom() + 1, area.width() - 24, kWords));
   painter.setOpacity(1);
+  paintWords(painter, card, QRect(area.x() + 12, pictures.bottom() + 1, area.width() - 24, kWords));
   if (look.current)
     paintRing(painter, QRectF(area).adjusted(-2, -2, 2, 2), metrics().radiusCard + 2, look.ring ? 3 : 2,
               colors().accentRing);
@@ -110,7 +110,8 @@ void ReferenceGrid::paintWords(QPainter& painter, const ReferenceCard& card, con
     right -= width + 8;
   }
   paintText(painter, QRect(area.x(), area.y() + 9, right - area.x(), 22),
-            {card.handle, fontFor(Type::body, Weight::semibold), colors().accentText});
+            {card.handle, fontFor(Type::body, Weight::semibold),
+             card.problem.isEmpty() ? colors().accentText : colors().textSecondary});
   const QString line = card.problem.isEmpty() ? card.line : card.problem;
   paintText(painter, QRect(area.x(), area.y() + 31, area.width(), 18),
             {line, fontFor(Type::small), card.problem.isEmpty() ? colors().textSecondary : colors().warningText});
