@@ -116,11 +116,13 @@ TEST_F(ImmersionTest, TheVolumeIsRememberedForTheNextWindow) {
   named<QSlider>(asset(), u"Volume"_s)->setValue(35);
   ASSERT_TRUE(QTest::qWaitFor([this] { return std::abs(settings.playerVolume() - 0.35) < 1e-9; }, 5'000));
   EXPECT_FALSE(settings.playerMuted());
+  window.reset();
   window = std::make_unique<MainWindow>(presenters());
   EXPECT_NEAR(player().volume(), 0.35, 1e-9);
   EXPECT_FALSE(player().isMuted());
   player().setMuted(true);
   ASSERT_TRUE(QTest::qWaitFor([this] { return settings.playerMuted(); }, 5'000));
+  window.reset();
   window = std::make_unique<MainWindow>(presenters());
   EXPECT_TRUE(player().isMuted());
   EXPECT_NEAR(player().volume(), 0.35, 1e-9) << "what is muted keeps its loudness";

@@ -155,7 +155,7 @@ void LineageTree::paintThumbnail(QPainter& painter, const QRect& area, const Lin
   const auto answer = thumbnails_.picture(row.thumbnailPath, row.filePath, kThumbSize);
   if (answer.state != ThumbnailStore::State::ready) {
     paintPanel(painter, area, 5, c.surfacePlaceholder);
-    if (answer.state == ThumbnailStore::State::missing)
+    if (answer.state != ThumbnailStore::State::loading)
       paintIcon(painter, u"triangle-alert"_s, area, 16, {c.textTertiary});
   } else if (row.trashed) {
     painter.setOpacity(0.38);

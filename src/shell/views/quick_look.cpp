@@ -62,7 +62,8 @@ QPixmap QuickLookPane::picture() const {
 QString QuickLookPane::problem() const {
   if (player_) return player_->state() == media::PlayerState::failed ? player_->problem() : QString();
   const auto large = thumbnails_.picture(cell_.filePath, {}, kPicture);
-  return large.state == ThumbnailStore::State::missing ? texts::originalUnreadable() : QString();
+  if (large.state == ThumbnailStore::State::missing) return texts::originalIsMissing();
+  return large.state == ThumbnailStore::State::unreadable ? texts::originalUnreadable() : QString();
 }
 
 void QuickLookPane::paintEvent(QPaintEvent*) {

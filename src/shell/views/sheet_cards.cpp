@@ -148,7 +148,7 @@ void SheetCards::paintMosaic(QPainter& painter, const QRect& area, const SheetCa
   for (size_t number = 0; number < places.size(); ++number) {
     const auto answer = thumbnails_.picture(card.thumbnails[number], card.files[number], kThumbSize);
     if (answer.state == ThumbnailStore::State::ready) paintCover(painter, places[number], 0, answer.picture);
-    if (answer.state == ThumbnailStore::State::missing)
+    else if (answer.state != ThumbnailStore::State::loading)
       paintIcon(painter, u"triangle-alert"_s, places[number], 18, {c.textTertiary});
     if (number > 0) painter.fillRect(QRect(places[number].left() - kInside, places[number].top(), kInside, places[number].height()), c.surfaceCanvas);
   }

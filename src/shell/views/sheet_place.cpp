@@ -18,6 +18,7 @@
 #include "shell/views/job_cell.h"
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
+#include "shell/views/texts.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -116,11 +117,16 @@ void PlacePicture::resizeEvent(QResizeEvent*) {
   if (player_) player_->setFrameSize(size() * devicePixelRatioF());
 }
 
-QPixmap PlacePicture::picture() {
-  if (player_ && !player_->frame().isNull()) return QPixmap::fromImage(player_->frame());
+// As large as the place, of the file itself where that is a picture.
+ThumbnailStore::Answer PlacePicture::largePicture() const {
   const int side = qRound(std::max(width(), height()) * devicePixelRatioF());
   const QString own = place_.kind == CellKind::image ? place_.filePath : QString();
-  const auto large = thumbnails_.picture(own.isEmpty() ? place_.thumbnailPath : own, place_.thumbnailPath, side);
+  return thumbnails_.picture(own.isEmpty() ? place_.thumbnailPath : own, place_.thumbnailPath, side);
+}
+
+QPixmap PlacePicture::picture() {
+  if (player_ && !player_->frame().isNull()) return QPixmap::fromImage(player_->frame());
+  const auto large = largePicture();
   if (large.state == ThumbnailStore::State::ready) return large.picture;
   return thumbnails_.picture(place_.thumbnailPath, {}, 256).picture;
 }
@@ -129,11 +135,13 @@ void PlacePicture::paintItem(QPainter& painter, const QRect& area) {
   const Colors& c = colors();
   const QPixmap shown = picture();
   if (shown.isNull()) {
-    const bool missing = thumbnails_.picture(place_.thumbnailPath, {}, 256).state == ThumbnailStore::State::missing;
-    if (!missing) return;
+    const ThumbnailStore::State state = largePicture().state;
+    if (state == ThumbnailStore::State::loading) return;
+    const bool missing = state == ThumbnailStore::State::missing;
     paintIcon(painter, u"triangle-alert"_s, area.adjusted(0, -14, 0, -14), 20, {c.textTertiary});
     paintText(painter, area.adjusted(0, 22, 0, 22),
-              {shell::texts::unreadablePicture, fontFor(Type::small), c.textTertiary, Qt::AlignCenter});
+              {missing ? shell::texts::unreadablePicture : texts::pictureUnreadable(), fontFor(Type::small), c.textTertiary,
+               Qt::AlignCenter});
     return;
   }
   const QSizeF size = QSizeF(shown.size()).scaled(QSizeF(area.size()), Qt::KeepAspectRatio);

@@ -57,6 +57,7 @@ class PlacePicture final : public QAbstractButton {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  ThumbnailStore::Answer largePicture() const;
   QPixmap picture();
   void paintItem(QPainter& painter, const QRect& area);
   void paintWork(QPainter& painter, const QRect& area);
