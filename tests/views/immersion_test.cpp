@@ -80,6 +80,7 @@ TEST_F(ImmersionTest, TheKeyDoesTheSameAndPlayersKeysGoOn) {
 TEST_F(ImmersionTest, GoingBackOrTheDesktopEndsIt) {
   openClip();
   actions->trigger(ActionId::fullScreen);
+  test::runPosted();
   ASSERT_TRUE(isAlone());
   desk.state.setMode({ModeKind::gallery});
   test::runPosted();
@@ -87,6 +88,8 @@ TEST_F(ImmersionTest, GoingBackOrTheDesktopEndsIt) {
   EXPECT_TRUE(window->library().toolbar().isVisible());
   openClip();
   actions->trigger(ActionId::fullScreen);
+  test::runPosted();
+  ASSERT_TRUE(isAlone());
   window->setWindowState(window->windowState() & ~Qt::WindowFullScreen);
   test::runPosted();
   EXPECT_FALSE(isAlone());
@@ -104,6 +107,7 @@ TEST_F(ImmersionTest, AWindowThatHadTheScreenKeepsItWhenTheClipGivesItBack) {
   actions->trigger(ActionId::fullScreen);
   openClip();
   actions->trigger(ActionId::fullScreen);
+  test::runPosted();
   EXPECT_TRUE(isAlone());
   key(Qt::Key_Escape);
   EXPECT_FALSE(isAlone());

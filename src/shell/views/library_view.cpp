@@ -242,7 +242,9 @@ void LibraryView::setSelecting(bool several) {
   arrange();
 }
 
+// A screen that is narrower than the window was crowds nothing out: what is away comes back with the window.
 void LibraryView::resizeEvent(QResizeEvent*) {
+  if (immersed_) return arrange();
   const bool roomy = width() >= kFloatBelow;
   if (wasRoomy_ && !roomy) Q_EMIT inspectorCrowded();
   wasRoomy_ = roomy;
