@@ -136,6 +136,7 @@ void ComposerDock::connectControls() {
 // The chip shows to which of them the popover belongs.
 void ComposerDock::open(Popover* popover, Chip* chip) {
   popover_ = popover;
+  if (!chip) return;
   chip->setTone(ChipTone::active);
   connect(popover, &Popover::closed, chip, [this, chip] {
     chip->setTone(ChipTone::set);

@@ -85,7 +85,7 @@ class ComposerDock final : public QWidget {
   int placeHead(int left, int right, int top) const;
   int placeEstimate(int right, int top, int height) const;
   void fitChips(int room) const;
-  void open(Popover* popover, Chip* chip);
+  void open(Popover* popover, Chip* chip = nullptr);
 
   ComposerPresenter& composer_;
   ThumbnailStore& thumbnails_;
