@@ -92,6 +92,12 @@ std::vector<ModelSection> sampleTabs() {
 
 }  // namespace
 
+SettingChoices sampleSetting(const QString& field, const QString& label, const QStringList& values) {
+  SettingChoices setting{field, label, {}};
+  for (const QString& value : values) setting.values.push_back({value, value, value == values.value(1)});
+  return setting;
+}
+
 SampleComposer::SampleComposer() {
   shown.placeholder = u"Describe an image or a clip. Type @ to use a reference."_s;
   shown.modelLabel = u"Nano Banana 2"_s;

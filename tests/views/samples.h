@@ -51,6 +51,9 @@ class SampleHistory final : public HistorySource {
 };
 
 // Keeps what it is told and notes each call.
+// A setting of these values, of which the second is chosen.
+SettingChoices sampleSetting(const QString& field, const QString& label, const QStringList& values);
+
 class SampleComposer final : public ComposerPresenter {
  public:
   SampleComposer();

@@ -115,6 +115,18 @@ void saveBrowser(SampleWindow& main, const QString& folder, const QString& tag) 
   save(main.window, folder, u"browser-failed-"_s + tag);
 }
 
+// The composer with its settings open: a few values side by side, many of them in a menu.
+void saveSettings(SampleWindow& main, const QString& folder, const QString& tag) {
+  ComposerDisplay& shown = main.composer.shown;
+  shown.settingsOffered = shown.settingsShown = true;
+  shown.settings = {sampleSetting(u"resolution"_s, u"Resolution"_s, {u"0.5K"_s, u"1K"_s, u"2K"_s, u"4K"_s}),
+                    sampleSetting(u"style"_s, u"Style"_s, {u"Model default"_s, u"Photographic and natural"_s, u"Sketch"_s})};
+  Q_EMIT main.composer.changed();
+  save(main.window, folder, u"settings-"_s + tag);
+  shown.settingsShown = false;
+  Q_EMIT main.composer.changed();
+}
+
 void saveWindows(const QString& folder, QSize size) {
   const QString tag = QString::number(size.width());
   {
@@ -125,6 +137,7 @@ void saveWindows(const QString& folder, QSize size) {
     main.library->wall().setSelection({main.wall.idAt(0)});
     main.writePrompt();
     save(main.window, folder, u"main-"_s + tag);
+    saveSettings(main, folder, tag);
     main.composer.shown.notices = {ComposerNotice(
         u"Social Portrait · 4:5 isn’t supported by every selected model. Choose a compatible ratio below."_s)};
     main.composer.shown.lengthShown = true;
