@@ -211,7 +211,8 @@ void CostReportPage::refresh() {
   scope_->setAccessibleDescription(costs_.scopeTitle());
   explanation_->setText(costs_.explanation());
   explanation_->setToolTip(costs_.explanation());
-  export_->setEnabled(costs_.canExport());
+  // While a file is written the button keeps the keyboard; another press waits for nothing and does nothing.
+  export_->setEnabled(costs_.rowCount() > 0);
   switch (costs_.pageState()) {
     case CostPageState::report:
       refreshReport();
