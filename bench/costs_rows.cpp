@@ -1,5 +1,8 @@
 // What work has cost: the report and its breakdown over a large library, the month's total after one change, and the
-// prices of the models in a list.
+// prices of the models in a list. And the page of costs over the same library: how long until it stands, and how long the
+// main thread was away meanwhile.
+#include <QEventLoop>
+
 #include "account/billing_state.h"
 #include "account/cost_report.h"
 #include "base/clock.h"
@@ -7,11 +10,16 @@
 #include "base/settings.h"
 #include "bench/library_data.h"
 #include "bench/row.h"
+#include "bench/stalls.h"
 #include "catalogue/fal_catalog.h"
 #include "core/library_store.h"
 #include "core/small_edits.h"
 #include "core/workspace_opening.h"
 #include "platform/sqlite.h"
+#include "shell/alerts_presenter.h"
+#include "shell/costs_presenter.h"
+#include "shell/payment_desk.h"
+#include "shell/workspace_state.h"
 
 namespace sorvan::bench {
 namespace {
@@ -81,6 +89,35 @@ Contestants monthTotal(const QDir& data) {
           .limit = {}};
 }
 
+enum class Measured { wholeTime, longestStall };
+
+/// The page opens, reads the library and shows all time.
+Contestants costPage(const QDir& data, Measured measured) {
+  const auto store = openStore(libraryFolder(data));
+  const auto open = [store, measured] {
+    shell::WorkspaceState state;
+    shell::AlertsPresenter alerts;
+    shell::PaymentDesk payment;
+    shell::CostsPresenter costs({*store, state, alerts, payment, [](const QString& model) { return model; }});
+    costs.showAllTime();
+    QEventLoop loop;
+    const Stalls stalls;
+    QObject::connect(&costs, &shell::CostsPresenter::changed, &loop, [&] {
+      if (!costs.isWorking()) loop.quit();
+    });
+    const double seconds = timed([&] {
+      state.setMode({shell::ModeKind::costs});
+      loop.exec();
+    });
+    if (costs.rowCount() == 0) throw std::runtime_error("the page shows no costs");
+    return std::optional(measured == Measured::wholeTime ? seconds : stalls.longest());
+  };
+  return {.ours = open, .peer = {}, .limit = [measured]() -> std::optional<double> {
+            if (measured == Measured::longestStall) return frame;
+            return std::nullopt;
+          }};
+}
+
 /// A row of each kind of price, over and over.
 QJsonObject pricesOf(const QStringList& models) {
   const QJsonObject flat{{u"credits"_s, 4}};
@@ -132,6 +169,12 @@ Contestants estimates(const QDir&) {
 }
 
 const RegisterRow costsRow{{.name = u"costs-100k"_s, .make = makeLibraryWithCosts, .measure = costs}};
+const RegisterRow costPageRow{{.name = u"cost-page-100k"_s,
+                               .make = makeLibraryWithCosts,
+                               .measure = [](const QDir& data) { return costPage(data, Measured::wholeTime); }}};
+const RegisterRow costStallRow{{.name = u"cost-page-100k-stall"_s,
+                                .make = makeLibraryWithCosts,
+                                .measure = [](const QDir& data) { return costPage(data, Measured::longestStall); }}};
 const RegisterRow monthRow{{.name = u"month-total"_s, .make = makeLibraryWithCosts, .measure = monthTotal}};
 const RegisterRow estimatesRow{{.name = u"estimates-50"_s, .make = {}, .measure = estimates}};
 

@@ -1,7 +1,5 @@
 // Looking through a large library: one keystroke of search, one filter, each order, and the texts that searching needs.
 #include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QTimer>
 #include <algorithm>
 #include <cstring>
 
@@ -9,6 +7,7 @@
 #include "base/settings.h"
 #include "bench/library_data.h"
 #include "bench/row.h"
+#include "bench/stalls.h"
 #include "core/library_store.h"
 #include "core/workspace_opening.h"
 #include "shell/gallery_index.h"
@@ -22,8 +21,6 @@ using namespace sorvan::shell;
 
 constexpr int manyItems = 100'000;
 constexpr unsigned seed = 7;
-/// The longest that the main thread may be busy without a frame being late.
-constexpr double frame = 0.016;
 
 QString libraryFolder(const QDir& data) { return data.filePath(QStringLiteral("library")); }
 QString textsFile(const QDir& data) { return data.filePath(QStringLiteral("texts")); }
@@ -179,26 +176,6 @@ Contestants sorting(const QDir& data, GallerySort sort) {
 }
 
 // ---- search-build-100k
-
-/// Counts how long the main thread was away from its events.
-class Stalls {
- public:
-  Stalls() {
-    timer_.setInterval(0);
-    QObject::connect(&timer_, &QTimer::timeout, [this] {
-      longest_ = std::max(longest_, since_.nsecsElapsed() / 1e9);
-      since_.start();
-    });
-    since_.start();
-    timer_.start();
-  }
-  double longest() const { return longest_; }
-
- private:
-  QTimer timer_;
-  QElapsedTimer since_;
-  double longest_ = 0;
-};
 
 enum class Measured { wholeTime, longestStall };
 
