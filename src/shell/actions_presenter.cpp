@@ -65,7 +65,8 @@ std::optional<core::AssetStatus> statusOf(ActionId id) {
 
 // The views whose items are looked at and opened from where they are.
 bool showsItems(ModeKind kind) {
-  return showsGallery(kind) || kind == ModeKind::contactSheet || kind == ModeKind::lineage;
+  return showsGallery(kind) || kind == ModeKind::contactSheet || kind == ModeKind::lineage ||
+         kind == ModeKind::generation;
 }
 
 core::HistoryDirection directionOf(ActionId id) {
@@ -169,7 +170,7 @@ std::optional<core::MediaType> ActionsPresenter::openMedia() const {
 // Views whose cells open something.
 bool ActionsPresenter::opensCells() const {
   const ModeKind view = ports_.presenters.state->mode().kind;
-  return showsItems(view) || view == ModeKind::activity || view == ModeKind::generation;
+  return showsItems(view) || view == ModeKind::activity;
 }
 
 bool ActionsPresenter::itemsShown() const {

@@ -2,7 +2,9 @@
 
 #include "shell/views/controls.h"
 #include "shell/views/inspector_view.h"
+#include "shell/views/quick_look.h"
 #include "shell/views/results_source.h"
+#include "shell/views/viewer_desk.h"
 #include "views/whole_window.h"
 
 namespace sorvan::views {
@@ -91,6 +93,19 @@ TEST_F(GenerationPageTest, AResultOpensLargeAndBackReturnsToTheGeneration) {
   EXPECT_EQ(window->library().page(), ModeKind::asset);
   EXPECT_EQ(desk.state.assetSequence(), std::vector<QUuid>{item});
   desk.state.goBack();
+  EXPECT_EQ(window->library().page(), ModeKind::generation);
+}
+
+TEST_F(GenerationPageTest, SpaceLooksAtAResult) {
+  type(u"a boat"_s);
+  desk.settle();
+  desk.state.openGeneration(desk.newestJob()->id, 0);
+  test::runPosted();
+  QTest::keyClick(&page().wall(), Qt::Key_Space);
+  QuickLook& look = window->viewer().quickLook();
+  ASSERT_TRUE(look.isOpen());
+  EXPECT_EQ(look.current(), desk.store.assets().front()->id);
+  look.close();
   EXPECT_EQ(window->library().page(), ModeKind::generation);
 }
 

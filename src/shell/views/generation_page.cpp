@@ -49,7 +49,7 @@ void GenerationView::bindWall() {
   connect(wall_, &MediaWall::selectionRequested, on_.state, &WorkspaceState::select);
   connect(on_.state, &WorkspaceState::selectionChanged, wall_, [this] { wall_->setSelection(on_.state->selection()); });
   connect(wall_, &MediaWall::opened, this, &GenerationView::openItem);
-  connect(wall_, &MediaWall::quickLookRequested, this, [this] { openItem(on_.state->inspectedId()); });
+  connect(wall_, &MediaWall::quickLookRequested, this, [this] { on_.actions->trigger(ActionId::quickLook); });
   connect(wall_, &MediaWall::jobActionRequested, on_.jobs, &JobsPresenter::perform);
   connect(wall_, &MediaWall::jobDismissed, this, [this](QUuid job) {
     on_.gallery->dismissJob(job);
@@ -130,6 +130,7 @@ void addGenerationPage(const PageDesk& desk) {
     return PageTitle{titleOf(ModeKind::generation),
                      count == 0 ? QString() : shell::texts::itemCount(countText(count), count)};
   };
+  traits.look = [view, state] { return LookedAt{state->selection(), view->source().results()}; };
   traits.keyboard = &view->wall();
   desk.library.addPage(ModeKind::generation, view, traits);
   QObject::connect(view, &GenerationView::changed, &desk.library, &LibraryView::titleChanged);
