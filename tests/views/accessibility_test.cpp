@@ -65,6 +65,11 @@ class Accessibility : public WholeWindow {
     if (kind == ModeKind::generation) mode.subject = desk.newestJob()->id;
     return mode;
   }
+  void saveReference(QUuid item) {
+    SavedReferenceDraft draft = saved.newDraft(ReferenceScope::global, {item});
+    draft.name = u"Boat"_s;
+    EXPECT_FALSE(saved.save(draft).has_value());
+  }
   static void closeMenus() {
     while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
   }
@@ -112,9 +117,13 @@ TEST_F(Accessibility, OfEveryPage) {
   makeItem(u"a boat"_s);
   const QUuid item = wall().rowId(0);
   const auto kinds = window->library().pageKinds();
-  EXPECT_GE(kinds.size(), 3U);
+  EXPECT_GE(kinds.size(), 9U);
+  saveReference(item);
+  sidebar.createProject(u"Harbour"_s);
   for (const ModeKind kind : kinds) {
     SCOPED_TRACE(titleOf(kind).toStdString());
+    const bool ofProject = kind == ModeKind::projectReferences;
+    desk.state.setLocation(ofProject ? uuidText(desk.store.projects().front()->id) : inboxLocation);
     desk.state.setMode(modeOf(kind, item));
     test::runPosted();
     ASSERT_EQ(window->library().page(), kind);

@@ -14,6 +14,7 @@
 #include "shell/costs_presenter.h"
 #include "shell/desk.h"
 #include "shell/health_presenter.h"
+#include "shell/library_saved_references.h"
 #include "shell/settings_presenter.h"
 #include "shell/updates_presenter.h"
 #include "shell/sidebar_presenter.h"
@@ -53,6 +54,7 @@ class WholeWindow : public Dressed {
     all.inspector = &desk.inspector;
     all.curation = &desk.curation;
     all.comparison = &desk.comparison;
+    all.savedReferences = &saved;
     all.costs = &costs;
     all.updates = &updates;
     all.transfer = &desk.transfer;
@@ -103,6 +105,10 @@ class WholeWindow : public Dressed {
   UpdatesPresenter updates{{usage, notice, desk.alerts, QStringLiteral("1"), [](const QUrl&) {}}};
   CostsPresenter costs{{desk.store, desk.state, desk.alerts, desk.ownKey,
                         [this](const QString& model) { return desk.catalog->displayName(model); }}};
+  LibrarySavedReferences saved{{desk.store, desk.composing, desk.state, desk.alerts, desk.references,
+                                [this](const QString& search, std::size_t most) {
+                                  return shell::newestPictures(desk.store, desk.gallery.index(), search, most);
+                                }}};
   SettingsPresenter settings{providerSettings, *desk.settings};
   std::unique_ptr<ActionsPresenter> actions = std::make_unique<ActionsPresenter>(ActionsPresenter::Ports{
       desk.store, presenters(), [this] { windowPresenter.requestQuit(); }, [](const QString&) {}, QStringLiteral("0")});
