@@ -90,6 +90,12 @@ std::vector<OfferDisplay> packOffers(const std::vector<account::CreditPack>& pac
   return offers;
 }
 
+bool hasPlan(const account::AccountInfo& account, const QString& offer) {
+  return account.renews && std::any_of(account.plans.begin(), account.plans.end(), [&](const account::AccountPlan& plan) {
+           return plan.id == offer && plan.plan == account.plan;
+         });
+}
+
 std::vector<OfferDisplay> planOffers(const account::AccountInfo& account) {
   std::vector<OfferDisplay> offers;
   for (const account::AccountPlan& plan : account.plans) {
@@ -100,7 +106,7 @@ std::vector<OfferDisplay> planOffers(const account::AccountInfo& account) {
     offer.amount = catalogue::creditsDisplay(plan.microcredits);
     offer.note = texts::eachPeriod(offer.amount);
     if (plan.price_minor) offer.price = priceText(*plan.price_minor, plan.currency);
-    const bool isOwn = plan.plan == account.plan && account.renews;
+    const bool isOwn = hasPlan(account, plan.id);
     if (isOwn) offer.note = texts::currentPlan() + QStringLiteral(" · ") + offer.note;
     offer.button = isOwn ? QString() : texts::subscribe();
     offer.buttonName = isOwn ? QString() : texts::subscribeTo(offer.title, offer.price);

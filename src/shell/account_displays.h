@@ -56,6 +56,8 @@ BalanceDisplay balanceOf(const account::AccountInfo& account);
 std::vector<OfferDisplay> packOffers(const std::vector<account::CreditPack>& packs);
 std::vector<OfferDisplay> planOffers(const account::AccountInfo& account);
 std::vector<DeviceDisplay> devicesOf(const account::AccountInfo& account, Instant now);
+// Whether the account has the plan of this offer, and it goes on.
+bool hasPlan(const account::AccountInfo& account, const QString& offer);
 // Empty without a limit, and when it has lifted.
 QString spendLimitOf(const account::AccountInfo& account, Instant now);
 

@@ -45,7 +45,9 @@ AccountPageDisplay AccountPresenter::page() const {
   page.signOut = texts::signOut();
   page.signedInAs = account::texts::signedInAs(
       on.account.info() ? on.account.info()->email.value_or(QString()) : QString());
-  if (page.message == page.signedInAs) page.message.clear();
+  // What stands elsewhere on the page, or has come true.
+  const bool isStale = planHasBegun() && page.message == account::texts::checkoutOpened();
+  if (isStale || page.message == page.signedInAs) page.message.clear();
   page.purchase = purchase();
   fillCredits(page);
   fillOffers(page);
@@ -69,13 +71,19 @@ SignInDisplay AccountPresenter::signInCard() const {
 PurchaseDisplay AccountPresenter::purchase() const {
   PurchaseDisplay shown;
   shown.arrived = on.account.arrived().value_or(QString());
-  if (!on.account.watchesPurchase()) return shown;
+  if (!on.account.watchesPurchase() || planHasBegun()) return shown;
   shown.waiting = texts::waitingForPayment();
   if (!purchase_) return shown;
   shown.openAgain = texts::openCheckoutAgain();
   shown.newCheckout = texts::newCheckout();
   shown.newCheckoutHint = texts::newCheckoutHint();
   return shown;
+}
+
+// A plan brings no credits of its own to wait for: it has begun when the account names it.
+bool AccountPresenter::planHasBegun() const {
+  return purchase_ && purchase_->kind == OfferKind::plan && on.account.info() &&
+         hasPlan(*on.account.info(), purchase_->offer);
 }
 
 void AccountPresenter::fillCredits(AccountPageDisplay& page) const {

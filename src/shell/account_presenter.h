@@ -147,6 +147,7 @@ class AccountPresenter : public QObject {
   void takeWaitingLink();
   void openCheckout(const QUrl& page);
   void open(const QUrl& page);
+  bool planHasBegun() const;
   SignInDisplay signInCard() const;
   PurchaseDisplay purchase() const;
   void fillCredits(AccountPageDisplay& page) const;

@@ -244,6 +244,30 @@ TEST_F(AccountPresenterTest, OpensThePageToPayOnInTheBrowserAndWaits) {
   EXPECT_EQ(transport->posts(u"v1/checkout"_s), 1);
 }
 
+TEST_F(AccountPresenterTest, APlanIsWaitedForUntilTheAccountHasIt) {
+  QJsonObject account = me();
+  account[u"plan"_s] = u"free"_s;
+  const QJsonObject studio{{u"id"_s, u"plan-1"_s},           {u"plan"_s, u"studio"_s}, {u"title"_s, u"Studio"_s},
+                           {u"currency"_s, u"USD"_s},        {u"microcredits"_s, 1000 * kCredit},
+                           {u"price_minor"_s, 900}};
+  account[u"plans"_s] = QJsonArray{studio};
+  signIn(account);
+  ASSERT_EQ(presenter.page().plans.size(), 1u);
+  EXPECT_EQ(presenter.page().plans[0].buttonName, u"Subscribe to Studio for $9"_s);
+  transport->on("POST", u"v1/subscribe"_s)
+      .answersJson(QJsonObject{{u"checkout_url"_s, u"https://checkout.sorvan.app/c/2"_s}});
+  presenter.buy(OfferKind::plan, u"plan-1"_s);
+  test::runUntil([this] { return !store.busy(); });
+  EXPECT_FALSE(presenter.page().purchase.waiting.isEmpty());
+  account[u"plan"_s] = u"studio"_s;
+  transport->on("GET", u"v1/me"_s).answersJson(account).repeating();
+  clock->advance(std::chrono::seconds(4));
+  test::runUntil([this] { return presenter.page().purchase.waiting.isEmpty(); });
+  EXPECT_TRUE(presenter.page().message.isEmpty());
+  EXPECT_TRUE(presenter.page().plans[0].button.isEmpty());
+  EXPECT_TRUE(presenter.page().plans[0].note.startsWith(u"Your plan"_s));
+}
+
 TEST_F(AccountPresenterTest, AnExpiredPageIsOpenedAgainUnderANewKey) {
   signIn(me());
   buyPack();
