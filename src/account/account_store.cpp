@@ -366,6 +366,8 @@ void AccountStore::forgetAccount() {
   account.reset();
   offered.clear();
   awaiting.reset();
+  arrival.reset();
+  arrivedAmount = 0;
   watching = false;
   try {
     services.settings->remove(accountSetting());

@@ -126,6 +126,21 @@ TEST_F(AccountStoreTest, RefusesWhatIsNoSignInLink) {
   EXPECT_TRUE(transport->recorded.empty());
 }
 
+TEST_F(AccountStoreTest, APurchaseIsNotToldToTheNextOneWhoSignsIn) {
+  signedIn();
+  transport->on("POST", u"v1/checkout"_s)
+      .answersJson(QJsonObject{{u"checkout_url"_s, u"https://checkout.sorvan.app/c/1"_s}});
+  account().buyPack(u"p500"_s);
+  answerMe(500'000'000);
+  idle();
+  ASSERT_EQ(account().arrived(), u"500 credits added"_s);
+  transport->on("POST", u"v1/auth/sign-out"_s).answersJson(QJsonObject{{u"signed_out"_s, true}});
+  account().signOut();
+  idle();
+  EXPECT_EQ(account().arrived(), std::nullopt);
+  EXPECT_EQ(account().arrivedCredits(), 0);
+}
+
 TEST_F(AccountStoreTest, TellsOfALinkThatWasUsedAndStaysSignedIn) {
   signedIn();
   transport->on("POST", u"v1/auth/exchange"_s).answers(410, R"({"error":"This link was used already."})");

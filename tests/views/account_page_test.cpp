@@ -8,6 +8,9 @@
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
 #include "shell/views/settings_dialog.h"
+#include "shell/views/usage_page.h"
+#include "views/access_walk.h"
+#include "views/text_contrast.h"
 #include "views/whole_window.h"
 
 namespace sorvan::views {
@@ -97,6 +100,13 @@ TEST_F(AccountPageTest, AnAddressIsAskedForALinkAndTheLinkIsPasted) {
   EXPECT_EQ(visible<TextField>(u"Email address"_s), nullptr);
 }
 
+TEST_F(AccountPageTest, TheSettingsHoldUsageAndUpdatesToo) {
+  account.showAccount();
+  press(u"Usage and Updates"_s);
+  EXPECT_NE(settingsWindow().findChild<UsagePage*>(), nullptr);
+  EXPECT_TRUE(settingsWindow().findChild<UsagePage*>()->isVisible());
+}
+
 TEST_F(AccountPageTest, AForeignLinkIsToldPlainly) {
   account.openLink(u"sorvan://elsewhere"_s);
   EXPECT_TRUE(says(u"This is not a Sorvan sign-in link."_s));
@@ -135,6 +145,25 @@ TEST_F(AccountPageTest, ABuyButtonOpensThePageToPayOn) {
   EXPECT_TRUE(says(u"Waiting for the payment…"_s));
   EXPECT_NE(visible<Button>(u"Open Checkout Again"_s), nullptr);
   EXPECT_NE(visible<Button>(u"Start a New Checkout"_s), nullptr);
+}
+
+TEST_F(AccountPageTest, EveryControlHasANameAndIsReachedByKeysAndEveryTextIsReadable) {
+  for (const bool isSignedIn : {false, true}) {
+    if (isSignedIn) signIn();
+    account.showAccount();
+    for (const SettingsPage page : {SettingsPage::account, SettingsPage::key}) {
+      settingsWindow().showPage(page);
+      QApplication::setActiveWindow(&settingsWindow());
+      test::runPosted();
+      EXPECT_EQ(test::namelessElements(settingsWindow()).join(u'\n').toStdString(), "");
+      for (const Appearance look : {Appearance::light, Appearance::dark}) {
+        Theme::instance().setAppearance(look);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(test::faintTexts(settingsWindow()).toStdString(), "");
+      }
+      EXPECT_EQ(test::keyboardFaults(settingsWindow()).join(u'\n').toStdString(), "");
+    }
+  }
 }
 
 TEST_F(AccountPageTest, AnotherDeviceIsSignedOutAndThisOneHasNoButtonForIt) {

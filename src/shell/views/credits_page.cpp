@@ -87,7 +87,8 @@ class BalanceBar final : public QWidget {
       const double share = static_cast<double>(std::max<std::int64_t>(0, rows_[part].microcredits)) / sum;
       if (share <= 0) continue;
       const double right = left + share * width();
-      painter.fillRect(QRectF(left, 0, std::max(1.0, right - left - kBarGap), height()), chartColor(part));
+      const double gap = right >= width() - 0.5 ? 0 : kBarGap;
+      painter.fillRect(QRectF(left, 0, std::max(1.0, right - left - gap), height()), chartColor(part));
       left = right;
     }
   }

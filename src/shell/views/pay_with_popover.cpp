@@ -34,7 +34,6 @@ PayWithPopover::PayWithPopover(ComposerPresenter& composer, QWidget* parent)
     auto* line = new Paragraph(display.line, Type::small, &Colors::textSecondary);
     line->setToolTip(display.lineHelp);
     column->addWidget(line);
-    column->addWidget(new Paragraph(display.lineHelp, Type::small, &Colors::textTertiary));
     column->addSpacing(8);
   }
   addAccountButton(*column);
