@@ -20,7 +20,7 @@ const Wanted sendLink{u"Email Me a Sign-In Link"_qs, u"push button"_qs};
 
 void openAccount(Tourist& person) {
   person.key(u"ctrl+comma"_qs);
-  person.click({u"Account"_qs, u"push button"_qs});
+  person.click({u"Account"_qs, {}});
 }
 
 // The demo's profile starts signed in; a newcomer is not.
