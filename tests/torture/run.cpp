@@ -208,6 +208,8 @@ void Run::requireSteps() {
 
 void Run::hunt(const Bug& bug, const QString& folder) {
   constexpr std::size_t mostTrials = 40;
+  // In another scenario it may harm nothing.
+  if (!isChosen(bug.scenario)) return say(u"planted bug not hunted, its scenario is left out: "_s + bug.name);
   const Scenario& prey = scenario(bug.scenario);
   Workshop workshop(folder, options_.plantedDriver, picture_, bug.name);
   const std::vector<Planned> trials = huntFor(bug, prey, steps_.at(prey.name), options_.seed);
