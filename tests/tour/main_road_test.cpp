@@ -12,6 +12,7 @@ qsizetype filesIn(const QString& folder, const QStringList& patterns) { return m
 // The demo's own key is there already; a person who has one types another over it and saves.
 void enterKey(Tourist& person) {
   person.key(u"ctrl+comma"_qs);
+  person.click({u"fal.ai Key"_qs, {}});
   person.click({u"fal.ai Key"_qs, u"password text"_qs});
   person.type(person.sandbox().key());
   person.picture(u"settings-key"_qs);
