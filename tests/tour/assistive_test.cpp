@@ -54,7 +54,7 @@ TEST(Tour, TellsAssistiveTechnologyOfEveryControl) {
   person.waitFor({u"History"_qs, {}, true});
   expectTold(person, "History", 10);
   person.key(u"ctrl+comma"_qs);
-  person.waitFor({u"Save"_qs, u"push button"_qs});
+  person.waitFor({u"Sign Out"_qs, u"push button"_qs});
   expectTold(person, "settings", 5);
   person.key(u"Escape"_qs);
   person.close();
