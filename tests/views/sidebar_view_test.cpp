@@ -68,6 +68,17 @@ TEST_F(SidebarViewTest, TheNarrowListLetsTheWindowAskForTheName) {
   EXPECT_EQ(field(), nullptr);
 }
 
+TEST_F(SidebarViewTest, ARowThatGoesLeavesTheKeyboardToThePlaceThatIsOpen) {
+  row(u"Harbour Film"_s)->setFocus();
+  SidebarDisplay display = sampleSidebar();
+  std::erase_if(display.rows, [](const SidebarRow& each) { return each.title == u"Harbour Film"_s; });
+  for (SidebarRow& each : display.rows) each.current = each.title == u"Inbox"_s;
+  sidebar.show(display);
+  const auto* focused = qobject_cast<SidebarRowButton*>(QApplication::focusWidget());
+  ASSERT_TRUE(focused);
+  EXPECT_EQ(focused->row().title, u"Inbox"_s);
+}
+
 TEST_F(SidebarViewTest, TheHeadingOfTheProjectsAddsOne) {
   QSignalSpy pressed(&sidebar, &SidebarView::newProjectPressed);
   QTest::mouseClick(named<IconButton>(sidebar, u"New Project…"_s), Qt::LeftButton);

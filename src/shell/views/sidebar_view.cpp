@@ -317,9 +317,18 @@ void SidebarView::rebuild() {
   column->addStretch(1);
   addRows(*column, SidebarSection::foot, {});
   setNarrow(narrow_);
-  for (SidebarRowButton* row : rows_)
-    if (!focusedKey.isEmpty() && row->key() == focusedKey) row->setFocus(Qt::OtherFocusReason);
+  if (!focusedKey.isEmpty()) giveKeyboardTo(focusedKey);
   if (renaming_) renaming_->raise();
+}
+
+// A row that went, as one that was put away, leaves the keyboard to the place that is open.
+void SidebarView::giveKeyboardTo(const QString& key) {
+  const auto same = std::find_if(rows_.begin(), rows_.end(), [&key](auto* row) { return row->key() == key; });
+  const auto open = std::find_if(rows_.begin(), rows_.end(), [](auto* row) { return row->row().current; });
+  const auto next = same != rows_.end() ? same : open != rows_.end() ? open : rows_.begin();
+  if (next == rows_.end()) return;
+  (*next)->show();  // a row that the layout has not shown yet would let it go again
+  (*next)->setFocus(Qt::OtherFocusReason);
 }
 
 }  // namespace sorvan::views

@@ -93,6 +93,7 @@ class SidebarView final : public QWidget {
 
  private:
   void rebuild();
+  void giveKeyboardTo(const QString& key);
   void addRows(QVBoxLayout& column, SidebarSection section, const QString& title);
   void addHeading(QVBoxLayout& column, SidebarSection section, const QString& title);
   void addRow(QVBoxLayout& column, const SidebarRow& row);
