@@ -56,12 +56,16 @@ void UpdatePill::paintEvent(QPaintEvent*) {
 void addUpdatePill(MenuStrip& strip, UpdatesPresenter& updates) {
   auto* pill = new UpdatePill(updates, &strip);
   static_cast<QBoxLayout*>(strip.layout())->insertWidget(1, pill);
-  // It came last and stands first: so does it for the keyboard.
+  // It came last and stands first: so does it for the keyboard. Its buttons go behind the one that was first, which then
+  // goes behind them; before it, there is nothing with a place in the order.
   pill->lower();
-  QWidget* before = nullptr;
-  for (QAbstractButton* button : strip.findChildren<QAbstractButton*>()) {
-    if (before) QWidget::setTabOrder(before, button);
-    before = button;
+  const QList<QAbstractButton*> own = pill->findChildren<QAbstractButton*>();
+  for (QAbstractButton* first : strip.findChildren<QAbstractButton*>()) {
+    if (own.contains(first) || first->focusPolicy() == Qt::NoFocus) continue;
+    QWidget::setTabOrder(first, own.front());
+    QWidget::setTabOrder(own.front(), own.back());
+    QWidget::setTabOrder(own.back(), first);
+    return;
   }
 }
 
