@@ -66,8 +66,11 @@ TEST(Tour, ReadsWhatItCostAndTakesItToASpreadsheet) {
   person.waitFor({u"Nothing spent in this period"_qs, {}});
   person.click({u"Show All Time"_qs, u"push button"_qs});
   person.waitFor(charges);
-  person.click({u"Projects"_qs, u"push button"_qs});
-  person.click({u"Inbox"_qs, u"check menu item"_qs});
+  person.click({u"Projects, All Projects"_qs, u"push button"_qs});
+  person.key(u"Down"_qs);
+  person.key(u"Down"_qs);
+  person.key(u"Return"_qs);
+  person.waitFor({u"Projects, Inbox"_qs, u"push button"_qs});
   person.waitFor({u"Outputs, 2, 2 images"_qs, {}});
   person.picture(u"inbox"_qs);
 

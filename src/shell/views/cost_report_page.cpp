@@ -207,8 +207,7 @@ void CostReportPage::refresh() {
   periods_->setCurrent(costs_.period());
   scope_->setLabel(costs_.scopeTitle());
   scope_->setMinimumWidth(std::min(scope_->sizeHint().width(), kWidestScope));
-  scope_->setAccessibleName(shell::texts::costScope);
-  scope_->setAccessibleDescription(costs_.scopeTitle());
+  scope_->setAccessibleName(shell::texts::costScope + u", "_s + costs_.scopeTitle());
   explanation_->setText(costs_.explanation());
   explanation_->setToolTip(costs_.explanation());
   // While a file is written the button keeps the keyboard; another press waits for nothing and does nothing.
