@@ -16,6 +16,7 @@ namespace {
 constexpr int mostColumns = 240;
 constexpr int gridSteps = 3;
 constexpr int fewMonths = 14;
+constexpr int fewDays = 10;
 // A period that reaches to now ends so many seconds later, and a month ends at the very edge of the next one.
 constexpr double lastMinute = 60;
 
@@ -64,7 +65,9 @@ QString labelOf(const Span& span, const QDate& day) {
     if (day.month() == 1) return locale.toString(day, u"MMM yyyy"_s);
     return all || day.month() % 3 == 1 ? locale.toString(day, u"MMM"_s) : QString();
   }
-  if (span.inOneMonth()) return day.day() == 1 || day.day() % 5 == 0 ? QString::number(day.day()) : QString();
+  if (span.inOneMonth() && span.count() > fewDays)
+    return day.day() == 1 || day.day() % 5 == 0 ? QString::number(day.day()) : QString();
+  if (span.count() <= fewDays) return locale.toString(day, u"d MMM"_s);
   return day.day() == 1 || day.day() == 15 ? locale.toString(day, u"d MMM"_s) : QString();
 }
 

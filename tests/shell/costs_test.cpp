@@ -274,6 +274,15 @@ TEST_F(CostChartTest, ShowsALongTimeByMonth) {
   EXPECT_DOUBLE_EQ(shown.columns[10].total, 4);
 }
 
+TEST_F(CostChartTest, AFewDaysAreAllNamed) {
+  question.about.period = u"all"_s;
+  spend({2026, 11, 18}, 1);
+  const CostChart shown = chart();
+  ASSERT_EQ(shown.columns.size(), 4u);
+  EXPECT_EQ(shown.columns[0].label, u"18 Nov"_s);
+  EXPECT_EQ(shown.columns[3].label, u"21 Nov"_s);
+}
+
 TEST_F(CostChartTest, ADateFromAnotherAgeMakesNoEndlessChart) {
   question.about.period = u"all"_s;
   spend({1601, 1, 1}, 1);
