@@ -67,6 +67,7 @@ void UsageStats::keep() {
   } catch (const SorvanError&) {
     // Counting disturbs nobody's work.
   }
+  Q_EMIT changed();
 }
 
 void UsageStats::setEnabled(bool sharing) {

@@ -52,6 +52,7 @@ class UsageStats : public QObject {
   Task<> drain() { return tasks.drain(); }
 
  Q_SIGNALS:
+  /// The user's word, the counts or the report that is on its way.
   void changed();
 
  private:

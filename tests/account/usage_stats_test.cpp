@@ -99,6 +99,18 @@ TEST_F(UsageStatsTest, SendsAReportThatWasNotTakenAgainByteForByteAlsoAfterARest
   EXPECT_EQ(report(3).value(u"report"_s), 2);
 }
 
+TEST_F(UsageStatsTest, TellsWhenWhatIsSentNextIsAnother) {
+  allow();
+  transport->on("POST", u"v1/t/app"_s).answers(204).repeating();
+  QByteArray shown;
+  QObject::connect(&usage(), &UsageStats::changed, [&] { shown = usage().nextReport(); });
+  usage().note(u"job.upscale"_s, 3);
+  EXPECT_TRUE(shown.contains("\"job.upscale\": 3"));
+  launch();
+  EXPECT_FALSE(shown.contains("job.upscale"));
+  EXPECT_TRUE(shown.contains("\"report\": 2"));
+}
+
 TEST_F(UsageStatsTest, ForgetsAReportWhenItIsTurnedOff) {
   allow();
   transport->on("POST", u"v1/t/app"_s).answers(500).answers(200).repeating();
