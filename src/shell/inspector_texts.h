@@ -48,7 +48,7 @@ inline const QString spentNote =
 // A job
 inline const QString settingsSection = QStringLiteral("Settings");
 inline const QString resultsSection = QStringLiteral("Results");
-inline const QString imagesLabel = QStringLiteral("Outputs asked for");
+inline const QString imagesLabel = QStringLiteral("Outputs");
 inline const QString formatLabel = QStringLiteral("Size");
 inline const QString startedLabel = QStringLiteral("Started");
 inline const QString endedLabel = QStringLiteral("Ended");

@@ -137,7 +137,7 @@ TEST_F(InspectorTest, AJobTellsItsSettingsReferencesAndResults) {
   ASSERT_TRUE(settings);
   EXPECT_EQ(value(*settings, QStringLiteral("Seed")), QStringLiteral("7"));
   EXPECT_EQ(value(*settings, QStringLiteral("Safety tolerance")), QStringLiteral("2"));
-  EXPECT_EQ(value(*settings, QStringLiteral("Outputs asked for")), QStringLiteral("1"));
+  EXPECT_EQ(value(*settings, QStringLiteral("Outputs")), QStringLiteral("1"));
   const InspectorSection* references = section(QStringLiteral("References"));
   ASSERT_TRUE(references);
   EXPECT_EQ(references->links.at(0).item, first);
