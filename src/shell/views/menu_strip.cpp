@@ -68,6 +68,30 @@ void MenuStrip::setActivity(const QString& text) {
 
 void MenuStrip::setBalance(const BadgeDisplay& balance) { balance_->show(balance); }
 
+std::vector<QWidget*> MenuStrip::stops() const {
+  std::vector<QWidget*> found;
+  for (int place = 0; place < layout()->count(); ++place) {
+    QWidget* part = layout()->itemAt(place)->widget();
+    if (!part || part == bar_) continue;
+    QList<QWidget*> candidates = part->findChildren<QWidget*>();
+    candidates.prepend(part);
+    for (QWidget* candidate : candidates) {
+      const bool takesTab = (candidate->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+      if (takesTab && candidate->isVisible() && candidate->isEnabled()) found.push_back(candidate);
+    }
+  }
+  return found;
+}
+
+bool MenuStrip::focusNextPrevChild(bool next) {
+  const std::vector<QWidget*> all = stops();
+  const auto now = std::find(all.begin(), all.end(), focusWidget());
+  const bool leaves = now == all.end() || (next ? now + 1 == all.end() : now == all.begin());
+  if (leaves) return QWidget::focusNextPrevChild(next);
+  (*(next ? now + 1 : now - 1))->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  return true;
+}
+
 void MenuStrip::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), colors().surfaceChrome);

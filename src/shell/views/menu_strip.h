@@ -34,8 +34,12 @@ class MenuStrip final : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  // From button to button as they stand, whenever they were added.
+  bool focusNextPrevChild(bool next) override;
 
  private:
+  std::vector<QWidget*> stops() const;
+
   QMenuBar* bar_;
   ActivityPill* activity_;
   BalanceBadge* balance_;
