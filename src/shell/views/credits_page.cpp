@@ -255,7 +255,7 @@ QWidget* CreditOffers::packCard(const OfferDisplay& offer) {
   auto* first = new QHBoxLayout;
   first->setSpacing(6);
   first->addWidget(new Label(offer.amount, Type::title));
-  first->addWidget(new Label(shell::texts::credits(), Type::small, &Colors::textTertiary));
+  first->addWidget(new Label(shell::texts::credits(), Type::small, &Colors::textSecondary));
   first->addStretch(1);
   column->addLayout(first);
   auto* second = new QHBoxLayout;
