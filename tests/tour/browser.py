@@ -21,6 +21,7 @@ class Browser:
         self.inward, from_browser = os.pipe()
         flags = ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
                  "--disable-background-networking", "--disable-component-update", "--disable-sync",
+                 "--password-store=basic",
                  "--user-data-dir=" + profile, "--remote-debugging-pipe", "about:blank"]
 
         # Chromium reads its messages at descriptor 3 and writes at 4; both ends are moved out of the way first.
@@ -29,7 +30,10 @@ class Browser:
             os.dup2(read_end, 3)
             os.dup2(write_end, 4)
 
-        self.process = subprocess.Popen(["chromium"] + flags, preexec_fn=place, close_fds=False,
+        # The desktop of the tour is not its own: there it would wake the key store, which asks and waits.
+        environment = {name: value for name, value in os.environ.items()
+                       if name not in ("DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "XDG_RUNTIME_DIR")}
+        self.process = subprocess.Popen(["chromium"] + flags, preexec_fn=place, close_fds=False, env=environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(to_browser)
         os.close(from_browser)
