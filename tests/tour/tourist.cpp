@@ -144,14 +144,6 @@ void Tourist::carry(QPoint from, QPoint to) {
   xdotool({u"mouseup"_qs, u"1"_qs});
 }
 
-void Tourist::carryOver(QPoint from, QPoint rest, const Wanted& target) {
-  moveTo(from);
-  xdotool({u"mousedown"_qs, u"1"_qs});
-  moveSlowly(from, rest);
-  moveSlowly(rest, waitFor(target).place.center());
-  xdotool({u"mouseup"_qs, u"1"_qs});
-}
-
 void Tourist::type(const QString& text) { xdotool({u"type"_qs, u"--delay"_qs, u"8"_qs, u"--"_qs, text}); }
 
 void Tourist::tabTo(const Wanted& wanted) {

@@ -44,8 +44,6 @@ class Tourist {
   void drag(QPoint from, QPoint to);
   // The same as slowly as a hand does it, so that whatever is dragged over has time to answer.
   void carry(QPoint from, QPoint to);
-  // The same by way of a place on which the pointer rests until something is there; then on to its middle.
-  void carryOver(QPoint from, QPoint rest, const Wanted& target);
   // Types into whatever has the focus.
   void type(const QString& text);
   // Presses Tab until the control has the keyboard; fails the test when Tab does not lead there.
