@@ -109,9 +109,17 @@ TEST_F(SheetDropTest, ACardOfTheListTakesItemsToo) {
   const auto data = items({ids[2], ids[3], ids[0]});
   const QPoint card = cards->cellRect(0).center();
   const auto dropAt = [&](QPoint point) {
-    QDragEnterEvent enter(point, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    // What is dragged comes in beside the cards, as from the tab above them.
+    QDragEnterEvent enter(QPoint(3, 2), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(cards->viewport(), &enter);
-    if (!enter.isAccepted()) return false;
+    EXPECT_TRUE(enter.isAccepted());
+    QDragMoveEvent move(point, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(cards->viewport(), &move);
+    if (!move.isAccepted()) {
+      QDragLeaveEvent left;
+      QCoreApplication::sendEvent(cards->viewport(), &left);
+      return false;
+    }
     QDropEvent dropped(point, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(cards->viewport(), &dropped);
     test::runPosted();

@@ -282,12 +282,15 @@ void SheetCards::dropOn(int index) {
   viewport()->update();
 }
 
-void SheetCards::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
+// A view that does not take what enters it beside the cards hears no more of it when it comes to one.
+void SheetCards::dragEnterEvent(QDragEnterEvent* event) {
+  const QMimeData& data = *event->mimeData();
+  event->setDropAction(Qt::CopyAction);
+  event->setAccepted(!itemsFromInside(data).empty() || !localFiles(data).isEmpty());
+}
 
 void SheetCards::dragMoveEvent(QDragMoveEvent* event) {
-  const QMimeData& data = *event->mimeData();
-  const bool holdsItems = !itemsFromInside(data).empty() || !localFiles(data).isEmpty();
-  dropOn(holdsItems ? indexAt(event->position().toPoint()) : -1);
+  dropOn(indexAt(event->position().toPoint()));
   if (dropOn_ < 0) return event->ignore();
   event->setDropAction(Qt::CopyAction);
   event->accept();
