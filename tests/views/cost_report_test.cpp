@@ -132,6 +132,18 @@ TEST_F(CostReportPageTest, IsThereForPeopleWithoutAMouseOrWithoutSight) {
   EXPECT_EQ(test::keyboardFaults(*window).join(u'\n').toStdString(), "");
 }
 
+TEST_F(CostReportPageTest, ASelectedRowCanBeRead) {
+  make(u"a lighthouse"_s, 0.25);
+  open();
+  table().setFocus(Qt::TabFocusReason);
+  table().selectRow(0);
+  for (const Appearance look : {Appearance::light, Appearance::dark}) {
+    Theme::instance().setAppearance(look);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(test::faintTexts(table()).toStdString(), "");
+  }
+}
+
 TEST_F(CostReportPageTest, ANarrowTableLeavesOutWhatHasNoRoom) {
   CostTable narrow(u"Charges"_s, chargeColumns());
   ChargeModel model(costs);

@@ -101,6 +101,10 @@ CostTable::CostTable(const QString& name, std::vector<CostTableColumn> columns, 
   setMouseTracking(true);
   viewport()->setMouseTracking(true);
   viewport()->setAutoFillBackground(false);
+  // The delegate fills a selected row with the theme's own colour; the style's would lie under the words as well.
+  QPalette without;
+  without.setColor(QPalette::Highlight, Qt::transparent);
+  setPalette(without);
 }
 
 // The widths are fixed but for one column, which takes what is left; what has no room in a narrow table is away.
