@@ -102,8 +102,10 @@ TEST_F(SheetWordsTest, ResultsThatDropIntoTheSheetInFrontAreNotAnnouncedAndOther
   desk.provider->gate->finish();
   desk.settle();
   EXPECT_TRUE(desk.alerts.toasts().empty());
-  desk.provider->gate.reset();
+  desk.provider->gate.emplace();
   desk.generate(QStringLiteral("a fox"));
+  desk.state.openContactSheet(sheet.source());
+  desk.provider->gate->finish();
   desk.settle();
   EXPECT_EQ(desk.alerts.toasts().size(), 1u);
 }
