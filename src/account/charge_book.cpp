@@ -1,6 +1,10 @@
 #include "account/charge_book.h"
 
 #include <algorithm>
+#include <coroutine>
+
+#include <QCoreApplication>
+#include <QTimer>
 
 #include "core/library_store.h"
 
@@ -10,6 +14,15 @@ namespace {
 
 /// One batch takes the main thread about a millisecond.
 constexpr std::size_t batchRows = 1000;
+
+/// Resumes after the events of the user, of the screen and of timers: what is posted meanwhile would run before them.
+struct NextTurn {
+  bool await_ready() const { return false; }
+  void await_suspend(std::coroutine_handle<> waiting) const {
+    QTimer::singleShot(0, QCoreApplication::instance(), [waiting] { waiting.resume(); });
+  }
+  void await_resume() const {}
+};
 
 void nameModel(ChargeBook& book, const QString& model, const NameOfModel& nameOfModel) {
   if (!book.names.models.contains(model)) book.names.models.insert(model, nameOfModel(model));
@@ -33,8 +46,8 @@ Task<ChargeBook> gatherCharges(const LibraryStore& store, NameOfModel nameOfMode
       const Generation& generation = *generations[at];
       if (isBilled(generation)) add(book, chargeOf(generation, store.asset(generation.assetID)), nameOfModel);
     }
-    // The pool's answer comes as an event behind those of the user.
-    co_await onPool([] {}, stop);
+    co_await NextTurn{};
+    throwIfStopped(stop);
     if (store.opening() != opening) throw Cancelled();
   }
   for (Charge& row : ledgerCharges(store, {})) add(book, std::move(row), nameOfModel);
