@@ -140,9 +140,13 @@ TEST_F(AfterATrial, AnythingThatWasPromisedAndIsGoneBreaksTheSecond) {
   }
 }
 
-TEST_F(AfterATrial, AProjectWithoutItsFolderBreaksTheFourth) {
-  evidence.report.insert(u"projects"_s, QJsonArray{QJsonObject{{u"id"_s, u"PROJECT"_s}, {u"folder"_s, false}}});
+TEST_F(AfterATrial, AProjectWithoutItsFolderBreaksTheFourthUnlessItCameWithTheLibrary) {
+  QJsonObject project{{u"id"_s, u"PROJECT"_s}, {u"name"_s, u"1"_s}, {u"folder"_s, false}};
+  evidence.report.insert(u"projects"_s, QJsonArray{project});
   EXPECT_EQ(broken(), Names{"I4"});
+  project.insert(u"name"_s, u"Harbour"_s);
+  evidence.report.insert(u"projects"_s, QJsonArray{project});
+  EXPECT_EQ(broken(), Names{});
 }
 
 TEST_F(AfterATrial, WhatStaysUnsavedBreaksTheSecond) {
