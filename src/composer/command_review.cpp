@@ -37,11 +37,19 @@ Task<> CommandReview::ask(Situation situation, std::stop_token stop) {
   // 3. One request under a key of its own, noted before it leaves.
   const QUuid key = ports_.newKey();
   ports_.books.aboutToSend(key, situation.project);
-  const Interpretation answer =
-      co_await ports_.interpreter.interpret(situation.draft.trimmed(), situation.context, key, stop);
+  const Interpretation answer = co_await answerTo(situation, key, stop);
   // 4. It is paid for, whatever it says and whoever still wants it.
   ports_.books.answered(key, answer);
   take(situation, revision, answer);
+}
+
+Task<Interpretation> CommandReview::answerTo(Situation situation, QUuid key, std::stop_token stop) {
+  try {
+    co_return co_await ports_.interpreter.interpret(situation.draft.trimmed(), situation.context, key, stop);
+  } catch (const InterpretationNotSent&) {
+    ports_.books.notSent(key);
+    throw;
+  }
 }
 
 void CommandReview::take(const Situation& situation, quint64 revision, const Interpretation& answer) {

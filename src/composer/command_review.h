@@ -61,6 +61,7 @@ class CommandReview final : public QObject {
  private:
   Task<> run(Situation situation, std::stop_token stop);
   Task<> ask(Situation situation, std::stop_token stop);
+  Task<Interpretation> answerTo(Situation situation, QUuid key, std::stop_token stop);
   void take(const Situation& situation, quint64 revision, const Interpretation& answer);
 
   Ports ports_;

@@ -29,21 +29,40 @@ Task<Interpretation> finished(CreditsClient client, CreditsOperation operation, 
   co_return interpretationOf(ended);
 }
 
+/// What may be asked again under another key, and what may have been begun under this one, are told apart.
+Task<CreditsOperation> begun(CreditsClient client, QJsonObject body, QUuid key, std::stop_token stop) {
+  try {
+    co_return co_await client.post<CreditsOperation>(u"v1/interpret"_s, body, std::optional(uuidText(key)), stop);
+  } catch (const GatewayRefusal& refusal) {
+    throw InterpretationNotSent(refusal.message());
+  } catch (const HttpError& unreachable) {
+    throw InterpretationNotSent(unreachable.message());
+  }
+}
+
 }  // namespace
+
+CreditsClient GatewayInterpreter::clientToSend() const {
+  try {
+    return makeClient_();
+  } catch (const SorvanError& nobody) {
+    throw InterpretationNotSent(nobody.message());
+  }
+}
 
 Task<Interpretation> GatewayInterpreter::interpret(QString text, CommandContext context, QUuid key,
                                                    std::stop_token stop) {
-  const CreditsClient client = makeClient_();
+  const CreditsClient client = clientToSend();
   const QJsonObject body{{u"text"_s, text}, {u"context"_s, toJson(context)}};
-  const auto begun =
-      co_await client.post<CreditsOperation>(u"v1/interpret"_s, body, std::optional(uuidText(key)), stop);
-  co_return co_await finished(client, begun, stop);
+  const CreditsOperation operation = co_await begun(client, body, key, stop);
+  co_return co_await finished(client, operation, stop);
 }
 
 Task<std::optional<Interpretation>> GatewayInterpreter::existing(QUuid key, std::stop_token stop) {
   const CreditsClient client = makeClient_();
   const auto found = co_await client.existing(uuidText(key), stop);
-  if (!found || found->isFailed()) co_return std::nullopt;
+  if (!found) co_return std::nullopt;
+  if (found->isFailed()) co_return Interpretation();
   co_return co_await finished(client, *found, stop);
 }
 

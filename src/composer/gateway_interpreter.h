@@ -17,6 +17,8 @@ class GatewayInterpreter final : public CommandInterpreter {
   Task<std::optional<Interpretation>> existing(QUuid key, std::stop_token stop) override;
 
  private:
+  CreditsClient clientToSend() const;
+
   std::function<CreditsClient()> makeClient_;
 };
 

@@ -20,8 +20,9 @@ constexpr double dollarsOfCredit = 0.01;
 struct PendingInterpretation {
   QUuid id;
   std::optional<QUuid> projectID;
+  std::optional<Instant> sentAt;  ///< absent in a note of an earlier form
 };
-BOOST_DESCRIBE_STRUCT(PendingInterpretation, (), (id, projectID))
+BOOST_DESCRIBE_STRUCT(PendingInterpretation, (), (id, projectID, sentAt))
 using Pending = std::vector<PendingInterpretation>;
 
 Pending pendingIn(const Settings& settings) { return settings.get<Pending>(pendingKey, {}); }
@@ -33,6 +34,16 @@ void forget(Settings& settings, const QUuid& key) {
     settings.remove(pendingKey);
   } else {
     settings.set(pendingKey, pending);
+  }
+}
+
+/// One that stays because the settings cannot be written is settled once more at the next start, which changes nothing;
+/// the answer itself must not be lost over it.
+void forgetQuietly(Settings& settings, const QUuid& key) {
+  try {
+    forget(settings, key);
+  } catch (const SorvanError&) {
+    return;
   }
 }
 
@@ -65,7 +76,7 @@ InterpretationBooks::InterpretationBooks(LibraryStore& store, CommandInterpreter
 
 void InterpretationBooks::aboutToSend(const QUuid& key, const std::optional<QUuid>& project) {
   Pending pending = pendingIn(store_.settings());
-  pending.push_back({key, project});
+  pending.push_back({key, project, store_.now()});
   store_.settings().set(pendingKey, pending);
 }
 
@@ -75,11 +86,13 @@ void InterpretationBooks::answered(const QUuid& key, const Interpretation& answe
   if (answer.microcredits > 0) store_.record(chargeOf(store_, key, answer));
   // A ledger that could not be written keeps the charge in memory only, so the request stays noted.
   if (store_.extraCharges().isPending() || store_.extraCharges().isUnreadable()) return;
-  try {
-    forget(store_.settings(), key);
-  } catch (const SorvanError&) {
-    // Settled once more at the next start, which changes nothing; the answer itself must not be lost over it.
-  }
+  forgetQuietly(store_.settings(), key);
+}
+
+void InterpretationBooks::notSent(const QUuid& key) { forgetQuietly(store_.settings(), key); }
+
+void InterpretationBooks::notSeen(const QUuid& key, Instant sentAt) {
+  if (store_.now() - sentAt > latestArrival) forgetQuietly(store_.settings(), key);
 }
 
 Task<> InterpretationBooks::settle(std::stop_token stop) {
@@ -88,7 +101,7 @@ Task<> InterpretationBooks::settle(std::stop_token stop) {
     throwIfStopped(stop);
     try {
       const auto found = co_await interpreter_.existing(entry.id, stop);
-      answered(entry.id, found.value_or(Interpretation()));
+      found ? answered(entry.id, *found) : notSeen(entry.id, entry.sentAt.value_or(Instant()));
     } catch (const SorvanError&) {
       continue;  // it stays noted for the next time
     }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QJsonArray>
+
+#include "base/ids.h"
 #include "base/json.h"
 #include "composer/command_texts.h"
 #include "core/library_fixture.h"
@@ -22,6 +25,7 @@ class ScriptedInterpreter final : public CommandInterpreter {
     keys.push_back(key);
     const Completion mine = gate;
     co_await mine;
+    if (refuses) throw InterpretationNotSent(failure);
     if (!failure.isEmpty()) throw SorvanError(failure);
     co_return answer;
   }
@@ -34,6 +38,7 @@ class ScriptedInterpreter final : public CommandInterpreter {
   Completion gate;
   Interpretation answer;
   QString failure;
+  bool refuses = false;
   std::optional<Interpretation> lookup;
   QString lookupFailure;
   QStringList sent;
@@ -180,11 +185,61 @@ TEST_F(CommandReviewTest, ALostAnswerIsStillKnownAfterARestartAndIsChargedOnce) 
   EXPECT_EQ(charges().size(), 1U);
 }
 
-TEST_F(CommandReviewTest, ARequestThatNeverArrivedIsForgottenWithoutACharge) {
+TEST_F(CommandReviewTest, ARequestThatArrivesAfterItWasAskedForIsStillCharged) {
+  interpreter.failure = u"lost"_s;
+  begin();
+  finish();
+  const auto settleLater = [this] {
+    InterpretationBooks later(store, interpreter);
+    sorvan::test::runTask(later.settle({}));
+    return later.isSettled();
+  };
+  EXPECT_FALSE(settleLater()) << "it may be on its way";
+  clock->advance(std::chrono::hours(23));
+  EXPECT_FALSE(settleLater());
+  EXPECT_TRUE(charges().empty());
+  interpreter.lookup = Interpretation{{}, 2'000'000};
+  EXPECT_TRUE(settleLater());
+  ASSERT_EQ(charges().size(), 1U);
+  EXPECT_EQ(charges()[0].id, interpreter.keys[0]);
+  EXPECT_EQ(charges()[0].credits, 2.0);
+}
+
+TEST_F(CommandReviewTest, ARequestThatHasNotArrivedWithinADayIsForgottenWithoutACharge) {
   books.aboutToSend(newUuid(), std::nullopt);
+  clock->advance(std::chrono::hours(24));
+  sorvan::test::runTask(books.settle({}));
+  EXPECT_FALSE(books.isSettled());
+  clock->advance(std::chrono::seconds(1));
   sorvan::test::runTask(books.settle({}));
   EXPECT_TRUE(books.isSettled());
   EXPECT_TRUE(charges().empty());
+}
+
+TEST_F(CommandReviewTest, ARequestThatFailedIsForgottenAtOnce) {
+  books.aboutToSend(newUuid(), std::nullopt);
+  interpreter.lookup = Interpretation();
+  sorvan::test::runTask(books.settle({}));
+  EXPECT_TRUE(books.isSettled());
+  EXPECT_TRUE(charges().empty());
+}
+
+TEST_F(CommandReviewTest, ARequestThatWasRefusedIsForgottenAtOnce) {
+  interpreter.refuses = true;
+  interpreter.failure = u"Insufficient Sorvan Credits."_s;
+  begin();
+  finish();
+  EXPECT_EQ(message, u"Insufficient Sorvan Credits."_s);
+  EXPECT_TRUE(isError);
+  EXPECT_TRUE(books.isSettled());
+}
+
+TEST_F(CommandReviewTest, ANoteOfAnEarlierFormIsAskedForOnce) {
+  settings->set(u"pendingInterpretations"_s, QJsonArray{QJsonObject{{u"id"_s, uuidText(newUuid())}}});
+  EXPECT_FALSE(books.isSettled());
+  sorvan::test::runTask(books.settle({}));
+  EXPECT_EQ(interpreter.asked.size(), 1U);
+  EXPECT_TRUE(books.isSettled());
 }
 
 TEST_F(CommandReviewTest, TheRequestIsNotedBeforeItLeaves) {

@@ -73,12 +73,23 @@ TEST_F(GatewayInterpreterTest, SaysThatALostAnswerMayHaveBeenPaidFor) {
   EXPECT_THROW(interpret(), generation::SubmissionUnknown);
 }
 
+TEST_F(GatewayInterpreterTest, SaysThatARefusedRequestWasNotAccepted) {
+  transport->on("POST", u"v1/interpret"_s).answersJson(QJsonObject{{u"error"_s, u"Insufficient Sorvan Credits."_s}}, 402);
+  EXPECT_THROW(interpret(), InterpretationNotSent);
+}
+
+TEST_F(GatewayInterpreterTest, SaysThatNothingWasSentWhileNobodyIsSignedIn) {
+  GatewayInterpreter nobody([]() -> catalogue::CreditsClient { throw SorvanError(u"Sign in."_s); });
+  EXPECT_THROW(runTask(nobody.interpret(u"find temples"_s, context, key, {})), InterpretationNotSent);
+}
+
 TEST_F(GatewayInterpreterTest, LearnsWhatBecameOfARequestThatWasSentBefore) {
   const auto existing = [&] { return runTask(interpreter.existing(key, {})); };
   transport->on("GET", u"v1/requests/6F9619FF"_s).answers(404);
   EXPECT_FALSE(existing());
-  transport->on("GET", u"v1/requests/6F9619FF"_s).answersJson(operation(u"failed"_s));
-  EXPECT_FALSE(existing());
+  transport->on("GET", u"v1/requests/6F9619FF"_s).answersJson(operation(u"failed"_s)).repeating();
+  ASSERT_TRUE(existing()) << "it has arrived";
+  EXPECT_EQ(existing()->microcredits, 0);
   transport->on("GET", u"v1/requests/6F9619FF"_s).answersJson(operation(u"complete"_s, search));
   EXPECT_EQ(existing()->microcredits, 300'000);
   transport->on("GET", u"v1/requests/6F9619FF"_s).answers(503);
