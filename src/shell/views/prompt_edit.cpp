@@ -310,6 +310,39 @@ void PromptEdit::mousePressEvent(QMouseEvent* event) {
   Q_EMIT focused();
 }
 
+// ---- What is pasted and dropped
+
+bool PromptEdit::movesOwnText(const QDropEvent& event) const {
+  return event.source() == viewport() && event.proposedAction() == Qt::MoveAction;
+}
+
+// Whoever is told that its text was moved deletes it.
+void PromptEdit::offerCopy(QDropEvent& event) const {
+  if (event.isAccepted() && !movesOwnText(event)) event.setDropAction(Qt::CopyAction);
+}
+
+void PromptEdit::dragEnterEvent(QDragEnterEvent* event) {
+  QTextEdit::dragEnterEvent(event);
+  offerCopy(*event);
+}
+
+void PromptEdit::dragMoveEvent(QDragMoveEvent* event) {
+  QTextEdit::dragMoveEvent(event);
+  offerCopy(*event);
+}
+
+// The editor accepts what it was dropped, whether `insertFromMimeData` has taken it or not.
+void PromptEdit::dropEvent(QDropEvent* event) {
+  movingOwnText_ = movesOwnText(*event);
+  refused_ = false;
+  QTextEdit::dropEvent(event);
+  movingOwnText_ = false;
+  offerCopy(*event);
+  if (!std::exchange(refused_, false)) return;
+  event->setDropAction(Qt::IgnoreAction);
+  event->ignore();
+}
+
 bool PromptEdit::canInsertFromMimeData(const QMimeData* source) const {
   return source->hasText() || holdsMedia(*source);
 }
@@ -325,7 +358,9 @@ void PromptEdit::insertFromMimeData(const QMimeData* source) {
 void PromptEdit::takeText(const QString& text) {
   const QString present = toPlainText();
   const qsizetype characters = present.size() - textCursor().selectedText().size() + text.size();
-  if (characters > longestPastedPrompt && characters > present.size()) {
+  // Text on its way within the prompt has left its old place already: refused here, it would be nowhere.
+  refused_ = !movingOwnText_ && characters > longestPastedPrompt && characters > present.size();
+  if (refused_) {
     Q_EMIT pasteRefused(characters);
     return;
   }

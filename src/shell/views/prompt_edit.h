@@ -11,7 +11,8 @@ namespace sorvan::views {
 using composer::MentionMark;
 
 // Plain text of two to eight lines, then it scrolls. Enter submits, Shift+Enter breaks the line, Tab moves on. While an
-// input method composes, and for a key that is held down, Enter submits nothing.
+// input method composes, and for a key that is held down, Enter submits nothing. What is dropped is copied, so that
+// another program keeps its text.
 class PromptEdit final : public QTextEdit {
   Q_OBJECT
 
@@ -51,6 +52,9 @@ class PromptEdit final : public QTextEdit {
   void inputMethodEvent(QInputMethodEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
@@ -63,6 +67,8 @@ class PromptEdit final : public QTextEdit {
   void replaceDifference(const QString& text);
   void breakLinesFor(const QString& text);
   void nameFontsFor(const QString& text);
+  bool movesOwnText(const QDropEvent& event) const;
+  void offerCopy(QDropEvent& event) const;
   void takeText(const QString& text);
   void keepGlyphs(int position, int removed, int added);
   std::vector<QRectF> areasOf(const MentionMark& mark, const QRectF& view) const;
@@ -71,6 +77,8 @@ class PromptEdit final : public QTextEdit {
   int scripts_ = 0;  // those whose fonts are named
   bool composing_ = false;
   bool justComposed_ = false;  // until the event loop turns: an Enter that ended the composition comes in between
+  bool movingOwnText_ = false;  // its own text is on its way from one place to another
+  bool refused_ = false;        // the last text was too long
   mutable int heightRevision_ = -1;
   mutable int heightWidth_ = -1;
   mutable int height_ = 0;
