@@ -1,9 +1,8 @@
-// Whatever the bytes are, the reader answers with a model or a sentence, soon.
+// Whatever the bytes are, the reader answers with a model or a sentence.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 
 #include "catalogue/made_schema.h"
@@ -49,7 +48,8 @@ TEST(HostileSchema, IsRefusedBelowADepthOfTwoHundred) {
   EXPECT_EQ(refusalOf(around(nested(1000000))), unreadable);
 }
 
-TEST(HostileSchema, EndsSoonWhenReferencesMultiply) {
+// Each level has twice as many as the one before: followed to the end, they would never end.
+TEST(HostileSchema, ComesToAnEndWhenReferencesMultiply) {
   MadeSchema made;
   made.properties = R"({"prompt":{"$ref":"#/components/schemas/L0"}})";
   for (int level = 0; level < 60; ++level) {
@@ -58,13 +58,10 @@ TEST(HostileSchema, EndsSoonWhenReferencesMultiply) {
                     "," + next + "]},";
   }
   made.schemas += R"("L60":{"type":"string"})";
-  QElapsedTimer watch;
-  watch.start();
-  test::failureOf([&] { made.model(); });
-  EXPECT_LT(watch.elapsed(), 15000);
+  EXPECT_EQ(made.refusal(), unreadable);
 }
 
-TEST(HostileSchema, EndsSoonWhenManyFieldsCopyALargeOne) {
+TEST(HostileSchema, ComesToAnEndWhenManyFieldsCopyALargeOne) {
   MadeSchema made;
   QByteArray large = "{\"type\":\"array\",\"enum\":[";
   for (int index = 0; index < 20000; ++index) large += QByteArray::number(index) + ",";
@@ -75,10 +72,7 @@ TEST(HostileSchema, EndsSoonWhenManyFieldsCopyALargeOne) {
                        "_image_urls\":{\"$ref\":\"#/components/schemas/Large\",\"type\":\"array\"},";
   }
   made.properties += "\"prompt\":{\"type\":\"string\"}}";
-  QElapsedTimer watch;
-  watch.start();
-  test::failureOf([&] { made.model(); });
-  EXPECT_LT(watch.elapsed(), 15000);
+  EXPECT_EQ(made.refusal(), unreadable);
 }
 
 TEST(HostileSchema, SurvivesWrongTypesInEveryPlace) {

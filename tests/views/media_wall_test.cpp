@@ -1,7 +1,6 @@
 #include "shell/views/media_wall.h"
 
 #include <QAccessible>
-#include <QElapsedTimer>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -440,22 +439,22 @@ TEST_F(MediaWallTest, FilesOfOtherProgramsAreTakenAndItsOwnItemsAreNot) {
   EXPECT_FALSE(own.isAccepted());
 }
 
-TEST_F(MediaWallTest, TitlesOfTenThousandCharactersAreShortenedAndCostNoTime) {
-  std::vector<GalleryCell> cells;
-  for (int index = 0; index < 40; ++index) {
-    GalleryCell cell = pictureCell(QString(10000, u'W'), 1.6);
-    cell.kind = CellKind::audio;
-    cell.title = QString(10000, u'W') + u" \U0001F3D4"_s;
-    cell.modelName = cell.statusText = cell.costText = cell.title;
-    cells.push_back(cell);
-  }
-  source.set(cells);
-  show(wall, {900, 600});
-  QElapsedTimer clock;
-  clock.start();
-  wall.viewport()->repaint();
-  EXPECT_LT(clock.elapsed(), 400) << "ten times what the plain wall takes with every check on";
-  EXPECT_EQ(wall.rowName(0).isEmpty(), false);
+TEST_F(MediaWallTest, TitlesOfTenThousandCharactersAreShortenedToTheirCells) {
+  const auto painted = [this](const QString& title) {
+    std::vector<GalleryCell> cells;
+    for (int index = 0; index < 40; ++index) {
+      GalleryCell cell = pictureCell(u"a sound"_s, 1.6);
+      cell.kind = CellKind::audio;
+      cell.title = cell.modelName = cell.statusText = cell.costText = title;
+      cells.push_back(cell);
+    }
+    source.set(cells);
+    show(wall, {900, 600});
+    return wall.viewport()->grab().toImage();
+  };
+  const QImage endless = painted(QString(10000, u'W') + u" \U0001F3D4"_s);
+  EXPECT_EQ(endless, painted(QString(200, u'W'))) << "both are cut to what their cells have room for";
+  EXPECT_NE(endless, painted(u"W"_s));
 }
 
 TEST_F(MediaWallTest, AWallOfOneCellTakesEveryKey) {
