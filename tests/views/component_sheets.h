@@ -1,9 +1,12 @@
-// Every component in every state on its sheets: what a developer looks at, and what the contrast test reads.
+// Every component in every state on its sheets: what a developer looks at, and what the tests of contrast and of states
+// read.
 #pragma once
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace sorvan::views {
 
@@ -13,5 +16,13 @@ std::unique_ptr<QWidget> mediaSheet(const QString& pictures);
 std::unique_ptr<QWidget> foundationsSheet();
 std::unique_ptr<QWidget> playersSheet(const QString& pictures);
 std::unique_ptr<QWidget> referencesSheet(const QString& pictures);
+
+struct ComponentSheet {
+  const char* name;  // CamelCase, for the names of tests
+  std::function<std::unique_ptr<QWidget>()> make;
+  int texts;  // at least so many are painted on it
+};
+// Every sheet there is. A new one is added here and nowhere else.
+std::vector<ComponentSheet> componentSheets();
 
 }  // namespace sorvan::views

@@ -4,8 +4,7 @@
 #include <QMenu>
 #include <QPainter>
 
-#include "views/component_sheets.h"
-#include "views/dressed.h"
+#include "views/every_sheet.h"
 
 namespace sorvan::views {
 namespace {
@@ -79,32 +78,24 @@ TEST_F(TextContrast, WhatIsDisabledNeedNotBeRead) {
   EXPECT_EQ(faintTexts(window), QString());
 }
 
-class ComponentSheets : public Dressed, public testing::WithParamInterface<Appearance> {
+using ComponentSheets = EverySheet;
+
+TEST_P(ComponentSheets, EveryTextIsReadable) {
+  const std::unique_ptr<QWidget> made = sheet().make();
+  show(*made, made->size());
+  EXPECT_GE(static_cast<int>(paintedTexts(*made).size()), sheet().texts);
+  EXPECT_EQ(faintTexts(*made).toStdString(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(InBothLooks, ComponentSheets, EverySheet::all(), EverySheet::name);
+
+class TokenColors : public Dressed, public testing::WithParamInterface<Appearance> {
  protected:
-  ComponentSheets() { Theme::instance().setAppearance(GetParam()); }
-  static void expectReadable(QWidget& sheet, int atLeast) {
-    show(sheet, sheet.size());
-    EXPECT_GE(static_cast<int>(paintedTexts(sheet).size()), atLeast);
-    EXPECT_EQ(faintTexts(sheet).toStdString(), "");
-  }
+  TokenColors() { Theme::instance().setAppearance(GetParam()); }
 };
 
-TEST_P(ComponentSheets, EveryTextOfTheControlsIsReadable) { expectReadable(*controlsSheet(), 60); }
-
-TEST_P(ComponentSheets, EveryTextOfMediaCellsAndFeedbackIsReadable) {
-  expectReadable(*mediaSheet(u":/sorvan/samples"_s), 40);
-}
-
-TEST_P(ComponentSheets, EveryTextOfTheFoundationsIsReadable) { expectReadable(*foundationsSheet(), 60); }
-
-TEST_P(ComponentSheets, EveryTextOfPlayersQuickLookLinksAndTablesIsReadable) {
-  expectReadable(*playersSheet(u":/sorvan/samples"_s), 40);
-}
-
-TEST_P(ComponentSheets, EveryTextOfTheReferencesIsReadable) { expectReadable(*referencesSheet(u":/sorvan/samples"_s), 40); }
-
 // The pairs of the tokens that text is written in, whatever is painted today.
-TEST_P(ComponentSheets, EveryInkOfTheTokensIsReadableOnEverySurfaceOfText) {
+TEST_P(TokenColors, EveryInkOfTheTokensIsReadableOnEverySurfaceOfText) {
   const Colors& c = colors();
   const std::pair<const char*, QColor> grounds[] = {{"canvas", c.surfaceCanvas},   {"chrome", c.surfaceChrome},
                                                     {"raised", c.surfaceRaised},   {"overlay", c.surfaceOverlay},
@@ -117,7 +108,7 @@ TEST_P(ComponentSheets, EveryInkOfTheTokensIsReadableOnEverySurfaceOfText) {
     for (const auto& [inkName, ink] : inks) EXPECT_GE(contrastOf(ink, ground), 4.5) << inkName << " on " << groundName;
 }
 
-TEST_P(ComponentSheets, TextOnFilledControlsIsReadable) {
+TEST_P(TokenColors, TextOnFilledControlsIsReadable) {
   const Colors& c = colors();
   for (const QColor& fill : {c.accentFill, c.accentFillHover, c.accentFillPressed})
     EXPECT_GE(contrastOf(c.textOnAccent, fill), 4.5);
@@ -125,7 +116,7 @@ TEST_P(ComponentSheets, TextOnFilledControlsIsReadable) {
   EXPECT_GE(contrastOf(c.textTooltip, c.surfaceTooltip), 4.5);
 }
 
-INSTANTIATE_TEST_SUITE_P(BothLooks, ComponentSheets, testing::Values(Appearance::dark, Appearance::light),
+INSTANTIATE_TEST_SUITE_P(BothLooks, TokenColors, testing::Values(Appearance::dark, Appearance::light),
                          [](const auto& look) { return look.param == Appearance::dark ? "Dark" : "Light"; });
 
 }  // namespace

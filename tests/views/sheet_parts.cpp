@@ -58,6 +58,11 @@ QWidget* inState(QAbstractButton* button, ControlState state) {
 
 QWidget* caption(const QString& text) { return new Label(text, Type::caption, &Colors::textSecondary); }
 
+QWidget* indented(QWidget* part, int pixels) {
+  part->setContentsMargins(pixels, 0, 0, 0);
+  return part;
+}
+
 QWidget* row(const std::vector<QWidget*>& parts) {
   QWidget* holder = boxOf<QHBoxLayout>(parts, 8);
   static_cast<QHBoxLayout*>(holder->layout())->addStretch(1);

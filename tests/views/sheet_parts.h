@@ -17,6 +17,8 @@ QWidget* inState(QAbstractButton* button, ControlState state);
 
 // A small title above a group.
 QWidget* caption(const QString& text);
+// Moved to the right by so many pixels.
+QWidget* indented(QWidget* part, int pixels);
 QWidget* row(const std::vector<QWidget*>& parts);
 QWidget* column(const std::vector<QWidget*>& parts);
 

@@ -53,9 +53,10 @@ void save(QWidget& widget, const QString& folder, const QString& name) {
 }
 
 void saveSheets(const QString& folder) {
-  std::unique_ptr<QWidget> sheets[] = {controlsSheet(), mediaSheet(u":/sorvan/samples"_s), foundationsSheet(),
-                                       playersSheet(u":/sorvan/samples"_s), referencesSheet(u":/sorvan/samples"_s)};
-  for (const auto& sheet : sheets) save(*sheet, folder, sheet->objectName());
+  for (const ComponentSheet& sheet : componentSheets()) {
+    const std::unique_ptr<QWidget> made = sheet.make();
+    save(*made, folder, made->objectName());
+  }
 }
 
 // The main window without presenters: a menu strip over the library.

@@ -12,6 +12,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr double kFaded = 0.45;     // of a switch that cannot be thrown
+constexpr int kPressedDanger = 118;  // percent darker: the tokens have no colour of its own for it
+
+// What lies over a ground that has a colour of its own while the pointer is on it or presses it.
+void paintTouch(QPainter& painter, const QRectF& area, double radius, const QAbstractButton& button) {
+  if (!button.isEnabled() || !(button.isDown() || button.underMouse())) return;
+  paintPanel(painter, area, radius, button.isDown() ? colors().statePressed : colors().stateHover);
+}
+
 int heightOf(ControlSize size) {
   const Metrics& m = metrics();
   return size == ControlSize::compact ? m.controlCompact
@@ -99,8 +108,7 @@ void Button::paintGround(QPainter& painter) const {
   const Colors& c = colors();
   const bool hover = underMouse() && isEnabled();
   const double radius = metrics().radiusControl;
-  if (variant_ == ButtonVariant::link) return;
-  if (variant_ == ButtonVariant::quiet) {
+  if (variant_ == ButtonVariant::quiet || variant_ == ButtonVariant::link) {
     if (hover || isDown()) paintPanel(painter, rect(), radius, isDown() ? c.statePressed : c.stateHover);
     return;
   }
@@ -111,7 +119,8 @@ void Button::paintGround(QPainter& painter) const {
   }
   if (!isEnabled()) return paintPanel(painter, rect(), radius, c.controlTrack);
   if (variant_ == ButtonVariant::destructive)
-    return paintPanel(painter, rect(), radius, hover ? c.dangerFillHover : c.dangerFill);
+    return paintPanel(painter, rect(), radius,
+                      isDown() ? c.dangerFill.darker(kPressedDanger) : (hover ? c.dangerFillHover : c.dangerFill));
   paintPanel(painter, rect(), radius, isDown() ? c.accentFillPressed : (hover ? c.accentFillHover : c.accentFill));
 }
 
@@ -236,33 +245,45 @@ QSize Chip::minimumSizeHint() const {
   return {sizeHint().width() - words - values + std::min(words, kChipShortestText), metrics().chip};
 }
 
+void Chip::paintGround(QPainter& painter) const {
+  const Colors& c = colors();
+  const double radius = height() / 2.0;
+  const bool hover = underMouse() && isEnabled();
+  if (tone_ == ChipTone::active) {
+    paintPanel(painter, rect(), radius, c.stateSelected);
+    return paintTouch(painter, rect(), radius, *this);
+  }
+  if (tone_ == ChipTone::quiet) {
+    const QColor fill = isDown() ? c.statePressed : (hover ? c.stateHover : QColor());
+    return paintPanel(painter, rect(), radius, fill, c.lineDefault);
+  }
+  QColor line = tone_ == ChipTone::attention ? c.warningText : c.controlBorder;
+  if (!isEnabled()) return paintPanel(painter, rect(), radius, QColor(), c.lineDefault);
+  paintPanel(painter, rect(), radius, isDown() ? c.controlFillPressed : (hover ? c.controlFillHover : c.controlFill), line);
+}
+
 void Chip::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
-  const bool hover = underMouse() && isEnabled();
-  const bool filled = tone_ == ChipTone::set || tone_ == ChipTone::attention;
-  QColor ground = filled ? (hover ? c.controlFillHover : c.controlFill) : (hover ? c.stateHover : QColor());
-  QColor line = filled ? c.controlBorder : c.lineDefault;
-  if (tone_ == ChipTone::active) ground = c.stateSelected, line = QColor();
-  if (tone_ == ChipTone::attention) line = c.warningText;
-  paintPanel(painter, rect(), height() / 2.0, ground, line);
+  paintGround(painter);
   QColor ink = tone_ == ChipTone::active ? c.accentText : (tone_ == ChipTone::quiet ? c.textSecondary : c.textPrimary);
-  if (!isEnabled()) ink = c.textDisabled;
-  const QColor dim = tone_ == ChipTone::active ? c.accentText : c.textTertiary;
+  QColor dim = tone_ == ChipTone::active ? c.accentText : c.textTertiary;
+  if (!isEnabled()) ink = dim = c.textDisabled;
   if (!words_) return paintIcon(painter, iconName_, rect(), metrics().iconSmall, {dim});
   QRect inner = rect().adjusted(kChipPadding, 0, -kChipPadding, 0);
+  const int side = metrics().iconSmall;
   if (!iconName_.isEmpty()) {
-    paintIcon(painter, iconName_, QRect(inner.left(), 0, metrics().iconSmall, height()), metrics().iconSmall, {dim});
-    inner.setLeft(inner.left() + metrics().iconSmall + kChipGap);
+    paintIcon(painter, iconName_, QRect(inner.left(), 0, side, height()), side, {dim});
+    inner.setLeft(inner.left() + side + kChipGap);
   }
   if (chevron_) {
-    const int side = metrics().iconSmall;
     paintIcon(painter, u"chevron-down"_s, QRect(inner.right() - side + 1, 0, side, height()), side - 2, {dim});
     inner.setRight(inner.right() - side - kChipGap);
   }
   const int used = paintText(painter, inner.adjusted(0, 0, 1, 0), {text(), fontFor(Type::small, Weight::medium), ink});
   inner.setLeft(inner.left() + used + kChipGap);
-  if (!value_.isEmpty()) paintText(painter, inner.adjusted(0, 0, 1, 0), {value_, fontFor(Type::small), c.textSecondary});
+  const QColor valueInk = isEnabled() ? c.textSecondary : c.textDisabled;
+  if (!value_.isEmpty()) paintText(painter, inner.adjusted(0, 0, 1, 0), {value_, fontFor(Type::small), valueInk});
 }
 
 void Chip::keyPressEvent(QKeyEvent* event) {
@@ -287,7 +308,8 @@ void TileButton::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
   const bool hover = underMouse() && isEnabled();
-  paintPanel(painter, rect(), 7, isChecked() ? c.stateSelected : (hover || isDown() ? c.statePressed : c.stateHover));
+  paintPanel(painter, rect(), 7, isChecked() ? c.stateSelected : c.stateHover);
+  paintTouch(painter, rect(), 7, *this);
   QColor ink = isChecked() ? c.accentText : (hover ? c.textPrimary : c.textSecondary);
   if (!isEnabled()) ink = c.textDisabled;
   paintIcon(painter, iconName_, QRectF(0, 7, width(), 18), metrics().iconRegular, {ink});
@@ -306,8 +328,10 @@ Switch::Switch(const QString& name, QWidget* parent) : QAbstractButton(parent) {
 void Switch::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
+  if (!isEnabled()) painter.setOpacity(kFaded);
   const QRectF track(0, (height() - 20) / 2.0, 34, 20);
   paintPanel(painter, track, 10, isChecked() ? c.accentFill : c.controlTrack);
+  paintTouch(painter, track, 10, *this);
   const QColor knob = isChecked() && Theme::instance().isDark() ? c.textOnAccent : c.controlKnob;
   paintPanel(painter, QRectF(isChecked() ? 16 : 2, track.top() + 2, 16, 16), 8, knob);
 }

@@ -91,6 +91,8 @@ class Chip : public QAbstractButton {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  void paintGround(QPainter& painter) const;
+
   QString iconName_;
   QString value_;
   ChipTone tone_ = ChipTone::set;
