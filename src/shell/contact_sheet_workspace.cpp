@@ -8,7 +8,6 @@
 #include "shell/texts.h"
 #include "shell/workspace_state.h"
 
-#include <QTimer>
 
 #include <algorithm>
 
@@ -26,9 +25,9 @@ bool holds(const std::vector<QUuid>& ids, const QUuid& id) {
 }  // namespace
 
 ContactSheetWorkspace::ContactSheetWorkspace(Ports ports, QObject* parent) : QObject(parent), on_(ports) {
-  connect(&on_.store, &core::LibraryStore::revisionChanged, this, &ContactSheetWorkspace::scheduleRefresh);
+  connect(&on_.store, &core::LibraryStore::revisionChanged, &refreshSoon_, &OncePerTurn::request);
   connect(&on_.store, &core::LibraryStore::workspaceChanged, this, [this] { open(PassingSelection{}); });
-  connect(&on_.state, &WorkspaceState::contactEditsChanged, this, &ContactSheetWorkspace::scheduleRefresh);
+  connect(&on_.state, &WorkspaceState::contactEditsChanged, &refreshSoon_, &OncePerTurn::request);
   connect(&on_.displays, &JobDisplays::ticked, this, [this] {
     if (places_.running) refresh();
   });
@@ -52,15 +51,6 @@ std::vector<QUuid> ContactSheetWorkspace::ids() const {
   std::vector<QUuid> ids;
   for (const core::AssetRef& asset : assets()) ids.push_back(asset->id);
   return ids;
-}
-
-void ContactSheetWorkspace::scheduleRefresh() {
-  if (refreshScheduled_) return;
-  refreshScheduled_ = true;
-  QTimer::singleShot(0, this, [this] {
-    refreshScheduled_ = false;
-    refresh();
-  });
 }
 
 // What all places share, with the names of its references marked.
@@ -104,6 +94,7 @@ void ContactSheetWorkspace::changeForNow(const std::vector<QUuid>& items) {
 }
 
 void ContactSheetWorkspace::refresh() {
+  refreshSoon_.withdraw();
   const core::ContactSheetRef record = sheet();
   places_ = record ? placesOf(on_.store, source_) : passingPlaces();
   SheetDisplay shown;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/compared_picture.h"
+#include "shell/once_per_turn.h"
 #include "shell/sheet_display.h"
 
 #include <QObject>
@@ -88,7 +89,6 @@ class ContactSheetWorkspace : public QObject {
   void changed();
 
  private:
-  void scheduleRefresh();
   void refresh();
   void show(const std::vector<QUuid>& items);
   ContactSheetPlaces passingPlaces() const;
@@ -101,7 +101,7 @@ class ContactSheetWorkspace : public QObject {
   ContactSheetPlaces places_;
   SheetDisplay display_;
   bool comparing_ = false;
-  bool refreshScheduled_ = false;
+  OncePerTurn refreshSoon_{[this] { refresh(); }};
 };
 
 }  // namespace sorvan::shell

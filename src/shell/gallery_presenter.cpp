@@ -109,13 +109,13 @@ GalleryPresenter::GalleryPresenter(core::LibraryStore& store, WorkspaceState& st
     : QObject(parent), store_(store), state_(state), jobs_(jobs), index_(store, [&jobs](const QString& model) {
         return jobs.modelName(model);
       }) {
-  connect(&store_, &core::LibraryStore::revisionChanged, this, &GalleryPresenter::scheduleRefresh);
+  connect(&store_, &core::LibraryStore::revisionChanged, &refreshSoon_, &OncePerTurn::request);
   connect(&store_, &core::LibraryStore::workspaceChanged, this, [this] {
     readDismissed();
     readSort();
-    scheduleRefresh();
+    refreshSoon_.request();
   });
-  connect(&index_, &GalleryIndex::searchGrew, this, &GalleryPresenter::scheduleRefresh);
+  connect(&index_, &GalleryIndex::searchGrew, &refreshSoon_, &OncePerTurn::request);
   connect(&state_, &WorkspaceState::filterChanged, this, &GalleryPresenter::refresh);
   connect(&state_, &WorkspaceState::locationChanged, this, &GalleryPresenter::refresh);
   connect(&jobs_, &JobDisplays::ticked, this, &GalleryPresenter::contentChanged);
@@ -126,15 +126,8 @@ GalleryPresenter::GalleryPresenter(core::LibraryStore& store, WorkspaceState& st
 
 GalleryPresenter::~GalleryPresenter() = default;
 
-// Several changes of one turn of the event loop cost one pass.
-void GalleryPresenter::scheduleRefresh() {
-  if (refreshScheduled_) return;
-  refreshScheduled_ = true;
-  QMetaObject::invokeMethod(this, &GalleryPresenter::refresh, Qt::QueuedConnection);
-}
-
 void GalleryPresenter::refresh() {
-  refreshScheduled_ = false;
+  refreshSoon_.withdraw();
   readLocation();
   std::vector<Entry> collected;
   collected.reserve(entries_.size() + 8);
@@ -355,7 +348,7 @@ void GalleryPresenter::refreshDates() {
   const GalleryFilter& filter = state_.filter();
   if (filter.days >= 1 || filter.location == QStringLiteral("recent")) index_.forgetTimes();
   // The day that is called today may be another one.
-  scheduleRefresh();
+  refreshSoon_.request();
 }
 
 void GalleryPresenter::dismissJob(QUuid id) {

@@ -2,6 +2,7 @@
 
 #include "shell/gallery_index.h"
 #include "shell/job_display.h"
+#include "shell/once_per_turn.h"
 #include "shell/wall_sections.h"
 
 #include <QObject>
@@ -108,7 +109,6 @@ class GalleryPresenter : public QObject {
     bool operator==(const Entry&) const = default;
   };
 
-  void scheduleRefresh();
   void refresh();
   void readLocation();
   void readDismissed();
@@ -137,7 +137,7 @@ class GalleryPresenter : public QObject {
   QSet<QUuid> dismissed_;
   int jobCount_ = 0;
   mutable int lastFound_ = 0;  // by indexOf
-  bool refreshScheduled_ = false;
+  OncePerTurn refreshSoon_{[this] { refresh(); }};
 };
 
 }  // namespace sorvan::shell

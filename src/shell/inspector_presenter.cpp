@@ -94,28 +94,16 @@ std::vector<InspectorButton> jobButtons(const JobDisplay& job) {
 InspectorPresenter::InspectorPresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& jobs,
                                        QObject* parent)
     : QObject(parent), store_(store), state_(state), jobs_(jobs), overview_(std::make_unique<LocationOverview>()) {
-  connect(&state_, &WorkspaceState::locationChanged, this, &InspectorPresenter::scheduleChanged);
-  connect(&state_, &WorkspaceState::modeChanged, this, &InspectorPresenter::scheduleChanged);
-  connect(&store_, &core::LibraryStore::revisionChanged, this, &InspectorPresenter::scheduleChanged);
-  connect(&store_, &core::LibraryStore::workspaceChanged, this, &InspectorPresenter::scheduleChanged);
-  connect(&state_, &WorkspaceState::inspectedChanged, this, &InspectorPresenter::scheduleChanged);
-  connect(&state_, &WorkspaceState::selectionChanged, this, &InspectorPresenter::scheduleChanged);
+  connect(&state_, &WorkspaceState::locationChanged, &changeSoon_, &OncePerTurn::request);
+  connect(&state_, &WorkspaceState::modeChanged, &changeSoon_, &OncePerTurn::request);
+  connect(&store_, &core::LibraryStore::revisionChanged, &changeSoon_, &OncePerTurn::request);
+  connect(&store_, &core::LibraryStore::workspaceChanged, &changeSoon_, &OncePerTurn::request);
+  connect(&state_, &WorkspaceState::inspectedChanged, &changeSoon_, &OncePerTurn::request);
+  connect(&state_, &WorkspaceState::selectionChanged, &changeSoon_, &OncePerTurn::request);
   connect(&jobs_, &JobDisplays::ticked, this, &InspectorPresenter::tick);
 }
 
 InspectorPresenter::~InspectorPresenter() = default;
-
-void InspectorPresenter::scheduleChanged() {
-  if (changeScheduled_) return;
-  changeScheduled_ = true;
-  QMetaObject::invokeMethod(
-      this,
-      [this] {
-        changeScheduled_ = false;
-        Q_EMIT changed();
-      },
-      Qt::QueuedConnection);
-}
 
 void InspectorPresenter::tick() {
   const core::JobRef job = store_.job(state_.inspectedId());

@@ -2,6 +2,7 @@
 
 #include "shell/actions.h"
 #include "shell/job_display.h"
+#include "shell/once_per_turn.h"
 
 #include <QObject>
 #include <QRectF>
@@ -117,7 +118,6 @@ class InspectorPresenter : public QObject {
   void changed();
 
  private:
-  void scheduleChanged();
   InspectorDisplay itemDisplay(QUuid id) const;
   InspectorDisplay selectedJobDisplay(QUuid id) const;
   InspectorSection outcomeOf(const core::GenerationJob& job, const JobDisplay& shown) const;
@@ -131,7 +131,7 @@ class InspectorPresenter : public QObject {
   core::LibraryStore& store_;
   WorkspaceState& state_;
   JobDisplays& jobs_;
-  bool changeScheduled_ = false;
+  OncePerTurn changeSoon_{[this] { Q_EMIT changed(); }};
   std::unique_ptr<LocationOverview> overview_;
 };
 

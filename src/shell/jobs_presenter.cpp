@@ -67,8 +67,8 @@ bool isOnSheet(const core::LibraryStore& store, const core::GenerationJob& job, 
 }  // namespace
 
 JobsPresenter::JobsPresenter(Ports ports, QObject* parent) : QObject(parent), ports_(std::move(ports)) {
-  connect(&ports_.store, &core::LibraryStore::revisionChanged, this, &JobsPresenter::scheduleRefresh);
-  connect(&ports_.store, &core::LibraryStore::workspaceChanged, this, &JobsPresenter::scheduleRefresh);
+  connect(&ports_.store, &core::LibraryStore::revisionChanged, &refreshSoon_, &OncePerTurn::request);
+  connect(&ports_.store, &core::LibraryStore::workspaceChanged, &refreshSoon_, &OncePerTurn::request);
   connect(&ports_.displays, &JobDisplays::ticked, this, &JobsPresenter::contentChanged);
   connect(&ports_.queue, &generation::JobQueue::jobFinished, this, &JobsPresenter::announce);
   refresh();
@@ -76,14 +76,8 @@ JobsPresenter::JobsPresenter(Ports ports, QObject* parent) : QObject(parent), po
 
 JobsPresenter::~JobsPresenter() = default;
 
-void JobsPresenter::scheduleRefresh() {
-  if (refreshScheduled_) return;
-  refreshScheduled_ = true;
-  QMetaObject::invokeMethod(this, &JobsPresenter::refresh, Qt::QueuedConnection);
-}
-
 void JobsPresenter::refresh() {
-  refreshScheduled_ = false;
+  refreshSoon_.withdraw();
   std::vector<const core::GenerationJob*> shown;
   int active = 0;
   for (const core::JobRef& job : ports_.store.jobs()) {

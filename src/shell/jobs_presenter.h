@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/job_display.h"
+#include "shell/once_per_turn.h"
 
 #include <QObject>
 #include <QSet>
@@ -95,7 +96,6 @@ class JobsPresenter : public QObject {
   void activeChanged();
 
  private:
-  void scheduleRefresh();
   void refresh();
   void setRows(const std::vector<const core::GenerationJob*>& jobs);
   QString groupTitle(const core::GenerationJob& job) const;
@@ -109,7 +109,7 @@ class JobsPresenter : public QObject {
   std::vector<QUuid> rows_;
   std::vector<JobGroup> groups_;
   int activeCount_ = 0;
-  bool refreshScheduled_ = false;
+  OncePerTurn refreshSoon_{[this] { refresh(); }};
 };
 
 }  // namespace sorvan::shell

@@ -6,7 +6,6 @@
 #include "shell/wording.h"
 #include "shell/workspace_state.h"
 
-#include <QTimer>
 
 #include <algorithm>
 
@@ -30,7 +29,9 @@ QString nameOf(const LineageRowDisplay& row) {
 LineagePresenter::LineagePresenter(core::LibraryStore& store, WorkspaceState& state, JobDisplays& displays,
                                    QObject* parent)
     : QObject(parent), store_(store), state_(state), displays_(displays) {
-  connect(&store_, &core::LibraryStore::revisionChanged, this, &LineagePresenter::scheduleRefresh);
+  connect(&store_, &core::LibraryStore::revisionChanged, this, [this] {
+    if (!asset_.isNull()) refreshSoon_.request();
+  });
   connect(&store_, &core::LibraryStore::workspaceChanged, this, [this] { open({}); });
   connect(&state_, &WorkspaceState::inspectedChanged, this, [this] {
     markInspected();
@@ -46,16 +47,8 @@ void LineagePresenter::open(QUuid asset) {
 
 QUuid LineagePresenter::inspectedID() const { return state_.inspectedId(); }
 
-void LineagePresenter::scheduleRefresh() {
-  if (refreshScheduled_ || asset_.isNull()) return;
-  refreshScheduled_ = true;
-  QTimer::singleShot(0, this, [this] {
-    refreshScheduled_ = false;
-    refresh();
-  });
-}
-
 void LineagePresenter::refresh() {
+  refreshSoon_.withdraw();
   rows_.clear();
   const core::AssetRef opened = asset_.isNull() ? nullptr : store_.asset(asset_);
   if (opened) {

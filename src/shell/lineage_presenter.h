@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/lineage.h"
+#include "shell/once_per_turn.h"
 
 #include <QObject>
 
@@ -54,7 +55,6 @@ class LineagePresenter : public QObject {
   void changed();
 
  private:
-  void scheduleRefresh();
   void refresh();
   LineageRowDisplay displayOf(const LineageRow& row) const;
   void markInspected();
@@ -64,7 +64,7 @@ class LineagePresenter : public QObject {
   JobDisplays& displays_;
   QUuid asset_;
   std::vector<LineageRowDisplay> rows_;
-  bool refreshScheduled_ = false;
+  OncePerTurn refreshSoon_{[this] { refresh(); }};
 };
 
 }  // namespace sorvan::shell

@@ -8,7 +8,6 @@
 #include "shell/wording.h"
 #include "shell/workspace_state.h"
 
-#include <QTimer>
 
 #include <algorithm>
 
@@ -21,8 +20,8 @@ constexpr std::size_t mosaicPictures = 4;
 }  // namespace
 
 SheetBrowserPresenter::SheetBrowserPresenter(Ports ports, QObject* parent) : QObject(parent), on_(ports) {
-  connect(&on_.store, &core::LibraryStore::revisionChanged, this, &SheetBrowserPresenter::scheduleRefresh);
-  connect(&on_.store, &core::LibraryStore::workspaceChanged, this, &SheetBrowserPresenter::scheduleRefresh);
+  connect(&on_.store, &core::LibraryStore::revisionChanged, &refreshSoon_, &OncePerTurn::request);
+  connect(&on_.store, &core::LibraryStore::workspaceChanged, &refreshSoon_, &OncePerTurn::request);
   connect(&on_.state, &WorkspaceState::locationChanged, this, &SheetBrowserPresenter::refresh);
   refresh();
 }
@@ -39,16 +38,8 @@ void SheetBrowserPresenter::setQuery(const QString& query) {
   refresh();
 }
 
-void SheetBrowserPresenter::scheduleRefresh() {
-  if (refreshScheduled_) return;
-  refreshScheduled_ = true;
-  QTimer::singleShot(0, this, [this] {
-    refreshScheduled_ = false;
-    refresh();
-  });
-}
-
 void SheetBrowserPresenter::refresh() {
+  refreshSoon_.withdraw();
   sheets_.clear();
   cards_.clear();
   if (on_.store.hasWorkspace()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/room.h"
+#include "shell/once_per_turn.h"
 
 #include "core/record_context.h"
 
@@ -74,7 +74,6 @@ class SheetBrowserPresenter : public QObject {
   void changed();
 
  private:
-  void scheduleRefresh();
   void say(const QString& text);
   void refresh();
   SheetCard makeCard(QUuid id) const;
@@ -83,7 +82,7 @@ class SheetBrowserPresenter : public QObject {
   QString query_;
   std::vector<QUuid> sheets_;
   mutable QHash<QUuid, SheetCard> cards_;  // made when first asked for, until the library changes
-  bool refreshScheduled_ = false;
+  OncePerTurn refreshSoon_{[this] { refresh(); }};
 };
 
 }  // namespace sorvan::shell

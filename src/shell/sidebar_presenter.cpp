@@ -72,25 +72,13 @@ QString coverOf(const core::LibraryStore& store, const core::Project& project) {
 
 SidebarPresenter::SidebarPresenter(core::LibraryStore& store, WorkspaceState& state, QObject* parent)
     : QObject(parent), store_(store), state_(state) {
-  connect(&store_, &core::LibraryStore::revisionChanged, this, &SidebarPresenter::scheduleChanged);
-  connect(&store_, &core::LibraryStore::workspaceChanged, this, &SidebarPresenter::scheduleChanged);
-  connect(&store_, &core::LibraryStore::metadataChanged, this, &SidebarPresenter::scheduleChanged);
+  connect(&store_, &core::LibraryStore::revisionChanged, &changeSoon_, &OncePerTurn::request);
+  connect(&store_, &core::LibraryStore::workspaceChanged, &changeSoon_, &OncePerTurn::request);
+  connect(&store_, &core::LibraryStore::metadataChanged, &changeSoon_, &OncePerTurn::request);
   connect(&store_, &core::LibraryStore::revisionChanged, this, &SidebarPresenter::leaveLostLocation);
   connect(&state_, &WorkspaceState::availableChanged, this, &SidebarPresenter::changed);
   connect(&state_, &WorkspaceState::locationChanged, this, &SidebarPresenter::changed);
   connect(&state_, &WorkspaceState::modeChanged, this, &SidebarPresenter::changed);
-}
-
-void SidebarPresenter::scheduleChanged() {
-  if (changeScheduled_) return;
-  changeScheduled_ = true;
-  QMetaObject::invokeMethod(
-      this,
-      [this] {
-        changeScheduled_ = false;
-        Q_EMIT changed();
-      },
-      Qt::QueuedConnection);
 }
 
 // The project of the location may be gone after an undo.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/room.h"
+#include "shell/once_per_turn.h"
 
 #include <QHash>
 #include <QObject>
@@ -71,7 +71,6 @@ class SidebarPresenter : public QObject {
   void healthRequested();
 
  private:
-  void scheduleChanged();
   void leaveLostLocation();
   void addProjects(SidebarDisplay& display, const QHash<QUuid, qsizetype>& counts) const;
   void addEverywhere(SidebarDisplay& display) const;
@@ -80,7 +79,7 @@ class SidebarPresenter : public QObject {
 
   core::LibraryStore& store_;
   WorkspaceState& state_;
-  bool changeScheduled_ = false;
+  OncePerTurn changeSoon_{[this] { Q_EMIT changed(); }};
   bool archivedShown_ = false;
 };
 
