@@ -11,11 +11,11 @@
 
 namespace sorvan::views {
 
-Card::Card(ColorRole fill, ColorRole line, QWidget* parent) : QWidget(parent), fill_(fill), line_(line) {}
+Card::Card(ColorRole fill, ColorRole line, int Metrics::*corner) : fill_(fill), line_(line), corner_(corner) {}
 
 void Card::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  paintPanel(painter, rect(), metrics().radiusPanel, colors().*fill_, colors().*line_);
+  paintPanel(painter, rect(), metrics().*corner_, colors().*fill_, colors().*line_);
 }
 
 NoticeSlot::NoticeSlot(QWidget* parent) : QWidget(parent), row_(new QHBoxLayout(this)) {

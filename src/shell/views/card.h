@@ -1,4 +1,4 @@
-// The surfaces that the pages of the settings are made of.
+// The surfaces that pages are made of, and their notices.
 #pragma once
 
 #include <QPointer>
@@ -14,12 +14,12 @@ namespace sorvan::views {
 class NoticeBar;
 
 // A panel with round corners and a hairline; it draws nothing else.
-class Card final : public QWidget {
+class Card : public QWidget {
   Q_OBJECT
 
  public:
   explicit Card(ColorRole fill = &Colors::surfaceRaised, ColorRole line = &Colors::lineSubtle,
-                QWidget* parent = nullptr);
+                int Metrics::*corner = &Metrics::radiusPanel);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -27,6 +27,7 @@ class Card final : public QWidget {
  private:
   ColorRole fill_;
   ColorRole line_;
+  int Metrics::*corner_;
 };
 
 // A place for at most one notice. Empty it takes no room; a new text is announced.

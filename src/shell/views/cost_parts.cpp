@@ -62,15 +62,7 @@ class BarRow final : public QWidget {
 
 }  // namespace
 
-CostCard::CostCard(QWidget* parent) : QWidget(parent) {}
-
-void CostCard::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  paintPanel(painter, rect(), metrics().radiusCard, colors().surfaceRaised, colors().lineSubtle);
-}
-
-CostTileCard::CostTileCard(QWidget* parent) : CostCard(parent) {
+CostTileCard::CostTileCard() {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   giveRole(*this, QAccessible::StaticText);
 }

@@ -2,22 +2,18 @@
 #pragma once
 
 #include <QScrollArea>
-#include <QWidget>
 
 #include "shell/cost_display.h"
-#include "shell/views/room.h"
+#include "shell/views/card.h"
 
 namespace sorvan::views {
 
-// A raised surface with a hairline round it.
-class CostCard : public QWidget {
+// A card as this page has them.
+class CostCard : public Card {
   Q_OBJECT
 
  public:
-  explicit CostCard(QWidget* parent = nullptr);
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
+  CostCard() : Card(&Colors::surfaceRaised, &Colors::lineSubtle, &Metrics::radiusCard) {}
 };
 
 // One figure with its title over it and a line under it.
@@ -25,7 +21,7 @@ class CostTileCard final : public CostCard {
   Q_OBJECT
 
  public:
-  explicit CostTileCard(QWidget* parent = nullptr);
+  CostTileCard();
   void setTile(const CostTile& tile);
   QSize sizeHint() const override { return {200, 96}; }
   QSize minimumSizeHint() const override { return {120, 96}; }
