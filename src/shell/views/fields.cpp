@@ -8,6 +8,7 @@
 #include "shell/views/style.h"
 
 namespace sorvan::views {
+using namespace Qt::Literals::StringLiterals;
 
 TextField::TextField(const QString& name, const QString& placeholder, QWidget* parent) : QLineEdit(parent) {
   setAccessibleName(name);
@@ -26,16 +27,20 @@ void TextField::setKeyHint(const QString& keys) { keyHint_ = keys; }
 
 void TextField::setInvalid(bool invalid) {
   setProperty(invalidProperty, invalid);
+  setMargins();
   update();
 }
 
-void TextField::setMargins() { setTextMargins(iconName_.isEmpty() ? 6 : 28, 0, 6, 0); }
+bool TextField::isInvalid() const { return property(invalidProperty).toBool(); }
+
+void TextField::setMargins() { setTextMargins(iconName_.isEmpty() ? 6 : 28, 0, isInvalid() ? 28 : 6, 0); }
 
 void TextField::paintEvent(QPaintEvent* event) {
   QLineEdit::paintEvent(event);
   QPainter painter(this);
   const Colors& c = colors();
   if (!iconName_.isEmpty()) paintIcon(painter, iconName_, QRectF(10, 0, 16, height()), 14, {c.textTertiary});
+  if (isInvalid()) paintIcon(painter, u"circle-alert"_s, QRectF(width() - 25, 0, 16, height()), 14, {c.dangerText});
   if (keyHint_.isEmpty() || hasFocus() || !text().isEmpty()) return;
   const QFont font = fontFor(Type::caption);
   const int room = textWidth(keyHint_, font) + 10;

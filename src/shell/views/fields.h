@@ -28,6 +28,7 @@ class TextField : public QLineEdit {
 
  private:
   void setMargins();
+  bool isInvalid() const;
 
   QString iconName_;
   QString keyHint_;

@@ -43,6 +43,8 @@ class SegmentButton final : public QAbstractButton {
     QPainter painter(this);
     if (isChecked())
       paintPanel(painter, rect(), 5, dark ? c.controlFillHover : c.controlFill, dark ? QColor() : c.lineSubtle);
+    else if (isEnabled() && (isDown() || underMouse()))
+      paintPanel(painter, rect(), 5, isDown() ? c.statePressed : c.stateHover);
     QColor ink = isChecked() || underMouse() ? c.textPrimary : c.textSecondary;
     if (!isEnabled()) ink = c.textDisabled;
     const int words = textWidth(text(), font());

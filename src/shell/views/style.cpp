@@ -9,6 +9,7 @@
 
 #include "shell/views/icons.h"
 #include "shell/views/painting.h"
+#include "shell/views/style_controls.h"
 #include "shell/views/style_menus.h"
 
 namespace sorvan::views {
@@ -17,35 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 bool has(const QStyleOption* option, QStyle::StateFlag flag) { return option->state.testFlag(flag); }
-
-void paintField(QPainter& painter, const QStyleOption* option, const QWidget* widget) {
-  if (widget && widget->property(bareProperty).toBool()) return;
-  const Colors& c = colors();
-  const bool focused = has(option, QStyle::State_HasFocus);
-  QColor line = widget && widget->property(invalidProperty).toBool() ? c.dangerText : c.controlFieldBorder;
-  if (focused) line = c.accentRing;
-  if (!has(option, QStyle::State_Enabled)) line = c.lineDefault;
-  paintPanel(painter, option->rect, metrics().radiusControl, c.surfaceInset, line);
-  if (focused) paintRing(painter, option->rect, metrics().radiusControl, metrics().borderFocus, c.accentRing);
-}
-
-void paintTick(QPainter& painter, const QStyleOption* option) {
-  const Colors& c = colors();
-  const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
-  const bool on = has(option, QStyle::State_On);
-  paintPanel(painter, box, metrics().radiusSmall, on ? c.accentFill : QColor(), on ? c.accentFill : QColor());
-  if (!on) paintRing(painter, box, metrics().radiusSmall, 1.5, c.controlBorderStrong);
-  if (on) paintIcon(painter, u"check"_s, box, 12, {c.textOnAccent});
-}
-
-void paintRadio(QPainter& painter, const QStyleOption* option) {
-  const Colors& c = colors();
-  const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
-  const double radius = box.width() / 2;
-  if (!has(option, QStyle::State_On)) return paintRing(painter, box, radius, 1.5, c.controlBorderStrong);
-  paintPanel(painter, box, radius, c.accentFill);
-  paintPanel(painter, box.adjusted(4.5, 4.5, -4.5, -4.5), radius, c.textOnAccent);
-}
 
 // Buttons of the toolkit's own dialogs; the program's own paint themselves.
 void paintDialogButton(QPainter& painter, const QStyleOption* option) {
@@ -101,25 +73,6 @@ void paintScrollBar(QPainter& painter, const QStyleOptionSlider* option, const Q
   paintPanel(painter, bar, 4, wide ? colors().controlBorderStrong : colors().controlTrack);
 }
 
-void paintSlider(QPainter& painter, const QStyleOptionSlider* option, const QRect& knob) {
-  const Colors& c = colors();
-  const QRectF groove(option->rect.left() + 1, option->rect.center().y() - 1, option->rect.width() - 2,
-                      metrics().sliderTrack);
-  paintPanel(painter, groove, 2, c.controlTrack);
-  QRectF filled = groove;
-  filled.setRight(knob.center().x());
-  paintPanel(painter, filled, 2, c.accentFill);
-  paintPanel(painter, QRectF(knob).adjusted(0, 0, 0, 0), knob.width() / 2.0, c.controlKnob, QColor(0, 0, 0, 70));
-}
-
-QRect sliderKnob(const QStyleOptionSlider* option) {
-  const int side = metrics().sliderKnob;
-  const int span = option->rect.width() - side;
-  const int at = QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition, span,
-                                                 option->upsideDown);
-  return QRect(option->rect.left() + at, option->rect.center().y() - side / 2 + 1, side, side);
-}
-
 // The thumb's travel is the whole bar: there are no arrow buttons.
 QRect scrollThumb(const QStyleOptionSlider* option) {
   const bool vertical = option->orientation == Qt::Vertical;
@@ -144,13 +97,13 @@ void SorvanStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
       return;  // the ring is drawn by `FocusRing`, outside the control
     case PE_PanelLineEdit:
     case PE_FrameLineEdit:
-      return paintField(*painter, option, widget);
+      return paintField(*painter, *option, widget);
     case PE_PanelButtonCommand:
       return paintDialogButton(*painter, option);
     case PE_IndicatorCheckBox:
-      return paintTick(*painter, option);
+      return paintTick(*painter, *option);
     case PE_IndicatorRadioButton:
-      return paintRadio(*painter, option);
+      return paintRadio(*painter, *option);
     case PE_PanelTipLabel:
       return paintTipPanel(*painter, option->rect);
     case PE_PanelMenu:
@@ -172,6 +125,8 @@ void SorvanStyle::drawControl(ControlElement element, const QStyleOption* option
   if (element == CE_MenuBarItem && item) return paintMenuBarItem(*painter, *item);
   if (element == CE_MenuBarEmptyArea || element == CE_MenuEmptyArea) return;
   if (element == CE_Splitter) return;
+  const auto* popUp = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+  if (element == CE_ComboBoxLabel && popUp) return paintPopUpWords(*painter, *popUp);
   QProxyStyle::drawControl(element, option, painter, widget);
 }
 
@@ -179,14 +134,17 @@ void SorvanStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
                                      const QWidget* widget) const {
   const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
   if (control == CC_ScrollBar && slider) return paintScrollBar(*painter, slider, scrollThumb(slider));
-  if (control == CC_Slider && slider) return paintSlider(*painter, slider, sliderKnob(slider));
+  if (control == CC_Slider && slider) return paintSlider(*painter, *slider);
+  const auto* popUp = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+  if (control == CC_ComboBox && popUp) return paintPopUpButton(*painter, *popUp);
   QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
 QRect SorvanStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                   const QWidget* widget) const {
   const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
-  if (control == CC_Slider && slider && part == SC_SliderHandle) return sliderKnob(slider);
+  if (control == CC_Slider && slider && part == SC_SliderHandle) return sliderKnob(*slider);
+  if (control == CC_ComboBox && part == SC_ComboBoxEditField) return popUpWords(option->rect);
   if (control == CC_ScrollBar && slider) {
     if (part == SC_ScrollBarGroove) return option->rect;
     if (part == SC_ScrollBarSlider) return scrollThumb(slider);
@@ -203,6 +161,10 @@ QSize SorvanStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
   if (type == CT_PushButton) {
     const QSize hint = QProxyStyle::sizeFromContents(type, option, size, widget);
     return QSize(hint.width() + 12, metrics().controlRegular);
+  }
+  if (type == CT_ComboBox) {
+    const QSize hint = QProxyStyle::sizeFromContents(type, option, size, widget);
+    return QSize(hint.width() + 12, metrics().field);
   }
   if (type == CT_LineEdit) return QSize(size.width(), metrics().field);
   return QProxyStyle::sizeFromContents(type, option, size, widget);
@@ -290,7 +252,7 @@ QIcon SorvanStyle::standardIcon(StandardPixmap picture, const QStyleOption* opti
 
 void SorvanStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
-  if (qobject_cast<QScrollBar*>(widget)) widget->setAttribute(Qt::WA_Hover);
+  if (qobject_cast<QScrollBar*>(widget) || qobject_cast<QLineEdit*>(widget)) widget->setAttribute(Qt::WA_Hover);
   if (qobject_cast<QMenu*>(widget)) roundMenuCorners(*widget);
 }
 

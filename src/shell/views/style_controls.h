@@ -1,0 +1,22 @@
+// The style's part that draws the toolkit's own fields, ticks, sliders and pop-up buttons.
+#pragma once
+
+#include <QPainter>
+#include <QStyleOption>
+
+#include "shell/views/room.h"
+
+namespace sorvan::views {
+
+// The ground and the border of a field of text.
+void paintField(QPainter& painter, const QStyleOption& option, const QWidget* widget);
+void paintTick(QPainter& painter, const QStyleOption& option);
+void paintRadio(QPainter& painter, const QStyleOption& option);
+void paintSlider(QPainter& painter, const QStyleOptionSlider& option);
+QRect sliderKnob(const QStyleOptionSlider& option);
+// A pop-up button without and with its words: a field with a double chevron.
+void paintPopUpButton(QPainter& painter, const QStyleOptionComboBox& option);
+void paintPopUpWords(QPainter& painter, const QStyleOptionComboBox& option);
+QRect popUpWords(const QRect& button);
+
+}  // namespace sorvan::views
