@@ -8,6 +8,7 @@
 #include "shell/views/painting.h"
 #include "shell/views/settings_column.h"
 #include "shell/views/texts.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 
@@ -44,6 +45,7 @@ class LookCard final : public QAbstractButton {
     setCheckable(true);
     setAutoExclusive(true);
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
     setFixedSize(140, 126);
   }
   Appearance appearance() const { return appearance_; }
@@ -52,6 +54,7 @@ class LookCard final : public QAbstractButton {
   void paintEvent(QPaintEvent*) override {
     const Colors& c = colors();
     QPainter painter(this);
+    paintTouch(painter, rect(), metrics().radiusCard + 3, *this);
     const QRectF picture(4, 4, 132, 86);
     painter.save();
     QPainterPath shape;

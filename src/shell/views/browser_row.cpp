@@ -12,12 +12,14 @@
 #include "shell/views/model_row.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 constexpr int kRightPad = 12;
+constexpr int kRadius = 7;
 constexpr int kActionWidth = 64;  // the same for each state, so that prices stand in a column
 constexpr int kProblemFoot = 8;
 }  // namespace
@@ -151,8 +153,8 @@ void BrowserRowView::keyPressEvent(QKeyEvent* event) {
 void BrowserRowView::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
-  if (underMouse() || hasFocus() || isAncestorOf(QApplication::focusWidget()))
-    paintPanel(painter, rect(), 7, c.stateHover);
+  if (hasFocus() || isAncestorOf(QApplication::focusWidget())) paintPanel(painter, rect(), kRadius, c.stateHover);
+  paintTouch(painter, rect(), kRadius, *this);
   if (isUsable()) {
     paintModelBox(painter, rect(), true, chosen_);
   } else {

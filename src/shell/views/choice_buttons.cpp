@@ -5,6 +5,7 @@
 
 #include "shell/views/painting.h"
 #include "shell/views/theme.h"
+#include "shell/views/touch.h"
 #include "shell/views/typography.h"
 
 namespace sorvan::views {
@@ -38,11 +39,8 @@ void ChoiceButton::keyPressEvent(QKeyEvent* event) {
 }
 
 void ChoiceButton::paintGround(QPainter& painter) const {
-  const Colors& c = colors();
-  if (isChecked())
-    paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
-  else if (underMouse())
-    paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+  if (isChecked()) paintPanel(painter, rect(), metrics().radiusControl, colors().stateSelected);
+  paintTouch(painter, rect(), metrics().radiusControl, *this);
 }
 
 RatioButton::RatioButton(const RatioChoice& ratio, QSize size, QWidget* parent)

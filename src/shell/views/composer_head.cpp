@@ -9,6 +9,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/theme.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -65,9 +66,8 @@ void HeadChoice::setHelp(const QString& help) {
 }
 
 void HeadChoice::paintEvent(QPaintEvent*) {
-  if (!underMouse() && !isDown()) return;
   QPainter painter(this);
-  paintPanel(painter, rect(), metrics().radiusControl, colors().stateHover);
+  paintTouch(painter, rect(), metrics().radiusControl, *this);
 }
 
 void HeadChoice::keyPressEvent(QKeyEvent* event) {

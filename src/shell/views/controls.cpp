@@ -1,11 +1,13 @@
 #include "shell/views/controls.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "shell/views/focus_ring.h"
 #include "shell/views/icons.h"
 #include "shell/views/painting.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -14,12 +16,6 @@ namespace {
 
 constexpr double kFaded = 0.45;     // of a switch that cannot be thrown
 constexpr int kPressedDanger = 118;  // percent darker: the tokens have no colour of its own for it
-
-// What lies over a ground that has a colour of its own while the pointer is on it or presses it.
-void paintTouch(QPainter& painter, const QRectF& area, double radius, const QAbstractButton& button) {
-  if (!button.isEnabled() || !(button.isDown() || button.underMouse())) return;
-  paintPanel(painter, area, radius, button.isDown() ? colors().statePressed : colors().stateHover);
-}
 
 int heightOf(ControlSize size) {
   const Metrics& m = metrics();
@@ -109,8 +105,7 @@ void Button::paintGround(QPainter& painter) const {
   const bool hover = underMouse() && isEnabled();
   const double radius = metrics().radiusControl;
   if (variant_ == ButtonVariant::quiet || variant_ == ButtonVariant::link) {
-    if (hover || isDown()) paintPanel(painter, rect(), radius, isDown() ? c.statePressed : c.stateHover);
-    return;
+    return paintTouch(painter, rect(), radius, *this);
   }
   if (variant_ == ButtonVariant::secondary) {
     const QColor fill = isDown() ? c.controlFillPressed : (hover ? c.controlFillHover : c.controlFill);
@@ -219,6 +214,18 @@ void Chip::setChevron(bool shown) {
   updateGeometry();
 }
 
+void Chip::setClearable(bool clearable) {
+  if (clearable_ == clearable) return;
+  clearable_ = clearable;
+  update();
+}
+
+// Where the chevron or the cross stands.
+QRect Chip::endArea() const {
+  const int side = metrics().iconSmall;
+  return {width() - kChipPadding - side, 0, side, height()};
+}
+
 void Chip::setWordsShown(bool shown) {
   if (words_ == shown) return;
   words_ = shown;
@@ -277,7 +284,7 @@ void Chip::paintEvent(QPaintEvent*) {
     inner.setLeft(inner.left() + side + kChipGap);
   }
   if (chevron_) {
-    paintIcon(painter, u"chevron-down"_s, QRect(inner.right() - side + 1, 0, side, height()), side - 2, {dim});
+    paintIcon(painter, clearable_ ? u"x"_s : u"chevron-down"_s, endArea(), side - 2, {dim});
     inner.setRight(inner.right() - side - kChipGap);
   }
   const int used = paintText(painter, inner.adjusted(0, 0, 1, 0), {text(), fontFor(Type::small, Weight::medium), ink});
@@ -290,7 +297,17 @@ void Chip::keyPressEvent(QKeyEvent* event) {
   const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
                      (event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier);
   if (opens) return click();
+  const bool clears = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
+  if (clearable_ && clears) return Q_EMIT clearRequested();
   QAbstractButton::keyPressEvent(event);
+}
+
+void Chip::mouseReleaseEvent(QMouseEvent* event) {
+  const QRect cross = endArea().adjusted(-kChipGap / 2, 0, kChipPadding, 0);
+  if (!clearable_ || !isDown() || !cross.contains(event->position().toPoint()))
+    return QAbstractButton::mouseReleaseEvent(event);
+  setDown(false);
+  Q_EMIT clearRequested();
 }
 
 // TileButton

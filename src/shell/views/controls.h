@@ -78,6 +78,8 @@ class Chip : public QAbstractButton {
   void setLabel(const QString& text, const QString& value = {});
   void setTone(ChipTone tone);
   void setChevron(bool shown);
+  // A cross in the chevron's place; a press on it, and Delete, ask to take the choice back.
+  void setClearable(bool clearable);
   // Without its words the chip is its icon alone.
   void setWordsShown(bool shown);
   // Without its value: what `sizeHint` becomes then.
@@ -86,17 +88,23 @@ class Chip : public QAbstractButton {
   // Long names are shortened down to this many pixels of text.
   QSize minimumSizeHint() const override;
 
+ Q_SIGNALS:
+  void clearRequested();
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
   void paintGround(QPainter& painter) const;
+  QRect endArea() const;
 
   QString iconName_;
   QString value_;
   ChipTone tone_ = ChipTone::set;
   bool chevron_ = true;
+  bool clearable_ = false;
   bool words_ = true;
 };
 

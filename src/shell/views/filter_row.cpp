@@ -45,6 +45,7 @@ FilterRow::FilterRow(FilterPresenter& filters, QWidget* parent)
     chips_.push_back(chip);
     row->addWidget(chip);
     connect(chip, &Chip::clicked, this, [this, index] { openChoices(static_cast<int>(index)); });
+    connect(chip, &Chip::clearRequested, &filters_, [this, index] { filters_.choose(filters_.chips()[index].kind, 0); });
   }
   row->addWidget(clear_);
   row->addStretch(1);
@@ -62,6 +63,7 @@ void FilterRow::refresh() {
     Chip& chip = *chips_[index];
     chip.setLabel(state.value.isEmpty() ? state.title : state.value);
     chip.setTone(state.value.isEmpty() ? ChipTone::quiet : ChipTone::active);
+    chip.setClearable(!state.value.isEmpty());
     const QString shown = state.value.isEmpty() ? state.choices.front() : state.value;
     chip.setAccessibleName(texts::filterIs(state.title, shown));
     chip.setToolTip(texts::filterIs(state.title, shown));

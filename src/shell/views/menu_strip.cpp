@@ -8,8 +8,10 @@
 #include "shell/views/balance_badge.h"
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
+#include "shell/views/focus_ring.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -19,6 +21,7 @@ class ActivityPill final : public QAbstractButton {
   explicit ActivityPill(QWidget* parent = nullptr) : QAbstractButton(parent), spinner_(new Spinner(14, this)) {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
+    setProperty(roundProperty, true);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setToolTip(texts::openHistory());
     spinner_->setGeometry(9, 5, 14, 14);
@@ -29,7 +32,8 @@ class ActivityPill final : public QAbstractButton {
   void paintEvent(QPaintEvent*) override {
     const Colors& c = colors();
     QPainter painter(this);
-    paintPanel(painter, rect(), height() / 2.0, underMouse() ? c.statePressed : c.stateHover);
+    paintPanel(painter, rect(), height() / 2.0, c.stateHover);
+    paintTouch(painter, rect(), height() / 2.0, *this);
     paintText(painter, rect().adjusted(29, 0, -6, 0), {text(), fontFor(Type::small, Weight::medium), c.textSecondary});
   }
 

@@ -10,6 +10,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -17,6 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kRightPad = 12;
+constexpr int kRadius = 7;
 constexpr int kFirstLine = 7;
 constexpr int kSecondLine = 25;
 constexpr int kGap = 6;
@@ -170,7 +172,8 @@ void ModelRow::contextMenuEvent(QContextMenuEvent* event) {
 
 void ModelRow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  if (underMouse() || hasFocus()) paintPanel(painter, rect(), 7, colors().stateHover);
+  if (hasFocus()) paintPanel(painter, rect(), kRadius, colors().stateHover);
+  paintTouch(painter, rect(), kRadius, *this);
   paintModelBox(painter, rect(), severalAllowed_, model_.chosen);
   paintModelRow(painter, rect(), look(), !model_.unsuitable.isEmpty() && !model_.chosen);
 }

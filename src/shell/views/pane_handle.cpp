@@ -19,6 +19,7 @@ constexpr int kLine = 3;
 
 PaneHandle::PaneHandle(const QString& name, Panel panel, QWidget* parent) : QWidget(parent), panel_(panel) {
   setCursor(Qt::SplitHCursor);
+  setAttribute(Qt::WA_Hover);
   setFocusPolicy(Qt::TabFocus);
   setProperty(ownFocusProperty, true);
   setAccessibleName(name);
@@ -71,13 +72,16 @@ void PaneHandle::focusOutEvent(QFocusEvent* event) {
 }
 
 void PaneHandle::paintEvent(QPaintEvent*) {
-  if (!hasFocus() || !FocusRing::keyboardInUse()) return;
+  const bool held = grabbedAt_ || (hasFocus() && FocusRing::keyboardInUse());
+  if (!held && !underMouse()) return;
   QPainter painter(this);
-  painter.fillRect(QRect((QWidget::width() - kLine) / 2, 0, kLine, height()), colors().accentRing);
+  painter.fillRect(QRect((QWidget::width() - kLine) / 2, 0, kLine, height()),
+                   held ? colors().accentRing : colors().controlBorder);
 }
 
 void PaneHandle::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton) grabbedAt_ = qRound(event->globalPosition().x());
+  update();
 }
 
 // The panel moves by as much, so the hold stays where it was taken.
@@ -87,6 +91,7 @@ void PaneHandle::mouseMoveEvent(QMouseEvent* event) {
 
 void PaneHandle::mouseReleaseEvent(QMouseEvent*) {
   if (std::exchange(grabbedAt_, std::nullopt)) Q_EMIT released();
+  update();
 }
 
 void PaneHandle::mouseDoubleClickEvent(QMouseEvent*) { Q_EMIT resetRequested(); }

@@ -46,6 +46,15 @@ int scriptOf(QChar character) {
   return code >= 0xac00 && code <= 0xd7af ? hangul : 0;
 }
 
+// A name that stands for something is a pill; one that does not is underlined like a word that is spelt wrong.
+void paintMark(QPainter& painter, const QRectF& area, bool attached) {
+  if (attached) return paintPanel(painter, area.adjusted(-3, 1, 3, -1), metrics().radiusSmall, colors().accentSoft);
+  QPen dots(colors().dangerText, 2, Qt::CustomDashLine, Qt::RoundCap);
+  dots.setDashPattern({0.01, 2});
+  painter.setPen(dots);
+  painter.drawLine(QPointF(area.left() + 1, area.bottom() - 2), QPointF(area.right() - 1, area.bottom() - 2));
+}
+
 // The family that the toolkit found for a character; empty when it has none.
 QString familyThatDraws(QChar character, const QFont& font) {
   QTextLayout layout(character, font);
@@ -87,6 +96,7 @@ void PromptEdit::dress() {
   QPalette own = palette();
   own.setColor(QPalette::Base, Qt::transparent);
   own.setColor(QPalette::Text, colors().textPrimary);
+  own.setColor(QPalette::Disabled, QPalette::Text, colors().textDisabled);
   own.setColor(QPalette::PlaceholderText, colors().textTertiary);
   own.setColor(QPalette::Highlight, colors().accentFill);
   own.setColor(QPalette::HighlightedText, colors().textOnAccent);
@@ -197,15 +207,16 @@ void PromptEdit::setMarks(std::vector<MentionMark> marks) {
   viewport()->update();
 }
 
-// The colour of their letters; it belongs to the painting and not to the document, so that Undo knows nothing of it.
+// The colour of the letters of those that stand for something; it belongs to the painting and not to the document, so that Undo knows nothing of it.
 void PromptEdit::dressMarks() {
   QList<ExtraSelection> coloured;
   for (const MentionMark& mark : marks_) {
+    if (!mark.attached) continue;
     ExtraSelection selection;
     selection.cursor = QTextCursor(document());
     selection.cursor.setPosition(mark.start);
     selection.cursor.setPosition(mark.start + mark.length, QTextCursor::KeepAnchor);
-    selection.format.setForeground(mark.attached ? colors().accentText : colors().warningText);
+    selection.format.setForeground(colors().accentText);
     coloured << selection;
   }
   setExtraSelections(coloured);
@@ -251,8 +262,7 @@ void PromptEdit::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.setRenderHint(QPainter::Antialiasing);
     for (const MentionMark& mark : marks_)
-      for (const QRectF& area : areasOf(mark, viewport()->rect()))
-        paintPanel(painter, area.adjusted(-3, 1, 3, -1), 5, mark.attached ? colors().accentSoft : colors().warningSoft);
+      for (const QRectF& area : areasOf(mark, viewport()->rect())) paintMark(painter, area, mark.attached);
   }
   QTextEdit::paintEvent(event);
 }

@@ -11,6 +11,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/row_list.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -54,7 +55,8 @@ class PastPromptRow final : public QAbstractButton {
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     const Colors& c = colors();
-    if (underMouse() || hasFocus()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+    if (hasFocus()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+    paintTouch(painter, rect(), metrics().radiusControl, *this);
     const QString icon = isSaved() ? u"bookmark"_s : u"clock"_s;
     paintIcon(painter, icon, QRect(8, 0, 20, height()), metrics().iconSmall,
               {isSaved() ? c.accentText : c.textTertiary});

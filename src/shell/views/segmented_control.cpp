@@ -9,6 +9,7 @@
 #include "shell/item_transfer.h"
 #include "shell/views/icons.h"
 #include "shell/views/painting.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 
@@ -43,8 +44,7 @@ class SegmentButton final : public QAbstractButton {
     QPainter painter(this);
     if (isChecked())
       paintPanel(painter, rect(), 5, dark ? c.controlFillHover : c.controlFill, dark ? QColor() : c.lineSubtle);
-    else if (isEnabled() && (isDown() || underMouse()))
-      paintPanel(painter, rect(), 5, isDown() ? c.statePressed : c.stateHover);
+    paintTouch(painter, rect(), 5, *this);
     QColor ink = isChecked() || underMouse() ? c.textPrimary : c.textSecondary;
     if (!isEnabled()) ink = c.textDisabled;
     const int words = textWidth(text(), font());

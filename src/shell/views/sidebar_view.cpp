@@ -16,6 +16,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/texts.h"
+#include "shell/views/touch.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -60,10 +61,8 @@ QSize SidebarRowButton::sizeHint() const { return {36, metrics().sidebarRow}; }
 void SidebarRowButton::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
-  if (row_.current)
-    paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
-  else if (underMouse())
-    paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
+  if (row_.current) paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
+  paintTouch(painter, rect(), metrics().radiusControl, *this);
   if (dropHere_) paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected, c.accentRing);
   QRect inner = rect().adjusted(kPadding, 0, -kPadding, 0);
   const QRect icon(narrow_ ? (width() - 16) / 2 : inner.left(), 0, 16, height());
@@ -162,7 +161,7 @@ void WorkspaceButton::setNarrow(bool narrow) {
 void WorkspaceButton::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
-  if (underMouse()) paintPanel(painter, rect(), metrics().radiusCard, c.stateHover);
+  paintTouch(painter, rect(), metrics().radiusCard, *this);
   const int left = narrow_ ? (width() - kMark) / 2 : kPadding;
   painter.drawPixmap(left, (height() - kMark) / 2, markPixmap(kMark, devicePixelRatioF()));
   if (narrow_) return;
