@@ -1,16 +1,15 @@
 #include "shell/views/reference_editor.h"
 
-#include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QTextEdit>
 
 #include "composer/composer_rules.h"
 #include "composer/notice_texts.h"
 #include "composer/reference_texts.h"
 #include "shell/views/attach_panel.h"
+#include "shell/views/choice_field.h"
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
 #include "shell/views/focus_ring.h"
@@ -18,6 +17,7 @@
 #include "shell/views/picture_button.h"
 #include "shell/views/reference_texts.h"
 #include "shell/views/segmented_control.h"
+#include "shell/views/text_area.h"
 #include "shell/views/texts.h"
 #include "shell/views/theme.h"
 
@@ -57,7 +57,7 @@ ReferenceEditor::ReferenceEditor(SavedReferencesPresenter& references, const Sav
       thumbnails_(thumbnails),
       name_(new TextField(texts::nameField(), composerTexts::namePlaceholder())),
       nameHint_(new Paragraph({}, Type::small, &Colors::textTertiary)),
-      kind_(new QComboBox),
+      kind_(new ChoiceField(texts::kindField())),
       scopeProblem_(new Paragraph({}, Type::small, &Colors::dangerText)),
       subject_(new TextField(texts::subjectField(), composerTexts::subjectPlaceholder())),
       subjectHint_(new Paragraph(composerTexts::subjectDetail(), Type::small, &Colors::textTertiary)),
@@ -66,7 +66,7 @@ ReferenceEditor::ReferenceEditor(SavedReferencesPresenter& references, const Sav
       picker_(new QWidget),
       search_(new TextField(texts::searchPictures(), texts::searchPictures())),
       grid_(new AttachGrid(thumbnails)),
-      notes_(new QTextEdit),
+      notes_(new TextArea(texts::notesField(), composerTexts::notesPlaceholder())),
       problem_(new Paragraph({}, Type::small, &Colors::dangerText)),
       save_(new Button(texts::saveReference(), ButtonVariant::primary)) {
   setModal(true);
@@ -91,17 +91,12 @@ void ReferenceEditor::build() {
   form->setVerticalSpacing(12);
   form->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
   form->addRow(rowLabel(texts::nameField()), column({name_, nameHint_}));
-  kind_->setAccessibleName(texts::kindField());
   kind_->addItems(composer::referenceKinds());
   kind_->setMaximumWidth(200);
   form->addRow(rowLabel(texts::kindField()), kind_);
   buildScope(*form);
   form->addRow(rowLabel(texts::subjectField()), column({subject_, subjectHint_}));
   buildImages(*form);
-  notes_->setAccessibleName(texts::notesField());
-  notes_->setPlaceholderText(composerTexts::notesPlaceholder());
-  notes_->setAcceptRichText(false);
-  notes_->setTabChangesFocus(true);
   notes_->setFixedHeight(kNotesHeight);
   form->addRow(rowLabel(texts::notesField()), notes_);
   all->addLayout(form);

@@ -7,17 +7,17 @@
 #include "shell/saved_references_presenter.h"
 #include "shell/views/room.h"
 
-class QComboBox;
 class QFormLayout;
-class QTextEdit;
 
 namespace sorvan::views {
 
 class AttachGrid;
 class Button;
+class ChoiceField;
 class Paragraph;
 class PictureRow;
 class SegmentedControl;
+class TextArea;
 class TextField;
 class ThumbnailStore;
 
@@ -50,7 +50,7 @@ class ReferenceEditor final : public QDialog {
   ThumbnailStore& thumbnails_;
   TextField* name_;
   Paragraph* nameHint_;
-  QComboBox* kind_;
+  ChoiceField* kind_;
   SegmentedControl* scope_ = nullptr;
   std::optional<QUuid> project_;
   Paragraph* scopeProblem_;
@@ -61,7 +61,7 @@ class ReferenceEditor final : public QDialog {
   QWidget* picker_;
   TextField* search_;
   AttachGrid* grid_;
-  QTextEdit* notes_;
+  TextArea* notes_;
   Paragraph* problem_;
   Button* save_;
   QTimer typing_;

@@ -1,12 +1,12 @@
 #include "shell/views/text_dialog.h"
 
 #include <QHBoxLayout>
-#include <QTextEdit>
 
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/labels.h"
+#include "shell/views/text_area.h"
 #include "shell/views/texts.h"
 #include "shell/views/theme.h"
 
@@ -29,10 +29,7 @@ TextDialog::TextDialog(const QString& title, const QString& name, const QString&
   if (size == TextSize::line) {
     all->addWidget(line_ = new TextField(name));
   } else {
-    lines_ = new QTextEdit;
-    lines_->setAcceptRichText(false);
-    lines_->setTabChangesFocus(true);
-    lines_->setAccessibleName(name);
+    lines_ = new TextArea(name);
     lines_->setFixedHeight(kNotesHeight);
     all->addWidget(lines_);
   }
