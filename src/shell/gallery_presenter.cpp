@@ -55,6 +55,7 @@ QString itemName(const GalleryCell& cell, core::MediaType type) {
   if (cell.rating > 0) parts << texts::stars(cell.rating);
   if (cell.favorite) parts << texts::favourite;
   if (cell.inTrash) parts << texts::inTrash;
+  if (!cell.workText.isEmpty()) parts << cell.workText;
   return parts.join(QStringLiteral(", "));
 }
 
@@ -129,6 +130,7 @@ GalleryPresenter::~GalleryPresenter() = default;
 void GalleryPresenter::refresh() {
   refreshSoon_.withdraw();
   readLocation();
+  work_ = jobs_.workOnItems();
   std::vector<Entry> collected;
   collected.reserve(entries_.size() + 8);
   collectJobs(collected);
@@ -279,6 +281,7 @@ GalleryCell GalleryPresenter::itemCell(const Entry& entry) const {
   cell.favorite = asset->favorite;
   cell.inTrash = asset->isTrashed();
   cell.rating = asset->rating.value_or(0);
+  cell.workText = work_.value(entry.id);
   if (const core::GenerationRef generation = store_.generationOf(asset->id)) {
     const account::Charge charge = account::chargeOf(*generation, asset);
     cell.modelName = jobs_.modelName(generation->model);

@@ -43,6 +43,7 @@ struct GalleryCell {
   bool favorite = false;
   bool inTrash = false;
   int rating = 0;
+  QString workText;  // what a running job does to the item: “Upscaling…”; empty for none
   JobDisplay job;
 };
 
@@ -136,6 +137,7 @@ class GalleryPresenter : public QObject {
   QUuid project_;
   QSet<QUuid> dismissed_;
   int jobCount_ = 0;
+  QHash<QUuid, QString> work_;  // what running jobs do to items
   mutable int lastFound_ = 0;  // by indexOf
   OncePerTurn refreshSoon_{[this] { refresh(); }};
 };

@@ -8,6 +8,7 @@
 #include "generation/job_queue.h"
 #include "shell/texts.h"
 #include "shell/wording.h"
+#include "shell/work_on_items.h"
 
 namespace sorvan::shell {
 
@@ -57,6 +58,17 @@ QString JobDisplays::modelName(const QString& model) const {
 }
 
 account::Spend JobDisplays::spend() const { return {queue_.ports().billing().ownKeyAllowed}; }
+
+QHash<QUuid, QString> JobDisplays::workOnItems() const {
+  QHash<QUuid, QString> work;
+  if (!queue_.ports().models) return work;
+  for (const core::JobRef& job : store_.activeJobs()) {
+    const auto request = job->request();
+    if (!request || stateOf(*job) != JobState::running) continue;
+    if (const auto found = workOnItem(*request, store_, *queue_.ports().models)) work.insert(found->first, found->second);
+  }
+  return work;
+}
 
 double JobDisplays::aspectRatio(const core::GenerationJob& job) const {
   const auto request = job.request();

@@ -38,6 +38,8 @@ class JobDisplays : public QObject {
   account::Spend spend() const;
   // From its start, or its last one, to its end or to now.
   double secondsAtWork(const core::GenerationJob& job) const;
+  // What running jobs do to items: “Upscaling…” for the item that is upscaled.
+  QHash<QUuid, QString> workOnItems() const;
   // Width by height of the expected output.
   double aspectRatio(const core::GenerationJob& job) const;
 

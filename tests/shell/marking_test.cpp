@@ -209,6 +209,22 @@ TEST_F(MarkingTest, AnEditThatLandsIsAnEditOfThePicture) {
   EXPECT_EQ(edges.front()->type(), core::RelationshipType::editedFrom);
 }
 
+TEST_F(MarkingTest, ThePictureThatIsEditedSaysSoOnTheWallWhileTheJobRuns) {
+  const QUuid other = makePicture();
+  drawTwo();
+  desk.marking.setConfines(false);
+  desk.marking.done();
+  desk.provider->gate.emplace();
+  desk.composer.submit();
+  test::runPosted();
+  EXPECT_EQ(desk.gallery.cellOf(item).workText, QStringLiteral("Editing…"));
+  EXPECT_TRUE(desk.gallery.cellOf(item).accessibleName.contains(QStringLiteral("Editing…")));
+  EXPECT_EQ(desk.gallery.cellOf(other).workText, QString());
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_EQ(desk.gallery.cellOf(item).workText, QString());
+}
+
 TEST_F(MarkingTest, AFailedMarkedJobShowsItsMarksAndWhatCanBeSaved) {
   drawTwo();
   desk.marking.done();

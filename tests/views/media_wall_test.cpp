@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 
 #include "shell/item_transfer.h"
+#include "shell/views/drop_frame.h"
 #include "views/dressed.h"
 #include "views/samples.h"
 
@@ -142,15 +143,48 @@ TEST_F(MediaWallTest, AnOverlayPaintsInPlaceOfItsCell) {
   struct Blue final : public CellOverlay {
     QUuid over;
     QUuid cell() const override { return over; }
-    void paint(QPainter& painter, const QRect& area, const GalleryCell&) override { painter.fillRect(area, Qt::blue); }
+    void paint(QPainter& painter, const QRect& area, const GalleryCell&, const CellLook&) override { painter.fillRect(area, Qt::blue); }
   } overlay;
   fill(20);
   overlay.over = source.idAt(3);
-  wall.setOverlay(&overlay);
+  wall.addOverlay(&overlay);
   const QImage shown = wall.viewport()->grab().toImage();
   EXPECT_EQ(shown.pixelColor(wall.cellRect(3).center()), QColor(Qt::blue));
   EXPECT_NE(shown.pixelColor(wall.cellRect(4).center()), QColor(Qt::blue));
-  wall.setOverlay(nullptr);
+  wall.removeOverlay(&overlay);
+}
+
+TEST_F(MediaWallTest, TheBadgeOfASoundAsksToPlayItAndSelectsNothing) {
+  GalleryCell sound = pictureCell(u"guitar.wav"_s, 1.6);
+  sound.kind = CellKind::audio;
+  sound.durationText = u"0:32"_s;
+  GalleryCell trashed = sound;
+  trashed.id = QUuid::createUuid();
+  trashed.inTrash = true;
+  source.set({sound, trashed, pictureCell(u"still.png"_s, 1.5)});
+  show(wall, {1200, 400});
+  QSignalSpy asked(&wall, &MediaWall::playPressed);
+  QTest::mouseClick(wall.viewport(), Qt::LeftButton, {}, partOf(0, CellPart::play));
+  ASSERT_EQ(asked.count(), 1);
+  EXPECT_EQ(asked.front().at(0).toUuid(), sound.id);
+  EXPECT_TRUE(wall.selection().isEmpty());
+  EXPECT_EQ(partOf(1, CellPart::play), QPoint(-1, -1)) << "what is in Trash only stays and goes";
+  EXPECT_EQ(partOf(2, CellPart::play), QPoint(-1, -1));
+}
+
+TEST_F(MediaWallTest, WorkOnAnItemIsPaintedOverItsStatus) {
+  GalleryCell cell = pictureCell(u"still.png"_s, 1.5);
+  const auto corner = [this] {
+    const QRect area = wall.cellRect(0);
+    return wall.viewport()->grab(QRect(area.left(), area.bottom() - 30, 120, 30)).toImage();
+  };
+  source.set({cell});
+  show(wall, {900, 400});
+  const QImage plain = corner();
+  cell.workText = u"Upscaling…"_s;
+  source.set({cell});
+  QCoreApplication::processEvents();
+  EXPECT_NE(corner(), plain);
 }
 
 TEST_F(MediaWallTest, EscapeClearsTheSelectionBeforeItLeaves) {
@@ -430,13 +464,17 @@ TEST_F(MediaWallTest, FilesOfOtherProgramsAreTakenAndItsOwnItemsAreNot) {
   QCoreApplication::sendEvent(wall.viewport(), &enter);
   EXPECT_TRUE(enter.isAccepted());
   EXPECT_EQ(enter.dropAction(), Qt::CopyAction) << "what is dropped is never moved away from where it was";
+  const auto* frame = wall.findChild<DropFrame*>();
+  EXPECT_TRUE(frame->isVisible());
   QDropEvent drop(QPoint(50, 50), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, {});
   QCoreApplication::sendEvent(wall.viewport(), &drop);
   ASSERT_EQ(dropped.count(), 1);
+  EXPECT_FALSE(frame->isVisible());
   files.setData(itemsFormat, "x");
   QDragEnterEvent own(QPoint(50, 50), Qt::CopyAction, &files, Qt::LeftButton, {});
   QCoreApplication::sendEvent(wall.viewport(), &own);
   EXPECT_FALSE(own.isAccepted());
+  EXPECT_FALSE(frame->isVisible());
 }
 
 TEST_F(MediaWallTest, TitlesOfTenThousandCharactersAreShortenedToTheirCells) {

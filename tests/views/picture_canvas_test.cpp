@@ -83,6 +83,21 @@ TEST_F(PictureCanvasTest, TheZoomBarShowsTheSizeAndChangesIt) {
   EXPECT_EQ(bar.text(), u"50 %"_s);
 }
 
+TEST_F(PictureCanvasTest, TheZoomBarOffersNoStepBeyondTheEnds) {
+  ZoomBar bar(canvas);
+  showPicture(picture(u"wide.png"_s, {1200, 400}, Qt::darkCyan));
+  const auto* more = named<QWidget>(bar, u"Zoom In"_s);
+  const auto* less = named<QWidget>(bar, u"Zoom Out"_s);
+  EXPECT_TRUE(more->isEnabled());
+  EXPECT_TRUE(less->isEnabled());
+  for (int turn = 0; turn < 30; ++turn) canvas.zoomIn();
+  EXPECT_FALSE(more->isEnabled());
+  EXPECT_TRUE(less->isEnabled());
+  for (int turn = 0; turn < 60; ++turn) canvas.zoomOut();
+  EXPECT_TRUE(more->isEnabled());
+  EXPECT_FALSE(less->isEnabled());
+}
+
 // The same numbers mean a stronger red on a wide-gamut screen; on this one they must become its own numbers for it.
 TEST_F(PictureCanvasTest, WideGamutPicturesAreShownInTheScreensColours) {
   QImage image(800, 600, QImage::Format_RGB32);

@@ -3,12 +3,14 @@
 #include "shell/views/hover_play.h"
 #include "shell/views/media_wall.h"
 #include "shell/views/quick_look.h"
+#include "shell/views/sound_play.h"
 #include "shell/views/transport_bar.h"
 #include "shell/views/wave_strip.h"
 #include "support/made_clips.h"
 #include "support/temporary_folder.h"
 #include "views/dressed.h"
 #include "views/samples.h"
+#include "views/spoken_sample.h"
 
 #include <QAbstractButton>
 #include <QSignalSpy>
@@ -126,6 +128,77 @@ TEST_F(PlayerViewTest, AClipUnderThePointerPlaysMutedUntilThePointerLeaves) {
   Q_EMIT wall.cellHovered(QUuid(), {});
   EXPECT_TRUE(hover.cell().isNull());
   EXPECT_EQ(hover.player().state(), PlayerState::empty);
+}
+
+// Sounds in their cells
+
+class SoundPlayTest : public PlayerViewTest {
+ protected:
+  SoundPlayTest() {
+    GalleryCell one = soundCell(), other = soundCell();
+    source.set({one, other, pictureCell(u"still.png"_s, 1.5)});
+    show(wall, {900, 400});
+  }
+  GalleryCell soundCell() const {
+    GalleryCell cell = pictureCell(u"spoken.wav"_s, 1.6);
+    cell.kind = CellKind::audio;
+    cell.durationText = u"0:04"_s;
+    cell.filePath = spokenSample();
+    return cell;
+  }
+  bool becomesReady() {
+    return QTest::qWaitFor([this] { return play.player().state() == PlayerState::ready; }, 10'000);
+  }
+  SampleWall source;
+  MediaWall wall{source, thumbnails};
+  SoundPlay play{wall, source};
+};
+
+TEST_F(SoundPlayTest, PlaysWithItsSoundUntilItsBadgeIsPressedAgain) {
+  Q_EMIT wall.playPressed(source.idAt(0));
+  EXPECT_EQ(play.cell(), source.idAt(0));
+  ASSERT_TRUE(becomesReady());
+  EXPECT_TRUE(play.player().isPlaying());
+  EXPECT_FALSE(play.player().isMuted());
+  Q_EMIT wall.playPressed(source.idAt(0));
+  EXPECT_TRUE(play.cell().isNull());
+  EXPECT_EQ(play.player().state(), PlayerState::empty);
+}
+
+TEST_F(SoundPlayTest, AnotherSoundTakesItsPlaceAndAPointerElsewhereDoesNotStopIt) {
+  Q_EMIT wall.playPressed(source.idAt(0));
+  Q_EMIT wall.cellHovered(source.idAt(2), wall.cellRect(2));
+  EXPECT_EQ(play.cell(), source.idAt(0));
+  Q_EMIT wall.playPressed(source.idAt(1));
+  EXPECT_EQ(play.cell(), source.idAt(1));
+  ASSERT_TRUE(becomesReady());
+}
+
+TEST_F(SoundPlayTest, APlayheadStandsWhereItIsHeardAndEndsWithIt) {
+  Q_EMIT wall.playPressed(source.idAt(0));
+  ASSERT_TRUE(becomesReady());
+  play.player().pause();
+  play.player().seek(2);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return std::abs(play.player().position() - 2) < 0.01; }, 10'000));
+  const QRect area = wall.cellRect(0);
+  const QImage shown = wall.viewport()->grab(area).toImage();
+  int brightest = 0;
+  for (int x = 1; x < area.width() - 1; ++x)
+    if (shown.pixelColor(x, 30).lightness() > shown.pixelColor(brightest, 30).lightness()) brightest = x;
+  EXPECT_NEAR(brightest, area.width() / 2, 2);
+  Q_EMIT play.player().ended();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return play.cell().isNull(); }, 10'000));
+}
+
+TEST_F(SoundPlayTest, ASoundThatIsGoneOrCannotBeReadStopsIt) {
+  Q_EMIT wall.playPressed(source.idAt(0));
+  source.set({pictureCell(u"still.png"_s, 1.5)});
+  EXPECT_TRUE(play.cell().isNull());
+  GalleryCell lost = soundCell();
+  lost.filePath = folder / u"gone.wav"_s;
+  source.set({lost});
+  Q_EMIT wall.playPressed(lost.id);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return play.cell().isNull(); }, 10'000));
 }
 
 // Quick look

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "core/waveform.h"
+
 namespace sorvan::views {
 
 namespace {
@@ -14,10 +16,13 @@ namespace {
 constexpr int kRate = 8000;
 constexpr int kSeconds = 4;
 
-// A tone that comes and goes like syllables.
+// A tone that comes and goes like syllables, some louder than others.
 qint16 sampleAt(int index) {
   const double seconds = static_cast<double>(index) / kRate;
-  const double loudness = std::abs(std::sin(seconds * std::numbers::pi * 1.5)) * 0.8;
+  const double syllable = std::abs(std::sin(seconds * std::numbers::pi * 1.5));
+  const double sentence = 0.55 + 0.45 * std::sin(seconds * 7.3) * std::sin(seconds * 2.1);
+  const double grain = 0.7 + 0.3 * std::sin(seconds * 91) * std::sin(seconds * 37);
+  const double loudness = syllable * sentence * grain * 0.8;
   return static_cast<qint16>(std::sin(seconds * 2 * std::numbers::pi * 220) * loudness * 32000);
 }
 
@@ -36,12 +41,22 @@ void writeSound(const QString& path) {
   for (int index = 0; index < kRate * kSeconds; ++index) out << sampleAt(index);
 }
 
+QString inFolder(const QString& name) {
+  static const QTemporaryDir folder;
+  return folder.filePath(name);
+}
+
 }  // namespace
 
 QString spokenSample() {
-  static const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("spoken.wav"));
+  const QString path = inFolder(QStringLiteral("spoken.wav"));
   if (!QFile::exists(path)) writeSound(path);
+  return path;
+}
+
+QString spokenWave() {
+  const QString path = inFolder(QStringLiteral("spoken.png"));
+  if (!QFile::exists(path)) core::waveformPicture(spokenSample(), QSize(640, 400)).save(path);
   return path;
 }
 

@@ -7,5 +7,7 @@ namespace sorvan::views {
 
 // The path of a WAV file that is there until the program ends; made at the first call. Main thread.
 QString spokenSample();
+// The path of a picture of its wave, likewise.
+QString spokenWave();
 
 }  // namespace sorvan::views

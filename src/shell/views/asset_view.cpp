@@ -30,6 +30,7 @@ Filmstrip::Filmstrip(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
     : QWidget(parent), source_(source), thumbnails_(thumbnails) {
   setAccessibleName(texts::filmstrip());
   setFixedHeight(metrics().filmstrip);
+  setMouseTracking(true);
   connect(&thumbnails_, &ThumbnailStore::loaded, this, qOverload<>(&QWidget::update));
   connect(&source_, &WallSource::layoutChanged, this, qOverload<>(&QWidget::update));
 }
@@ -74,7 +75,24 @@ void Filmstrip::paintEvent(QPaintEvent*) {
     else
       paintPanel(painter, place.area, metrics().radiusPicture, colors().surfacePlaceholder);
     if (cell.id == current_) paintRing(painter, QRectF(place.area).adjusted(-3, -3, 3, 3), 6, 2, colors().accentRing);
+    else if (cell.id == hovered_) paintRing(painter, QRectF(place.area).adjusted(-2, -2, 2, 2), 6, 1, colors().controlBorderStrong);
   }
+}
+
+void Filmstrip::mouseMoveEvent(QMouseEvent* event) {
+  QUuid under;
+  for (const Place& place : places())
+    if (place.area.contains(event->position().toPoint())) under = source_.idAt(place.index);
+  hoverOver(under);
+}
+
+void Filmstrip::leaveEvent(QEvent*) { hoverOver({}); }
+
+void Filmstrip::hoverOver(QUuid item) {
+  if (item == hovered_) return;
+  hovered_ = item;
+  setCursor(item.isNull() ? Qt::ArrowCursor : Qt::PointingHandCursor);
+  update();
 }
 
 void Filmstrip::mousePressEvent(QMouseEvent* event) {

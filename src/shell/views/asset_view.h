@@ -34,6 +34,8 @@ class Filmstrip final : public QWidget {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
 
  private:
   struct Place {
@@ -42,10 +44,12 @@ class Filmstrip final : public QWidget {
   };
   // The pictures that fit, with the current one in the middle.
   std::vector<Place> places() const;
+  void hoverOver(QUuid item);
 
   WallSource& source_;
   ThumbnailStore& thumbnails_;
   QUuid current_;
+  QUuid hovered_;
 };
 
 class AssetView final : public QWidget {

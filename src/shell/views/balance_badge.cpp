@@ -67,9 +67,11 @@ QSize BalanceBadge::sizeHint() const {
 void BalanceBadge::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
-  if (underMouse() || isDown()) paintPanel(painter, rect(), height() / 2.0, c.stateHover);
-  paintIcon(painter, u"coins"_s, QRectF(9, 0, 14, height()), 14, {c.textSecondary});
-  paintText(painter, rect().adjusted(29, 0, -4, 0), {text(), fontFor(Type::small, Weight::medium), c.textSecondary});
+  const bool touched = underMouse() || isDown();
+  if (touched) paintPanel(painter, rect(), height() / 2.0, isDown() ? c.statePressed : c.stateHover);
+  const QColor ink = touched ? c.textPrimary : c.textSecondary;
+  paintIcon(painter, u"coins"_s, QRectF(9, 0, 14, height()), 14, {ink});
+  paintText(painter, rect().adjusted(29, 0, -4, 0), {text(), fontFor(Type::small, Weight::medium), ink});
 }
 
 }  // namespace sorvan::views

@@ -31,6 +31,7 @@ CompareCanvas::CompareCanvas(Pictures pictures, QWidget* parent) : QAbstractButt
   setFocusPolicy(Qt::StrongFocus);
   setProperty(ownFocusProperty, true);
   setMouseTracking(true);
+  setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   connect(&pictures_.large, &LargePictures::arrived, this, qOverload<>(&QWidget::update));
   connect(&pictures_.thumbnails, &ThumbnailStore::loaded, this, qOverload<>(&QWidget::update));
@@ -136,7 +137,10 @@ void CompareCanvas::paintEvent(QPaintEvent*) {
 
 void CompareCanvas::paintFrame(QPainter& painter) {
   const bool keyboard = hasFocus() && FocusRing::keyboardInUse();
-  if (!keyboard && (!isChecked() || alone_)) return;
+  if (!keyboard && (!isChecked() || alone_)) {
+    if (underMouse() && !alone_) paintRing(painter, rect(), metrics().radiusPicture, 1, colors().controlBorderStrong);
+    return;
+  }
   const double width = isChecked() && !alone_ ? metrics().borderSelection : metrics().borderFocus;
   paintRing(painter, QRectF(rect()), metrics().radiusPicture, width, colors().accentRing);
 }

@@ -22,11 +22,11 @@ HoverPlay::HoverPlay(MediaWall& wall, WallSource& source, QObject* parent)
     if (source_.indexOf(hovered_) < 0) stop();
   });
   connect(&player_, &media::Player::frameChanged, this, [this] { if (wall_) wall_->updateCell(hovered_); });
-  wall.setOverlay(this);
+  wall.addOverlay(this);
 }
 
 HoverPlay::~HoverPlay() {
-  if (wall_) wall_->setOverlay(nullptr);
+  if (wall_) wall_->removeOverlay(this);
 }
 
 QUuid HoverPlay::cell() const { return player_.frame().isNull() ? QUuid() : hovered_; }
@@ -57,7 +57,7 @@ void HoverPlay::begin() {
   player_.play();
 }
 
-void HoverPlay::paint(QPainter& painter, const QRect& area, const GalleryCell&) {
+void HoverPlay::paint(QPainter& painter, const QRect& area, const GalleryCell&, const CellLook&) {
   paintCover(painter, area, metrics().radiusPicture, QPixmap::fromImage(player_.frame()));
   paintPictureBadge(painter, area, Qt::BottomLeftCorner, u"volume-x"_s, {});
   const QString time = clockText(player_.position()) + u" / "_s + clockText(player_.duration());

@@ -20,7 +20,7 @@ class HoverPlay final : public QObject, public CellOverlay {
   ~HoverPlay() override;
 
   QUuid cell() const override;
-  void paint(QPainter& painter, const QRect& area, const GalleryCell& cell) override;
+  void paint(QPainter& painter, const QRect& area, const GalleryCell& cell, const CellLook& look) override;
   media::Player& player() { return player_; }
   // The file is let go of at once.
   void stop();

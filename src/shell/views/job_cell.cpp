@@ -103,7 +103,10 @@ void paintActionButton(QPainter& painter, const QRect& area, const JobDisplay& j
 
 // What the cell says: while it works what was asked for, afterwards why it ended.
 QString wordsOf(const JobDisplay& job) {
-  if (job.state == JobState::failed) return job.detail.isEmpty() ? job.message : job.message + u"\n"_s + job.detail;
+  if (job.state == JobState::failed) {
+    const bool both = !job.detail.isEmpty() && !job.message.isEmpty();
+    return job.message + (both ? u"\n"_s : QString()) + job.detail;
+  }
   if (job.state == JobState::cancelled || job.state == JobState::salvaging)
     return job.detail.isEmpty() ? job.prompt : job.detail;
   return job.prompt;
@@ -151,7 +154,9 @@ void paintJobIcon(QPainter& painter, const QRectF& area, JobState state) {
 
 void paintJobCell(QPainter& painter, const QRect& area, const JobDisplay& job, const CellLook& look) {
   const JobInk ink = inkOf(job);
-  paintPanel(painter, area, metrics().radiusControl, colors().surfaceRaised, ink.line);
+  const bool plain = !look.hovered || job.state == JobState::failed;
+  paintPanel(painter, area, metrics().radiusControl, colors().surfaceRaised,
+             plain ? ink.line : colors().controlBorderStrong);
   paintHead(painter, area, job, look);
   const int top = area.top() + kPadY + kHead + 7;
   const int bottom = area.bottom() - kPadY - footHeight(job);

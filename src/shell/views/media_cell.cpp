@@ -1,7 +1,9 @@
 #include "shell/views/media_cell.h"
 
 #include <QLinearGradient>
+#include <QPixmapCache>
 
+#include "shell/views/feedback.h"
 #include "shell/views/icons.h"
 #include "shell/views/inspector_parts.h"
 #include "shell/views/job_cell.h"
@@ -57,6 +59,23 @@ void paintPlaceholder(QPainter& painter, const QRect& area, const GalleryCell& c
             {words, fontFor(Type::caption), ink, Qt::AlignCenter});
 }
 
+// Without its colours; each picture is made grey once while it is shown.
+QPixmap grey(const QPixmap& picture) {
+  const QString key = u"grey %1"_s.arg(picture.cacheKey());
+  QPixmap made;
+  if (QPixmapCache::find(key, &made)) return made;
+  const QImage colored = picture.toImage();
+  QImage plain = colored.convertToFormat(QImage::Format_Grayscale8);
+  if (colored.hasAlphaChannel()) {
+    plain = plain.convertToFormat(QImage::Format_ARGB32);
+    plain.setAlphaChannel(colored.convertToFormat(QImage::Format_Alpha8));
+  }
+  made = QPixmap::fromImage(plain);
+  made.setDevicePixelRatio(picture.devicePixelRatio());
+  QPixmapCache::insert(key, made);
+  return made;
+}
+
 // A picture of just that size is laid down as it is; another one stands in, scaled.
 void paintPicture(QPainter& painter, const QRect& area, const QPixmap& picture) {
   const QSizeF size = picture.deviceIndependentSize();
@@ -88,10 +107,11 @@ void paintHeart(QPainter& painter, const QRect& area) {
   paintIcon(painter, u"heart"_s, round, 12, {Theme::instance().colorsOf(Look::dark).favorite, IconFill::filled});
 }
 
-void paintSelectCircle(QPainter& painter, const QRect& area, bool checked) {
+void paintSelectCircle(QPainter& painter, const QRect& area, bool checked, bool hot) {
   const Colors& c = colors();
   const QRect circle = circleAt(area);
-  paintPanel(painter, circle, checked ? kRound / 2.0 : metrics().radiusSmall, checked ? c.accentFill : c.pictureBadge);
+  paintPanel(painter, circle, checked ? kRound / 2.0 : metrics().radiusSmall, checked ? c.accentFill : c.pictureBadge,
+             hot ? c.pictureBadgeText : QColor());
   if (checked)
     paintIcon(painter, u"check"_s, circle, 14, {c.textOnAccent});
   else
@@ -101,7 +121,7 @@ void paintSelectCircle(QPainter& painter, const QRect& area, bool checked) {
 // A sound: its title on the shade, what it is at the top unless the circle is there.
 void paintSoundTexts(QPainter& painter, const QRect& area, const GalleryCell& cell, bool badge) {
   paintShade(painter, area);
-  const int clock = cell.durationText.isEmpty() ? 0 : 60;
+  const int clock = cell.durationText.isEmpty() ? 0 : textWidth(cell.durationText, badgeFont()) + 36;
   paintText(painter, QRect(area.left() + 9, area.bottom() - 24, area.width() - 18 - clock, 18),
             {cell.title, fontFor(Type::caption), colors().textOnPicture});
   if (badge) paintPictureBadge(painter, area, Qt::TopLeftCorner, cell.soundIcon, cell.soundText);
@@ -118,11 +138,60 @@ void paintHoverTexts(QPainter& painter, const QRect& area, const GalleryCell& ce
     paintText(painter, line, {cell.costText, fontFor(Type::caption), white, Qt::AlignRight | Qt::AlignVCenter});
 }
 
-void paintBadges(QPainter& painter, const QRect& area, const GalleryCell& cell, bool hovered) {
-  if (!cell.statusText.isEmpty() && !hovered && cell.kind != CellKind::audio)
+// The icon of a badge; a circle that loads turns.
+void paintBadgeIcon(QPainter& painter, const QString& name, const QRectF& place) {
+  const Colors& c = colors();
+  if (name == u"loader-circle"_s)
+    return paintTurnedIcon(painter, name, place, 12, Theme::instance().colorsOf(Look::dark).accentText, spinnerDegrees());
+  const bool filled = name == u"play"_s;
+  paintIcon(painter, name, place, filled ? 10 : 12,
+            {c.pictureBadgeText, filled ? IconFill::filled : IconFill::outline});
+}
+
+// Where a badge keeps to its corner; empty when the cell has no room for one.
+QRect badgeAt(const QRect& cell, Qt::Corner corner, int content) {
+  const int width = std::min(content + 12, cell.width() - 2 * kBadgeInset);
+  if (width < 20 || cell.height() < kBadgeHeight + 2 * kBadgeInset) return {};
+  const bool right = corner == Qt::TopRightCorner || corner == Qt::BottomRightCorner;
+  const bool bottom = corner == Qt::BottomLeftCorner || corner == Qt::BottomRightCorner;
+  return QRect(right ? cell.right() - kBadgeInset - width + 1 : cell.left() + kBadgeInset,
+               bottom ? cell.bottom() - kBadgeInset - kBadgeHeight + 1 : cell.top() + kBadgeInset, width, kBadgeHeight);
+}
+
+// The room before the words.
+int leadOf(const QString& icon, const QString& text, const QColor& dot) {
+  if (icon.isEmpty()) return dot.isValid() ? 11 : 0;
+  return text.isEmpty() ? 12 : 15;
+}
+
+// The badge that plays a sound in its cell.
+QRect playBadgeAt(const QRect& area, const GalleryCell& cell) {
+  if (cell.kind != CellKind::audio || cell.inTrash || cell.durationText.isEmpty()) return {};
+  return badgeAt(area, Qt::BottomRightCorner,
+                 textWidth(cell.durationText, badgeFont()) + leadOf(u"play"_s, cell.durationText, {}));
+}
+
+void paintDuration(QPainter& painter, const QRect& area, const GalleryCell& cell, const CellLook& look) {
+  if (cell.durationText.isEmpty()) return;
+  const QRect badge =
+      paintPictureBadge(painter, area, Qt::BottomRightCorner, look.played ? u"pause"_s : u"play"_s, cell.durationText);
+  if (look.hoveredPart == CellPart::play && !badge.isEmpty())
+    paintRing(painter, badge, metrics().radiusSmall, 1, colors().pictureBadgeText);
+}
+
+// The part of a sound that was heard, and the place that is.
+void paintPlayhead(QPainter& painter, const QRect& area, double share) {
+  const double x = area.left() + (area.width() - 1.5) * std::clamp(share, 0.0, 1.0);
+  painter.fillRect(QRectF(x, area.top(), 1.5, area.height()), colors().pictureBadgeText);
+}
+
+void paintBadges(QPainter& painter, const QRect& area, const GalleryCell& cell, const CellLook& look) {
+  const bool hovered = look.hovered;
+  if (!cell.workText.isEmpty())
+    paintPictureBadge(painter, area, Qt::BottomLeftCorner, u"loader-circle"_s, cell.workText);
+  else if (!cell.statusText.isEmpty() && !hovered && cell.kind != CellKind::audio)
     paintPictureBadge(painter, area, Qt::BottomLeftCorner, {}, cell.statusText, statusColor(cell.statusToken));
-  if (!cell.durationText.isEmpty())
-    paintPictureBadge(painter, area, Qt::BottomRightCorner, u"play"_s, cell.durationText);
+  paintDuration(painter, area, cell, look);
   if (cell.inTrash) paintPictureBadge(painter, area, Qt::TopLeftCorner, u"trash-2"_s, texts::inTrash());
   const bool buttons = hovered && !cell.inTrash && !moreAt(area).isNull();
   if (cell.favorite && !buttons && area.width() > 2 * kRound) paintHeart(painter, area);
@@ -133,22 +202,13 @@ void paintBadges(QPainter& painter, const QRect& area, const GalleryCell& cell, 
 QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner, const QString& iconName,
                         const QString& text, const QColor& dot) {
   const int words = text.isEmpty() ? 0 : textWidth(text, badgeFont());
-  const int lead = iconName.isEmpty() ? (dot.isValid() ? 11 : 0) : (text.isEmpty() ? 12 : 15);
-  const int width = std::min(words + lead + 12, cell.width() - 2 * kBadgeInset);
-  if (width < 20 || cell.height() < kBadgeHeight + 2 * kBadgeInset) return {};
-  const bool right = corner == Qt::TopRightCorner || corner == Qt::BottomRightCorner;
-  const bool bottom = corner == Qt::BottomLeftCorner || corner == Qt::BottomRightCorner;
-  const QRect badge(right ? cell.right() - kBadgeInset - width + 1 : cell.left() + kBadgeInset,
-                    bottom ? cell.bottom() - kBadgeInset - kBadgeHeight + 1 : cell.top() + kBadgeInset, width,
-                    kBadgeHeight);
+  const int lead = leadOf(iconName, text, dot);
+  const QRect badge = badgeAt(cell, corner, words + lead);
+  if (badge.isEmpty()) return {};
   paintPanel(painter, badge, metrics().radiusSmall, colors().pictureBadge);
   QRect inner = badge.adjusted(6, 0, -6, 0);
   if (dot.isValid()) paintPanel(painter, QRectF(inner.left(), inner.center().y() - 3, 7, 7), 3.5, dot);
-  if (!iconName.isEmpty()) {
-    const IconFill fill = iconName == u"play"_s ? IconFill::filled : IconFill::outline;
-    paintIcon(painter, iconName, QRect(inner.left(), inner.top(), 12, inner.height()), iconName == u"play"_s ? 10 : 12,
-              {colors().pictureBadgeText, fill});
-  }
+  if (!iconName.isEmpty()) paintBadgeIcon(painter, iconName, QRectF(inner.left(), inner.top(), 12, inner.height()));
   inner.setLeft(inner.left() + lead);
   if (words > 0) paintText(painter, inner.adjusted(0, 0, 1, 0), {text, badgeFont(), colors().pictureBadgeText});
   return badge;
@@ -159,7 +219,7 @@ void paintMediaCell(QPainter& painter, const QRect& area, const GalleryCell& cel
   painter.save();
   if (cell.inTrash) painter.setOpacity(kTrashOpacity);
   if (look.thumbnail.state == ThumbnailStore::State::ready)
-    paintPicture(painter, area, look.thumbnail.picture);
+    paintPicture(painter, area, cell.inTrash ? grey(look.thumbnail.picture) : look.thumbnail.picture);
   else
     paintPlaceholder(painter, area, cell, look.thumbnail.state);
   painter.setOpacity(1);
@@ -168,16 +228,18 @@ void paintMediaCell(QPainter& painter, const QRect& area, const GalleryCell& cel
     paintSoundTexts(painter, area, cell, !cell.inTrash && !look.hovered && !(look.several && look.selected));
   else if (look.hovered)
     paintHoverTexts(painter, area, cell);
-  paintBadges(painter, area, cell, look.hovered);
+  if (look.played) paintPlayhead(painter, area, *look.played);
+  paintBadges(painter, area, cell, look);
   if (look.thumbnail.originalMissing && !look.hovered && !cell.inTrash)
     paintPictureBadge(painter, area, Qt::TopLeftCorner, u"triangle-alert"_s, texts::originalMissing());
   if (look.hovered && !cell.inTrash && !moreAt(area).isNull())
     paintHoverButtons(painter, area, cell, look.hoveredPart);
   painter.restore();
+  const bool hot = look.hoveredPart == CellPart::selectCircle;
   if (look.several && look.selected)
-    paintSelectCircle(painter, area, true);
+    paintSelectCircle(painter, area, true, hot);
   else if (look.hovered && area.width() > 60)
-    paintSelectCircle(painter, area, look.selected);
+    paintSelectCircle(painter, area, look.selected, hot);
 }
 
 void paintCellRings(QPainter& painter, const QRect& area, const CellLook& look) {
@@ -201,6 +263,7 @@ void paintCellRings(QPainter& painter, const QRect& area, const CellLook& look) 
 CellPart partAt(const QRect& area, const GalleryCell& cell, QPoint point) {
   if (!area.contains(point)) return CellPart::none;
   if (cell.kind == CellKind::job) return jobPartAt(area, cell.job, point);
+  if (playBadgeAt(area, cell).contains(point)) return CellPart::play;
   if (!cell.inTrash && moreAt(area).contains(point)) return CellPart::more;
   if (!cell.inTrash && heartAt(area).contains(point)) return CellPart::heart;
   return circleAt(area).contains(point) && area.width() > 60 ? CellPart::selectCircle : CellPart::body;

@@ -3,13 +3,15 @@
 
 #include <QPainter>
 
+#include <optional>
+
 #include "shell/gallery_presenter.h"
 #include "shell/views/thumbnail_store.h"
 
 namespace sorvan::views {
 
 // What the pointer is over inside a cell.
-enum class CellPart { none, body, selectCircle, heart, more, action, details, dismiss };
+enum class CellPart { none, body, selectCircle, heart, more, play, action, details, dismiss };
 
 struct CellLook {
   bool selected = false;
@@ -17,6 +19,7 @@ struct CellLook {
   bool keyboardCurrent = false;
   bool hovered = false;
   CellPart hoveredPart = CellPart::none;
+  std::optional<double> played;  // the share of a sound that was heard, while it plays in its cell
   ThumbnailStore::Answer thumbnail;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QScrollBar>
 
+#include "shell/views/drop_frame.h"
 #include "shell/views/empty_note.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/job_cell.h"
@@ -47,6 +48,7 @@ MediaWall::MediaWall(WallSource& source, ThumbnailStore& thumbnails, QWidget* pa
   viewport()->setAutoFillBackground(false);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   emptyNote_ = new EmptyNote(viewport());
+  frame_ = new DropFrame(this);
   settle_.setSingleShot(true);
   settle_.setInterval(kSettle);
   rubberScroll_.setInterval(16);
@@ -96,8 +98,13 @@ void MediaWall::setSelection(const QSet<QUuid>& selection) {
   viewport()->update();
 }
 
-void MediaWall::setOverlay(CellOverlay* overlay) {
-  overlay_ = overlay;
+void MediaWall::addOverlay(CellOverlay* overlay) {
+  overlays_.push_back(overlay);
+  viewport()->update();
+}
+
+void MediaWall::removeOverlay(CellOverlay* overlay) {
+  std::erase(overlays_, overlay);
   viewport()->update();
 }
 

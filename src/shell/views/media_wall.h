@@ -15,6 +15,7 @@
 
 namespace sorvan::views {
 
+class DropFrame;
 class EmptyNote;
 
 // Something that paints over one cell, such as a clip that plays under the pointer. Main thread.
@@ -24,8 +25,8 @@ class CellOverlay {
   // The cell it covers now; null: none.
   virtual QUuid cell() const = 0;
   // Paints in place of the cell's picture and badges; the rings of the selection come on top. `area` is in the
-  // viewport's coordinates, in logical pixels.
-  virtual void paint(QPainter& painter, const QRect& area, const GalleryCell& cell) = 0;
+  // viewport's coordinates, in logical pixels; `look` is how the wall would paint the cell.
+  virtual void paint(QPainter& painter, const QRect& area, const GalleryCell& cell, const CellLook& look) = 0;
 };
 
 // Paints only what is visible; a wall of a hundred thousand cells holds two numbers for each. Main thread.
@@ -42,8 +43,9 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   void setSelection(const QSet<QUuid>& selection);
   const QSet<QUuid>& selection() const { return selection_; }
   void scrollTo(int index);
-  // Lent, null for none. The wall asks it in each paint; `updateCell` makes it ask again.
-  void setOverlay(CellOverlay* overlay);
+  // Lent until it is removed. The wall asks it in each paint; `updateCell` makes it ask again.
+  void addOverlay(CellOverlay* overlay);
+  void removeOverlay(CellOverlay* overlay);
   // Repaints one cell where it is visible.
   void updateCell(QUuid cell);
   // Items in view whose pictures are not there yet.
@@ -78,6 +80,8 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   // For the selection, or for the wall itself when nothing is selected.
   void menuRequested(QPoint globalPosition);
   void favoriteToggled(QUuid item);
+  // The badge of a sound: it is to play in its cell, or to stop.
+  void playPressed(QUuid item);
   // The selection is being dragged away. The button is down; who drags says how it went by nothing at all.
   void dragRequested();
   // Files of other programs were dropped on the wall.
@@ -101,6 +105,7 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   bool viewportEvent(QEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
  private:
@@ -180,7 +185,8 @@ class MediaWall final : public QAbstractScrollArea, public PaintedList {
   int direction_ = 1;
   int currentPlace_ = 0;  // where the current cell stood last
   EmptyNote* emptyNote_;
-  CellOverlay* overlay_ = nullptr;
+  DropFrame* frame_;
+  std::vector<CellOverlay*> overlays_;
 };
 
 }  // namespace sorvan::views

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 
 #include "shell/item_transfer.h"
+#include "shell/views/drop_frame.h"
 #include "shell/views/media_wall.h"
 
 namespace sorvan::views {
@@ -53,6 +54,9 @@ void MediaWall::pressPart(int index, CellPart part) {
       return toggle(index);
     case CellPart::heart:
       Q_EMIT favoriteToggled(cell.id);
+      return;
+    case CellPart::play:
+      Q_EMIT playPressed(cell.id);
       return;
     case CellPart::more:
       if (!selection_.contains(cell.id)) click(index, Qt::NoModifier);
@@ -207,12 +211,16 @@ void MediaWall::dragMoveEvent(QDragMoveEvent* event) {
   if (!filesFromOutside(*event->mimeData()).isEmpty()) {
     event->setDropAction(Qt::CopyAction);
     event->accept();
+    frame_->open();
   } else {
     event->ignore();
   }
 }
 
+void MediaWall::dragLeaveEvent(QDragLeaveEvent*) { frame_->hide(); }
+
 void MediaWall::dropEvent(QDropEvent* event) {
+  frame_->hide();
   const QList<QUrl> files = filesFromOutside(*event->mimeData());
   if (files.isEmpty()) return event->ignore();
   event->setDropAction(Qt::CopyAction);

@@ -35,6 +35,10 @@ PictureFiles filesOf(const GalleryCell& cell) {
   return {cell.thumbnailPath, cell.filePath, cell.kind == CellKind::image, cell.inTrash};
 }
 
+bool movesIn(const GalleryCell& cell) {
+  return cell.kind == CellKind::job ? isMoving(cell.job) : !cell.workText.isEmpty();
+}
+
 }  // namespace
 
 void MediaWall::paintEvent(QPaintEvent* event) {
@@ -52,12 +56,12 @@ void MediaWall::paintEvent(QPaintEvent* event) {
   if (!turn) motion_.stop();
 }
 
-// True while a job in view is at work.
+// True while a job in view is at work, in its own cell or on an item.
 bool MediaWall::paintCells(QPainter& painter, const QRect& exposed) {
   const auto [first, end] = visibleRange();
   bool moves = false;
   for (int index = first; index < std::min(end, source_.count()); ++index) {
-    moves = moves || (source_.isJobAt(index) && isMoving(cellAt(index).job));
+    moves = moves || movesIn(cellAt(index));
     if (cellRect(index).adjusted(-4, -4, 4, 4).intersects(exposed)) paintCell(painter, index);
   }
   return moves;
@@ -90,8 +94,10 @@ void MediaWall::paintCell(QPainter& painter, int index) {
   const GalleryCell& cell = cellAt(index);
   const QRect area = cellRect(index);
   const CellLook look = lookOf(index, cell);
-  if (overlay_ && overlay_->cell() == cell.id)
-    overlay_->paint(painter, area, cell);
+  const auto over = std::find_if(overlays_.begin(), overlays_.end(),
+                                 [&cell](const CellOverlay* overlay) { return overlay->cell() == cell.id; });
+  if (over != overlays_.end())
+    (*over)->paint(painter, area, cell, look);
   else
     paintMediaCell(painter, area, cell, look);
   paintCellRings(painter, area, look);
@@ -146,7 +152,7 @@ void MediaWall::addWishes(std::vector<ThumbnailStore::Wish>& wishes, int first, 
 void MediaWall::repaintMoving() {
   const auto [first, end] = visibleRange();
   for (int index = first; index < std::min(end, source_.count()); ++index) {
-    if (source_.isJobAt(index)) viewport()->update(cellRect(index));
+    if (movesIn(cellAt(index))) viewport()->update(cellRect(index));
   }
 }
 

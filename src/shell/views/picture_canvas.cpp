@@ -157,6 +157,10 @@ void PictureCanvas::toggleFit() {
   setZoom(1 / devicePixelRatioF(), QPointF(width() / 2.0, height() / 2.0));
 }
 
+bool PictureCanvas::canZoomIn() const { return percent() > 0 && scale() * devicePixelRatioF() < kMostZoom * 0.999; }
+
+bool PictureCanvas::canZoomOut() const { return percent() > 0 && scale() * devicePixelRatioF() > kLeastZoom * 1.001; }
+
 void PictureCanvas::zoomStep(int direction) {
   const double now = scale() * devicePixelRatioF();
   double next = direction > 0 ? kMostZoom : kLeastZoom;

@@ -27,6 +27,9 @@ class PictureCanvas final : public QWidget {
   // Between the steps 5, 10, 25, 50, 100 … 800 percent.
   void zoomIn() { zoomStep(+1); }
   void zoomOut() { zoomStep(-1); }
+  // Whether there is a larger or a smaller step.
+  bool canZoomIn() const;
+  bool canZoomOut() const;
   // Pixels of the screen for a pixel of the picture, in percent; 0 while nothing is known about it.
   int percent() const;
   // What stands in the picture's place; empty while there is something to see.

@@ -47,6 +47,7 @@ PlacePicture::PlacePicture(ThumbnailStore& thumbnails, QWidget* parent)
       landing_(new QVariantAnimation(this)) {
   setFocusPolicy(Qt::StrongFocus);
   setProperty(ownFocusProperty, true);
+  setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   action_->setControlSize(ControlSize::compact);
   action_->hide();
@@ -217,6 +218,7 @@ void PlacePicture::paintEvent(QPaintEvent*) {
     paintItem(painter, area);
   painter.restore();
   paintBadges(painter, area);
+  if (underMouse() && !selected_) paintRing(painter, area, kRadius, 1, c.controlBorderStrong);
   if (selected_)
     paintRing(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius + 3, metrics().borderSelection,
               c.accentRing);

@@ -30,11 +30,14 @@ void PressSlider::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return event->ignore();
   setSliderDown(true);
   setSliderPosition(valueAt(event->position().x()));
-  setSliderDown(false);
 }
 
 void PressSlider::mouseMoveEvent(QMouseEvent* event) {
   if (event->buttons() & Qt::LeftButton) setSliderPosition(valueAt(event->position().x()));
+}
+
+void PressSlider::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) setSliderDown(false);
 }
 
 // TransportBar

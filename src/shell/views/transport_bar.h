@@ -22,6 +22,7 @@ class PressSlider final : public QSlider {
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
   int valueAt(double x) const;

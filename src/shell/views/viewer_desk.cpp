@@ -16,6 +16,7 @@ ViewerDesk::ViewerDesk(Presenters presenters, WallSource& source, LibraryView& l
       source_(source),
       library_(library),
       hover_(new HoverPlay(library.wall(), source, this)),
+      sound_(new SoundPlay(library.wall(), source, this)),
       look_(new QuickLook(library.thumbnails(), &library)),
       order_(new OrderedItems(*on_.gallery, this)) {
   bindVolume();
@@ -30,9 +31,11 @@ void ViewerDesk::bindVolume() {
   if (!on_.settings) return;
   player().setVolume(on_.settings->playerVolume());
   player().setMuted(on_.settings->playerMuted());
+  sound_->player().setVolume(player().volume());
   volumePause_.setSingleShot(true);
   volumePause_.setInterval(kVolumePause);
   connect(&player(), &media::Player::volumeChanged, &volumePause_, qOverload<>(&QTimer::start));
+  connect(&player(), &media::Player::volumeChanged, sound_, [this] { sound_->player().setVolume(player().volume()); });
   connect(&volumePause_, &QTimer::timeout, this,
           [this] { on_.settings->setPlayerVolume(player().volume(), player().isMuted()); });
 }
@@ -49,6 +52,7 @@ void ViewerDesk::bindQuickLook() {
 
 void ViewerDesk::refresh() {
   hover_->stop();
+  sound_->stop();
   look_->close();
   // A clip that was asked to play is open by now, with its first picture.
   const WorkspaceMode& mode = on_.state->mode();
@@ -59,6 +63,7 @@ void ViewerDesk::refresh() {
 // A page with an order of its own is stepped through in that.
 void ViewerDesk::look() {
   hover_->stop();
+  sound_->stop();
   const std::optional<LookedAt> page = library_.looked();
   if (!page) return look_->open(on_.state->selection(), source_);
   order_->set(page->order);

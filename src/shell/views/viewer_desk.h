@@ -8,6 +8,7 @@
 #include "shell/views/hover_play.h"
 #include "shell/views/ordered_items.h"
 #include "shell/views/quick_look.h"
+#include "shell/views/sound_play.h"
 
 namespace sorvan::views {
 
@@ -24,6 +25,7 @@ class ViewerDesk final : public QObject {
   bool perform(ActionId action);
   QuickLook& quickLook() { return *look_; }
   HoverPlay& hoverPlay() { return *hover_; }
+  SoundPlay& soundPlay() { return *sound_; }
 
  Q_SIGNALS:
   void openRequested(QUuid item);
@@ -41,6 +43,7 @@ class ViewerDesk final : public QObject {
   WallSource& source_;
   LibraryView& library_;
   HoverPlay* hover_;
+  SoundPlay* sound_;  // in a cell of the wall
   QuickLook* look_;
   OrderedItems* order_;  // of the page that is looked at
   QTimer volumePause_;  // writes down a volume once it stays

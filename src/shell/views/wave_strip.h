@@ -3,6 +3,9 @@
 
 #include <QWidget>
 
+#include <optional>
+#include <vector>
+
 #include "shell/views/room.h"
 
 namespace sorvan::views {
@@ -26,15 +29,21 @@ class WaveStrip final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
 
  private:
   QRect ground() const;
+  // Where the bars are, in pixels.
+  QRectF inside() const;
   void choose(double x);
+  void paintBars(QPainter& painter, double heardX) const;
+  void paintPointer(QPainter& painter) const;
 
   QString path_;
   std::vector<float> levels_;  // empty until they are measured
   double position_ = 0;
   double duration_ = 0;
+  std::optional<double> pointerX_;  // the place that a press would choose
 };
 
 }  // namespace sorvan::views

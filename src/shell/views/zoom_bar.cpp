@@ -46,6 +46,8 @@ void ZoomBar::refresh() {
   const int percent = canvas_.percent();
   size_->setText(percent > 0 ? texts::percent(percent) : QString());
   size_->setAccessibleName(texts::zoomIs(size_->text()));
+  less_->setEnabled(canvas_.canZoomOut());
+  more_->setEnabled(canvas_.canZoomIn());
   fit_->setChecked(canvas_.isFitted());
   fit_->setVariant(canvas_.isFitted() ? ButtonVariant::secondary : ButtonVariant::quiet);
 }
