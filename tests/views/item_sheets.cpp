@@ -1,0 +1,23 @@
+#include "views/item_sheets.h"
+
+namespace sorvan::views {
+
+const std::vector<ItemSheet>& itemSheets() {
+  static const std::vector<ItemSheet> all{{"Cells", cellsSheet},
+                                          {"Wall", wallSheet},
+                                          {"JobCells", jobCellsSheet},
+                                          {"History", historySheet},
+                                          {"EndedHistory", endedHistorySheet},
+                                          {"Transport", transportSheet},
+                                          {"Looking", lookingSheet},
+                                          {"Cards", cardsSheet},
+                                          {"Places", placesSheet},
+                                          {"WorkPlaces", workPlacesSheet},
+                                          {"Lineage", lineageSheet},
+                                          {"CostParts", costPartsSheet},
+                                          {"Inspector", inspectorSheet},
+                                          {"ModelRows", modelRowsSheet}};
+  return all;
+}
+
+}  // namespace sorvan::views
