@@ -11,6 +11,7 @@ const std::vector<ItemSheet>& itemSheets() {
                                           {"Transport", transportSheet},
                                           {"Looking", lookingSheet},
                                           {"Cards", cardsSheet},
+                                          {"SheetCards", sheetCardsSheet},
                                           {"Places", placesSheet},
                                           {"WorkPlaces", workPlacesSheet},
                                           {"Lineage", lineageSheet},

@@ -19,6 +19,7 @@ std::unique_ptr<QWidget> endedHistorySheet(const QString& pictures);
 std::unique_ptr<QWidget> transportSheet(const QString& pictures);
 std::unique_ptr<QWidget> lookingSheet(const QString& pictures);
 std::unique_ptr<QWidget> cardsSheet(const QString& pictures);
+std::unique_ptr<QWidget> sheetCardsSheet(const QString& pictures);
 std::unique_ptr<QWidget> placesSheet(const QString& pictures);
 std::unique_ptr<QWidget> workPlacesSheet(const QString& pictures);
 std::unique_ptr<QWidget> lineageSheet(const QString& pictures);
