@@ -110,9 +110,7 @@ void CurationPresenter::withinHistory(qint64 bytes, const std::vector<core::Asse
 // The neighbour is looked for first: the mark may change the order of the wall.
 void CurationPresenter::mark(const std::function<void(const std::vector<core::AssetRef>&)>& change) {
   const std::vector<core::AssetRef> items = shownItems(false);
-  const ModeKind mode = on_.state.mode().kind;
-  const bool walks = stepsOn() && (showsGallery(mode) || mode == ModeKind::asset);
-  const QUuid next = walks && items.size() == 1 ? itemAfter({items.front()->id}) : QUuid();
+  const QUuid next = stepsOn() && walks() && items.size() == 1 ? itemAfter({items.front()->id}) : QUuid();
   withinHistory(core::historyBytesOfMarks(static_cast<qsizetype>(items.size())), items, change);
   if (!next.isNull() && !on_.store.error()) goTo(next);
 }
@@ -172,26 +170,39 @@ void CurationPresenter::moveTo(std::optional<QUuid> project) {
   });
 }
 
-// The one that follows the last of those, else the one before the first; null when nothing is left.
-QUuid CurationPresenter::itemAfter(const QSet<QUuid>& leaving) const {
-  QUuid before;
-  QUuid after;
-  bool met = false;
-  for (int index = on_.gallery.jobCount(); index < on_.gallery.count(); ++index) {
-    const QUuid id = on_.gallery.idAt(index);
-    if (leaving.contains(id)) {
-      met = true;
-      after = QUuid();
-    } else if (!met) {
-      before = id;
-    } else if (after.isNull()) {
-      after = id;
-    }
-  }
-  return after.isNull() ? before : after;
+// Where one walks from item to item: the order in which the open item is stepped through, else that of the wall.
+std::vector<QUuid> CurationPresenter::walkedItems() const {
+  const std::vector<QUuid>& sequence = on_.state.assetSequence();
+  const WorkspaceMode& mode = on_.state.mode();
+  if (mode.kind == ModeKind::asset && std::ranges::find(sequence, mode.subject) != sequence.end()) return sequence;
+  std::vector<QUuid> items;
+  for (int index = on_.gallery.jobCount(); index < on_.gallery.count(); ++index)
+    items.push_back(on_.gallery.idAt(index));
+  return items;
 }
 
+bool CurationPresenter::walks() const {
+  const ModeKind mode = on_.state.mode().kind;
+  return showsGallery(mode) || mode == ModeKind::asset;
+}
+
+// The one that follows the last of those, else the one before the first; null when nothing is left.
+QUuid CurationPresenter::itemAfter(const QSet<QUuid>& leaving) const {
+  const std::vector<QUuid> items = walkedItems();
+  const auto leaves = [&](const QUuid& id) { return leaving.contains(id); };
+  const auto stays = [this](const QUuid& id) { return on_.gallery.canShow(id); };
+  const auto first = std::ranges::find_if(items, leaves);
+  if (first == items.end()) return {};
+  const auto behind = std::find_if(items.rbegin(), items.rend(), leaves).base();
+  const auto after = std::find_if(behind, items.end(), stays);
+  if (after != items.end()) return *after;
+  const auto before = std::find_if(std::make_reverse_iterator(first), items.rend(), stays);
+  return before == items.rend() ? QUuid() : *before;
+}
+
+// Elsewhere than on the wall or in the large view, the view in front knows what takes the place of what left.
 void CurationPresenter::goTo(QUuid item) {
+  if (!walks()) return;
   const bool opened = on_.state.mode().kind == ModeKind::asset;
   on_.state.select(item.isNull() ? QSet<QUuid>() : QSet<QUuid>{item});
   if (opened) on_.state.setMode(item.isNull() ? WorkspaceMode{} : WorkspaceMode{ModeKind::asset, item, 0});

@@ -81,6 +81,8 @@ class CurationPresenter : public QObject {
   void withinHistory(qint64 bytes, const std::vector<core::AssetRef>& items,
                      std::function<void(const std::vector<core::AssetRef>&)> change);
   std::vector<core::AssetRef> still(const std::vector<QUuid>& ids) const;
+  std::vector<QUuid> walkedItems() const;
+  bool walks() const;
   QUuid itemAfter(const QSet<QUuid>& leaving) const;
   void goTo(QUuid item);
   void trash(const std::vector<core::AssetRef>& trashed);

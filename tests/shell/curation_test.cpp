@@ -104,6 +104,33 @@ TEST_F(CurationTest, TrashSelectsTheNextItemAndItsCardBringsTheItemBack) {
   EXPECT_FALSE(item(middle)->isTrashed());
 }
 
+TEST_F(CurationTest, AnItemThatIsOpenAmongOthersGivesWayToTheNextOfThose) {
+  const QUuid oldest = make(QStringLiteral("one"));
+  const QUuid middle = make(QStringLiteral("two"));
+  const QUuid newest = make(QStringLiteral("three"));
+  desk.curation.setStepsOn(true);
+  desk.state.openAsset(oldest, {oldest, newest});
+  desk.curation.setRating(2);
+  EXPECT_EQ(desk.state.mode().subject, newest) << "not the neighbour on the wall";
+  desk.state.openAsset(oldest, {middle, oldest, newest});
+  desk.curation.moveToTrash();
+  test::runPosted();
+  EXPECT_EQ(desk.state.mode().subject, newest);
+  desk.curation.moveToTrash();
+  test::runPosted();
+  EXPECT_EQ(desk.state.mode().subject, middle) << "what is in Trash is stepped over";
+}
+
+TEST_F(CurationTest, OnASheetOrInAFamilyTrashGoesToNoItemOfTheWall) {
+  const QUuid first = make(QStringLiteral("one"));
+  make(QStringLiteral("two"));
+  desk.state.openLineage(first);
+  desk.curation.moveToTrash();
+  test::runPosted();
+  EXPECT_TRUE(item(first)->isTrashed());
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{first}) << "it keeps its row in the tree";
+}
+
 TEST_F(CurationTest, TheCardBringsItemsBackWhileAJobRunsAndUndoWaits) {
   const QUuid id = make(QStringLiteral("one"));
   desk.provider->gate.emplace();
