@@ -264,6 +264,51 @@ TEST_F(ComparisonPagesTest, TheFamilyTreeIsWalkedByKeyAndLeftByReturnAndEscape) 
   EXPECT_EQ(window->library().page(), ModeKind::gallery);
 }
 
+TEST_F(ComparisonPagesTest, MarksReachTheInspectedItemOfAFamilyByKey) {
+  const std::vector<QUuid> ids = several(1);
+  desk.state.openLineage(ids[0]);
+  test::runPosted();
+  key(Qt::Key_F);
+  key(Qt::Key_4);
+  key(Qt::Key_P);
+  EXPECT_TRUE(desk.store.asset(ids[0])->favorite);
+  EXPECT_EQ(desk.store.asset(ids[0])->rating, 4);
+  EXPECT_EQ(desk.store.asset(ids[0])->status(), core::AssetStatus::shortlist);
+  key(Qt::Key_Delete);
+  EXPECT_TRUE(desk.store.asset(ids[0])->isTrashed());
+  EXPECT_EQ(window->library().page(), ModeKind::lineage);
+  EXPECT_TRUE(the<LineageView>()->tree().rowName(0).contains(u"in Trash"_s));
+}
+
+TEST_F(ComparisonPagesTest, MarksReachNoItemFromARowThatWasDeletedForGood) {
+  const std::vector<QUuid> ids = several(1);
+  const auto edge = desk.store.context().insert(
+      core::AssetRelationship(base::newUuid(), ids[0], core::RelationshipType::editedFrom));
+  desk.store.save(core::LibraryTables::none);
+  desk.store.registerRecords({{}, {}, {edge}, {}});
+  desk.state.openLineage(ids[0]);
+  test::runPosted();
+  key(Qt::Key_Up);
+  ASSERT_EQ(the<LineageView>()->tree().currentRow(), edge->parentAssetID);
+  key(Qt::Key_F);
+  key(Qt::Key_Delete);
+  EXPECT_FALSE(desk.store.asset(ids[0])->favorite);
+  EXPECT_FALSE(desk.store.asset(ids[0])->isTrashed());
+  key(Qt::Key_Down);
+  key(Qt::Key_F);
+  EXPECT_TRUE(desk.store.asset(ids[0])->favorite);
+}
+
+TEST_F(ComparisonPagesTest, TheWayBackFromAFamilyTellsItsKeys) {
+  const std::vector<QUuid> ids = several(1);
+  desk.state.openLineage(ids[0]);
+  test::runPosted();
+  auto* back = named<Button>(*window, u"Back to All Media"_s);
+  ASSERT_NE(back, nullptr);
+  EXPECT_TRUE(back->toolTip().contains(u"Return · Escape"_s));
+  EXPECT_EQ(back->accessibleDescription(), u"Return · Escape"_s);
+}
+
 TEST_F(ComparisonPagesTest, TheFamilyIsATreeToAssistiveTechnology) {
   const std::vector<QUuid> ids = several(1);
   desk.state.openLineage(ids[0]);

@@ -355,6 +355,20 @@ bool LineageTree::viewportEvent(QEvent* event) {
   return QAbstractScrollArea::viewportEvent(event);
 }
 
+// Where the keyboard stands on what was deleted, the keys of marks would reach the item that is inspected elsewhere.
+bool LineageTree::event(QEvent* event) {
+  const int now = rowIndex(current_);
+  const bool deleted = now >= 0 && rows_[static_cast<size_t>(now)].deleted;
+  if (event->type() == QEvent::ShortcutOverride && deleted) {
+    const auto* pressed = static_cast<QKeyEvent*>(event);
+    const bool held = pressed->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const bool ofWindow = pressed->key() >= Qt::Key_F1 && pressed->key() <= Qt::Key_F35 && pressed->key() != Qt::Key_F2;
+    if (!held && !ofWindow) event->accept();
+    return true;
+  }
+  return QAbstractScrollArea::event(event);
+}
+
 void LineageTree::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
   const int index = rowIndex(current_);

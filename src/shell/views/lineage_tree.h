@@ -55,6 +55,7 @@ class LineageTree final : public QAbstractScrollArea, public PaintedList {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool viewportEvent(QEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   void updateScrollBar();

@@ -15,6 +15,7 @@
 #include "shell/actions_presenter.h"
 #include "shell/curation_presenter.h"
 #include "shell/inspector_presenter.h"
+#include "shell/sheet_texts.h"
 #include "shell/sidebar_presenter.h"
 #include "shell/views/alert_dialog.h"
 #include "shell/views/desktop_folder_chooser.h"
@@ -26,6 +27,7 @@
 #include "shell/views/immersion.h"
 #include "shell/views/jobs_source.h"
 #include "shell/views/library_view.h"
+#include "shell/views/lineage_tree.h"
 #include "shell/views/menu_strip.h"
 #include "shell/views/menus.h"
 #include "shell/views/selection_bar.h"
@@ -310,6 +312,7 @@ void MainWindow::bindMarking() {
 void MainWindow::bindActions() {
   std::vector<QWidget*> mediaViews{&library_->asset()};
   for (MediaWall* wall : library_->findChildren<MediaWall*>()) mediaViews.push_back(wall);
+  for (LineageTree* tree : library_->findChildren<LineageTree*>()) mediaViews.push_back(tree);
   menus_ = new Menus(*on_.actions, this, mediaViews, this);
   menus_->setRecents(*on_.welcome);
   menus_->fill(strip_->bar());
@@ -362,7 +365,9 @@ void MainWindow::refreshToolbar() {
   if (asset && sequenceSource_->indexOf(library_->asset().item()) < 0) return on_.state->goBack();
   const PageTitle title = library_->pageTitle().value_or(ownTitle());
   toolbar.setTitle(title.title, title.countText);
-  toolbar.setBack(on_.state->canGoBack() ? titleOfMode(on_.state->returnMode()) : QString());
+  const bool lineage = library_->page() == ModeKind::lineage;
+  toolbar.setBack(on_.state->canGoBack() ? titleOfMode(on_.state->returnMode()) : QString(),
+                  lineage ? shell::texts::lineageKeys : QString());
   toolbar.setTabs(tabs(), library_->page());
   toolbar.setSteps(asset, asset && !library_->asset().neighbour(-1).isNull(),
                    asset && !library_->asset().neighbour(+1).isNull());

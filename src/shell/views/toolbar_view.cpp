@@ -115,10 +115,11 @@ void ToolbarView::setTitle(const QString& title, const QString& countText) {
   count_->setText(countText);
 }
 
-void ToolbarView::setBack(const QString& title) {
+void ToolbarView::setBack(const QString& title, const QString& keys) {
   back_->setText(title);
   back_->setAccessibleName(title.isEmpty() ? texts::back() : texts::backTo(title));
-  back_->setToolTip(texts::back() + u"  Alt+Left"_s);
+  back_->setToolTip(texts::back() + u"  "_s + (keys.isEmpty() ? u"Alt+Left"_s : keys));
+  back_->setAccessibleDescription(keys);
   back_->setVisible(!title.isEmpty());
 }
 

@@ -28,7 +28,8 @@ class ToolbarView final : public QWidget {
 
   void setTitle(const QString& title, const QString& countText);
   // The view that Back returns to; empty hides the button.
-  void setBack(const QString& title);
+  // `keys` are those that lead back from this page beside the usual one.
+  void setBack(const QString& title, const QString& keys = {});
   // The views of this location with the one in front; fewer than two show no tabs.
   void setTabs(const std::vector<ModeKind>& tabs, ModeKind current);
   // Whether the keyboard stands on the tab of the view in front: who walks along the tabs stays on them.
