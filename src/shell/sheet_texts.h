@@ -102,6 +102,9 @@ inline const QString amplifyHint = QStringLiteral("Make small differences eight 
 inline const QString computingDifference = QStringLiteral("Working out the difference…");
 inline const QString samePictures = QStringLiteral("These pictures are the same");
 inline QString differsBy(const QString& percent) { return QStringLiteral("%1 % of the pixels differ").arg(percent); }
+inline QString comparedPair(int first, int second) {
+  return QStringLiteral("Pictures %1 and %2").arg(first).arg(second);
+}
 inline const QString unreadablePicture = QStringLiteral("Original missing");
 inline QString compareHint(qsizetype count) {
   return QStringLiteral("Keys 1–%1 choose a picture, Z fits or shows 100 %, drag or Shift and the arrows move all")

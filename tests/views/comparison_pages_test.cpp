@@ -1,10 +1,13 @@
 #include <QAccessible>
 #include <QScrollBar>
 
+#include <cmath>
+
 #include "core/history.h"
 #include "shell/sheet_texts.h"
 #include "shell/views/add_media_dialog.h"
 #include "shell/views/controls.h"
+#include "shell/views/labels.h"
 #include "shell/views/lineage_view.h"
 #include "shell/views/sheet_cards.h"
 #include "shell/views/sheet_keys.h"
@@ -195,14 +198,69 @@ TEST_F(ComparisonPagesTest, OneAtATimeFlipsInPlace) {
   EXPECT_EQ(comparing().chosen(), first);
 }
 
-TEST_F(ComparisonPagesTest, OnlyTwoPicturesLieOverEachOther) {
-  const std::vector<QUuid> ids = several(3);
-  openCompare(ids);
+TEST_F(ComparisonPagesTest, OfSeveralPicturesTheChosenOneIsComparedWithTheFirst) {
+  openCompare(several(3));
+  const auto facts = [this](const QString& wanted) {
+    for (const ElidedLabel* label : comparing().findChildren<ElidedLabel*>())
+      if (label->text().startsWith(wanted)) return true;
+    return false;
+  };
   comparing().setCompareLayout(CompareLayout::difference);
-  EXPECT_EQ(comparing().compareLayout(), CompareLayout::sideBySide);
-  key(Qt::Key_Escape);
-  EXPECT_EQ(window->library().page(), ModeKind::gallery);
-  openCompare({ids[0], ids[1]});
+  ASSERT_EQ(comparing().compareLayout(), CompareLayout::difference);
+  EXPECT_TRUE(facts(u"Pictures 1 and 2"_s));
+  test::runUntil([this] { return comparing().differing().has_value(); });
+  QTest::keyClick(window->focusWidget(), Qt::Key_3);
+  EXPECT_TRUE(facts(u"Pictures 1 and 3"_s));
+  EXPECT_EQ(comparing().differing(), std::nullopt) << "the other pair's difference is gone at once";
+  test::runUntil([this] { return comparing().differing().has_value(); });
+  key(Qt::Key_1);
+  EXPECT_TRUE(facts(u"Pictures 1 and 3"_s)) << "the first lies over none; its marks are shown";
+  EXPECT_TRUE(comparing().differing().has_value());
+  key(Qt::Key_Right);
+  EXPECT_TRUE(facts(u"Pictures 1 and 2"_s));
+}
+
+TEST_F(ComparisonPagesTest, TheSizeThatIsToldIsThatOfTheNewArrangement) {
+  openCompare(several(2));
+  const auto told = [this] {
+    QStringList sizes;
+    for (const Label* label : comparing().findChildren<Label*>()) sizes << label->text();
+    return sizes;
+  };
+  const auto shown = [this] {
+    const CompareCanvas& canvas = *comparing().canvases().front();
+    const double percent = comparing().view().percent(canvas.pictureSize(), canvas.size(), 1);
+    return u"%1 %"_s.arg(std::lround(percent));
+  };
+  const QString small = shown();
+  ASSERT_TRUE(told().contains(small));
+  comparing().setCompareLayout(CompareLayout::divider);
+  EXPECT_NE(shown(), small);
+  EXPECT_TRUE(told().contains(shown()));
+}
+
+TEST_F(ComparisonPagesTest, AfterAPressOnALayoutTheKeysAreThePictures) {
+  openCompare(several(2));
+  auto* flip = named<QAbstractButton>(comparing(), u"One at a Time"_s);
+  ASSERT_NE(flip, nullptr);
+  QTest::mouseClick(flip, Qt::LeftButton);
+  const QUuid first = comparing().chosen();
+  key(Qt::Key_Space);
+  EXPECT_NE(comparing().chosen(), first);
+}
+
+TEST_F(ComparisonPagesTest, TheKeyThatComparesEndsItToo) {
+  openSheet(several(2));
+  key(Qt::Key_C);
+  ASSERT_TRUE(sheet().isComparing());
+  key(Qt::Key_C);
+  EXPECT_FALSE(sheet().isComparing());
+  EXPECT_EQ(window->library().page(), ModeKind::contactSheet);
+}
+
+TEST_F(ComparisonPagesTest, ADividerIsMovedByKey) {
+  const std::vector<QUuid> ids = several(2);
+  openCompare(ids);
   comparing().setCompareLayout(CompareLayout::divider);
   EXPECT_EQ(comparing().compareLayout(), CompareLayout::divider);
   const double before = comparing().divider();

@@ -182,6 +182,7 @@ void CompareView::show(const std::vector<ComparedPicture>& pictures) {
     view_ = {};
     layout_ = CompareLayout::sideBySide;
     chosen_ = 0;
+    over_ = 1;
     setDivider(0.5);
     difference_ = {};
     differenceOf_.clear();
@@ -206,7 +207,7 @@ void CompareView::fillPanes() {
     const Pane& pane = panes_[number];
     const ComparedPicture& picture = pictures_[number];
     pane.canvas->setPicture(picture, static_cast<int>(number) + 1);
-    pane.canvas->setSecond(layout_ == CompareLayout::divider && number == 0 ? std::optional(pictures_[1])
+    pane.canvas->setSecond(layout_ == CompareLayout::divider && number == 0 ? std::optional(overFirst())
                                                                             : std::nullopt);
     pane.canvas->setDifference(
         layout_ == CompareLayout::difference && number == 0 ? std::optional(difference_) : std::nullopt,
@@ -227,8 +228,7 @@ void CompareView::fillPanes() {
 
 // What stands in the difference's place until it is there, or because it cannot be.
 QString CompareView::differenceText() const {
-  const bool missing = std::ranges::any_of(
-      pictures_, [this](const ComparedPicture& picture) { return large_.isMissing(picture.path); });
+  const bool missing = large_.isMissing(pictures_[0].path) || large_.isMissing(overFirst().path);
   return missing ? shell::texts::unreadablePicture : shell::texts::computingDifference;
 }
 
@@ -251,22 +251,25 @@ void CompareView::arrange() {
     frame->setGeometry(room.left() + column * (width + kGap), room.top() + row * (height + kGap), width, height);
     if (frame->layout()) frame->layout()->activate();
   }
-}
-
-void CompareView::resizeEvent(QResizeEvent*) {
-  arrange();
+  // The size that fits is another one now.
   refreshHead();
 }
 
+void CompareView::resizeEvent(QResizeEvent*) { arrange(); }
+
 void CompareView::setCompareLayout(CompareLayout layout) {
   const bool needsTwo = layout == CompareLayout::divider || layout == CompareLayout::difference;
-  if (needsTwo && pictures_.size() != fewestCompared) layout = CompareLayout::sideBySide;
+  if (needsTwo && pictures_.size() < fewestCompared) layout = CompareLayout::sideBySide;
   layout_ = layout;
   fillPanes();
   arrange();
   refreshDifference();
-  // The keyboard stays with the picture; a press on the choice itself keeps it there.
-  if (!head_->isAncestorOf(focusWidget()) && measure()) panes_[static_cast<size_t>(isOverlaid() ? 0 : chosen_)].canvas->setFocus();
+  // The keyboard stays with the picture, whose keys flip and move; who walks the choices by key keeps it there.
+  if (!head_->isAncestorOf(focusWidget()) || !FocusRing::keyboardInUse()) focusPicture();
+}
+
+void CompareView::focusPicture() {
+  if (measure()) panes_[static_cast<size_t>(isOverlaid() ? 0 : chosen_)].canvas->setFocus();
 }
 
 QUuid CompareView::chosen() const {
@@ -277,8 +280,10 @@ void CompareView::choose(int index) {
   if (index < 0 || index >= static_cast<int>(pictures_.size())) return;
   const bool another = chosen_ != index;
   chosen_ = index;
+  if (index > 0) over_ = index;
   fillPanes();
   arrange();
+  refreshDifference();
   if (!isOverlaid()) panes_[static_cast<size_t>(index)].canvas->setFocus(Qt::ShortcutFocusReason);
   if (another) Q_EMIT chosenChanged(chosen());
 }
@@ -323,29 +328,40 @@ void CompareView::setDivider(double share) {
 
 void CompareView::refreshHead() {
   layouts_->setCurrent(static_cast<int>(layout_));
-  const bool two = pictures_.size() == fewestCompared;
-  layouts_->setSegmentShown(static_cast<int>(CompareLayout::divider), two);
-  layouts_->setSegmentShown(static_cast<int>(CompareLayout::difference), two);
   dividerSlider_->setVisible(layout_ == CompareLayout::divider);
   amplify_->setVisible(layout_ == CompareLayout::difference);
-  QString facts;
-  if (layout_ == CompareLayout::difference && differing_)
-    facts = *differing_ == 0 ? shell::texts::samePictures : shell::texts::differsBy(percentText(*differing_));
-  facts_->setText(facts);
+  facts_->setText(isOverlaid() ? differenceFacts() : QString());
   if (const CompareCanvas* canvas = measure())
     percent_->setText(QStringLiteral("%1 %").arg(
         std::lround(view_.percent(canvas->pictureSize(), canvas->size(), devicePixelRatioF()))));
 }
 
+// Which two of several pictures are compared, and by how much they differ.
+QString CompareView::differenceFacts() const {
+  QStringList facts;
+  if (pictures_.size() > fewestCompared) facts << shell::texts::comparedPair(1, over_ + 1);
+  if (layout_ == CompareLayout::difference && differing_)
+    facts << (*differing_ == 0 ? shell::texts::samePictures : shell::texts::differsBy(percentText(*differing_)));
+  return facts.join(u" · "_s);
+}
+
 // Worked out on the pool, from the pictures as they were decoded.
 void CompareView::refreshDifference() {
-  if (layout_ != CompareLayout::difference || pictures_.size() != fewestCompared) return;
-  const QImage first = large_.picture(pictures_[0].path);
-  const QImage second = large_.picture(pictures_[1].path);
-  if (first.isNull() || second.isNull()) return fillPanes();
-  const QString wanted = pictures_[0].path + u'\n' + pictures_[1].path + u'\n' + QString::number(gain_);
+  if (layout_ != CompareLayout::difference || pictures_.size() < fewestCompared) return;
+  const QString pair = pictures_[0].path + u'\n' + overFirst().path + u'\n';
+  const QString wanted = pair + QString::number(gain_);
   if (wanted == differenceOf_) return fillPanes();
+  if (!differenceOf_.startsWith(pair)) {
+    difference_ = {};
+    differing_.reset();
+    differenceOf_.clear();
+    ++asking_;
+  }
+  const QImage first = large_.picture(pictures_[0].path);
+  const QImage second = large_.picture(overFirst().path);
+  if (first.isNull() || second.isNull()) return fillPanes();
   differenceOf_ = wanted;
+  fillPanes();
   pool_.clear();
   pool_.start([this, asking = ++asking_, first, second, gain = gain_] {
     const PictureDifference difference = views::differenceOf(first, second, gain);
@@ -375,7 +391,7 @@ bool CompareView::moves(QKeyEvent& event) {
     applyView(view_.pannedBy(-kPanStep * way, canvas->pictureSize(), canvas->size()));
   } else if (layout_ == CompareLayout::divider && way.x() != 0) {
     setDivider(divider_ + kDividerStep * way.x());
-  } else if (event.modifiers() == Qt::NoModifier && !isOverlaid()) {
+  } else if (event.modifiers() == Qt::NoModifier && layout_ != CompareLayout::divider) {
     choose(chosen_ + static_cast<int>(way.x()) + columns_ * static_cast<int>(way.y()));
   }
   return true;
@@ -401,6 +417,9 @@ void CompareView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Enter:
       Q_EMIT opened(chosen());
       return;
+    case Qt::Key_C:
+      if (event->modifiers() == Qt::NoModifier) return Q_EMIT closeRequested();
+      break;
     case Qt::Key_Space:
       // Back and forth in the same place shows the smallest change.
       if (layout_ == CompareLayout::oneAtATime) choose((chosen_ + 1) % static_cast<int>(pictures_.size()));

@@ -86,6 +86,9 @@ class CompareView final : public QWidget {
   bool zooms(int key);
   CompareCanvas* measure() const;
   QString differenceText() const;
+  QString differenceFacts() const;
+  const ComparedPicture& overFirst() const { return pictures_[static_cast<size_t>(over_)]; }
+  void focusPicture();
   bool isOverlaid() const { return layout_ == CompareLayout::divider || layout_ == CompareLayout::difference; }
 
   ThumbnailStore& thumbnails_;
@@ -96,6 +99,7 @@ class CompareView final : public QWidget {
   CompareLayout layout_ = CompareLayout::sideBySide;
   StepView view_;
   int chosen_ = 0;
+  int over_ = 1;  // which picture lies over the first one, or is compared with it
   int columns_ = 1;
   double divider_ = 0.5;
   int gain_ = 1;

@@ -116,10 +116,6 @@ void SegmentedControl::setCurrent(int index) {
   update();
 }
 
-void SegmentedControl::setSegmentShown(int index, bool shown) {
-  if (QAbstractButton* button = group_->button(index)) button->setVisible(shown);
-}
-
 void SegmentedControl::setStretched(bool stretched) {
   setSizePolicy(stretched ? QSizePolicy::Expanding : QSizePolicy::Maximum, QSizePolicy::Fixed);
   for (QAbstractButton* button : group_->buttons())

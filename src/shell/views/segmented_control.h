@@ -28,8 +28,6 @@ class SegmentedControl final : public QWidget {
   int current() const;
   // Does not emit `chosen`.
   void setCurrent(int index);
-  // A segment that makes no sense now is away.
-  void setSegmentShown(int index, bool shown);
   // All segments share the width.
   void setStretched(bool stretched);
   // Items that are dragged and rest over a segment choose it, so that they can be dropped on what it shows.
