@@ -146,9 +146,9 @@ void ContactSheetWorkspace::addDropped(const std::vector<QUuid>& items) {
   if (assets().size() == before) say(texts::alreadyOnSheet(static_cast<qsizetype>(items.size())));
 }
 
-void ContactSheetWorkspace::remove(QUuid item) {
+void ContactSheetWorkspace::removeAll(const std::vector<QUuid>& items) {
   std::vector<QUuid> wanted = ids();
-  if (std::erase(wanted, item) > 0) show(wanted);
+  if (std::erase_if(wanted, [&](const QUuid& id) { return holds(items, id); }) > 0) show(wanted);
 }
 
 void ContactSheetWorkspace::move(QUuid item, QUuid before) {

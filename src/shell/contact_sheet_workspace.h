@@ -64,7 +64,9 @@ class ContactSheetWorkspace : public QObject {
   // The same for what was dropped, which says in a card why nothing was added.
   void addDropped(const std::vector<QUuid>& items);
   // The item stays in the library.
-  void remove(QUuid item);
+  void remove(QUuid item) { removeAll({item}); }
+  // Several at once, in one step of Undo.
+  void removeAll(const std::vector<QUuid>& items);
   // Puts an item that was added by hand before another one of them, or at the end when `before` is null.
   void move(QUuid item, QUuid before);
   // One place further to the front (-1) or to the back (+1).

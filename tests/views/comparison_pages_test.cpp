@@ -126,6 +126,75 @@ TEST_F(ComparisonPagesTest, ItemsMoveByKeyAndLeaveByTheirButton) {
   EXPECT_FALSE(desk.store.asset(before[1])->isTrashed());
 }
 
+TEST_F(ComparisonPagesTest, WhatTakesTheCurrentPlaceIsSelectedSoThatTheNextDeleteHitsIt) {
+  openSheet(several(4));
+  const std::vector<QUuid> before = desk.comparison.sheet().ids();
+  key(Qt::Key_3);
+  key(Qt::Key_Delete);
+  EXPECT_EQ(places().current(), 2);
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{before[3]});
+  EXPECT_TRUE(places().at(2)->isAncestorOf(window->focusWidget()));
+  key(Qt::Key_Delete);
+  EXPECT_EQ(desk.comparison.sheet().ids(), (std::vector<QUuid>{before[0], before[1]}));
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{before[1]});
+}
+
+TEST_F(ComparisonPagesTest, AnItemThatGoesToTrashGivesItsPlaceOnTheSheetToTheNext) {
+  openSheet(several(3));
+  const std::vector<QUuid> before = desk.comparison.sheet().ids();
+  key(Qt::Key_1);
+  actions->trigger(ActionId::moveToTrash);
+  if (desk.alerts.current()) desk.alerts.answer(desk.alerts.current()->id, 0);
+  test::runPosted();
+  EXPECT_EQ(window->library().page(), ModeKind::contactSheet);
+  EXPECT_EQ(desk.comparison.sheet().ids(), (std::vector<QUuid>{before[1], before[2]}));
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{before[1]});
+}
+
+TEST_F(ComparisonPagesTest, TheSheetBehindAnotherViewLeavesItsSelectionAlone) {
+  const std::vector<QUuid> ids = several(4);
+  openSheet({ids[1], ids[2]});
+  key(Qt::Key_1);
+  key(Qt::Key_Escape);
+  ASSERT_EQ(window->library().page(), ModeKind::gallery);
+  const QUuid leaving = desk.comparison.sheet().ids().front();
+  desk.state.select({leaving});
+  desk.curation.moveToTrash();
+  if (desk.alerts.current()) desk.alerts.answer(desk.alerts.current()->id, 0);
+  const QSet<QUuid> next = desk.state.selection();
+  test::runPosted();
+  EXPECT_EQ(desk.state.selection(), next);
+}
+
+TEST_F(ComparisonPagesTest, SeveralItemsAreSelectedAndLeaveTogether) {
+  openSheet(several(4));
+  const std::vector<QUuid> before = desk.comparison.sheet().ids();
+  QTest::mouseClick(&places().at(1)->picture(), Qt::LeftButton);
+  QTest::mouseClick(&places().at(3)->picture(), Qt::LeftButton, Qt::ShiftModifier);
+  EXPECT_EQ(desk.state.selection(), (QSet<QUuid>{before[1], before[2], before[3]}));
+  QTest::mouseClick(&places().at(2)->picture(), Qt::LeftButton, Qt::ControlModifier);
+  QTest::mousePress(&places().at(1)->picture(), Qt::RightButton);
+  EXPECT_EQ(desk.state.selection(), (QSet<QUuid>{before[1], before[3]})) << "the menu is for both";
+  key(Qt::Key_Delete);
+  EXPECT_EQ(desk.comparison.sheet().ids(), (std::vector<QUuid>{before[0], before[2]}));
+  core::applyHistory(desk.store, core::HistoryDirection::undo);
+  test::runPosted();
+  EXPECT_EQ(desk.comparison.sheet().ids(), before);
+}
+
+TEST_F(ComparisonPagesTest, ANarrowPlaceShowsItsModelWhole) {
+  openSheet(several(8));
+  for (int index = 0; index < places().count(); ++index) {
+    SheetPlace& place = *places().at(index);
+    ASSERT_LT(place.width(), 380);
+    for (const ElidedLabel* label : place.findChildren<ElidedLabel*>())
+      if (label->text() == place.place().modelName) EXPECT_GE(label->width(), label->sizeHint().width());
+    for (QWidget* mark : place.findChildren<QAbstractButton*>())
+      if (mark->isVisible())
+        EXPECT_TRUE(place.rect().contains(QRect(mark->mapTo(&place, QPoint()), mark->size())));
+  }
+}
+
 TEST_F(ComparisonPagesTest, AnItemIsDraggedToAnotherPlace) {
   openSheet(several(3));
   const std::vector<QUuid> before = desk.comparison.sheet().ids();

@@ -3,6 +3,8 @@
 #include <QHBoxLayout>
 #include <QMenu>
 
+#include <algorithm>
+
 #include "generation/enqueue.h"
 #include "shell/actions_presenter.h"
 #include "shell/comparison_presenter.h"
@@ -210,15 +212,16 @@ class ComparisonPages final : public QObject {
       if (on_.actions->isEnabled(id)) addAction(*choices, id);
     }
     choices->addSeparator();
-    const int place = view.places().current();
-    if (place >= 0 && view.places().at(place)->place().movable) {
+    const std::vector<PlaceDisplay>& places = sheet.display().places;
+    const auto place = std::ranges::find(places, item, &PlaceDisplay::asset);
+    if (place != places.end() && place->movable) {
       connect(choices->addAction(shell::texts::moveEarlier), &QAction::triggered, &sheet,
               [&sheet, item] { sheet.moveBy(item, -1); });
       connect(choices->addAction(shell::texts::moveLater), &QAction::triggered, &sheet,
               [&sheet, item] { sheet.moveBy(item, +1); });
     }
     connect(choices->addAction(shell::texts::removeFromSheet), &QAction::triggered, &sheet,
-            [&sheet, item] { sheet.remove(item); });
+            [&sheet, &view, item] { sheet.removeAll(view.leaving(item)); });
     choices->popup(at);
   }
 

@@ -32,6 +32,9 @@ constexpr int kIcon = 22;
 constexpr int kLine = 3;
 constexpr int kBadge = 22;  // the number, a square when it is short
 constexpr int kBadgeInset = 8;
+constexpr int kNarrow = 380;  // below it a model's name has too little room beside the marks
+constexpr int kWordsBesideMarks = 46;
+constexpr int kWordsOverMarks = 68;
 constexpr int kMessage = 420;  // the widest a message is
 
 bool hasAction(const JobDisplay& job) {
@@ -230,7 +233,11 @@ void PlacePicture::paintEvent(QPaintEvent*) {
 }
 
 void PlacePicture::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::RightButton) return Q_EMIT selectRequested(Qt::NoModifier);
+  if (event->button() == Qt::RightButton) {
+    // The menu is for all that are selected, when this is one of them.
+    if (!selected_) Q_EMIT selectRequested(Qt::NoModifier);
+    return;
+  }
   pressedAt_ = event->position().toPoint();
   dragging_ = false;
   setFocus(Qt::MouseFocusReason);
@@ -274,34 +281,50 @@ SheetPlace::SheetPlace(ThumbnailStore& thumbnails, QWidget* parent)
       more_(new IconButton(u"ellipsis"_s, shell::texts::moreActions)) {
   model_->setWeight(Weight::medium);
   review_->setCheckable(true);
-  auto* words = new QVBoxLayout;
-  words->setSpacing(0);
-  words->addWidget(model_);
-  words->addWidget(facts_);
-  auto* row = new QHBoxLayout;
-  row->setContentsMargins(6, 2, 4, 0);
-  row->setSpacing(2);
-  row->addLayout(words, 1);
-  row->addWidget(stars_);
-  row->addWidget(heart_);
-  for (IconButton* button : {review_, remove_, more_}) {
-    button->setControlSize(ControlSize::compact);
-    row->addWidget(button);
-  }
-  auto* foot = new QWidget;
-  foot->setFixedHeight(wordsHeight);
-  foot->setLayout(row);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(picture_, 1);
-  column->addWidget(foot);
+  column->addWidget(buildFoot());
   connect(stars_, &StarRow::chosen, this, &SheetPlace::ratingChosen);
   connect(heart_, &QAbstractButton::clicked, this, &SheetPlace::favoriteToggled);
   connect(review_, &QAbstractButton::clicked, this, &SheetPlace::reviewToggled);
   connect(remove_, &QAbstractButton::clicked, this, &SheetPlace::removeRequested);
   connect(more_, &QAbstractButton::clicked, this,
           [this] { Q_EMIT moreRequested(more_->mapToGlobal(more_->rect().bottomLeft())); });
+}
+
+QWidget* SheetPlace::buildFoot() {
+  auto* words = new QVBoxLayout;
+  words->setSpacing(0);
+  words->addWidget(model_);
+  words->addWidget(facts_);
+  auto* marks = new QHBoxLayout;
+  marks->setSpacing(2);
+  marks->addWidget(stars_);
+  marks->addWidget(heart_);
+  for (IconButton* button : {review_, remove_, more_}) {
+    button->setControlSize(ControlSize::compact);
+    marks->addWidget(button);
+  }
+  foot_ = new QBoxLayout(QBoxLayout::LeftToRight);
+  foot_->setContentsMargins(6, 2, 4, 0);
+  foot_->setSpacing(2);
+  foot_->addLayout(words, 1);
+  foot_->addLayout(marks);
+  auto* foot = new QWidget;
+  foot->setLayout(foot_);
+  return foot;
+}
+
+int SheetPlace::wordsHeight(int width) { return width < kNarrow ? kWordsOverMarks : kWordsBesideMarks; }
+
+// What made the picture is what one compares: the marks make room for its name.
+void SheetPlace::resizeEvent(QResizeEvent*) {
+  const bool narrow = width() < kNarrow;
+  foot_->setDirection(narrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+  foot_->itemAt(1)->setAlignment(narrow ? Qt::AlignLeft : Qt::Alignment());
+  foot_->parentWidget()->setFixedHeight(wordsHeight(width()));
 }
 
 void SheetPlace::show(const PlaceDisplay& place) {

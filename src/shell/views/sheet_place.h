@@ -6,6 +6,7 @@
 #include "shell/sheet_display.h"
 #include "shell/views/thumbnail_store.h"
 
+class QBoxLayout;
 class QVariantAnimation;
 
 namespace sorvan::media {
@@ -88,7 +89,8 @@ class SheetPlace final : public QWidget {
   using QWidget::show;
   const PlaceDisplay& place() const { return place_; }
   PlacePicture& picture() { return *picture_; }
-  static constexpr int wordsHeight = 46;
+  // What a place of this width takes below its picture, in pixels: a narrow one has its marks below its words.
+  static int wordsHeight(int width);
 
  Q_SIGNALS:
   void ratingChosen(int stars);
@@ -97,7 +99,12 @@ class SheetPlace final : public QWidget {
   void removeRequested();
   void moreRequested(QPoint globalPosition);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  QWidget* buildFoot();
+
   PlaceDisplay place_;
   PlacePicture* picture_;
   ElidedLabel* model_;
@@ -107,6 +114,7 @@ class SheetPlace final : public QWidget {
   IconButton* review_;
   IconButton* remove_;
   IconButton* more_;
+  QBoxLayout* foot_ = nullptr;  // the words, and the marks beside or below them
 };
 
 }  // namespace sorvan::views

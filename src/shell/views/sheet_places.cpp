@@ -42,9 +42,10 @@ SheetGrid SheetGrid::of(int places, double aspect, QSize view) {
   grid.columns = columnsOf(places, view.width());
   const int width = (view.width() - 2 * kPad - (grid.columns - 1) * kGap) / grid.columns;
   int height = qRound(width / std::clamp(aspect, kTallest, kWidest));
+  const int words = SheetPlace::wordsHeight(width);
   // A single row is seen whole.
-  if (places <= grid.columns) height = std::min(height, view.height() - 2 * kPad - SheetPlace::wordsHeight);
-  grid.place = QSize(width, std::max(height, kLowest) + SheetPlace::wordsHeight);
+  if (places <= grid.columns) height = std::min(height, view.height() - 2 * kPad - words);
+  grid.place = QSize(width, std::max(height, kLowest) + words);
   const int rows = (places + grid.columns - 1) / grid.columns;
   grid.height = 2 * kPad + rows * (grid.place.height() + kGap) - kGap;
   return grid;
@@ -88,12 +89,15 @@ void SheetPlaces::bind(SheetPlace* place) {
   connect(place, &SheetPlace::reviewToggled, this, [this, item] { Q_EMIT reviewToggled(item()); });
   connect(place, &SheetPlace::removeRequested, this, [this, item] { Q_EMIT removeRequested(item()); });
   connect(place, &SheetPlace::moreRequested, this, [this, place, item](QPoint at) {
-    select(place, Qt::NoModifier);
+    if (!selection_.contains(subjectOf(place->place()))) select(place, Qt::NoModifier);
     Q_EMIT moreRequested(item(), at);
   });
 }
 
 void SheetPlaces::show(const std::vector<PlaceDisplay>& places, QSize view) {
+  const int before = placeOf(current_);
+  SheetPlace* const current = before < 0 ? nullptr : at(before);
+  const bool focused = current && current->isAncestorOf(window()->focusWidget());
   QHash<QString, SheetPlace*> known;
   for (SheetPlace* place : places_) known.insert(place->place().id, place);
   places_.clear();
@@ -113,6 +117,19 @@ void SheetPlaces::show(const std::vector<PlaceDisplay>& places, QSize view) {
   view_ = view;
   arrange();
   setSelection(selection_);
+  if (current && known.contains(current->place().id)) comeAfter(*current, before, focused);
+}
+
+// What took the place of the current one is the current one, and selected in its stead.
+void SheetPlaces::comeAfter(const SheetPlace& gone, int index, bool focused) {
+  if (places_.empty()) return;
+  SheetPlace* next = at(std::min(index, count() - 1));
+  current_ = next->place().id;
+  const bool anySelected = std::ranges::any_of(
+      places_, [this](const SheetPlace* place) { return selection_.contains(subjectOf(place->place())); });
+  if (focused) next->picture().setFocus(Qt::OtherFocusReason);
+  // Only what is looked at: another view in front has a selection of its own.
+  if (isVisible() && !anySelected && selection_.contains(subjectOf(gone.place()))) select(next, Qt::NoModifier);
 }
 
 void SheetPlaces::setView(QSize view) {
@@ -141,6 +158,14 @@ void SheetPlaces::setSelection(const QSet<QUuid>& selection) {
 void SheetPlaces::select(SheetPlace* place, Qt::KeyboardModifiers modifiers) {
   current_ = place->place().id;
   QSet<QUuid> wanted{subjectOf(place->place())};
+  const int anchor = placeOf(anchor_);
+  if (modifiers.testFlag(Qt::ShiftModifier) && anchor >= 0) {
+    const int here = placeOf(current_);
+    for (int index = std::min(anchor, here); index <= std::max(anchor, here); ++index)
+      wanted.insert(subjectOf(at(index)->place()));
+    return Q_EMIT selectionRequested(wanted);
+  }
+  anchor_ = current_;
   if (modifiers.testFlag(Qt::ControlModifier)) {
     wanted = selection_;
     if (!wanted.remove(subjectOf(place->place()))) wanted.insert(subjectOf(place->place()));
@@ -156,10 +181,15 @@ bool SheetPlaces::isPlaying() const {
   return std::ranges::any_of(places_, [](SheetPlace* place) { return place->picture().isPlaying(); });
 }
 
-int SheetPlaces::current() const {
+int SheetPlaces::placeOf(const QString& id) const {
   for (int index = 0; index < count(); ++index)
-    if (at(index)->place().id == current_) return index;
-  return count() > 0 ? 0 : -1;
+    if (at(index)->place().id == id) return index;
+  return -1;
+}
+
+int SheetPlaces::current() const {
+  const int index = placeOf(current_);
+  return index < 0 && count() > 0 ? 0 : index;
 }
 
 void SheetPlaces::setCurrent(int index) {
@@ -219,8 +249,8 @@ void SheetPlaces::paintEvent(QPaintEvent*) {
   const bool last = dropAt_ >= count();
   const QRect place = grid_.rectOf(last ? count() - 1 : dropAt_);
   const int x = last ? place.right() + kGap / 2 : place.left() - kGap / 2;
-  QPainter(this).fillRect(QRect(x - kInsertion / 2, place.top(), kInsertion, place.height() - SheetPlace::wordsHeight),
-                          colors().accentRing);
+  const int height = place.height() - SheetPlace::wordsHeight(place.width());
+  QPainter(this).fillRect(QRect(x - kInsertion / 2, place.top(), kInsertion, height), colors().accentRing);
 }
 
 }  // namespace sorvan::views

@@ -66,6 +66,8 @@ class SheetPlaces final : public QWidget {
   void bind(SheetPlace* place);
   void arrange();
   void select(SheetPlace* place, Qt::KeyboardModifiers modifiers);
+  int placeOf(const QString& id) const;
+  void comeAfter(const SheetPlace& gone, int index, bool focused);
   int dropIndex(QPoint globalPosition) const;
   void drop(SheetPlace* place, QPoint globalPosition);
 
@@ -75,6 +77,7 @@ class SheetPlaces final : public QWidget {
   SheetGrid grid_;
   QSize view_;
   QString current_;  // of a place
+  QString anchor_;   // where a range begins
   int dropAt_ = -1;
 };
 

@@ -182,6 +182,14 @@ void SheetView::setSelection(const QSet<QUuid>& selection) {
   refreshTools();
 }
 
+std::vector<QUuid> SheetView::leaving(QUuid item) const {
+  std::vector<QUuid> items;
+  for (const QUuid& id : on_.sheet.ids())
+    if (places_->selection().contains(id)) items.push_back(id);
+  if (items.empty()) items.push_back(item);
+  return items;
+}
+
 std::vector<QUuid> SheetView::toCompare() const {
   if (isComparing()) return compared_;
   const std::vector<QUuid> all = on_.sheet.ids();
@@ -275,7 +283,7 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
       Q_EMIT lookRequested();
       return;
     case Qt::Key_Delete:
-      if (!item.isNull()) on_.sheet.remove(item);
+      if (!item.isNull()) on_.sheet.removeAll(leaving(item));
       return;
     case Qt::Key_Menu:
       if (!item.isNull()) Q_EMIT menuRequested(item, places_->at(now)->mapToGlobal(places_->at(now)->rect().center()));

@@ -39,6 +39,8 @@ class SheetView final : public QWidget {
   SheetPlaces& places() { return *places_; }
   CompareView& comparing() { return *comparing_; }
   void setSelection(const QSet<QUuid>& selection);
+  // What Delete takes out of the sheet: its selected items; while none is selected, `item`.
+  std::vector<QUuid> leaving(QUuid item) const;
 
   // Two to eight pictures: the selected ones, or all there are.
   bool canCompare() const;
