@@ -40,6 +40,13 @@ QString stemOf(const Asset& asset) {
   return QFileInfo(asset.filename()).completeBaseName().remove(counter);
 }
 
+/// What was typed as a new name, without the counter that the file has now: the new name has one of its own.
+QString typedStem(const Asset& asset, const QString& name) {
+  const QString typed = name.trimmed();
+  const QString counter = QFileInfo(asset.filename()).completeBaseName().sliced(stemOf(asset).size());
+  return counter.isEmpty() || !typed.endsWith(counter) ? typed : typed.chopped(counter.size());
+}
+
 QString extensionOf(const Asset& asset) { return QFileInfo(asset.filename()).suffix(); }
 
 /// Moves the thumbnail along. One that cannot be moved is drawn again later.
@@ -119,8 +126,10 @@ void setStatus(LibraryStore& store, const std::vector<AssetRef>& assets, AssetSt
 void rename(LibraryStore& store, const AssetRef& asset, const QString& name) {
   performUndoable(store, QStringLiteral("Rename"), {std::vector{asset}, LibraryTables::none}, [&] {
     if (name.trimmed().isEmpty()) throw SorvanError(texts::nameBlank());
+    const QString stem = typedStem(*asset, name);
+    if (WorkspaceFiles::safeName(stem) == stemOf(*asset)) return;
     store.requireWorkspaceInPlace();
-    const ReservedPath path = store.files().uniquePath(folderOf(asset->localFilePath), name, extensionOf(*asset));
+    const ReservedPath path = store.files().uniquePath(folderOf(asset->localFilePath), stem, extensionOf(*asset));
     FileRelocation relocation(store.files());
     // 1. The file under both names, 2. the record, 3. the old name goes.
     relocation.add(asset->localFilePath, path.relative());

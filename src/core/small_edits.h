@@ -19,7 +19,8 @@ void setNotes(LibraryStore& store, const AssetRef& asset, std::optional<QString>
 void setStatus(LibraryStore& store, const AssetRef& asset, AssetStatus status);
 void setStatus(LibraryStore& store, const std::vector<AssetRef>& assets, AssetStatus status);
 
-/// Gives the item's file a new name in the same folder. A blank name is refused. The file exists under its new name
+/// Gives the item's file a new name in the same folder, with a counter at its end. A blank name is refused, and the name
+/// that it has, with or without its counter, changes nothing. The file exists under its new name
 /// before the record says so, and under the old one until it does: a crash leaves at worst a second name for it.
 void rename(LibraryStore& store, const AssetRef& asset, const QString& name);
 

@@ -77,6 +77,21 @@ TEST_F(SmallEditsTest, RenamingGivesTheFileANewNameInItsFolder) {
   EXPECT_EQ(store.assetRows()[0].name, QStringLiteral("Blue-Fox-001.png"));
 }
 
+TEST_F(SmallEditsTest, RenamingToTheNameThatTheFileHasIsNoStep) {
+  rename(store, fox, QStringLiteral("red-fox-001"));
+  rename(store, fox, QStringLiteral("red-fox"));
+  EXPECT_EQ(fox->filename(), QStringLiteral("red-fox-001.png"));
+  EXPECT_TRUE(store.history().undo().empty());
+  EXPECT_FALSE(store.error().has_value());
+}
+
+TEST_F(SmallEditsTest, RenamingCountsAnewAndKeepsNumbersOfTheUsersOwn) {
+  rename(store, fox, QStringLiteral("blue-fox-001"));
+  EXPECT_EQ(fox->filename(), QStringLiteral("blue-fox-001.png"));
+  rename(store, fox, QStringLiteral("shot-100"));
+  EXPECT_EQ(fox->filename(), QStringLiteral("shot-100-001.png"));
+}
+
 TEST_F(SmallEditsTest, ABlankNameIsRefused) {
   rename(store, fox, QStringLiteral("  "));
   EXPECT_EQ(fox->filename(), QStringLiteral("red-fox-001.png"));
