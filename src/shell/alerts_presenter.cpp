@@ -7,7 +7,7 @@
 namespace sorvan::shell {
 
 namespace {
-// More cards than this would hide the wall; the oldest of those that leave by themselves goes first.
+// More cards than this would hide the wall.
 constexpr std::size_t mostToasts = 3;
 }  // namespace
 
@@ -58,12 +58,21 @@ quint64 AlertsPresenter::showToast(Toast toast, std::function<void()> action) {
   const quint64 id = toast.id;
   if (action) toastActions_.emplace_back(id, std::move(action));
   toasts_.push_back(std::move(toast));
-  if (toasts_.size() > mostToasts) {
-    const auto leaving = std::find_if(toasts_.begin(), toasts_.end(), [](const Toast& t) { return !t.stays; });
-    if (leaving != toasts_.end() && leaving->id != id) toasts_.erase(leaving);
-  }
-  Q_EMIT toastsChanged();
+  if (const quint64 leaving = toasts_.size() > mostToasts ? firstToLeave() : 0; leaving != 0)
+    dismissToast(leaving);
+  else
+    Q_EMIT toastsChanged();
   return id;
+}
+
+// The oldest of those that leave by themselves, else of those that need not stay; 0 when all must.
+quint64 AlertsPresenter::firstToLeave() const {
+  const auto first = [this](auto leaves) {
+    const auto found = std::find_if(toasts_.begin(), toasts_.end() - 1, leaves);
+    return found == toasts_.end() - 1 ? quint64{0} : found->id;
+  };
+  const quint64 leaving = first([](const Toast& toast) { return toast.leavesByItself(); });
+  return leaving != 0 ? leaving : first([](const Toast& toast) { return !toast.stays; });
 }
 
 void AlertsPresenter::performToastAction(quint64 id) {

@@ -37,7 +37,14 @@ struct Toast {
   QString text;
   QString secondLine;
   QString actionTitle;  // empty: no button
-  bool stays = false;   // false: leaves after five seconds, unless hovered or focused
+  bool stays = false;   // until it is closed
+  bool leaves = false;  // in spite of its action, which remains possible elsewhere
+
+  // Good news leaves after five seconds, unless hovered or focused; what warns or offers something waits to be read.
+  bool leavesByItself() const {
+    if (stays || tone == AlertTone::warning || tone == AlertTone::error) return false;
+    return leaves || actionTitle.isEmpty();
+  }
 };
 
 // One alert at a time, the rest wait; nothing here runs an event loop. Main thread.
@@ -77,6 +84,7 @@ class AlertsPresenter : public QObject {
     Answer answered;
   };
   void advance();
+  quint64 firstToLeave() const;
 
   std::deque<Waiting> waiting_;  // its front is `current_`
   std::optional<Alert> current_;

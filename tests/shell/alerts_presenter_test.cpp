@@ -75,6 +75,33 @@ TEST(AlertsPresenter, KeepsAtMostThreeCardsAndNeverDropsOneThatStays) {
   EXPECT_EQ(alerts.toasts().back().text, QStringLiteral("3"));
 }
 
+TEST(AlertsPresenter, WhatIsReadBestGoesFirstAndIsToldOf) {
+  AlertsPresenter alerts;
+  alerts.showToast({0, AlertTone::warning, QStringLiteral("left out"), {}, {}, false});
+  const quint64 good = alerts.showToast({0, AlertTone::success, QStringLiteral("copied"), {}, {}, false});
+  std::vector<quint64> gone;
+  QObject::connect(&alerts, &AlertsPresenter::toastDismissed, &alerts, [&](quint64 id) { gone.push_back(id); });
+  for (int index = 0; index < 2; ++index)
+    alerts.showToast({0, AlertTone::success, QString::number(index), {}, QStringLiteral("Show"), false});
+  EXPECT_EQ(gone, std::vector<quint64>{good});
+  EXPECT_EQ(alerts.toasts().front().text, QStringLiteral("left out"));
+}
+
+TEST(AlertsPresenter, GoodNewsLeavesByItselfAndWhatWarnsOrOffersSomethingWaits) {
+  const auto leaves = [](AlertTone tone, const QString& action, bool stays, bool inSpite) {
+    return Toast{0, tone, QStringLiteral("Words"), {}, action, stays, inSpite}.leavesByItself();
+  };
+  const QString none;
+  const QString show = QStringLiteral("Show");
+  EXPECT_TRUE(leaves(AlertTone::success, none, false, false));
+  EXPECT_TRUE(leaves(AlertTone::information, none, false, false));
+  EXPECT_FALSE(leaves(AlertTone::success, show, false, false));
+  EXPECT_TRUE(leaves(AlertTone::success, show, false, true));
+  EXPECT_FALSE(leaves(AlertTone::warning, none, false, false));
+  EXPECT_FALSE(leaves(AlertTone::error, none, false, true));
+  EXPECT_FALSE(leaves(AlertTone::success, none, true, true));
+}
+
 TEST(AlertsPresenter, ACardsButtonActsOnceAndClosesIt) {
   AlertsPresenter alerts;
   int acted = 0;

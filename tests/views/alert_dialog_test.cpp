@@ -1,5 +1,7 @@
 #include "shell/views/alert_dialog.h"
 
+#include <QEnterEvent>
+
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
 #include "views/dressed.h"
@@ -106,6 +108,31 @@ TEST_F(AlertDialogTest, AToastShowsItsWordsAndItsActionAndCanBePutAway) {
   ASSERT_NE(close, nullptr);
   QTest::mouseClick(close, Qt::LeftButton);
   EXPECT_TRUE(alerts.toasts().empty());
+}
+
+TEST_F(AlertDialogTest, AToastDoesNotLeaveFromUnderThePointerOrTheKeyboard) {
+  Toaster toaster(alerts, &window);
+  alerts.showToast({0, AlertTone::success, u"Saved 2 images locally"_s, {}, {}, false});
+  auto* card = toaster.findChild<ToastCard*>();
+  ASSERT_NE(card, nullptr);
+  const auto* leave = card->findChild<QTimer*>();
+  ASSERT_NE(leave, nullptr);
+  EXPECT_TRUE(leave->isActive());
+  const auto send = [](QWidget* to, QEvent&& event) { QCoreApplication::sendEvent(to, &event); };
+  QWidget* close = card->findChild<IconButton*>();
+  send(close, QFocusEvent(QEvent::FocusIn, Qt::TabFocusReason));
+  EXPECT_FALSE(leave->isActive());
+  send(card, QEnterEvent({5, 5}, {5, 5}, {5, 5}));
+  send(close, QFocusEvent(QEvent::FocusOut, Qt::TabFocusReason));
+  EXPECT_FALSE(leave->isActive());
+  send(card, QEvent(QEvent::Leave));
+  EXPECT_TRUE(leave->isActive());
+}
+
+TEST_F(AlertDialogTest, AToastThatWarnsWaitsUntilItIsRead) {
+  Toaster toaster(alerts, &window);
+  alerts.showToast({0, AlertTone::warning, u"1 item is left out."_s, {}, {}, false});
+  EXPECT_FALSE(toaster.findChild<ToastCard*>()->findChild<QTimer*>()->isActive());
 }
 
 }  // namespace

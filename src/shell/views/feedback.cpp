@@ -162,7 +162,9 @@ ToastCard::ToastCard(const Toast& toast, QWidget* parent) : QWidget(parent), id_
   leave_.setSingleShot(true);
   leave_.setInterval(metrics().motionToastHold);
   connect(&leave_, &QTimer::timeout, this, [this] { Q_EMIT dismissed(id_); });
-  if (!toast.stays && toast.actionTitle.isEmpty()) leave_.start();
+  leaves_ = toast.leavesByItself();
+  for (QAbstractButton* button : findChildren<QAbstractButton*>()) button->installEventFilter(this);
+  hold();
 }
 
 void ToastCard::paintEvent(QPaintEvent*) {
@@ -180,11 +182,27 @@ void ToastCard::keyPressEvent(QKeyEvent* event) {
 }
 
 void ToastCard::enterEvent(QEnterEvent*) {
-  if (leave_.isActive()) leave_.stop(), setProperty("resume", true);
+  hovered_ = true;
+  hold();
 }
 
 void ToastCard::leaveEvent(QEvent*) {
-  if (property("resume").toBool()) leave_.start();
+  hovered_ = false;
+  hold();
+}
+
+bool ToastCard::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+    focused_ = event->type() == QEvent::FocusIn;
+    hold();
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+// Nothing goes from under the pointer or the keyboard.
+void ToastCard::hold() {
+  if (hovered_ || focused_ || !leaves_) return leave_.stop();
+  if (!leave_.isActive()) leave_.start();
 }
 
 // Toaster

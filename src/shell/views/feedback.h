@@ -71,10 +71,16 @@ class ToastCard final : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void hold();
+
   quint64 id_;
-  QTimer leave_;
+  QTimer leave_{this};
+  bool leaves_ = false;
+  bool hovered_ = false;
+  bool focused_ = false;
 };
 
 // The stack of cards, newest lowest, placed by its owner at the bottom right of the content.
