@@ -141,7 +141,7 @@ CompositionRoot::CompositionRoot(const Profile& profile, QObject* parent)
       queue_(store_, generationPorts()),
       maintenance_(store_),
       unfinishedImports_(store_),
-      messages_(store_, alerts_),
+      messages_(store_, alerts_, state_),
       displays_(store_, queue_),
       composing_(selectableModels(*catalog_), clock_),
       interpreter_(store_, credits_),

@@ -139,7 +139,7 @@ TEST_F(WindowTest, NamesTheModeAndThePlaceForAssistiveTechnology) {
 
 struct MessagesTest : testing::Test {
   test::Desk desk;
-  StoreMessages messages{desk.store, desk.alerts};
+  StoreMessages messages{desk.store, desk.alerts, desk.state};
 };
 
 TEST_F(MessagesTest, AnErrorIsAnAlertThatClearsItWhenDismissed) {
@@ -152,13 +152,18 @@ TEST_F(MessagesTest, AnErrorIsAnAlertThatClearsItWhenDismissed) {
   EXPECT_FALSE(desk.alerts.current());
 }
 
-TEST_F(MessagesTest, ANewErrorReplacesTheOneThatStands) {
+TEST_F(MessagesTest, ANewErrorWaitsBehindTheOneThatStands) {
   desk.store.setError(QStringLiteral("First."));
   desk.store.setError(QStringLiteral("Second."));
+  desk.store.setError(QStringLiteral("First."));
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_EQ(desk.alerts.current()->text, QStringLiteral("First."));
+  desk.alerts.answer(desk.alerts.current()->id, 0);
   ASSERT_TRUE(desk.alerts.current());
   EXPECT_EQ(desk.alerts.current()->text, QStringLiteral("Second."));
   desk.alerts.answer(desk.alerts.current()->id, 0);
   EXPECT_FALSE(desk.alerts.current());
+  EXPECT_FALSE(desk.store.error());
 }
 
 TEST_F(MessagesTest, AnErrorThatTheStoreTakesBackLeavesTheScreen) {
@@ -172,6 +177,25 @@ TEST_F(MessagesTest, ANoticeIsACardThatStaysUntilItIsClosed) {
   ASSERT_EQ(desk.alerts.toasts().size(), 1u);
   EXPECT_TRUE(desk.alerts.toasts().front().stays);
   desk.alerts.dismissToast(desk.alerts.toasts().front().id);
+  EXPECT_FALSE(desk.store.notice());
+}
+
+TEST_F(MessagesTest, ANoticeIsClosedByOKToo) {
+  desk.store.setNotice(QStringLiteral("Done quietly."));
+  ASSERT_EQ(desk.alerts.toasts().size(), 1u);
+  EXPECT_EQ(desk.alerts.toasts().front().actionTitle, QStringLiteral("OK"));
+  desk.alerts.performToastAction(desk.alerts.toasts().front().id);
+  EXPECT_TRUE(desk.alerts.toasts().empty());
+  EXPECT_FALSE(desk.store.notice());
+  EXPECT_EQ(desk.state.location(), allMediaLocation);
+}
+
+TEST_F(MessagesTest, ANoticeAboutTrashLeadsThere) {
+  desk.store.setNotice(QStringLiteral("The result is in Trash: restore it from there if you want it."));
+  ASSERT_EQ(desk.alerts.toasts().size(), 1u);
+  EXPECT_EQ(desk.alerts.toasts().front().actionTitle, QStringLiteral("Show Trash"));
+  desk.alerts.performToastAction(desk.alerts.toasts().front().id);
+  EXPECT_EQ(desk.state.location(), trashLocation);
   EXPECT_FALSE(desk.store.notice());
 }
 
@@ -259,7 +283,7 @@ TEST_F(WelcomeTest, AFailedRestoreShowsThePageWithTheErrorOnTop) {
   desk.store.close();
   desk.settings->set(QStringLiteral("workspaceBookmark"),
                      desk.folder.write(QStringLiteral("a-file"), QByteArrayLiteral("x")).toUtf8());
-  const StoreMessages messages(desk.store, desk.alerts);
+  const StoreMessages messages(desk.store, desk.alerts, desk.state);
   core::restoreLastWorkspace(desk.store);
   EXPECT_TRUE(welcome.isShown());
   ASSERT_TRUE(desk.alerts.current());
