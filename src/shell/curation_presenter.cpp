@@ -1,5 +1,6 @@
 #include "shell/curation_presenter.h"
 
+#include "base/ids.h"
 #include "base/settings.h"
 #include "composer/saved_references.h"
 #include "core/history.h"
@@ -8,6 +9,7 @@
 #include "shell/alerts_presenter.h"
 #include "shell/gallery_presenter.h"
 #include "shell/locations.h"
+#include "shell/step_card.h"
 #include "shell/texts.h"
 #include "shell/trash_texts.h"
 #include "shell/workspace_state.h"
@@ -29,7 +31,12 @@ std::vector<QUuid> idsOf(const std::vector<core::AssetRef>& items) {
 
 }  // namespace
 
-CurationPresenter::CurationPresenter(Ports ports, QObject* parent) : QObject(parent), on_(ports) {}
+CurationPresenter::CurationPresenter(Ports ports, QObject* parent) : QObject(parent), on_(std::move(ports)) {
+  connect(&on_.store, &core::LibraryStore::revisionChanged, this, &CurationPresenter::withdrawTrashCards);
+  connect(&on_.alerts, &AlertsPresenter::toastDismissed, this, [this](quint64 id) {
+    std::erase_if(trashCards_, [id](const TrashCard& card) { return card.id == id; });
+  });
+}
 
 std::vector<core::AssetRef> CurationPresenter::shownItems(bool inTrash) const {
   std::vector<core::AssetRef> items;
@@ -91,15 +98,25 @@ std::vector<core::AssetRef> CurationPresenter::still(const std::vector<QUuid>& i
   return items;
 }
 
+std::vector<core::AssetRef> CurationPresenter::live(const std::vector<QUuid>& ids) const {
+  std::vector<core::AssetRef> items = still(ids);
+  std::erase_if(items, [](const core::AssetRef& item) { return item->isTrashed(); });
+  return items;
+}
+
+void CurationPresenter::withinHistory(qint64 bytes, const std::vector<core::AssetRef>& items, Change change) {
+  within(bytes, texts::tooLargeToUndo(static_cast<qsizetype>(items.size())), items, std::move(change));
+}
+
 // A change that is larger than all of the history is told of before it is made.
-void CurationPresenter::withinHistory(qint64 bytes, const std::vector<core::AssetRef>& items,
-                                      std::function<void(const std::vector<core::AssetRef>&)> change) {
+void CurationPresenter::within(qint64 bytes, const QString& warning, const std::vector<core::AssetRef>& items,
+                               Change change) {
   if (items.empty()) return;
   if (bytes <= core::LibraryHistory::maximumBytes) return change(items);
   Alert alert;
   alert.tone = AlertTone::warning;
   alert.title = texts::tooLargeToUndoTitle;
-  alert.text = texts::tooLargeToUndo(static_cast<qsizetype>(items.size()));
+  alert.text = warning;
   alert.buttons = {{texts::continueAnyway, AlertButtonRole::primary, false},
                    {texts::cancel, AlertButtonRole::plain, true}};
   on_.alerts.ask(std::move(alert), [this, ids = idsOf(items), change = std::move(change)](int button) {
@@ -142,7 +159,12 @@ void CurationPresenter::rename(QUuid item, const QString& name) {
 void CurationPresenter::setNotes(QUuid item, const QString& notes) {
   const core::AssetRef asset = on_.store.asset(item);
   if (!asset || asset->notes.value_or(QString()) == notes) return;
-  core::setNotes(on_.store, asset, notes.trimmed().isEmpty() ? std::nullopt : std::optional(notes));
+  // Escaped, a character takes six bytes at most.
+  const qint64 bytes = 6 * (asset->notes.value_or(QString()).size() + notes.size());
+  within(bytes, texts::notesTooLongToUndo, {asset}, [this, notes](const auto& items) {
+    const std::optional<QString> kept = notes.trimmed().isEmpty() ? std::nullopt : std::optional(notes);
+    for (const core::AssetRef& noted : items) core::setNotes(on_.store, noted, kept);
+  });
 }
 
 std::vector<Destination> CurationPresenter::destinations() const {
@@ -157,17 +179,32 @@ std::vector<Destination> CurationPresenter::destinations() const {
   return places;
 }
 
-void CurationPresenter::moveTo(std::optional<QUuid> project) {
-  const std::vector<core::AssetRef> items = shownItems(false);
+void CurationPresenter::moveTo(std::optional<QUuid> project) { place(shownItems(false), project); }
+
+void CurationPresenter::place(const std::vector<core::AssetRef>& items, std::optional<QUuid> project) {
   withinHistory(core::historyBytesOfMoves(items), items, [this, project](const auto& moved) {
-    const auto before = on_.store.error();
+    const auto before = on_.store.history().next(core::HistoryDirection::undo);
     core::move(on_.store, moved, project);
-    if (on_.store.error() != before) return;
+    if (on_.store.history().next(core::HistoryDirection::undo) == before) return;
     Toast toast;
     toast.tone = AlertTone::success;
     toast.text = texts::movedTo(static_cast<qsizetype>(moved.size()), destinationName(on_.store, project));
-    on_.alerts.showToast(toast);
+    showStepCard(on_.store, on_.alerts, std::move(toast));
   });
+}
+
+void CurationPresenter::drop(const std::vector<QUuid>& dropped, const QString& location) {
+  const std::vector<core::AssetRef> items = live(dropped);
+  if (location == trashLocation) {
+    // As by its key.
+    on_.state.select(QSet<QUuid>(dropped.begin(), dropped.end()));
+    return moveToTrash();
+  }
+  if (location == inboxLocation) return place(items, std::nullopt);
+  if (location == favoritesLocation)
+    return withinHistory(core::historyBytesOfMarks(static_cast<qsizetype>(items.size())), items,
+                         [this](const auto& marked) { core::setFavorite(on_.store, marked, true); });
+  if (const core::ProjectRef project = on_.store.project(base::uuidFromText(location))) place(items, project->id);
 }
 
 // Where one walks from item to item: the order in which the open item is stepped through, else that of the wall.
@@ -220,10 +257,7 @@ void CurationPresenter::moveToTrash() {
   alert.buttons = {{texts::moveToTrash, AlertButtonRole::destructive, false},
                    {texts::cancel, AlertButtonRole::plain, true}};
   on_.alerts.ask(std::move(alert), [this, ids](int button) {
-    if (button != 0) return;
-    std::vector<core::AssetRef> there = still(ids);
-    std::erase_if(there, [](const core::AssetRef& item) { return item->isTrashed(); });
-    trash(there);
+    if (button == 0) trash(live(ids));
   });
 }
 
@@ -232,19 +266,42 @@ void CurationPresenter::trash(const std::vector<core::AssetRef>& trashed) {
   withinHistory(bytes, trashed, [this](const auto& items) {
     const std::vector<QUuid> ids = idsOf(items);
     const QUuid next = itemAfter(QSet<QUuid>(ids.begin(), ids.end()));
+    if (on_.noteUsage) on_.noteUsage(QStringLiteral("trash"));
     if (!exchange::trash(on_.store, items)) return;
     goTo(next);
-    Toast toast;
-    toast.text = texts::movedToTrash(static_cast<qsizetype>(items.size()));
-    toast.secondLine = texts::trashKeepsFiles;
-    toast.actionTitle = texts::restore;
-    // Undo waits while a job runs; this does not.
-    on_.alerts.showToast(toast, [this, ids] { restore(ids, exchange::Rejoin::everywhere); });
+    showTrashCard(ids);
   });
 }
 
+// Undo waits while a job runs; its Restore does not.
+void CurationPresenter::showTrashCard(const std::vector<QUuid>& ids) {
+  Toast toast;
+  toast.text = texts::movedToTrash(static_cast<qsizetype>(ids.size()));
+  toast.secondLine = texts::trashKeepsFiles;
+  toast.actionTitle = texts::restore;
+  toast.leaves = true;
+  trashCards_.push_back(
+      {on_.alerts.showToast(toast, [this, ids] { restore(ids, exchange::Rejoin::everywhere); }), ids});
+}
+
+// What is back needs no card that brings it back.
+void CurationPresenter::withdrawTrashCards() {
+  const auto isInTrash = [this](const QUuid& id) {
+    const core::AssetRef item = on_.store.asset(id);
+    return item && item->isTrashed();
+  };
+  std::vector<quint64> outdated;
+  std::erase_if(trashCards_, [&](const TrashCard& card) {
+    const bool isBack = std::ranges::none_of(card.items, isInTrash);
+    if (isBack) outdated.push_back(card.id);
+    return isBack;
+  });
+  for (const quint64 card : outdated) on_.alerts.dismissToast(card);
+}
+
 void CurationPresenter::restore(const std::vector<QUuid>& ids, exchange::Rejoin rejoin) {
-  exchange::restore(on_.store, still(ids), rejoin);
+  withinHistory(core::historyBytesOfMarks(static_cast<qsizetype>(ids.size())), still(ids),
+                [this, rejoin](const auto& items) { exchange::restore(on_.store, items, rejoin); });
 }
 
 void CurationPresenter::restoreSelected() {
@@ -253,7 +310,10 @@ void CurationPresenter::restoreSelected() {
   const std::vector<QUuid> ids = idsOf(items);
   const QUuid next = itemAfter(QSet<QUuid>(ids.begin(), ids.end()));
   const auto carryOut = [this, ids, next](exchange::Rejoin rejoin) {
-    if (exchange::restore(on_.store, still(ids), rejoin)) goTo(next);
+    const qint64 bytes = core::historyBytesOfMarks(static_cast<qsizetype>(ids.size()));
+    withinHistory(bytes, still(ids), [this, next, rejoin](const auto& restored) {
+      if (exchange::restore(on_.store, restored, rejoin)) goTo(next);
+    });
   };
   const std::optional<exchange::Holders> holders = exchange::holdersOf(on_.store, items);
   if (!holders) return carryOut(exchange::Rejoin::everywhere);

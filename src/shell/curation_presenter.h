@@ -42,6 +42,8 @@ class CurationPresenter : public QObject {
     WorkspaceState& state;
     GalleryPresenter& gallery;
     AlertsPresenter& alerts;
+    // Counts that a feature was used; may be empty.
+    std::function<void(const QString& event)> noteUsage = {};
   };
   explicit CurationPresenter(Ports ports, QObject* parent = nullptr);
 
@@ -62,6 +64,8 @@ class CurationPresenter : public QObject {
   // The Inbox and every project that is not archived, without the place where all selected items are.
   std::vector<Destination> destinations() const;
   void moveTo(std::optional<QUuid> project);
+  // Items were dropped on a place of the sidebar: it takes them up, marks them or sends them to Trash.
+  void drop(const std::vector<QUuid>& items, const QString& location);
   // Asks first where a saved reference holds them or a contact sheet would be left with fewer than two items. The next
   // item is selected in their place; a card offers Restore.
   void moveToTrash();
@@ -78,17 +82,29 @@ class CurationPresenter : public QObject {
  private:
   std::vector<core::AssetRef> shownItems(bool inTrash) const;
   void mark(const std::function<void(const std::vector<core::AssetRef>&)>& change);
-  void withinHistory(qint64 bytes, const std::vector<core::AssetRef>& items,
-                     std::function<void(const std::vector<core::AssetRef>&)> change);
+  using Change = std::function<void(const std::vector<core::AssetRef>&)>;
+  void withinHistory(qint64 bytes, const std::vector<core::AssetRef>& items, Change change);
+  void within(qint64 bytes, const QString& warning, const std::vector<core::AssetRef>& items, Change change);
   std::vector<core::AssetRef> still(const std::vector<QUuid>& ids) const;
   std::vector<QUuid> walkedItems() const;
   bool walks() const;
   QUuid itemAfter(const QSet<QUuid>& leaving) const;
   void goTo(QUuid item);
+  std::vector<core::AssetRef> live(const std::vector<QUuid>& ids) const;
+  void place(const std::vector<core::AssetRef>& items, std::optional<QUuid> project);
   void trash(const std::vector<core::AssetRef>& trashed);
+  void showTrashCard(const std::vector<QUuid>& ids);
+  void withdrawTrashCards();
   void restore(const std::vector<QUuid>& ids, exchange::Rejoin rejoin);
 
+  // A card about what went to Trash.
+  struct TrashCard {
+    quint64 id = 0;
+    std::vector<QUuid> items;
+  };
+
   Ports on_;
+  std::vector<TrashCard> trashCards_;
 };
 
 // The question before items come back out of Trash.

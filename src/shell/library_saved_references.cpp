@@ -7,13 +7,13 @@
 #include "composer/composer_rules.h"
 #include "composer/notice_texts.h"
 #include "composer/reference_texts.h"
-#include "core/history.h"
 #include "core/library_store.h"
 #include "generation/mentions.h"
 #include "generation/texts.h"
 #include "shell/alerts_presenter.h"
 #include "shell/locations.h"
 #include "shell/reference_view_texts.h"
+#include "shell/step_card.h"
 #include "shell/workspace_state.h"
 
 namespace sorvan::shell {
@@ -126,8 +126,7 @@ void LibrarySavedReferences::remove(QUuid reference) {
   Toast toast;
   toast.text = texts::referenceDeleted(handle);
   toast.secondLine = texts::picturesStay;
-  toast.actionTitle = texts::undoDelete;
-  ports_.alerts.showToast(toast, [store = &ports_.store] { core::applyHistory(*store, core::HistoryDirection::undo); });
+  showStepCard(ports_.store, ports_.alerts, std::move(toast));
 }
 
 std::vector<ReferencePlace> LibrarySavedReferences::places(QUuid reference) const {

@@ -32,7 +32,6 @@ inline const QString oneReference = QStringLiteral("1 reference");
 inline QString manyReferences(qsizetype count) { return QStringLiteral("%1 references").arg(count); }
 inline QString referenceDeleted(const QString& handle) { return QStringLiteral("%1 was deleted").arg(handle); }
 inline const QString picturesStay = QStringLiteral("Its pictures stay in the library.");
-inline const QString undoDelete = QStringLiteral("Undo");
 
 // A failure of one of several files.
 inline QString about(const QString& file, const QString& problem) { return file + QStringLiteral(": ") + problem; }

@@ -3,8 +3,6 @@
 #include "base/ids.h"
 #include "core/library_store.h"
 #include "core/projects.h"
-#include "core/small_edits.h"
-#include "exchange/trash.h"
 #include "shell/gallery_filter.h"
 #include "shell/locations.h"
 #include "shell/project_texts.h"
@@ -211,19 +209,6 @@ void SidebarPresenter::setArchived(const QString& key, bool archived) {
   if (!project) return;
   core::setArchived(store_, project, archived);
   if (project->archived && state_.location() == key) state_.setLocation(allMediaLocation);
-}
-
-void SidebarPresenter::drop(const std::vector<QUuid>& items, const QString& key) {
-  std::vector<core::AssetRef> live;
-  for (const QUuid& id : items) {
-    const core::AssetRef asset = store_.asset(id);
-    if (asset && !asset->isTrashed()) live.push_back(asset);
-  }
-  if (live.empty()) return;
-  if (key == favoritesLocation) return core::setFavorite(store_, live, true);
-  if (key == trashLocation) return void(exchange::trash(store_, live));
-  if (key == inboxLocation) return core::move(store_, live, std::nullopt);
-  if (const core::ProjectRef project = store_.project(uuidFromText(key))) core::move(store_, live, project->id);
 }
 
 }  // namespace sorvan::shell

@@ -61,9 +61,6 @@ class SidebarPresenter : public QObject {
   void renameProject(const QString& key, const QString& name);
   // An archived project leaves the list for the archived ones at its end. Its items stay where they are.
   void setArchived(const QString& key, bool archived);
-  // Library items were dropped on a row that takes them: they move to the project or the Inbox, become favourites, or
-  // go to Trash. What is in Trash already stays there.
-  void drop(const std::vector<QUuid>& items, const QString& key);
 
  Q_SIGNALS:
   void changed();

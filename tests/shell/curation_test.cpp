@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
 #include "core/history.h"
 #include "desk.h"
 
@@ -291,6 +292,78 @@ TEST_F(CurationTest, AChangeThatTheHistoryCannotKeepIsToldOfBeforeItIsMade) {
   desk.curation.moveTo(sea);
   desk.alerts.answer(desk.alerts.current()->id, 0);
   EXPECT_EQ(item(id)->projectID, sea);
+}
+
+TEST_F(CurationTest, NotesThatTheHistoryCannotKeepAreToldOfBeforeTheyAreWritten) {
+  const QUuid id = make(QStringLiteral("one"));
+  const QString notes(3'000'000, u'x');
+  desk.curation.setNotes(id, notes);
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_EQ(item(id)->notes, std::nullopt);
+  desk.alerts.answer(desk.alerts.current()->id, 0);
+  EXPECT_EQ(item(id)->notes, notes);
+}
+
+TEST_F(CurationTest, WhatIsDroppedOnAProjectIsToldOfToWhenTheHistoryCannotKeepIt) {
+  const QUuid id = make(QStringLiteral("one"));
+  const QUuid sea = addProject(QStringLiteral("Sea"));
+  desk.store.context().edit(item(id)).thumbnailFilePath = QString(9'000'000, u'x');
+  desk.store.save(core::LibraryTables::none);
+  desk.curation.drop({id}, base::uuidText(sea));
+  ASSERT_TRUE(desk.alerts.current());
+  EXPECT_EQ(item(id)->projectID, std::nullopt);
+}
+
+TEST_F(CurationTest, TheCardOfTrashGoesOnceTheItemIsBack) {
+  const QUuid id = make(QStringLiteral("one"));
+  desk.state.select({id});
+  desk.curation.moveToTrash();
+  ASSERT_EQ(desk.alerts.toasts().size(), 1u);
+  EXPECT_TRUE(desk.alerts.toasts().front().leavesByItself());
+  core::applyHistory(desk.store, core::HistoryDirection::undo);
+  EXPECT_FALSE(item(id)->isTrashed());
+  EXPECT_TRUE(desk.alerts.toasts().empty());
+}
+
+TEST_F(CurationTest, GoingToTrashIsCounted) {
+  desk.state.select({make(QStringLiteral("one"))});
+  desk.curation.moveToTrash();
+  EXPECT_EQ(desk.used, QStringList{QStringLiteral("trash")});
+}
+
+TEST_F(CurationTest, TheCardOfAMoveTakesItBack) {
+  const QUuid id = make(QStringLiteral("one"));
+  const QUuid sea = addProject(QStringLiteral("Sea"));
+  desk.state.select({id});
+  desk.curation.moveTo(sea);
+  ASSERT_EQ(desk.alerts.toasts().size(), 1u);
+  EXPECT_EQ(desk.alerts.toasts().front().text, QStringLiteral("Moved to Sea"));
+  EXPECT_EQ(desk.alerts.toasts().front().actionTitle, QStringLiteral("Undo"));
+  desk.alerts.performToastAction(desk.alerts.toasts().front().id);
+  EXPECT_EQ(item(id)->projectID, std::nullopt);
+  EXPECT_TRUE(desk.alerts.toasts().empty());
+}
+
+TEST_F(CurationTest, TheCardOfAMoveNeverTakesBackALaterStep) {
+  const QUuid id = make(QStringLiteral("one"));
+  desk.state.select({id});
+  desk.curation.moveTo(addProject(QStringLiteral("Sea")));
+  ASSERT_EQ(desk.alerts.toasts().size(), 1u);
+  desk.curation.toggleFavorite();
+  EXPECT_TRUE(desk.alerts.toasts().empty());
+}
+
+TEST_F(CurationTest, TheCardOfAMoveOffersNoUndoWhileAJobRuns) {
+  const QUuid id = make(QStringLiteral("one"));
+  const QUuid sea = addProject(QStringLiteral("Sea"));
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("two"));
+  desk.state.select({id});
+  desk.curation.moveTo(sea);
+  ASSERT_EQ(desk.alerts.toasts().size(), 1u);
+  EXPECT_TRUE(desk.alerts.toasts().front().actionTitle.isEmpty());
+  desk.provider->gate->finish();
+  desk.settle();
 }
 
 }  // namespace

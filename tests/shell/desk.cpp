@@ -89,7 +89,7 @@ Desk::Desk()
       gallery(store, state, displays),
       jobs({store, queue, state, alerts, displays, [this](const QString& text) { copied = text; }}),
       inspector(store, state, displays),
-      curation({store, state, gallery, alerts}),
+      curation({store, state, gallery, alerts, [this](const QString& event) { used << event; }}),
       comparison({store, state, gallery, displays, jobs, alerts}) {
   core::openWorkspace(store, folder / QStringLiteral("Workspace"), core::Remember::no);
   runPosted();

@@ -97,6 +97,7 @@ struct Desk {
   QString copied;
   shell::JobsPresenter jobs;
   shell::InspectorPresenter inspector;
+  QStringList used;  // the features that were counted
   shell::CurationPresenter curation;
   std::unique_ptr<QMimeData> clipboard;
   shell::TransferPresenter transfer{

@@ -73,7 +73,7 @@ TEST_F(SidebarTest, ItemsDroppedOnAProjectMoveThereAndBackByUndo) {
   const QUuid boat = item();
   sidebar.createProject(QStringLiteral("Harbour"));
   const QString key = rowOf(QStringLiteral("Harbour")).key;
-  sidebar.drop({boat, base::newUuid()}, key);
+  desk.curation.drop({boat, base::newUuid()}, key);
   EXPECT_EQ(desk.store.asset(boat)->projectID, base::uuidFromText(key));
   EXPECT_EQ(rowOf(QStringLiteral("Harbour")).countText, QStringLiteral("1"));
   EXPECT_EQ(rowOf(QStringLiteral("Inbox")).countText, QString::number(0));
@@ -83,11 +83,11 @@ TEST_F(SidebarTest, ItemsDroppedOnAProjectMoveThereAndBackByUndo) {
 
 TEST_F(SidebarTest, ItemsDroppedOnFavoritesAreMarkedAndOnTrashGoThere) {
   const QUuid boat = item();
-  sidebar.drop({boat}, favoritesLocation);
+  desk.curation.drop({boat}, favoritesLocation);
   EXPECT_TRUE(desk.store.asset(boat)->favorite);
-  sidebar.drop({boat}, trashLocation);
+  desk.curation.drop({boat}, trashLocation);
   EXPECT_TRUE(desk.store.asset(boat)->isTrashed());
-  sidebar.drop({boat}, inboxLocation);
+  desk.curation.drop({boat}, inboxLocation);
   EXPECT_TRUE(desk.store.asset(boat)->isTrashed());
 }
 

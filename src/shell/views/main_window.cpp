@@ -173,7 +173,7 @@ void MainWindow::bindSidebar() {
   connect(&sidebar, &SidebarView::renamed, on_.sidebar, &SidebarPresenter::renameProject);
   connect(&sidebar, &SidebarView::renameAsked, this, &MainWindow::askProjectName);
   connect(&sidebar, &SidebarView::archiveChosen, on_.sidebar, &SidebarPresenter::setArchived);
-  connect(&sidebar, &SidebarView::dropped, this, &MainWindow::dropOnSidebar);
+  connect(&sidebar, &SidebarView::dropped, on_.curation, &CurationPresenter::drop);
   connect(on_.sidebar, &SidebarPresenter::healthRequested, this, &MainWindow::openHealth);
   sidebar.show(on_.sidebar->display());
 }
@@ -194,13 +194,6 @@ void MainWindow::askProjectName(const QString& key, const QString& name) {
     key.isEmpty() ? on_.sidebar->createProject(written) : on_.sidebar->renameProject(key, written);
   });
   dialog->open();
-}
-
-// What goes to Trash goes there as by its key, with the card that offers the way back.
-void MainWindow::dropOnSidebar(const std::vector<QUuid>& items, const QString& key) {
-  if (key != trashLocation) return on_.sidebar->drop(items, key);
-  on_.state->select(QSet<QUuid>(items.begin(), items.end()));
-  on_.actions->trigger(ActionId::moveToTrash);
 }
 
 void MainWindow::bindGallery() {

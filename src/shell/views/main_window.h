@@ -84,7 +84,6 @@ class MainWindow final : public QMainWindow {
   void chooseDestination();
   void focusSearch();
   void askProjectName(const QString& key, const QString& name);
-  void dropOnSidebar(const std::vector<QUuid>& items, const QString& key);
   void openSettings();
   void openAccount();
   void openHealth();
