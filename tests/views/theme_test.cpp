@@ -1,10 +1,12 @@
 #include "shell/views/theme.h"
 
 #include <QDBusVariant>
+#include <QPainter>
 #include <QSignalSpy>
 
 #include "shell/views/desktop_appearance.h"
 #include "shell/views/icons.h"
+#include "shell/views/painting.h"
 #include "views/dressed.h"
 
 namespace sorvan::views {
@@ -64,6 +66,51 @@ TEST_F(ThemeTest, ADesktopWithoutAnimationsStillsTheMotion) {
   DesktopAppearance desktop;
   desktop.learn(u"org.gnome.desktop.interface"_s, u"enable-animations"_s, false);
   EXPECT_TRUE(desktop.reducedMotion());
+}
+
+TEST_F(ThemeTest, ADesktopThatWantsMoreContrastGetsStrongerLinesAndNoThirdGrey) {
+  auto* desktop = Theme::instance().findChild<DesktopAppearance*>();
+  ASSERT_NE(desktop, nullptr);
+  const Colors plain = colors();
+  QSignalSpy changed(&Theme::instance(), &Theme::changed);
+  desktop->learn(kAppearance, u"contrast"_s, 1u);
+  EXPECT_EQ(changed.count(), 1);
+  EXPECT_EQ(colors().controlBorder, plain.controlBorderStrong);
+  EXPECT_EQ(colors().lineDefault, plain.controlBorderStrong);
+  EXPECT_EQ(colors().textTertiary, plain.textSecondary);
+  EXPECT_EQ(QApplication::palette().color(QPalette::PlaceholderText), plain.textSecondary);
+  desktop->learn(kAppearance, u"contrast"_s, 0u);
+  EXPECT_EQ(colors().textTertiary, plain.textTertiary);
+  EXPECT_EQ(colors().controlBorder, plain.controlBorder);
+}
+
+TEST_F(ThemeTest, ADesktopWhosePortalKnowsNoContrastIsAskedForItsOwnSetting) {
+  DesktopAppearance desktop;
+  desktop.learn(u"org.gnome.desktop.a11y.interface"_s, u"high-contrast"_s, true);
+  EXPECT_TRUE(desktop.moreContrast());
+  desktop.learn(kAppearance, u"contrast"_s, 0u);
+  EXPECT_TRUE(desktop.moreContrast());
+  desktop.learn(u"org.gnome.desktop.a11y.interface"_s, u"high-contrast"_s, false);
+  EXPECT_FALSE(desktop.moreContrast());
+}
+
+TEST_F(ThemeTest, SoftFillsAreLinedForADesktopThatWantsMoreContrast) {
+  auto* desktop = Theme::instance().findChild<DesktopAppearance*>();
+  ASSERT_NE(desktop, nullptr);
+  const auto edge = [] {
+    QImage image(20, 20, QImage::Format_ARGB32_Premultiplied);
+    image.fill(colors().surfaceRaised);
+    QPainter painter(&image);
+    paintPanel(painter, image.rect(), 0, colors().warningSoft);
+    painter.end();
+    return image.pixelColor(10, 0);
+  };
+  const QColor plain = edge();
+  desktop->learn(kAppearance, u"contrast"_s, 1u);
+  EXPECT_NE(edge(), plain);
+  EXPECT_EQ(edge(), colors().warningText);
+  desktop->learn(kAppearance, u"contrast"_s, 0u);
+  EXPECT_EQ(edge(), plain);
 }
 
 TEST_F(ThemeTest, AnIconTakesTheColourItIsAskedFor) {

@@ -5,6 +5,7 @@
 
 #include "shell/views/controls.h"
 #include "shell/views/labels.h"
+#include "shell/views/painting.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -37,7 +38,7 @@ void BannerBar::show(const Banner& banner) {
 void BannerBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), colors().surfaceChrome);
-  if (warns_) painter.fillRect(rect(), colors().warningSoft);
+  if (warns_) paintPanel(painter, rect(), 0, colors().warningSoft);
   painter.fillRect(QRect(0, height() - 1, width(), 1), colors().lineSubtle);
 }
 

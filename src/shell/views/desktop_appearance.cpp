@@ -5,6 +5,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <tuple>
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -18,7 +19,11 @@ const auto kAppearance = u"org.freedesktop.appearance"_s;
 const auto kColorScheme = u"color-scheme"_s;
 const auto kGnome = u"org.gnome.desktop.interface"_s;
 const auto kAnimations = u"enable-animations"_s;
-constexpr uint kSchemeLight = 2;  // the portal's numbers: 0 no preference, 1 dark, 2 light
+const auto kContrast = u"contrast"_s;
+const auto kAccessibility = u"org.gnome.desktop.a11y.interface"_s;  // for portals that do not know the other yet
+const auto kHighContrast = u"high-contrast"_s;
+constexpr uint kSchemeLight = 2;   // the portal's numbers: 0 no preference, 1 dark, 2 light
+constexpr uint kContrastHigh = 1;  // 0: no preference
 
 // The portal wraps a value in one variant or, in older versions, in two.
 QVariant unwrapped(QVariant value) {
@@ -33,6 +38,8 @@ void DesktopAppearance::start() {
   bus_.connect(kService, kPath, kInterface, u"SettingChanged"_s, this,
               SLOT(settingChanged(QDBusMessage)));
   ask(kAppearance, kColorScheme);
+  ask(kAppearance, kContrast);
+  ask(kAccessibility, kHighContrast);
   ask(kGnome, kAnimations);
 }
 
@@ -54,14 +61,13 @@ void DesktopAppearance::settingChanged(const QDBusMessage& signal) {
 
 void DesktopAppearance::learn(const QString& space, const QString& key, const QVariant& value) {
   const QVariant plain = unwrapped(value);
-  bool light = prefersLight_;
-  bool still = reducedMotion_;
-  if (space == kAppearance && key == kColorScheme) light = plain.toUInt() == kSchemeLight;
-  if (space == kGnome && key == kAnimations) still = !plain.toBool();
-  if (light == prefersLight_ && still == reducedMotion_) return;
-  prefersLight_ = light;
-  reducedMotion_ = still;
-  Q_EMIT changed();
+  const auto now = [this] { return std::tuple(prefersLight_, reducedMotion_, moreContrast()); };
+  const auto before = now();
+  if (space == kAppearance && key == kColorScheme) prefersLight_ = plain.toUInt() == kSchemeLight;
+  if (space == kAppearance && key == kContrast) portalContrast_ = plain.toUInt() == kContrastHigh;
+  if (space == kAccessibility && key == kHighContrast) desktopContrast_ = plain.toBool();
+  if (space == kGnome && key == kAnimations) reducedMotion_ = !plain.toBool();
+  if (now() != before) Q_EMIT changed();
 }
 
 }  // namespace sorvan::views

@@ -1,4 +1,4 @@
-// What the desktop asks of every program: light or dark, more or less motion. Read from the desktop portal.
+// What the desktop asks of every program: light or dark, more contrast, less motion. Read from the desktop portal.
 #pragma once
 
 #include <QDBusConnection>
@@ -8,7 +8,7 @@
 
 namespace sorvan::views {
 
-// Main thread. Without a session bus or a portal it stays at its defaults: dark, with motion.
+// Main thread. Without a session bus or a portal it stays at its defaults: dark, with motion, the contrast of the design.
 class DesktopAppearance final : public QObject {
   Q_OBJECT
 
@@ -21,6 +21,7 @@ class DesktopAppearance final : public QObject {
 
   bool prefersLight() const { return prefersLight_; }
   bool reducedMotion() const { return reducedMotion_; }
+  bool moreContrast() const { return portalContrast_ || desktopContrast_; }
 
   // What the portal says of one setting; other settings are ignored.
   void learn(const QString& space, const QString& key, const QVariant& value);
@@ -37,6 +38,8 @@ class DesktopAppearance final : public QObject {
   QDBusConnection bus_;
   bool prefersLight_ = false;
   bool reducedMotion_ = false;
+  bool portalContrast_ = false;
+  bool desktopContrast_ = false;
 };
 
 }  // namespace sorvan::views

@@ -5,6 +5,8 @@
 #include <QPixmapCache>
 #include <QTextLayout>
 
+#include "shell/views/contrast.h"
+
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
@@ -73,9 +75,25 @@ std::array<Span, 3> spans(int start, int length, int edge, int side) {
 
 }  // namespace
 
-void paintPanel(QPainter& painter, const QRectF& area, double radius, const QColor& fill, const QColor& line) {
+namespace {
+
+// A soft fill is lined in the colour of its words when the desktop asks for more contrast; invalid otherwise.
+QColor lineOfSoft(const QColor& fill) {
+  if (!moreContrast() || !fill.isValid()) return {};
+  const Colors& c = colors();
+  for (const auto& [soft, words] : {std::pair(c.accentSoft, c.accentText), std::pair(c.successSoft, c.successText),
+                                    std::pair(c.warningSoft, c.warningText), std::pair(c.dangerSoft, c.dangerText),
+                                    std::pair(c.infoSoft, c.infoText)})
+    if (fill == soft) return words;
+  return {};
+}
+
+}  // namespace
+
+void paintPanel(QPainter& painter, const QRectF& area, double radius, const QColor& fill, const QColor& given) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
+  const QColor line = given.isValid() ? given : lineOfSoft(fill);
   const bool lined = line.isValid() && line.alpha() > 0;
   const QRectF edge = lined ? area.adjusted(0.5, 0.5, -0.5, -0.5) : area;
   painter.setPen(lined ? QPen(line, 1) : QPen(Qt::NoPen));

@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <QWidget>
 
+#include "shell/views/contrast.h"
 #include "shell/views/desktop_appearance.h"
 #include "shell/views/style.h"
 #include "shell/views/typography.h"
@@ -72,6 +73,25 @@ QStringList stringsFrom(const QJsonArray& array) {
   return result;
 }
 
+// What a desktop asks for that wants more contrast: stronger lines and no third grey.
+Colors strengthened(Colors colors) {
+  colors.controlBorder = colors.controlBorderStrong;
+  colors.lineDefault = colors.controlBorderStrong;
+  colors.textTertiary = colors.textSecondary;
+  return colors;
+}
+
+// The colours of the tokens, and whether those that are on are stronger ones.
+struct Contrast {
+  Colors dark;
+  Colors light;
+  bool more = false;
+};
+Contrast& contrast() {
+  static auto* contrast = new Contrast;  // as long as the theme
+  return *contrast;
+}
+
 void setText(QPalette& palette, QPalette::ColorRole role, const QColor& color, const QColor& disabled) {
   palette.setColor(role, color);
   palette.setColor(QPalette::Disabled, role, disabled);
@@ -117,6 +137,7 @@ void Theme::read(const QJsonObject& tokens) {
   const QJsonObject color = tokens.value(u"color"_s).toObject();
   dark_ = colorsFrom(color.value(u"dark"_s).toObject());
   light_ = colorsFrom(color.value(u"light"_s).toObject());
+  contrast() = {dark_, light_};
   metrics_ = metricsFrom(tokens);
   const QJsonObject font = tokens.value(u"font"_s).toObject();
   uiFamilies_ = stringsFrom(font.value(u"family"_s).toObject().value(u"ui"_s).toArray());
@@ -145,13 +166,19 @@ void Theme::setAppearance(Appearance appearance) {
   resolve();
 }
 
+bool moreContrast() { return contrast().more; }
+
 bool Theme::reducedMotion() const { return desktop_ && desktop_->reducedMotion(); }
 
 void Theme::resolve() {
   Look wanted = appearance_ == Appearance::light ? Look::light : Look::dark;
   if (appearance_ == Appearance::system && desktop_) wanted = desktop_->prefersLight() ? Look::light : Look::dark;
-  if (wanted == look_) return;
+  const bool more = desktop_ && desktop_->moreContrast();
+  if (wanted == look_ && more == contrast().more) return;
   look_ = wanted;
+  contrast().more = more;
+  dark_ = more ? strengthened(contrast().dark) : contrast().dark;
+  light_ = more ? strengthened(contrast().light) : contrast().light;
   applyPalette();
   Q_EMIT changed();
 }
