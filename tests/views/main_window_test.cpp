@@ -19,7 +19,13 @@
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
 #include "shell/views/filter_row.h"
+#include "shell/views/asset_view.h"
 #include "shell/views/health_dialog.h"
+#include "shell/views/picture_canvas.h"
+#include "shell/views/quick_look.h"
+#include "shell/views/sidebar_view.h"
+#include "shell/views/toolbar_view.h"
+#include "shell/views/viewer_desk.h"
 #include "shell/views/labels.h"
 #include "shell/views/library_view.h"
 #include "shell/views/mark_layer.h"
@@ -252,6 +258,37 @@ TEST_F(MainWindowTest, HistoryOpensByItsActionAndBackReturnsToTheGallery) {
   EXPECT_EQ(window->library().history().list().rowCount(), 1);
   actions->trigger(ActionId::goBack);
   EXPECT_EQ(window->library().page(), ModeKind::gallery);
+}
+
+TEST_F(MainWindowTest, TheMousesBackButtonLeavesAnItemWhereverThePointerIs) {
+  type(u"a lighthouse"_s);
+  desk.settle();
+  const QUuid item = desk.store.assets().front()->id;
+  const auto pressBack = [this](QWidget& over) {
+    QTest::mousePress(window->windowHandle(), Qt::BackButton, {}, over.mapTo(window.get(), over.rect().center()));
+    test::runPosted();
+  };
+  for (QWidget* over : std::initializer_list<QWidget*>{&window->library().asset().canvas(), &window->library().sidebar(),
+                                                       &window->library().toolbar()}) {
+    desk.state.openAsset(item, {item});
+    ASSERT_EQ(window->library().page(), ModeKind::asset);
+    pressBack(*over);
+    EXPECT_EQ(window->library().page(), ModeKind::gallery);
+  }
+  pressBack(wall());
+  EXPECT_EQ(window->library().page(), ModeKind::gallery);
+}
+
+TEST_F(MainWindowTest, TheMousesBackButtonClosesAQuickLookFirst) {
+  type(u"a lighthouse"_s);
+  desk.settle();
+  const QUuid item = desk.store.assets().front()->id;
+  desk.state.select({item});
+  actions->trigger(ActionId::quickLook);
+  ASSERT_TRUE(window->viewer().quickLook().isOpen());
+  QTest::mousePress(window->windowHandle(), Qt::BackButton, {}, window->rect().center());
+  EXPECT_FALSE(window->viewer().quickLook().isOpen());
+  EXPECT_EQ(desk.state.selection(), QSet<QUuid>{item});
 }
 
 TEST_F(MainWindowTest, ClosingWithWorkInFlightAsksAndKeepWorkingKeepsTheWindow) {

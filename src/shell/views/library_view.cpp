@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QStackedWidget>
 
 #include "shell/locations.h"
@@ -151,14 +150,6 @@ void LibraryView::keyPressEvent(QKeyEvent* event) {
     return;
   }
   QWidget::keyPressEvent(event);
-}
-
-void LibraryView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::BackButton) {
-    Q_EMIT backRequested();
-    return;
-  }
-  QWidget::mousePressEvent(event);
 }
 
 void LibraryView::focusContent() { keyboardOf(page_)->setFocus(Qt::OtherFocusReason); }

@@ -135,7 +135,6 @@ class LibraryView final : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
   // Tab visits the zones in their order, and inside a zone the controls in theirs.
   bool focusNextPrevChild(bool next) override;
 

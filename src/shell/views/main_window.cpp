@@ -10,6 +10,7 @@
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTextEdit>
+#include <QWindow>
 
 #include "shell/account_presenter.h"
 #include "shell/actions_presenter.h"
@@ -32,6 +33,7 @@
 #include "shell/views/menus.h"
 #include "shell/views/selection_bar.h"
 #include "shell/views/pages.h"
+#include "shell/views/popover.h"
 #include "shell/views/sequence_source.h"
 #include "shell/views/settings_dialog.h"
 #include "shell/views/text_dialog.h"
@@ -505,7 +507,8 @@ void MainWindow::chooseDestination() {
             [this, project = place.project] { on_.curation->moveTo(project); });
   if (menu->isEmpty()) menu->addAction(texts::noOtherProject())->setEnabled(false);
   QWidget* over = library_->focusWidget() ? library_->focusWidget() : library_;
-  menu->popup(over->mapToGlobal(over->rect().center()));
+  const bool pressed = qobject_cast<QAbstractButton*>(over) != nullptr;
+  menu->popup(over->mapToGlobal(pressed ? QPoint(0, over->height() + 4) : over->rect().center()));
 }
 
 void MainWindow::openSettings() {
@@ -539,7 +542,26 @@ void MainWindow::goBack() {
   on_.actions->trigger(ActionId::goBack);
 }
 
+// The mouse's button for it works wherever the pointer is, one step at a press.
+void MainWindow::stepBack() {
+  for (Popover* popover : findChildren<Popover*>())
+    if (popover->isVisible()) return popover->dismiss();
+  if (viewer_->quickLook().isOpen()) return viewer_->quickLook().close();
+  goBack();
+}
+
+bool MainWindow::event(QEvent* event) {
+  // What lies under the pointer may take the press for its own, so it is met before.
+  if (event->type() == QEvent::WinIdChange && windowHandle()) windowHandle()->installEventFilter(this);
+  return QMainWindow::event(event);
+}
+
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == windowHandle() && event->type() == QEvent::MouseButtonPress &&
+      static_cast<QMouseEvent*>(event)->button() == Qt::BackButton) {
+    stepBack();
+    return true;
+  }
   if (!painted_ && event->type() == QEvent::Paint && watched == pages_) {
     painted_ = true;
     QTimer::singleShot(0, this, &MainWindow::firstPainted);

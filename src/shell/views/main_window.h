@@ -50,6 +50,7 @@ class MainWindow final : public QMainWindow {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void hideEvent(QHideEvent* event) override;
+  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -89,6 +90,7 @@ class MainWindow final : public QMainWindow {
   void openHealth();
   void toggleFullScreen();
   void goBack();
+  void stepBack();
 
   Presenters on_;
   std::unique_ptr<GallerySource> wallSource_;
