@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
 
@@ -23,6 +24,7 @@ namespace {
 constexpr int kListWidth = 196;
 constexpr QSize kWindow(820, 700);
 constexpr QSize kSmallestWindow(640, 420);
+constexpr int kFrame = 28;  // the title that most desktops put over a window
 
 QScrollArea* scrolling(QWidget* contents, const QString& name) {
   auto* area = new QScrollArea;
@@ -44,8 +46,9 @@ SettingsDialog::SettingsDialog(const Presenters& presenters, QWidget* parent)
   setWindowTitle(texts::settingsTitle());
   setAccessibleName(texts::settingsTitle());
   setAttribute(Qt::WA_DeleteOnClose);
-  resize(kWindow);
   setMinimumSize(kSmallestWindow);
+  // On a small screen the pages scroll.
+  resize(kWindow.boundedTo(screen()->availableSize() - QSize(0, kFrame)));
   list_->setContentsMargins(10, 18, 10, 10);
   list_->setSpacing(0);
   auto* title = new Label(texts::settingsTitle(), Type::title);
