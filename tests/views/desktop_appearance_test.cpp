@@ -26,21 +26,26 @@ class FakeSettings final : public QObject {
     bus.registerObject(kPortalPath, this, QDBusConnection::ExportAllSlots);
     EXPECT_TRUE(bus.registerService(kPortal));
   }
-  void choose(uint value) {
-    scheme = value;
-    QDBusMessage signal =
-        QDBusMessage::createSignal(kPortalPath, u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
-    signal << u"org.freedesktop.appearance"_s << u"color-scheme"_s << QVariant::fromValue(QDBusVariant(value));
-    EXPECT_TRUE(bus.send(signal));
-  }
+  void choose(uint value) { tell(u"color-scheme"_s, scheme = value); }
+  void chooseContrast(uint value) { tell(u"contrast"_s, contrast = value); }
 
   QDBusConnection bus;
   uint scheme = 2;
+  uint contrast = 0;
 
  public Q_SLOTS:
   QDBusVariant Read(const QString& space, const QString& key) {
     if (space == u"org.freedesktop.appearance"_s && key == u"color-scheme"_s) return QDBusVariant(scheme);
-    return QDBusVariant(true);
+    if (space == u"org.freedesktop.appearance"_s && key == u"contrast"_s) return QDBusVariant(contrast);
+    return QDBusVariant(key == u"enable-animations"_s);
+  }
+
+ private:
+  void tell(const QString& key, uint value) {
+    QDBusMessage signal =
+        QDBusMessage::createSignal(kPortalPath, u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
+    signal << u"org.freedesktop.appearance"_s << key << QVariant::fromValue(QDBusVariant(value));
+    EXPECT_TRUE(bus.send(signal));
   }
 };
 
@@ -59,6 +64,14 @@ TEST_F(DesktopAppearanceTest, TheDesktopsLookIsReadAtTheStartAndFollowedWhileRun
   settings.choose(2);
   test::runUntil([&] { return desktop.prefersLight(); });
   EXPECT_EQ(changed.count(), 3);
+}
+
+TEST_F(DesktopAppearanceTest, AWishForMoreContrastIsReadAtTheStartAndFollowedWhileRunning) {
+  settings.contrast = 1;
+  desktop.start();
+  test::runUntil([&] { return desktop.moreContrast(); });
+  settings.chooseContrast(0);
+  test::runUntil([&] { return !desktop.moreContrast(); });
 }
 
 }  // namespace
