@@ -36,7 +36,6 @@ inline const QString costTryAgain = QStringLiteral("Try Again");
 inline const QString costNothingHere = QStringLiteral("What you generate from now on is listed here with its cost.");
 inline const QString costNothingThen = QStringLiteral("Other periods and projects may have something to show.");
 inline const QString costShowAll = QStringLiteral("Show All Time");
-inline const QString costNoItem = QStringLiteral("Nothing of this is left in the library");
 
 inline QString costCount(int count, const QString& one, const QString& many) {
   return QStringLiteral("%1 %2").arg(QString::number(count), count == 1 ? one : many);

@@ -13,7 +13,6 @@ inline const QString qualityLabel = QStringLiteral("Quality");
 inline const QString shotLabel = QStringLiteral("Shot");
 inline const QString varianceLabel = QStringLiteral("Variance");
 inline const QString modelIdLabel = QStringLiteral("Model ID");
-inline const QString madeOnLabel = QStringLiteral("Made");
 inline const QString referencesSection = QStringLiteral("References");
 inline const QString lineageSection = QStringLiteral("Lineage");
 inline const QString madeFromItSection = QStringLiteral("Made from this");
@@ -49,7 +48,6 @@ inline const QString spentNote =
 inline const QString settingsSection = QStringLiteral("Settings");
 inline const QString resultsSection = QStringLiteral("Results");
 inline const QString imagesLabel = QStringLiteral("Outputs");
-inline const QString formatLabel = QStringLiteral("Size");
 inline const QString startedLabel = QStringLiteral("Started");
 inline const QString endedLabel = QStringLiteral("Ended");
 inline const QString openGeneration = QStringLiteral("Open Generation");
@@ -71,7 +69,6 @@ inline const QString pasted = QStringLiteral("Pasted");
 inline const QString generated = QStringLiteral("Generated");
 
 inline QString starsText(int stars) { return stars == 1 ? QStringLiteral("1 star") : QStringLiteral("%1 stars").arg(stars); }
-inline QString creditsSpent(const QString& amount) { return QStringLiteral("Rewriting cost %1").arg(amount); }
 inline QString shareOf(qsizetype part, qsizetype whole) { return QStringLiteral("%1 of %2").arg(part).arg(whole); }
 
 }  // namespace sorvan::shell::texts

@@ -77,18 +77,14 @@ inline const QString reviewMark = QStringLiteral("Review mark");
 inline const QString moreActions = QStringLiteral("More");
 inline const QString sheetPlaces = QStringLiteral("Places");
 inline const QString saveAsSheet = QStringLiteral("Save as Contact Sheet");
-inline const QString waitsInSheet = QStringLiteral("Waiting to start");
-inline const QString sheetIsGone = QStringLiteral("This contact sheet is no longer in the library.");
 inline const QString addToSheet = QStringLiteral("Add to Sheet");
 inline const QString addToSheetTitle = QStringLiteral("Add Media");
 inline const QString addToSheetNote = QStringLiteral("Choose the items to add. They stay in the library.");
-inline const QString nothingToAdd = QStringLiteral("There are no other items here.");
 inline const QString adding = QStringLiteral("Items to add");
 
 // Comparing
 inline const QString compare = QStringLiteral("Compare");
 inline QString compareCount(qsizetype count) { return QStringLiteral("Compare %1").arg(count); }
-inline const QString compareNeedsPictures = QStringLiteral("Select 2–8 pictures to compare them closely.");
 inline const QString compareLayouts = QStringLiteral("How to compare");
 inline const QString sideBySide = QStringLiteral("Side by Side");
 inline const QString oneAtATime = QStringLiteral("One at a Time");
@@ -123,7 +119,6 @@ inline const QString lineageDeletedText = QStringLiteral(
     "This item was deleted for good. Its place is kept so the items made from it stay connected.");
 inline const QString lineageExplanation =
     QStringLiteral("Assets with multiple parents appear once. All direct relationships are listed in the inspector.");
-inline const QString lineageKeys = QStringLiteral("Return · Escape");
 inline const QString lineageGoesBack = QStringLiteral("Return · Escape goes back");
 inline QString lineageCount(qsizetype count) {
   return count == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(count);

@@ -322,17 +322,13 @@ inline const QString musicPlaceholder = QStringLiteral(
 inline const QString effectPlaceholder =
     QStringLiteral("Describe the sound. For example: heavy rain on a tin roof, distant thunder.");
 inline const QString selectModel = QStringLiteral("Select Model");
-inline QString modelCount(qsizetype count) { return QStringLiteral("%1 models").arg(count); }
 inline const QString generateAndCompare = QStringLiteral("Generate & Compare");
 inline const QString waitingForKey = QStringLiteral("Waiting for the key store to answer.");
 inline const QString emptyPromptTooltip = QStringLiteral("Enter a prompt first.");
 inline const QString setByModel = QStringLiteral("set by model");
-inline const QString shapeFixedTooltip = QStringLiteral("This model chooses the shape itself.");
 inline QString ratioTooltip(const QString& name) {
   return QStringLiteral("Aspect ratio: %1. Ratios must be supported by every selected model.").arg(name);
 }
-inline const QString referencesUnusable =
-    QStringLiteral("References require models that accept images. Deselect text-only models in the model picker.");
 inline const QString noModelForThis =
     QStringLiteral("No model for this is available. Add one from the model picker in the composer.");
 inline const QString markedItemGone = QStringLiteral("The marked picture is no longer in the library.");
@@ -363,8 +359,6 @@ inline const QString soundLength = QStringLiteral("Length");
 inline const QString lengthFoot =
     QStringLiteral("A longer video costs more. The estimate beside Generate follows these choices.");
 inline const QString lengthTooltip = QStringLiteral("Length: how long the video will be. A longer video costs more.");
-inline const QString lengthsTooltip =
-    QStringLiteral("Length: how long each model's video will be. A longer video costs more.");
 inline const QString soundLengthTooltip = QStringLiteral("Length: how long the sound will be.");
 inline const QString seedTooltip =
     QStringLiteral("Seed: makes a result repeatable. Leave it empty for a different result each time.");
@@ -372,12 +366,6 @@ inline const QString seedDetail = QStringLiteral(
     "The same seed, prompt and settings give the same result on models that support it. Leave empty for a new result "
     "each "
     "time.");
-inline QString everyModelLength(const QString& length) {
-  return QStringLiteral("Every model will make a %1 clip.").arg(length);
-}
-inline QString differingLengths(const QString& items) {
-  return QStringLiteral("Clips will differ in length: %1.").arg(items);
-}
 inline QString queued(const QString& destination) {
   return QStringLiteral("Queued · outputs will be saved in %1.").arg(destination);
 }
@@ -385,7 +373,6 @@ inline QString makingSound(const QString& what, const QString& model, const QStr
   return QStringLiteral("Making %1 with %2. It will appear in %3 when it is ready.").arg(what, model, destination);
 }
 inline const QString differentLengths = QStringLiteral("Different lengths");
-inline const QString seedNotNumber = QStringLiteral("The seed must be a non-negative whole number.");
 inline const QString destinationGone = QStringLiteral("Destination project is unavailable.");
 inline const QString selectAvailableModel = QStringLiteral("Select at least one available model.");
 inline QString promptTooLong(const QString& model, int limit) {

@@ -24,8 +24,6 @@ class ViewerDesk final : public QObject {
   // False when the action belongs to somebody else.
   bool perform(ActionId action);
   QuickLook& quickLook() { return *look_; }
-  HoverPlay& hoverPlay() { return *hover_; }
-  SoundPlay& soundPlay() { return *sound_; }
 
  Q_SIGNALS:
   void openRequested(QUuid item);

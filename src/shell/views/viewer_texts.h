@@ -15,13 +15,9 @@ inline QString fitHelp() { return QStringLiteral("Fit the picture, or show it at
 inline QString zoomControls() { return QStringLiteral("Zoom"); }
 inline QString percent(int value) { return QStringLiteral("%1 %").arg(value); }
 inline QString zoomIs(const QString& percent) { return QStringLiteral("Size %1").arg(percent); }
-inline QString readingFullSize() { return QStringLiteral("Reading the full size…"); }
 
 // What cannot be shown.
 inline QString originalIsMissing() { return QStringLiteral("The original file is missing."); }
-inline QString originalIsMissingHint() {
-  return QStringLiteral("This item is still in your library, but its file could not be found.");
-}
 inline QString imageUnreadable() { return QStringLiteral("This image could not be read."); }
 inline QString originalUnreadable() { return QStringLiteral("The original file could not be read."); }
 inline QString endsEarly() { return QStringLiteral("This file ends before its time. The rest of it is missing."); }
