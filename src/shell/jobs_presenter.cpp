@@ -71,6 +71,10 @@ JobsPresenter::JobsPresenter(Ports ports, QObject* parent) : QObject(parent), po
   connect(&ports_.store, &core::LibraryStore::workspaceChanged, &refreshSoon_, &OncePerTurn::request);
   connect(&ports_.displays, &JobDisplays::ticked, this, &JobsPresenter::contentChanged);
   connect(&ports_.queue, &generation::JobQueue::jobFinished, this, &JobsPresenter::announce);
+  connect(&ports_.state, &WorkspaceState::modeChanged, this, &JobsPresenter::withdrawSeen);
+  connect(&ports_.state, &WorkspaceState::locationChanged, this, &JobsPresenter::withdrawSeen);
+  connect(&ports_.alerts, &AlertsPresenter::toastDismissed, this,
+          [this](quint64 toast) { std::erase_if(announced_, [&](const auto& known) { return known.first == toast; }); });
   refresh();
 }
 
@@ -280,15 +284,37 @@ void JobsPresenter::perform(QUuid id, JobAction action) {
   }
 }
 
-// Good news shows where it cannot be seen anyway: over any view but the gallery, and the sheet of its comparison.
+// Whether the results appear in the view in front: on the wall of a place that they belong to, or on their sheet.
+bool JobsPresenter::isSeen(const core::GenerationJob& job) const {
+  const WorkspaceMode& mode = ports_.state.mode();
+  if (mode.sheet) return isOnSheet(ports_.store, job, *mode.sheet);
+  if (!showsGallery(mode.kind)) return false;
+  const QString& location = ports_.state.location();
+  if (location == trashLocation || location == favoritesLocation) return false;
+  if (location == inboxLocation) return !job.projectID;
+  const std::optional<QUuid> project = locationProject(ports_.store, location);
+  return !project || job.projectID == project;
+}
+
+// Good news shows where it cannot be seen anyway.
 void JobsPresenter::announce(const QUuid& id) {
   const core::JobRef job = ports_.store.job(id);
-  if (!job || job->status != core::jobStatus::complete) return;
-  const WorkspaceMode& mode = ports_.state.mode();
-  if (showsGallery(mode.kind) || (mode.sheet && isOnSheet(ports_.store, *job, *mode.sheet))) return;
+  if (!job || job->status != core::jobStatus::complete || isSeen(*job)) return;
   const JobDisplay display = ports_.displays.display(*job);
-  ports_.alerts.showToast({0, AlertTone::success, display.detail, display.prompt, texts::show, false},
-                          [this, id] { show(id); });
+  const quint64 toast = ports_.alerts.showToast(
+      {0, AlertTone::success, display.detail, display.prompt, texts::show, false}, [this, id] { show(id); });
+  announced_.emplace_back(toast, id);
+}
+
+// Whoever goes where the results are has no more use for the news of them.
+void JobsPresenter::withdrawSeen() {
+  std::vector<quint64> leaving;
+  for (const auto& [toast, id] : announced_) {
+    const core::JobRef job = ports_.store.job(id);
+    if (!job || isSeen(*job)) leaving.push_back(toast);
+  }
+  std::erase_if(announced_, [&](const auto& known) { return std::ranges::find(leaving, known.first) != leaving.end(); });
+  for (const quint64 toast : leaving) ports_.alerts.dismissToast(toast);
 }
 
 }  // namespace sorvan::shell

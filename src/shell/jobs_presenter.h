@@ -100,7 +100,9 @@ class JobsPresenter : public QObject {
   void setRows(const std::vector<const core::GenerationJob*>& jobs);
   QString groupTitle(const core::GenerationJob& job) const;
   bool isFound(const core::GenerationJob& job) const;
+  bool isSeen(const core::GenerationJob& job) const;
   void announce(const QUuid& id);
+  void withdrawSeen();
 
   Ports ports_;
   JobSegment segment_ = JobSegment::all;
@@ -109,6 +111,7 @@ class JobsPresenter : public QObject {
   std::vector<QUuid> rows_;
   std::vector<JobGroup> groups_;
   int activeCount_ = 0;
+  std::vector<std::pair<quint64, QUuid>> announced_;  // cards about results, with their jobs
   OncePerTurn refreshSoon_{[this] { refresh(); }};
 };
 

@@ -222,5 +222,27 @@ TEST_F(JobsTest, AFinishedJobIsAnnouncedOnlyWhereItsResultIsNotSeen) {
   EXPECT_EQ(desk.alerts.toasts().front().text, QStringLiteral("Saved 1 image locally"));
 }
 
+TEST_F(JobsTest, ACardAboutAResultLeavesWhereTheResultIsSeen) {
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("one"));
+  desk.state.setMode({ModeKind::activity});
+  desk.provider->gate->finish();
+  desk.settle();
+  ASSERT_EQ(desk.alerts.toasts().size(), 1u);
+  desk.state.setLocation(favoritesLocation);
+  EXPECT_EQ(desk.alerts.toasts().size(), 1u) << "it is not among the favourites";
+  desk.state.setLocation(inboxLocation);
+  EXPECT_TRUE(desk.alerts.toasts().empty());
+}
+
+TEST_F(JobsTest, AResultIsAnnouncedOverTheWallOfAnotherPlaceToo) {
+  desk.provider->gate.emplace();
+  desk.generate(QStringLiteral("one"));
+  desk.state.setLocation(favoritesLocation);
+  desk.provider->gate->finish();
+  desk.settle();
+  EXPECT_EQ(desk.alerts.toasts().size(), 1u);
+}
+
 }  // namespace
 }  // namespace sorvan::shell
