@@ -118,8 +118,9 @@ InspectorDisplay InspectorPresenter::display() const {
   if (selected < 2) return overview_->display(store_, state_.location(), jobs_.spend());
   InspectorDisplay display;
   display.subject = InspectorSubject::severalItems;
-  display.title = texts::severalItems(countText(selected));
   const auto items = selectedItems();
+  const QString count = countText(selected);
+  display.title = items.empty() ? texts::severalGenerations(count) : texts::severalItems(count);
   if (items.size() > 1) describeItems(display, items);
   return display;
 }

@@ -35,6 +35,9 @@ inline const QString statusLabel = QStringLiteral("Status");
 inline const QString projectLabel = QStringLiteral("Project");
 inline const QString sizeLabel = QStringLiteral("Size");
 inline const QString favoritesLabel = QStringLiteral("Favorites");
+// With several selected
+inline QString severalGenerations(const QString& count) { return QStringLiteral("%1 generations selected").arg(count); }
+
 // With nothing selected
 inline const QString contentsSection = QStringLiteral("Contents");
 inline const QString newestLabel = QStringLiteral("Newest");

@@ -174,5 +174,11 @@ TEST_F(InspectorTest, SeveralItemsShowWhatTheyShare) {
   EXPECT_EQ(value(*shared, QStringLiteral("Favorites")), QStringLiteral("1 of 2"));
 }
 
+TEST_F(InspectorTest, SeveralJobsAreNoItems) {
+  desk.state.select({desk.store.jobs().front()->id, desk.store.jobs().back()->id});
+  ASSERT_EQ(desk.state.selection().size(), 2);
+  EXPECT_EQ(desk.inspector.display().title, QStringLiteral("2 generations selected"));
+}
+
 }  // namespace
 }  // namespace sorvan::shell
