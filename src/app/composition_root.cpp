@@ -297,6 +297,8 @@ void CompositionRoot::shutDown() {
 }
 
 Task<> CompositionRoot::finish() {
+  // The queue is told first, so that it sends nothing more that costs money while the others come to their end.
+  co_await queue_.drain();
   co_await references_.drain();
   co_await costs_.drain();
   co_await updates_.drain();
@@ -304,7 +306,6 @@ Task<> CompositionRoot::finish() {
   co_await composing_.drain();
   co_await maintenance_.drain();
   co_await gallery_.index().drain();
-  co_await queue_.drain();
   co_await payment_.drain();
   // The interpreter waits for the account to be read, so the account is stopped first.
   co_await credits_.drain();
