@@ -75,8 +75,10 @@ static void readAddress(const QString& text) {
     require(joined.host() == gateway->host() && joined.path() == u"/v1/me"_s, "a path stays at its gateway");
   }
   const QUrl page = catalogue::httpsAddress(text);
-  if (catalogue::isCheckoutAddress(page))
-    require(page.scheme() == u"https"_s && page.host() == u"checkout.sorvan.app"_s, "a page to pay on is the provider's");
+  if (!catalogue::isCheckoutAddress(page)) return;
+  // An absolute name ends with a point and is the same host.
+  const QStringList hosts{u"checkout.sorvan.app"_s, u"checkout.sorvan.app."_s};
+  require(page.scheme() == u"https"_s && hosts.contains(page.host()), "a page to pay on is the provider's");
 }
 
 static void readRelease(const QByteArray& body) {

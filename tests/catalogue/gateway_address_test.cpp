@@ -76,9 +76,10 @@ TEST(GatewayAddressTest, FetchesPaidResultsFromTheHostOfFinishedMediaOnly) {
 
 TEST(GatewayAddressTest, OpensPagesToPayOnAtThePaymentProviderOnly) {
   EXPECT_TRUE(isCheckoutAddress(QUrl(u"https://checkout.sorvan.app/pay/1"_s)));
+  EXPECT_TRUE(isCheckoutAddress(QUrl(u"https://checkout.sorvan.app./pay/1"_s)));  // the absolute name of the same host
   for (const auto& other : {u"http://checkout.sorvan.app/pay"_s, u"https://checkout.sorvan.app.example/pay"_s,
                             u"https://pay.checkout.sorvan.app/1"_s, u"https://checkout.sorvan.app@evil.example/1"_s,
-                            u"https://checkout.sorvan.app:444/1"_s, u"javascript:alert(1)"_s, u""_s})
+                            u"https://checkout.sorvan.app:444/1"_s, u"https://checkout.sorvan.app../1"_s, u"javascript:alert(1)"_s, u""_s})
     EXPECT_FALSE(isCheckoutAddress(QUrl(other))) << other.toStdString();
 }
 
