@@ -194,10 +194,10 @@ void GalleryPresenter::collectItems(std::vector<Entry>& entries) {
   }
 }
 
-bool GalleryPresenter::jobsBelongToToday(const std::vector<Entry>& entries) const {
+bool GalleryPresenter::jobsBelongToToday(const std::vector<Entry>& entries) {
   return std::all_of(entries.begin(), entries.begin() + jobCount_, [this](const Entry& entry) {
     const core::JobRef job = store_.job(entry.id);
-    return job && dayTitle(job->createdAt, store_.now()) == texts::today;
+    return job && days_.of(job->createdAt, store_.now()).title == texts::today;
   });
 }
 
@@ -206,7 +206,7 @@ std::vector<WallSection> GalleryPresenter::collectSections(const std::vector<Ent
   const GallerySort sort = state_.filter().sort;
   if (sort != GallerySort::newest && sort != GallerySort::oldest) return {};
   std::vector<WallSection> sections =
-      days_.over(store_.assetRows(), index_.matching(state_.filter()), jobCount_, store_.now());
+      daySections(days_, store_.assetRows(), index_.matching(state_.filter()), jobCount_, store_.now());
   if (jobCount_ == 0) return sections;
   const bool today = jobsBelongToToday(entries);
   if (today && !sections.empty() && sections.front().title == texts::today)

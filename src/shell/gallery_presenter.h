@@ -119,7 +119,7 @@ class GalleryPresenter : public QObject {
   void collectItems(std::vector<Entry>& entries);
   void readSort();
   std::vector<WallSection> collectSections(const std::vector<Entry>& entries);
-  bool jobsBelongToToday(const std::vector<Entry>& entries) const;
+  bool jobsBelongToToday(const std::vector<Entry>& entries);
   bool isHere(const core::GenerationJob& job) const;
   bool isInProject(const std::optional<QUuid>& project) const;
   GalleryCell itemCell(const Entry& entry) const;
@@ -131,7 +131,7 @@ class GalleryPresenter : public QObject {
   GalleryIndex index_;
   std::vector<Entry> entries_;
   std::vector<WallSection> sections_;
-  DaySections days_;
+  KnownDays days_;
   // The location, read once for each pass over the rows.
   enum class Place { everything, recent, favorites, inbox, trash, project } place_ = Place::everything;
   QUuid project_;

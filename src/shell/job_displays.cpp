@@ -84,30 +84,36 @@ JobDisplay JobDisplays::display(const QUuid& id) const {
   return job ? display(*job) : JobDisplay();
 }
 
-JobDisplay JobDisplays::display(const core::GenerationJob& job) const {
+JobDisplay JobDisplays::words(const core::GenerationJob& job) const {
   JobDisplay display;
   display.id = job.id;
   display.state = stateOf(job);
   display.detail = display.state == JobState::queued ? texts::waitingToStart : job.detail;
   display.message = display.state == JobState::failed ? job.errorMessage.value_or(QString()) : QString();
-  display.aspectRatio = aspectRatio(job);
   const core::ProjectRef project = job.projectID ? store_.project(*job.projectID) : nullptr;
   display.destination = project ? project->name : texts::inbox;
-  fillRequest(display, job);
+  if (const auto request = job.request()) {
+    display.prompt = request->prompt;
+    display.modelName = modelName(request->model);
+  }
+  return display;
+}
+
+JobDisplay JobDisplays::display(const core::GenerationJob& job) const {
+  JobDisplay display = words(job);
+  display.aspectRatio = aspectRatio(job);
+  display.thumbnailPath = referenceThumbnail(job);
   fillTimes(display, job);
   fillOutputs(display, job);
   fillAction(display, job);
   return display;
 }
 
-void JobDisplays::fillRequest(JobDisplay& display, const core::GenerationJob& job) const {
+QString JobDisplays::referenceThumbnail(const core::GenerationJob& job) const {
   const auto request = job.request();
-  if (!request) return;
-  display.prompt = request->prompt;
-  display.modelName = modelName(request->model);
-  if (request->referenceIDs.empty()) return;
+  if (!request || request->referenceIDs.empty()) return {};
   const core::AssetRef reference = store_.asset(request->referenceIDs.front());
-  if (reference) display.thumbnailPath = store_.thumbnailOf(*reference).value_or(QString());
+  return reference ? store_.thumbnailOf(*reference).value_or(QString()) : QString();
 }
 
 void JobDisplays::fillTimes(JobDisplay& display, const core::GenerationJob& job) const {

@@ -29,6 +29,8 @@ class JobDisplays : public QObject {
 
   // Looks at the job's recovery folder too, so ask for what is visible only.
   JobDisplay display(const core::GenerationJob& job) const;
+  // Of the job only its state and what can be read of it: prompt, model, destination and how it went. Looks at no file.
+  JobDisplay words(const core::GenerationJob& job) const;
   // A null id when the job is gone.
   JobDisplay display(const QUuid& id) const;
   JobState stateOf(const core::GenerationJob& job) const;
@@ -52,7 +54,7 @@ class JobDisplays : public QObject {
   Task<> tick(std::stop_token stop);
   Instant startOf(const core::GenerationJob& job) const;
   void fillAction(JobDisplay& display, const core::GenerationJob& job) const;
-  void fillRequest(JobDisplay& display, const core::GenerationJob& job) const;
+  QString referenceThumbnail(const core::GenerationJob& job) const;
   void fillTimes(JobDisplay& display, const core::GenerationJob& job) const;
   void fillOutputs(JobDisplay& display, const core::GenerationJob& job) const;
 

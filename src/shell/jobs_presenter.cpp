@@ -41,7 +41,7 @@ bool belongs(JobState state, JobSegment segment) {
 }
 
 // 0: in progress, 1: to look at, 2: by day.
-int groupRank(JobState state) {
+std::size_t groupRank(JobState state) {
   if (isActive(state)) return 0;
   return state == JobState::failed ? 1 : 2;
 }
@@ -82,42 +82,41 @@ JobsPresenter::~JobsPresenter() = default;
 
 void JobsPresenter::refresh() {
   refreshSoon_.withdraw();
-  std::vector<const core::GenerationJob*> shown;
+  std::array<Rank, ranks> ranked;
   int active = 0;
   for (const core::JobRef& job : ports_.store.jobs()) {
     const JobState state = ports_.displays.stateOf(*job);
     if (isActive(state)) ++active;
-    if (belongs(state, segment_) && isFound(*job)) shown.push_back(job.get());
+    if (belongs(state, segment_) && isFound(*job)) ranked.at(groupRank(state)).push_back(job.get());
   }
-  std::stable_sort(shown.begin(), shown.end(), [this](const auto* left, const auto* right) {
-    return groupRank(ports_.displays.stateOf(*left)) < groupRank(ports_.displays.stateOf(*right));
-  });
-  setRows(shown);
+  setRows(ranked);
   if (active != activeCount_) {
     activeCount_ = active;
     Q_EMIT activeChanged();
   }
 }
 
-QString JobsPresenter::groupTitle(const core::GenerationJob& job) const {
-  switch (groupRank(ports_.displays.stateOf(job))) {
+QString JobsPresenter::groupTitle(std::size_t rank, const core::GenerationJob& job) {
+  switch (rank) {
     case 0:
       return texts::segmentInProgress;
     case 1:
       return texts::groupToLookAt;
     default:
-      return dayTitle(job.createdAt, ports_.store.now());
+      return days_.of(job.createdAt, ports_.store.now()).title;
   }
 }
 
-void JobsPresenter::setRows(const std::vector<const core::GenerationJob*>& jobs) {
+void JobsPresenter::setRows(const std::array<Rank, ranks>& ranked) {
   std::vector<QUuid> rows;
   std::vector<JobGroup> groups;
-  for (const core::GenerationJob* job : jobs) {
-    const QString title = groupTitle(*job);
-    if (groups.empty() || groups.back().title != title) groups.push_back({title, static_cast<int>(rows.size()), 0});
-    ++groups.back().count;
-    rows.push_back(job->id);
+  for (std::size_t rank = 0; rank < ranks; ++rank) {
+    for (const core::GenerationJob* job : ranked.at(rank)) {
+      const QString title = groupTitle(rank, *job);
+      if (groups.empty() || groups.back().title != title) groups.push_back({title, static_cast<int>(rows.size()), 0});
+      ++groups.back().count;
+      rows.push_back(job->id);
+    }
   }
   const bool sameLayout = rows == rows_ && groups == groups_;
   rows_ = std::move(rows);
@@ -139,14 +138,23 @@ void JobsPresenter::setSearch(const QString& text) {
   if (search_ == text) return;
   search_ = text;
   foldedSearch_ = foldForSearch(text.trimmed());
+  if (foldedSearch_.isEmpty()) folded_.clear();
   refresh();
 }
 
-bool JobsPresenter::isFound(const core::GenerationJob& job) const {
+bool JobsPresenter::isFound(const core::GenerationJob& job) {
   if (foldedSearch_.isEmpty()) return true;
-  const JobDisplay shown = ports_.displays.display(job);
-  const QStringList words{shown.prompt, shown.modelName, shown.destination, shown.detail, shown.message};
-  return foldForSearch(words.join(QLatin1Char('\n'))).contains(foldedSearch_);
+  const JobDisplay shown = ports_.displays.words(job);
+  const auto holds = [this](const QString& text) { return folded(text).contains(foldedSearch_); };
+  return holds(shown.prompt) || holds(shown.modelName) || holds(shown.destination) || holds(shown.detail) ||
+         holds(shown.message);
+}
+
+// Each key of a search looks through the same texts, most of which belong to many jobs.
+const QString& JobsPresenter::folded(const QString& text) {
+  auto known = folded_.constFind(text);
+  if (known == folded_.constEnd()) known = folded_.insert(text, foldForSearch(text));
+  return *known;
 }
 
 QString JobsPresenter::segmentTitle(JobSegment segment) {

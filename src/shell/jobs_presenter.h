@@ -1,11 +1,14 @@
 #pragma once
 
 #include "shell/job_display.h"
+#include "shell/known_days.h"
 #include "shell/once_per_turn.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 
+#include <array>
 #include <functional>
 #include <vector>
 
@@ -97,9 +100,13 @@ class JobsPresenter : public QObject {
 
  private:
   void refresh();
-  void setRows(const std::vector<const core::GenerationJob*>& jobs);
-  QString groupTitle(const core::GenerationJob& job) const;
-  bool isFound(const core::GenerationJob& job) const;
+  // The jobs of one rank, which is the first of what they are grouped by.
+  using Rank = std::vector<const core::GenerationJob*>;
+  static constexpr std::size_t ranks = 3;
+  void setRows(const std::array<Rank, ranks>& ranked);
+  QString groupTitle(std::size_t rank, const core::GenerationJob& job);
+  bool isFound(const core::GenerationJob& job);
+  const QString& folded(const QString& text);
   bool isSeen(const core::GenerationJob& job) const;
   void announce(const QUuid& id);
   void withdrawSeen();
@@ -108,6 +115,8 @@ class JobsPresenter : public QObject {
   JobSegment segment_ = JobSegment::all;
   QString search_;
   QString foldedSearch_;
+  QHash<QString, QString> folded_;  // what was searched through so far
+  KnownDays days_;
   std::vector<QUuid> rows_;
   std::vector<JobGroup> groups_;
   int activeCount_ = 0;

@@ -46,6 +46,19 @@ TEST_F(JobsTest, GroupsWhatRunsWhatToLookAtAndTheRestByDay) {
   EXPECT_EQ(desk.jobs.activeText(), QString());
 }
 
+TEST_F(JobsTest, WhatEndedTodayStandsUnderYesterdayTheNextDay) {
+  desk.generate(QStringLiteral("one"));
+  desk.settle();
+  ASSERT_EQ(desk.jobs.groups().size(), 1u);
+  ASSERT_EQ(desk.jobs.groups()[0].title, QStringLiteral("Today"));
+  desk.clock->advance(std::chrono::hours(24));
+  desk.generate(QStringLiteral("two"));
+  desk.settle();
+  ASSERT_EQ(desk.jobs.groups().size(), 2u);
+  EXPECT_EQ(desk.jobs.groups()[0].title, QStringLiteral("Today"));
+  EXPECT_EQ(desk.jobs.groups()[1].title, QStringLiteral("Yesterday"));
+}
+
 TEST_F(JobsTest, CancellingAllAsksAndStartsNothingThatWaited) {
   desk.provider->gate.emplace();
   for (int number = 0; number < 5; ++number) desk.generate(QStringLiteral("boat %1").arg(number));
