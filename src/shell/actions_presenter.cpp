@@ -69,6 +69,10 @@ bool showsItems(ModeKind kind) {
          kind == ModeKind::generation;
 }
 
+bool isLivePicture(const core::AssetRef& asset) {
+  return asset && !asset->isTrashed() && asset->type() == core::MediaType::image;
+}
+
 core::HistoryDirection directionOf(ActionId id) {
   return id == ActionId::redo ? core::HistoryDirection::redo : core::HistoryDirection::undo;
 }
@@ -110,18 +114,27 @@ QSet<QUuid> ActionsPresenter::selectedJobs() const {
   return jobs;
 }
 
+bool ActionsPresenter::jobIsSelected() const {
+  return std::ranges::any_of(ports_.presenters.state->selection(),
+                             [this](const QUuid& id) { return ports_.store.job(id) != nullptr; });
+}
+
 bool ActionsPresenter::itemSelected() const {
   for (const QUuid& id : ports_.presenters.state->selection())
     if (ports_.store.asset(id)) return true;
   return false;
 }
 
+bool ActionsPresenter::pictureIsSelected() const {
+  return std::ranges::any_of(ports_.presenters.state->selection(),
+                             [this](const QUuid& id) { return isLivePicture(ports_.store.asset(id)); });
+}
+
 QUuid ActionsPresenter::selectedPicture() const {
   const QSet<QUuid>& selection = ports_.presenters.state->selection();
   if (selection.size() != 1) return {};
   const core::AssetRef asset = ports_.store.asset(*selection.begin());
-  const bool isPicture = asset && !asset->isTrashed() && asset->type() == core::MediaType::image;
-  return isPicture ? asset->id : QUuid();
+  return isLivePicture(asset) ? asset->id : QUuid();
 }
 
 // In the order of the gallery.
@@ -129,7 +142,7 @@ std::vector<QUuid> ActionsPresenter::selectedPictures() const {
   std::vector<core::AssetRef> pictures;
   for (const QUuid& id : ports_.presenters.state->selection()) {
     const core::AssetRef asset = ports_.store.asset(id);
-    if (asset && !asset->isTrashed() && asset->type() == core::MediaType::image) pictures.push_back(asset);
+    if (isLivePicture(asset)) pictures.push_back(asset);
   }
   std::sort(pictures.begin(), pictures.end(), [this](const auto& left, const auto& right) {
     return ports_.store.position(*left) < ports_.store.position(*right);
@@ -191,7 +204,7 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
     case EnabledWhen::textFocusedOrItemsShown:
       return textFocused_ || itemsShown();
     case EnabledWhen::textFocusedOrCellSelected:
-      return textFocused_ || !selectedJobs().isEmpty() || ports_.presenters.transfer->hasItems();
+      return textFocused_ || ports_.presenters.transfer->hasItems() || jobIsSelected();
     case EnabledWhen::itemsShown:
       return itemsShown();
     case EnabledWhen::textFocusedOrUndo:
@@ -201,7 +214,7 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
     case EnabledWhen::itemSelected:
       return itemSelected();
     case EnabledWhen::picturesSelected:
-      return !selectedPictures().empty();
+      return pictureIsSelected();
     case EnabledWhen::pictureSelected:
       return !selectedPicture().isNull();
     case EnabledWhen::liveItemSelected:
@@ -211,7 +224,7 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
     case EnabledWhen::oneLiveItemSelected:
       return ports_.presenters.curation->soleItem() != nullptr;
     case EnabledWhen::jobSelected:
-      return !selectedJobs().isEmpty();
+      return jobIsSelected();
     case EnabledWhen::jobCanRetry:
       return job().canRetry;
     case EnabledWhen::jobHasResult:
@@ -235,7 +248,7 @@ bool ActionsPresenter::holds(EnabledWhen condition) const {
     case EnabledWhen::galleryItemSelected:
       return showsItems(ports_.presenters.state->mode().kind) && itemSelected();
     case EnabledWhen::cellSelected:
-      return opensCells() && (itemSelected() || !selectedJobs().isEmpty());
+      return opensCells() && (itemSelected() || jobIsSelected());
     case EnabledWhen::pictureOpen:
       return openMedia() == core::MediaType::image;
     case EnabledWhen::playerOpen:

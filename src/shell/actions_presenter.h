@@ -61,6 +61,8 @@ class ActionsPresenter : public QObject {
   bool holds(EnabledWhen condition) const;
   bool isHere(ModeKind mode) const;
   bool itemSelected() const;
+  bool jobIsSelected() const;
+  bool pictureIsSelected() const;
   QUuid selectedPicture() const;
   std::vector<QUuid> selectedPictures() const;
   void toggleMarking();

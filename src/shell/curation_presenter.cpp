@@ -70,19 +70,23 @@ qsizetype CurationPresenter::selectedItems() const {
   return items;
 }
 
-bool CurationPresenter::hasLiveItems() const {
-  return std::ranges::any_of(on_.state.selection(), [this](const QUuid& id) {
+// Many actions ask after each change, and the selection may be all of a large library.
+const CurationPresenter::Held& CurationPresenter::held() const {
+  const QSet<QUuid>& selection = on_.state.selection();
+  if (held_ && held_->opening == on_.store.opening() && held_->revision == on_.store.revision() &&
+      held_->selection == selection)
+    return *held_;
+  held_ = Held{on_.store.opening(), on_.store.revision(), selection};
+  for (const QUuid& id : selection) {
     const core::AssetRef item = on_.store.asset(id);
-    return item && !item->isTrashed();
-  });
+    if (item) (item->isTrashed() ? held_->trashed : held_->live) = true;
+    if (held_->live && held_->trashed) break;
+  }
+  return *held_;
 }
 
-bool CurationPresenter::hasTrashedItems() const {
-  return std::ranges::any_of(on_.state.selection(), [this](const QUuid& id) {
-    const core::AssetRef item = on_.store.asset(id);
-    return item && item->isTrashed();
-  });
-}
+bool CurationPresenter::hasLiveItems() const { return held().live; }
+bool CurationPresenter::hasTrashedItems() const { return held().trashed; }
 
 core::AssetRef CurationPresenter::soleItem() const {
   const QSet<QUuid>& selection = on_.state.selection();

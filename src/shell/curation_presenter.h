@@ -80,6 +80,15 @@ class CurationPresenter : public QObject {
   void stepsOnChanged();
 
  private:
+  // Whether there is an item outside Trash, and one in it, in what is selected.
+  struct Held {
+    std::uint64_t opening = 0;
+    std::uint64_t revision = 0;
+    QSet<QUuid> selection;
+    bool live = false;
+    bool trashed = false;
+  };
+  const Held& held() const;
   std::vector<core::AssetRef> shownItems(bool inTrash) const;
   void mark(const std::function<void(const std::vector<core::AssetRef>&)>& change);
   using Change = std::function<void(const std::vector<core::AssetRef>&)>;
@@ -105,6 +114,7 @@ class CurationPresenter : public QObject {
 
   Ports on_;
   std::vector<TrashCard> trashCards_;
+  mutable std::optional<Held> held_;
 };
 
 // The question before items come back out of Trash.

@@ -131,21 +131,18 @@ void InspectorPresenter::describeItems(InspectorDisplay& display, const std::vec
   for (std::size_t index = 0; index < shown; ++index)
     display.previews.push_back(store_.thumbnailOf(*items[index]).value_or(QString()));
   const core::Asset& first = *items.front();
-  const auto all = [&items](const auto& same) { return std::all_of(items.begin(), items.end(), same); };
-  const bool live = all([](const auto& item) { return !item->isTrashed(); });
-  const bool oneStatus = all([&first](const auto& item) { return item->status() == first.status(); });
-  const bool oneRating = all([&first](const auto& item) { return item->rating == first.rating; });
-  display.hasRating = live;
-  display.rating = oneRating ? first.rating.value_or(0) : 0;
-  display.favorite = all([](const auto& item) { return item->favorite; });
-  display.statusText = oneStatus ? statusText(first.status()) : texts::mixed;
-  display.statusToken = oneStatus ? rawValue(first.status()) : QString();
-  display.canChangeStatus = live;
-  if (live && items.size() <= mostCompared)
+  const CommonFacts common = commonFactsOf(items);
+  display.hasRating = common.live;
+  display.rating = common.oneRating ? first.rating.value_or(0) : 0;
+  display.favorite = common.favorites == static_cast<qsizetype>(items.size());
+  display.statusText = common.oneStatus ? statusText(first.status()) : texts::mixed;
+  display.statusToken = common.oneStatus ? rawValue(first.status()) : QString();
+  display.canChangeStatus = common.live;
+  if (common.live && items.size() <= mostCompared)
     display.buttons = {{ActionId::compareItems, texts::compareItems(static_cast<qsizetype>(items.size())), false}};
-  display.sections.push_back(commonSection(store_, items));
+  display.sections.push_back(commonSection(store_, items, common));
   display.sections.back().headActions = {{ActionId::moveToProject, texts::moveToProjectButton}};
-  if (!live) display.sections.back().headActions.clear();
+  if (!common.live) display.sections.back().headActions.clear();
 }
 
 InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {

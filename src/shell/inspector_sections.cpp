@@ -15,7 +15,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <functional>
 #include <map>
 
 namespace sorvan::shell {
@@ -56,12 +55,6 @@ QString sourceText(core::AssetSourceType source) {
 QString settingTitle(QString name) {
   name.replace(u'_', u' ');
   return name.left(1).toUpper() + name.mid(1);
-}
-
-QString commonText(const std::vector<core::AssetRef>& items, const std::function<QString(const core::Asset&)>& of) {
-  const QString first = of(*items.front());
-  const bool same = std::all_of(items.begin(), items.end(), [&](const auto& item) { return of(*item) == first; });
-  return same ? first : texts::mixed;
 }
 
 }  // namespace
@@ -162,21 +155,37 @@ InspectorSection fileSectionOf(const core::LibraryStore& store, const core::Asse
   return file;
 }
 
-InspectorSection commonSection(const core::LibraryStore& store, const std::vector<core::AssetRef>& items) {
+// What is written alike is alike; the reading of it is compared only where the writing differs.
+CommonFacts commonFactsOf(const std::vector<core::AssetRef>& items) {
+  CommonFacts common;
+  const core::Asset& first = *items.front();
+  for (const core::AssetRef& ref : items) {
+    const core::Asset& item = *ref;
+    common.live = common.live && !item.isTrashed();
+    common.oneKind = common.oneKind && (item.mediaType == first.mediaType || item.type() == first.type());
+    common.oneStatus = common.oneStatus && (item.statusRaw == first.statusRaw || item.status() == first.status());
+    common.oneRating = common.oneRating && item.rating.value_or(0) == first.rating.value_or(0);
+    common.oneProject = common.oneProject && item.projectID == first.projectID;
+    common.favorites += item.favorite ? 1 : 0;
+    common.bytes += item.fileSize;
+  }
+  return common;
+}
+
+InspectorSection commonSection(const core::LibraryStore& store, const std::vector<core::AssetRef>& items,
+                               const CommonFacts& common) {
   InspectorSection section{texts::selectionSection, {}, {}};
-  if (items.empty()) return section;
-  std::int64_t bytes = 0;
-  qsizetype favorites = 0;
-  for (const core::AssetRef& item : items) bytes += item->fileSize, favorites += item->favorite ? 1 : 0;
-  addRow(section, texts::kindLabel, commonText(items, [](const auto& item) { return kindText(item.type()); }));
-  addRow(section, texts::statusLabel, commonText(items, [](const auto& item) { return statusText(item.status()); }));
-  addRow(section, texts::ratingLabel, commonText(items, [](const auto& item) {
-           return item.rating.value_or(0) > 0 ? texts::starsText(*item.rating) : texts::noRating;
-         }));
-  addRow(section, texts::favoritesLabel, texts::shareOf(favorites, static_cast<qsizetype>(items.size())));
-  addRow(section, texts::projectLabel,
-         commonText(items, [&store](const auto& item) { return destinationName(store, item.projectID); }));
-  addRow(section, texts::sizeLabel, fileSizeText(bytes));
+  const core::Asset& first = *items.front();
+  const auto add = [&section](const QString& label, bool same, const QString& text) {
+    addRow(section, label, same ? text : texts::mixed);
+  };
+  const int stars = first.rating.value_or(0);
+  add(texts::kindLabel, common.oneKind, kindText(first.type()));
+  add(texts::statusLabel, common.oneStatus, statusText(first.status()));
+  add(texts::ratingLabel, common.oneRating, stars > 0 ? texts::starsText(stars) : texts::noRating);
+  addRow(section, texts::favoritesLabel, texts::shareOf(common.favorites, static_cast<qsizetype>(items.size())));
+  add(texts::projectLabel, common.oneProject, destinationName(store, first.projectID));
+  addRow(section, texts::sizeLabel, fileSizeText(common.bytes));
   return section;
 }
 

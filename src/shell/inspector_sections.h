@@ -23,7 +23,20 @@ InspectorSection parentsSection(const core::LibraryStore& store, QUuid item);
 InspectorSection childrenSection(const core::LibraryStore& store, QUuid item);
 // Everything that is known of the file and of the record.
 InspectorSection fileSectionOf(const core::LibraryStore& store, const core::Asset& asset);
-// What several items have in common; “Mixed” where they differ.
-InspectorSection commonSection(const core::LibraryStore& store, const std::vector<core::AssetRef>& items);
+// What several items have in common.
+struct CommonFacts {
+  bool live = true;  // outside Trash
+  bool oneKind = true;
+  bool oneStatus = true;
+  bool oneRating = true;
+  bool oneProject = true;
+  qsizetype favorites = 0;
+  std::int64_t bytes = 0;  // of the originals
+};
+// One pass over the items, of which there is one at least: they may be all of a large library.
+CommonFacts commonFactsOf(const std::vector<core::AssetRef>& items);
+// The same as it is shown; “Mixed” where they differ.
+InspectorSection commonSection(const core::LibraryStore& store, const std::vector<core::AssetRef>& items,
+                               const CommonFacts& common);
 
 }  // namespace sorvan::shell

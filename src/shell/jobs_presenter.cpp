@@ -203,12 +203,9 @@ void JobsPresenter::cancelJobs(const QSet<QUuid>& ids) {
 }
 
 int JobsPresenter::activeAmong(const QSet<QUuid>& ids) const {
-  int active = 0;
-  for (const QUuid& id : ids) {
-    const core::JobRef job = ports_.store.job(id);
-    if (job && job->isActive()) ++active;
-  }
-  return active;
+  return static_cast<int>(std::ranges::count_if(ports_.store.jobs(), [&ids](const core::JobRef& job) {
+    return job->isActive() && ids.contains(job->id);
+  }));
 }
 
 void JobsPresenter::cancelAll() {

@@ -9,9 +9,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
-#include <limits>
 
 namespace sorvan::shell {
 
@@ -21,16 +21,22 @@ bool TransferPresenter::hasItems() const {
   return std::ranges::any_of(on_.state.selection(), [this](const QUuid& id) { return on_.store.asset(id) != nullptr; });
 }
 
+// In the order of the gallery; what it does not show comes last.
+std::vector<core::AssetRef> TransferPresenter::inOrder() const {
+  std::vector<core::AssetRef> items;
+  const auto add = [&](const QUuid& id) {
+    if (core::AssetRef item = on_.store.asset(id)) items.push_back(std::move(item));
+  };
+  QSet<QUuid> others = on_.state.selection();
+  for (int index = on_.gallery.jobCount(); index < on_.gallery.count() && !others.isEmpty(); ++index)
+    if (others.remove(on_.gallery.idAt(index))) add(on_.gallery.idAt(index));
+  for (const QUuid& id : others) add(id);
+  return items;
+}
+
 TransferPresenter::Selected TransferPresenter::items() const {
-  std::vector<std::pair<int, core::AssetRef>> placed;
-  for (const QUuid& id : on_.state.selection()) {
-    const core::AssetRef item = on_.store.asset(id);
-    const int place = on_.gallery.indexOf(id);
-    if (item) placed.emplace_back(place < 0 ? std::numeric_limits<int>::max() : place, item);
-  }
-  std::ranges::stable_sort(placed, {}, &std::pair<int, core::AssetRef>::first);
   Selected selected;
-  for (const auto& [place, item] : placed) {
+  for (const core::AssetRef& item : inOrder()) {
     const QString path = on_.store.fileOf(*item);
     if (QFileInfo::exists(path))
       selected.there.push_back({item->id, path, item->type() == core::MediaType::image});
@@ -72,9 +78,11 @@ void TransferPresenter::copySelected() {
 
 BroughtItems TransferPresenter::brought(const QMimeData& data) const {
   BroughtItems brought;
+  QSet<QUuid> known;
   const auto add = [&](const QUuid& id) {
-    const bool known = std::ranges::find(brought.items, id) != brought.items.end();
-    if (!known && on_.store.asset(id)) brought.items.push_back(id);
+    if (known.contains(id) || !on_.store.asset(id)) return;
+    known.insert(id);
+    brought.items.push_back(id);
   };
   for (const QUuid& id : itemsFromInside(data)) add(id);
   const QList<QUrl> files = filesFromOutside(data);

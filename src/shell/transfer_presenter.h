@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/records.h"
 #include "shell/item_transfer.h"
 
 #include <QObject>
@@ -56,6 +57,7 @@ class TransferPresenter : public QObject {
     std::vector<TransferItem> there;
     qsizetype missing = 0;
   };
+  std::vector<core::AssetRef> inOrder() const;
   Selected items() const;
 
   Ports on_;

@@ -7,6 +7,7 @@
 #include <array>
 
 #include "desk.h"
+#include "exchange/trash.h"
 #include "shell/settings_presenter.h"
 #include "shell/sidebar_presenter.h"
 #include "shell/welcome_presenter.h"
@@ -233,6 +234,22 @@ TEST_F(ActionsTest, InTrashAnItemIsRestoredAndNotMarked) {
   EXPECT_TRUE(actions.isEnabled(ActionId::showInFiles));
   actions.trigger(ActionId::restoreItems);
   EXPECT_FALSE(desk.store.asset(item)->isTrashed());
+}
+
+TEST_F(ActionsTest, AnItemThatGoesToTrashWhileItIsSelectedCanBeRestored) {
+  const QUuid item = makeItem();
+  desk.state.select({item});
+  ASSERT_FALSE(actions.isEnabled(ActionId::restoreItems));
+  ASSERT_TRUE(exchange::trash(desk.store, {desk.store.asset(item)}));
+  EXPECT_TRUE(actions.isEnabled(ActionId::restoreItems));
+  EXPECT_FALSE(actions.isEnabled(ActionId::moveToTrash));
+}
+
+TEST_F(ActionsTest, AJobIsNeitherAnItemNorAPicture) {
+  desk.state.select({failJob()});
+  EXPECT_TRUE(actions.isEnabled(ActionId::copyJobDetails));
+  EXPECT_FALSE(actions.isEnabled(ActionId::useAsReference));
+  EXPECT_FALSE(actions.isEnabled(ActionId::moveToTrash));
 }
 
 TEST_F(ActionsTest, GenerateReachesTheComposer) {

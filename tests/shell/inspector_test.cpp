@@ -180,5 +180,28 @@ TEST_F(InspectorTest, SeveralJobsAreNoItems) {
   EXPECT_EQ(desk.inspector.display().title, QStringLiteral("2 generations selected"));
 }
 
+TEST_F(InspectorTest, SeveralItemsOfTwoPlacesAndTwoMarksAreMixed) {
+  desk.store.context().edit(desk.store.asset(first)).projectID = base::newUuid();
+  desk.store.context().edit(desk.store.asset(second)).statusRaw = core::rawValue(core::AssetStatus::final);
+  desk.store.context().save();
+  desk.state.select({first, second});
+  const InspectorSection* shared = section(QStringLiteral("Selection"));
+  ASSERT_TRUE(shared);
+  EXPECT_EQ(value(*shared, QStringLiteral("Project")), QStringLiteral("Mixed"));
+  EXPECT_EQ(value(*shared, QStringLiteral("Status")), QStringLiteral("Mixed"));
+  EXPECT_EQ(value(*shared, QStringLiteral("Rating")), QStringLiteral("None"));
+  EXPECT_TRUE(shown.canChangeStatus);
+}
+
+TEST_F(InspectorTest, AmongSeveralItemsOneInTrashForbidsTheirMarks) {
+  desk.store.context().edit(desk.store.asset(first)).deletedAt = desk.store.now();
+  desk.store.context().save();
+  desk.state.select({first, second});
+  ASSERT_TRUE(section(QStringLiteral("Selection")));
+  EXPECT_FALSE(shown.canChangeStatus);
+  EXPECT_FALSE(shown.hasRating);
+  EXPECT_TRUE(shown.buttons.empty());
+}
+
 }  // namespace
 }  // namespace sorvan::shell
