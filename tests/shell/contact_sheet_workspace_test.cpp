@@ -6,7 +6,6 @@
 
 #include "core/history.h"
 #include "desk.h"
-#include "generation/enqueue.h"
 #include "shell/sheet_texts.h"
 
 namespace sorvan::shell {
@@ -28,29 +27,12 @@ struct ContactSheetWorkspaceTest : testing::Test {
     for (int number = 0; number < count; ++number) ids.push_back(made(QStringLiteral("a boat"))->id);
     return ids;
   }
-  // One prompt to several models at once; the comparison's id.
-  QUuid compare(int jobs) {
-    std::vector<core::GenerationRequest> requests;
-    const QUuid comparison = base::newUuid();
-    for (int order = 0; order < jobs; ++order) {
-      core::GenerationRequest request;
-      request.model = QStringLiteral("fal-ai/flux/schnell");
-      request.prompt = QStringLiteral("a boat at dusk");
-      request.size = QStringLiteral("1024x1024");
-      request.comparisonID = comparison;
-      request.comparisonOrder = order;
-      requests.push_back(request);
-    }
-    generation::enqueueRequests(desk.queue, requests, std::nullopt);
-    test::runPosted();
-    return comparison;
-  }
   std::vector<QUuid> shownIds() const { return sheet.ids(); }
 };
 
 TEST_F(ContactSheetWorkspaceTest, PlacesOfARunningComparisonShowTheirWorkAndResultsDropIntoThem) {
   desk.provider->gate.emplace();
-  const QUuid comparison = compare(3);
+  const QUuid comparison = desk.compare(3);
   sheet.open(ComparisonBatch{comparison});
   ASSERT_EQ(sheet.display().places.size(), 3u);
   EXPECT_TRUE(sheet.display().running);
@@ -76,7 +58,7 @@ TEST_F(ContactSheetWorkspaceTest, PlacesOfARunningComparisonShowTheirWorkAndResu
 TEST_F(ContactSheetWorkspaceTest, NothingIsAddedWhileAComparisonRuns) {
   const QUuid other = made(QStringLiteral("another"))->id;
   desk.provider->gate.emplace();
-  sheet.open(ComparisonBatch{compare(2)});
+  sheet.open(ComparisonBatch{desk.compare(2)});
   EXPECT_FALSE(sheet.canAdd());
   sheet.add({other});
   EXPECT_TRUE(sheet.ids().empty());
@@ -90,7 +72,7 @@ TEST_F(ContactSheetWorkspaceTest, NothingIsAddedWhileAComparisonRuns) {
 
 TEST_F(ContactSheetWorkspaceTest, AFailedPlaceOffersRetryWhichFillsIt) {
   desk.provider->failure = std::make_exception_ptr(SorvanError(QStringLiteral("The model is busy.")));
-  sheet.open(ComparisonBatch{compare(2)});
+  sheet.open(ComparisonBatch{desk.compare(2)});
   desk.settle();
   ASSERT_EQ(sheet.display().places.size(), 2u);
   const PlaceDisplay failed = sheet.display().places[0];
@@ -106,7 +88,7 @@ TEST_F(ContactSheetWorkspaceTest, AFailedPlaceOffersRetryWhichFillsIt) {
 
 TEST_F(ContactSheetWorkspaceTest, AWaitingPlaceIsCancelledWithoutTheOthers) {
   desk.provider->gate.emplace();
-  sheet.open(ComparisonBatch{compare(3)});
+  sheet.open(ComparisonBatch{desk.compare(3)});
   const PlaceDisplay waiting = sheet.display().places[2];
   EXPECT_EQ(waiting.job.action, JobAction::cancel);
   sheet.perform(waiting.job.id, waiting.job.action);

@@ -6,6 +6,7 @@
 #include "catalogue/request_for_model.h"
 #include "core/projects.h"
 #include "core/workspace_opening.h"
+#include "generation/enqueue.h"
 
 namespace sorvan::test {
 
@@ -109,6 +110,22 @@ void Desk::generate(const QString& prompt) {
   composer.editDraft(prompt);
   composer.submit();
   runPosted();
+}
+
+QUuid Desk::compare(int models) {
+  std::vector<core::GenerationRequest> requests;
+  const QUuid batch = base::newUuid();
+  for (int order = 0; order < models; ++order) {
+    core::GenerationRequest request;
+    request.model = QStringLiteral("fal-ai/flux/schnell");
+    request.prompt = QStringLiteral("a boat at dusk");
+    request.comparisonID = batch;
+    request.comparisonOrder = order;
+    requests.push_back(request);
+  }
+  generation::enqueueRequests(queue, requests, std::nullopt);
+  runPosted();
+  return batch;
 }
 
 core::JobRef Desk::newestJob() const { return store.jobs().empty() ? nullptr : store.jobs().front(); }

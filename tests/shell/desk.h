@@ -67,6 +67,8 @@ struct Desk {
   void settle();
   // Types and presses Generate; then lets the press be handled, while jobs wait at the gate.
   void generate(const QString& prompt);
+  // One prompt to so many models at once, which lets the press be handled as `generate` does; the comparison's id.
+  QUuid compare(int models);
   core::JobRef newestJob() const;
 
   TemporaryFolder folder;

@@ -2,7 +2,6 @@
 
 #include "base/json.h"
 #include "desk.h"
-#include "generation/enqueue.h"
 #include "shell/expected_price.h"
 #include "shell/prompt_names.h"
 
@@ -17,20 +16,7 @@ struct SheetWordsTest : testing::Test {
                                  return QStringLiteral("≈ %1").arg(request.comparisonOrder.value_or(0));
                                }}};
 
-  core::GenerationRequest request(int order, const QUuid& comparison) const {
-    core::GenerationRequest request;
-    request.model = QStringLiteral("fal-ai/flux/schnell");
-    request.prompt = QStringLiteral("a boat at dusk");
-    request.comparisonID = comparison;
-    request.comparisonOrder = order;
-    return request;
-  }
-  void compare() {
-    const QUuid comparison = base::newUuid();
-    generation::enqueueRequests(desk.queue, {request(0, comparison), request(1, comparison)}, std::nullopt);
-    test::runPosted();
-    sheet.open(ComparisonBatch{comparison});
-  }
+  void compare() { sheet.open(ComparisonBatch{desk.compare(2)}); }
   // A picture that was made with a reference.
   QUuid madeWith(const QString& prompt, const QString& name) {
     core::GenerationRequest recipe;

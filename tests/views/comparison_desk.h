@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "generation/enqueue.h"
 #include "shell/views/lineage_view.h"
 #include "shell/views/sheet_view.h"
 #include "views/whole_window.h"
@@ -38,21 +37,6 @@ class ComparisonDesk : public WholeWindow {
     desk.store.registerRecords({{asset}, {}, {}, {}});
     desk.clock->advance(std::chrono::seconds(1));
     return asset->id;
-  }
-  QUuid compareModels(int jobs) {
-    std::vector<core::GenerationRequest> requests;
-    const QUuid comparison = base::newUuid();
-    for (int order = 0; order < jobs; ++order) {
-      core::GenerationRequest request;
-      request.model = QStringLiteral("fal-ai/flux/schnell");
-      request.prompt = QStringLiteral("a boat at dusk");
-      request.comparisonID = comparison;
-      request.comparisonOrder = order;
-      requests.push_back(request);
-    }
-    generation::enqueueRequests(desk.queue, requests, std::nullopt);
-    test::runPosted();
-    return comparison;
   }
   template <class Kind>
   Kind* the() {

@@ -51,7 +51,7 @@ TEST_F(ComparisonPagesTest, OneAndNineItemsOfferNoSheet) {
 
 TEST_F(ComparisonPagesTest, AComparisonFromTheComposerOpensItsSheetAndResultsDropIn) {
   desk.provider->gate.emplace();
-  desk.state.openContactSheet(ComparisonBatch{compareModels(3)});
+  desk.state.openContactSheet(ComparisonBatch{desk.compare(3)});
   test::runPosted();
   ASSERT_EQ(places().count(), 3);
   SheetPlace* first = places().at(0);
@@ -71,7 +71,7 @@ TEST_F(ComparisonPagesTest, AComparisonFromTheComposerOpensItsSheetAndResultsDro
 
 TEST_F(ComparisonPagesTest, AFailedPlaceIsTriedAgainByItsButton) {
   desk.provider->failure = std::make_exception_ptr(SorvanError(u"The model is busy."_s));
-  desk.state.openContactSheet(ComparisonBatch{compareModels(2)});
+  desk.state.openContactSheet(ComparisonBatch{desk.compare(2)});
   desk.settle();
   desk.provider->failure = nullptr;
   auto* retry = named<Button>(*places().at(1), u"Retry"_s);

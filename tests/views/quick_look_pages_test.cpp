@@ -104,7 +104,7 @@ TEST_F(QuickLookPagesTest, TheMenuLooksAndOpensWhereSpaceAndEnterDo) {
 
 TEST_F(QuickLookPagesTest, AJobHasNothingToLookAt) {
   desk.provider->gate.emplace();
-  desk.state.openContactSheet(ComparisonBatch{compareModels(2)});
+  desk.state.openContactSheet(ComparisonBatch{desk.compare(2)});
   test::runPosted();
   key(Qt::Key_1);
   key(Qt::Key_Space);

@@ -80,7 +80,7 @@ TEST_F(SheetDropTest, AFileThatIsNoItemIsToldThatImportComesLater) {
 TEST_F(SheetDropTest, WhileItsComparisonRunsTheSheetSaysWhenMediaCanBeAdded) {
   const std::vector<QUuid> ids = several(1);
   desk.provider->gate.emplace();
-  desk.state.openContactSheet(ComparisonBatch{compareModels(2)});
+  desk.state.openContactSheet(ComparisonBatch{desk.compare(2)});
   test::runPosted();
   EXPECT_TRUE(drop(*items(ids)));
   EXPECT_EQ(places().count(), 2);
