@@ -33,8 +33,8 @@ class InterpretationNotSent final : public SorvanError {
 class CommandInterpreter {
  public:
   virtual ~CommandInterpreter() = default;
-  /// Sends the text under an idempotency key and waits for the end. Throws InterpretationNotSent, or another SorvanError
-  /// when the request may have been accepted.
+  /// Sends the text under an idempotency key and waits for the end. Throws InterpretationNotSent, or another
+  /// SorvanError when the request may have been accepted.
   virtual Task<Interpretation> interpret(QString text, CommandContext context, QUuid key, std::stop_token stop) = 0;
   /// What became of a request that was sent before, waited for to its end; one that failed costs nothing. Nothing when
   /// no such request has arrived yet. Throws SorvanError when that cannot be learned now.

@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 
 #include "base/ids.h"
+#include "composer/composer_models.h"
 #include "support/fake_clock.h"
 #include "support/run_task.h"
 
@@ -12,6 +13,7 @@ namespace sorvan::composer {
 namespace {
 
 using namespace std::chrono_literals;
+using test::selectable;
 
 FalModel record(const QString& id, int maxCount = 4, const QStringList& ratios = {}) {
   FalModel model;
@@ -34,22 +36,13 @@ FalModel clip(const QString& id, const QStringList& lengths) {
   return model;
 }
 
-std::vector<SelectableModel> selectable(const std::vector<FalModel>& records) {
-  std::vector<SelectableModel> models;
-  for (const FalModel& model : records) {
-    const ComparisonModel comparison{ProviderID::fal, model.option()};
-    models.push_back({modelKey(comparison), comparison, model});
-  }
-  return models;
-}
-
 const QString nano = QStringLiteral("fal-ai/nano-banana-2");
 QString key(const char* id) { return QStringLiteral("fal.ai:") + QString::fromLatin1(id); }
 bool everything(const QUuid&) { return true; }
 bool nothing(const QUuid&) { return false; }
 
 struct ComposerStateTest : testing::Test {
-  std::shared_ptr<test::FakeClock> clock = std::make_shared<test::FakeClock>();
+  std::shared_ptr<sorvan::test::FakeClock> clock = std::make_shared<sorvan::test::FakeClock>();
   ComposerState state{selectable({record(nano), record(QStringLiteral("one"), 1),
                                   record(QStringLiteral("square"), 4, {QStringLiteral("1:1")}),
                                   clip(QStringLiteral("clip"), {QStringLiteral("5"), QStringLiteral("10")}),
@@ -57,9 +50,9 @@ struct ComposerStateTest : testing::Test {
                       clock};
 
   void pass(std::chrono::milliseconds time) {
-    test::runPosted();
+    sorvan::test::runPosted();
     clock->advance(time);
-    test::runPosted();
+    sorvan::test::runPosted();
   }
 };
 
@@ -91,7 +84,7 @@ TEST_F(ComposerStateTest, ANoteLeavesAfterFiveSeconds) {
 TEST_F(ComposerStateTest, NothingThatWaitsOutlivesTheEndOfTheProgram) {
   state.report(QStringLiteral("Queued"), false);
   EXPECT_EQ(clock->sleepers(), 1);
-  test::runTask(state.drain());
+  sorvan::test::runTask(state.drain());
   EXPECT_EQ(clock->sleepers(), 0);
   EXPECT_EQ(state.message(), QStringLiteral("Queued"));
 }

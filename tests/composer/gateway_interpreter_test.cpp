@@ -74,7 +74,8 @@ TEST_F(GatewayInterpreterTest, SaysThatALostAnswerMayHaveBeenPaidFor) {
 }
 
 TEST_F(GatewayInterpreterTest, SaysThatARefusedRequestWasNotAccepted) {
-  transport->on("POST", u"v1/interpret"_s).answersJson(QJsonObject{{u"error"_s, u"Insufficient Sorvan Credits."_s}}, 402);
+  transport->on("POST", u"v1/interpret"_s)
+      .answersJson(QJsonObject{{u"error"_s, u"Insufficient Sorvan Credits."_s}}, 402);
   EXPECT_THROW(interpret(), InterpretationNotSent);
 }
 

@@ -7,18 +7,12 @@
 #include <limits>
 
 #include "generation/marked_areas_plan.h"
+#include "generation/request_builders.h"
 
 namespace sorvan::generation {
 namespace {
 
-MarkupBox box(double x, double y, double width, double height) {
-  MarkupBox box;
-  box.x = x;
-  box.y = y;
-  box.width = width;
-  box.height = height;
-  return box;
-}
+using test::box;
 
 using Levels = std::vector<std::vector<int>>;
 

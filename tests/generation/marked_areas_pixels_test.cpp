@@ -10,6 +10,7 @@
 #include "generation/marked_areas_blend.h"
 #include "generation/marked_areas_mask.h"
 #include "generation/marked_areas_pictures.h"
+#include "generation/request_builders.h"
 #include "generation/second_decoder.h"
 #include "platform/pictures.h"
 #include "support/failure_of.h"
@@ -23,15 +24,6 @@ using namespace test;
 using sorvan::test::failureOf;
 
 constexpr QSize pictureSize(90, 60);
-
-MarkupBox box(double x, double y, double width, double height) {
-  MarkupBox box;
-  box.x = x;
-  box.y = y;
-  box.width = width;
-  box.height = height;
-  return box;
-}
 
 const std::vector<MarkupBox> twoBoxes{box(0.1, 0.2, 0.4, 0.5), box(0.7, 0.6, 0.6, 0.6)};
 

@@ -8,20 +8,14 @@
 
 #include "core/image_format.h"
 #include "generation/marked_areas_run.h"
+#include "generation/request_builders.h"
 
 namespace sorvan::generation {
 namespace {
 
-const QString square = QStringLiteral("1024x1024");
+using test::box;
 
-MarkupBox box(double x, double y, double width, double height) {
-  MarkupBox box;
-  box.x = x;
-  box.y = y;
-  box.width = width;
-  box.height = height;
-  return box;
-}
+const QString square = QStringLiteral("1024x1024");
 
 MarkedPatch patch(const QRect& rect, const QString& size) {
   return {rect.x(), rect.y(), rect.width(), rect.height(), size};

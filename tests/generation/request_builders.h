@@ -29,6 +29,16 @@ inline ReferenceBinding bindingOf(const QUuid& id, const QString& label, const Q
   return binding;
 }
 
+// Shares of the picture's width and height.
+inline MarkupBox box(double x, double y, double width, double height) {
+  MarkupBox box;
+  box.x = x;
+  box.y = y;
+  box.width = width;
+  box.height = height;
+  return box;
+}
+
 inline MarkupBox markedBox(const QString& note) {
   MarkupBox box;
   box.x = box.y = 0.25;

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "base/sorvan_error.h"
 #include "platform/clip_frames.h"
 #include "platform/clips.h"
 #include "platform/sounds.h"
+#include "support/failure_of.h"
 #include "support/made_clips.h"
 #include "support/temporary_folder.h"
 
@@ -21,15 +21,6 @@ class ClipFiles : public testing::Test {
   QString made(const ClipRecipe& recipe) {
     makeClip(source, recipe);
     return source;
-  }
-  template <class Work>
-  QString failureOf(Work work) {
-    try {
-      work();
-    } catch (const SorvanError& error) {
-      return error.message();
-    }
-    return QStringLiteral("(no failure)");
   }
   TemporaryFolder folder;
   QString source = folder / QStringLiteral("source.mp4");

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/sorvan_error.h"
+#include "support/failure_of.h"
 #include "support/made_clips.h"
 #include "support/made_pictures.h"
 #include "support/temporary_folder.h"
@@ -13,16 +13,6 @@ namespace {
 using namespace sorvan::test;
 
 const QString unreadable = QStringLiteral("This clip could not be read.");
-
-template <class Work>
-QString failureOf(Work work) {
-  try {
-    work();
-  } catch (const SorvanError& error) {
-    return error.message();
-  }
-  return QStringLiteral("(no failure)");
-}
 
 class Clips : public testing::Test {
  protected:

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <QColorSpace>
 
-#include "base/sorvan_error.h"
+#include "support/failure_of.h"
 #include "support/made_pictures.h"
 #include "support/temporary_folder.h"
 
@@ -14,16 +14,6 @@ namespace {
 using namespace sorvan::test;
 
 const QString unreadable = QStringLiteral("This image could not be read.");
-
-template <class Work>
-QString failureOf(Work work) {
-  try {
-    work();
-  } catch (const SorvanError& error) {
-    return error.message();
-  }
-  return QStringLiteral("(no failure)");
-}
 
 QImage plain(QSize size, QColor colour, QImage::Format format = QImage::Format_RGB32) {
   QImage image(size, format);

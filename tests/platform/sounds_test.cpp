@@ -4,7 +4,7 @@
 
 #include <numbers>
 
-#include "base/sorvan_error.h"
+#include "support/failure_of.h"
 #include "support/made_clips.h"
 #include "support/temporary_folder.h"
 
@@ -14,16 +14,6 @@ namespace {
 using namespace sorvan::test;
 
 const QString unreadable = QStringLiteral("This sound could not be read.");
-
-template <class Work>
-QString failureOf(Work work) {
-  try {
-    work();
-  } catch (const SorvanError& error) {
-    return error.message();
-  }
-  return QStringLiteral("(no failure)");
-}
 
 std::vector<float> samplesOf(const QString& path, const SoundRange& range) {
   std::vector<float> all;

@@ -130,7 +130,7 @@ TEST_F(PromptEditTest, AScriptThatTheInterfaceHasNoFontForNamesTheOneThatDrawsIt
 TEST_F(PromptEditTest, AMegabyteWithoutABlankThatWasKeptIsBrokenAnywhere) {
   QList<QTextOption::WrapMode> laidOut;
   QObject::connect(prompt.document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, &window,
-          [&] { laidOut << prompt.wordWrapMode(); });
+                   [&] { laidOut << prompt.wordWrapMode(); });
   prompt.setDraft(QString(1 << 20, u'x'));
   test::runPosted();
   EXPECT_EQ(prompt.toPlainText().size(), 1 << 20);

@@ -8,6 +8,7 @@
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
 #include "shell/views/inspector_parts.h"
+#include "shell/views/plain_scroll_area.h"
 #include "shell/views/texts.h"
 
 namespace sorvan::views {
@@ -75,18 +76,10 @@ AlertTone toneOf(JobState state) {
 
 InspectorView::InspectorView(ThumbnailStore& thumbnails, QWidget* parent) : QWidget(parent), thumbnails_(thumbnails) {
   setAccessibleName(texts::inspectorZone());
-  auto* scroll = new QScrollArea(this);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  scroll->viewport()->setAutoFillBackground(false);
   body_ = new QWidget;
-  scroll->setWidget(body_);
-  body_->setAutoFillBackground(false);
   auto* whole = new QVBoxLayout(this);
   whole->setContentsMargins(1, 0, 0, 0);
-  whole->addWidget(scroll);
+  whole->addWidget(plainScrollArea(body_));
   auto* column = new QVBoxLayout(body_);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);

@@ -10,6 +10,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/marks_painting.h"
 #include "shell/views/painting.h"
+#include "shell/views/plain_scroll_area.h"
 #include "shell/views/texts.h"
 
 namespace sorvan::views {
@@ -106,16 +107,8 @@ void MarkPanel::build() {
   whole->setSpacing(0);
   whole->addWidget(buildHead());
   whole->addWidget(new Hairline);
-  auto* scroll = new QScrollArea;
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  scroll->viewport()->setAutoFillBackground(false);
   body_ = new QWidget;
-  body_->setAutoFillBackground(false);
-  scroll->setWidget(body_);
-  whole->addWidget(scroll, 1);
+  whole->addWidget(plainScrollArea(body_), 1);
   auto* column = new QVBoxLayout(body_);
   column->setContentsMargins(16, 14, 16, 16);
   column->setSpacing(0);

@@ -12,6 +12,7 @@
 #include "shell/views/focus_ring.h"
 #include "shell/views/key_page.h"
 #include "shell/views/labels.h"
+#include "shell/views/plain_scroll_area.h"
 #include "shell/views/sidebar_view.h"
 #include "shell/views/texts.h"
 #include "shell/views/usage_page.h"
@@ -27,15 +28,8 @@ constexpr QSize kSmallestWindow(640, 420);
 constexpr int kFrame = 28;  // the title that most desktops put over a window
 
 QScrollArea* scrolling(QWidget* contents, const QString& name) {
-  auto* area = new QScrollArea;
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area->setFocusPolicy(Qt::NoFocus);
+  QScrollArea* area = plainScrollArea(contents);
   area->setAccessibleName(name);
-  area->viewport()->setAutoFillBackground(false);
-  area->setWidget(contents);
-  contents->setAutoFillBackground(false);
   return area;
 }
 

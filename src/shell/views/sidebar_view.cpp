@@ -15,6 +15,7 @@
 #include "shell/views/icons.h"
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
+#include "shell/views/plain_scroll_area.h"
 #include "shell/views/texts.h"
 #include "shell/views/touch.h"
 
@@ -179,19 +180,11 @@ void WorkspaceButton::paintEvent(QPaintEvent*) {
 SidebarView::SidebarView(ThumbnailStore& thumbnails, QWidget* parent)
     : QWidget(parent), thumbnails_(thumbnails), workspace_(new WorkspaceButton), list_(new QWidget) {
   setAccessibleName(texts::sidebarZone());
-  auto* scroll = new QScrollArea;
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  scroll->viewport()->setAutoFillBackground(false);
-  scroll->setWidget(list_);
-  list_->setAutoFillBackground(false);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(8, 10, 9, 8);
   column->setSpacing(8);
   column->addWidget(workspace_);
-  column->addWidget(scroll, 1);
+  column->addWidget(plainScrollArea(list_), 1);
   auto* rows = new QVBoxLayout(list_);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
