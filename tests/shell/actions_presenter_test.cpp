@@ -28,21 +28,10 @@ struct ActionsTest : testing::Test {
   QSignalSpy forView{&actions, &ActionsPresenter::viewActionRequested};
 
   Presenters presenters() {
-    Presenters all;
-    all.state = &desk.state;
+    Presenters all = desk.presenters();
     all.window = &window;
     all.welcome = &welcome;
     all.sidebar = &sidebar;
-    all.gallery = &desk.gallery;
-    all.filters = &desk.filters;
-    all.jobs = &desk.jobs;
-    all.inspector = &desk.inspector;
-    all.curation = &desk.curation;
-    all.transfer = &desk.transfer;
-    all.comparison = &desk.comparison;
-    all.composer = &desk.composer;
-    all.marking = &desk.marking;
-    all.alerts = &desk.alerts;
     return all;
   }
   QUuid makeItem() {

@@ -128,6 +128,22 @@ QUuid Desk::compare(int models) {
   return batch;
 }
 
+shell::Presenters Desk::presenters() {
+  shell::Presenters all;
+  all.state = &state;
+  all.gallery = &gallery;
+  all.filters = &filters;
+  all.jobs = &jobs;
+  all.inspector = &inspector;
+  all.curation = &curation;
+  all.transfer = &transfer;
+  all.comparison = &comparison;
+  all.composer = &composer;
+  all.marking = &marking;
+  all.alerts = &alerts;
+  return all;
+}
+
 core::JobRef Desk::newestJob() const { return store.jobs().empty() ? nullptr : store.jobs().front(); }
 
 }  // namespace sorvan::test

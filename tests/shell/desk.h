@@ -26,6 +26,7 @@
 #include "shell/marking_presenter.h"
 #include "shell/model_prices.h"
 #include "shell/payment_desk.h"
+#include "shell/presenters.h"
 #include "shell/transfer_presenter.h"
 #include "shell/window_desk.h"
 #include "shell/workspace_state.h"
@@ -70,6 +71,8 @@ struct Desk {
   // One prompt to so many models at once, which lets the press be handled as `generate` does; the comparison's id.
   QUuid compare(int models);
   core::JobRef newestJob() const;
+  // Those that the desk has; whoever builds a window on them adds the rest.
+  shell::Presenters presenters();
 
   TemporaryFolder folder;
   std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();

@@ -43,27 +43,16 @@ class WholeWindow : public Dressed {
   }
 
   Presenters presenters() {
-    Presenters all;
-    all.state = &desk.state;
+    Presenters all = desk.presenters();
     all.window = &windowPresenter;
     all.welcome = &welcome;
     all.sidebar = &sidebar;
-    all.gallery = &desk.gallery;
-    all.filters = &desk.filters;
-    all.jobs = &desk.jobs;
-    all.inspector = &desk.inspector;
-    all.curation = &desk.curation;
-    all.comparison = &desk.comparison;
     all.savedReferences = &saved;
     all.costs = &costs;
     all.updates = &updates;
-    all.transfer = &desk.transfer;
-    all.composer = &desk.composer;
-    all.marking = &desk.marking;
     all.account = &account;
     all.settings = &settings;
     all.health = &health;
-    all.alerts = &desk.alerts;
     all.actions = actions.get();
     return all;
   }
