@@ -7,6 +7,21 @@
 
 namespace sorvan::shell {
 
+PayChoicesDisplay payChoicesOf(const account::AccountStore& store, const account::BillingState& billing,
+                               const account::ProviderSettings& keys) {
+  PayChoicesDisplay choices;
+  choices.offered = billing.ownKeyAllowed();
+  choices.ownKeyPays = !billing.creditsChosen();
+  choices.credits = account::texts::creditsEntry();
+  choices.creditsHelp = account::texts::creditsEntryHelp();
+  if (store.info()) choices.creditsBalance = catalogue::creditsCounted(store.info()->credits.available);
+  choices.key = account::texts::keyEntry();
+  choices.keyHelp = account::texts::keyEntryHelp();
+  const auto problem = account::PayWithMenu::whyKeyDoesNotCount(keys.saved(), store.signedIn(), choices.offered);
+  choices.keyProblem = problem.value_or(QString());
+  return choices;
+}
+
 AccountPaymentDesk::AccountPaymentDesk(account::AccountStore& account, account::BillingState& billing,
                                        const account::ProviderSettings& keys, QObject* parent)
     : PaymentDesk(parent), account_(account), billing_(billing), keys_(keys) {
@@ -48,33 +63,21 @@ void AccountPaymentDesk::learnPrices(const QStringList& models) {
 PayWithDisplay AccountPaymentDesk::payWithDisplay(const core::GenerationRequest& request,
                                                   const catalogue::FalModel* model,
                                                   std::optional<double> dollars) const {
-  PayWithDisplay display;
-  const core::PayWith payer = billing_.billing().payWith;
-  display.offered = offersChoice();
-  display.ownKeyPays = payer == core::PayWith::ownKey;
-  display.keyProblem = whyKeyDoesNotCount().value_or(QString());
+  PayWithDisplay display{payChoicesOf(account_, billing_, keys_)};
   display.account = account::texts::accountEntry();
   if (!display.offered) {
     if (!display.keyProblem.isEmpty()) display.label = texts::keyNotUsed();
     display.help = display.keyProblem;
     return display;
   }
+  const core::PayWith payer = billing_.billing().payWith;
   display.label = account::PayWithMenu::label(payer);
   display.help = account::PayWithMenu::help(payer);
-  display.credits = account::texts::creditsEntry();
-  display.creditsHelp = account::texts::creditsEntryHelp();
-  if (account_.info()) display.creditsBalance = catalogue::creditsCounted(account_.info()->credits.available);
-  display.key = account::texts::keyEntry();
-  display.keyHelp = account::texts::keyEntryHelp();
   account::PayingWithLine line{std::nullopt, dollars, request.count, &request, model};
   if (model) line.model = model->id;
   display.line = line.text(billing_);
   display.lineHelp = account::PayingWithLine::help(billing_);
   return display;
-}
-
-std::optional<QString> AccountPaymentDesk::whyKeyDoesNotCount() const {
-  return account::PayWithMenu::whyKeyDoesNotCount(keys_.saved(), account_.signedIn(), billing_.ownKeyAllowed());
 }
 
 }  // namespace sorvan::shell

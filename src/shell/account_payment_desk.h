@@ -11,6 +11,10 @@
 
 namespace sorvan::shell {
 
+// The two ways to pay, and which of them pays as things stand.
+PayChoicesDisplay payChoicesOf(const account::AccountStore& store, const account::BillingState& billing,
+                               const account::ProviderSettings& keys);
+
 // Main thread. What it is made of outlives it; await `drain` before it is destroyed.
 class AccountPaymentDesk final : public PaymentDesk {
   Q_OBJECT
@@ -36,8 +40,6 @@ class AccountPaymentDesk final : public PaymentDesk {
 
   PayWithDisplay payWithDisplay(const core::GenerationRequest& request, const catalogue::FalModel* model,
                                 std::optional<double> dollars) const override;
-  // Why the key that is saved pays for nothing as things stand; nothing when it counts or when there is none.
-  std::optional<QString> whyKeyDoesNotCount() const;
 
   Task<> drain() { return tasks_.drain(); }
 

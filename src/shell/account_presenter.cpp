@@ -5,6 +5,7 @@
 #include "catalogue/credits_operation.h"
 #include "catalogue/gateway_address.h"
 #include "shell/account_page_texts.h"
+#include "shell/account_payment_desk.h"
 
 namespace sorvan::shell {
 
@@ -122,22 +123,7 @@ BadgeDisplay AccountPresenter::badge() const {
   return {true, available, account::balanceHelp(available)};
 }
 
-PayChoicesDisplay AccountPresenter::payChoices() const {
-  PayChoicesDisplay choices;
-  choices.offered = on.billing.ownKeyAllowed();
-  choices.ownKeyPays = !on.billing.creditsChosen();
-  choices.title = texts::payWithTitle();
-  choices.credits = account::texts::creditsEntry();
-  if (on.account.info())
-    choices.creditsBalance = catalogue::creditsCounted(on.account.info()->credits.available);
-  choices.creditsHelp = account::texts::creditsEntryHelp();
-  choices.key = account::texts::keyEntry();
-  choices.keyHelp = account::texts::keyEntryHelp();
-  choices.keyDoesNotCount =
-      account::PayWithMenu::whyKeyDoesNotCount(on.keys.saved(), on.account.signedIn(), on.billing.ownKeyAllowed())
-          .value_or(QString());
-  return choices;
-}
+PayChoicesDisplay AccountPresenter::payChoices() const { return payChoicesOf(on.account, on.billing, on.keys); }
 
 QString AccountPresenter::balanceText(double microcredits) {
   return catalogue::creditsDisplay(static_cast<std::int64_t>(account::shownMicrocredits(microcredits)));

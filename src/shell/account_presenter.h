@@ -4,6 +4,7 @@
 #include "account/billing_state.h"
 #include "account/provider_settings.h"
 #include "shell/account_displays.h"
+#include "shell/pay_with_display.h"
 #include "shell/room.h"
 
 #include <QObject>
@@ -72,16 +73,6 @@ struct BadgeDisplay {
   bool shown = false;
   std::int64_t microcredits = 0;
   QString help;
-};
-
-// Who pays, as it is chosen on the page of the key.
-struct PayChoicesDisplay {
-  bool offered = false;  // only somebody whose account takes an own key has the choice
-  bool ownKeyPays = false;
-  QString title;
-  QString credits, creditsBalance, creditsHelp;
-  QString key, keyHelp;
-  QString keyDoesNotCount;  // why a key that is saved is not used; empty when it is
 };
 
 // Everything of the account and its credits that a window shows. Main thread.

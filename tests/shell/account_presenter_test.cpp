@@ -346,7 +346,7 @@ TEST_F(AccountPresenterTest, SignsOutWithoutANetworkToo) {
 TEST_F(AccountPresenterTest, OffersTheChoiceOfWhoPaysOnlyWhereTheAccountAllowsIt) {
   EXPECT_FALSE(presenter.payChoices().offered);
   signIn(me());
-  PayChoicesDisplay choices = presenter.payChoices();
+  const PayChoicesDisplay choices = presenter.payChoices();
   EXPECT_TRUE(choices.offered);
   EXPECT_TRUE(choices.ownKeyPays);
   EXPECT_EQ(choices.creditsBalance, u"1,240 credits"_s);
@@ -356,18 +356,18 @@ TEST_F(AccountPresenterTest, OffersTheChoiceOfWhoPaysOnlyWhereTheAccountAllowsIt
 }
 
 TEST_F(AccountPresenterTest, SaysWhyASavedKeyDoesNotCount) {
-  EXPECT_EQ(presenter.payChoices().keyDoesNotCount, QString());
+  EXPECT_EQ(presenter.payChoices().keyProblem, QString());
   provider.save(u"abc"_s);
   runTask(provider.whenIdle());
-  EXPECT_TRUE(presenter.payChoices().keyDoesNotCount.contains(u"Sign in under Settings → Account"_s));
+  EXPECT_TRUE(presenter.payChoices().keyProblem.contains(u"Sign in under Settings → Account"_s));
   features = {};
   signIn(me());
-  EXPECT_TRUE(presenter.payChoices().keyDoesNotCount.contains(u"Sorvan Credits only"_s));
+  EXPECT_TRUE(presenter.payChoices().keyProblem.contains(u"Sorvan Credits only"_s));
   features = {u"byok"_s};
   transport->on("GET", u"v1/me"_s).answersJson(me()).repeating();
   presenter.refresh();
   idle();
-  EXPECT_EQ(presenter.payChoices().keyDoesNotCount, QString());
+  EXPECT_EQ(presenter.payChoices().keyProblem, QString());
 }
 
 TEST_F(AccountPresenterTest, RefusesABadServiceAddressAndKeepsTheOldOne) {

@@ -4,15 +4,12 @@
 #include <QWidget>
 
 #include "shell/account_presenter.h"
+#include "shell/views/pay_choice.h"
 #include "shell/views/room.h"
-
-class QRadioButton;
 
 namespace sorvan::views {
 
-class Label;
 class NoticeSlot;
-class Paragraph;
 
 // Two choices where the account allows them; where it does not, why a key that is saved is not used.
 class PayChoices final : public QWidget {
@@ -22,17 +19,14 @@ class PayChoices final : public QWidget {
   explicit PayChoices(AccountPresenter& account, QWidget* parent = nullptr);
 
  private:
-  void addChoice(QRadioButton* button, Paragraph* help, bool ownKey);
+  PayChoice offer(core::PayWith payer);
   void refresh();
 
   AccountPresenter& account_;
   NoticeSlot* reason_;
   QWidget* choices_;
-  Label* title_;
-  QRadioButton* credits_;
-  Paragraph* creditsHelp_;
-  QRadioButton* key_;
-  Paragraph* keyHelp_;
+  PayChoice credits_;
+  PayChoice key_;
 };
 
 }  // namespace sorvan::views

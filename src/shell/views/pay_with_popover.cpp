@@ -5,14 +5,13 @@
 
 #include "shell/views/controls.h"
 #include "shell/views/labels.h"
+#include "shell/views/pay_choice.h"
 
 namespace sorvan::views {
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 constexpr int kWidth = 340;
-constexpr int kBesideTheDot = 24;
-}  // namespace
+}
 
 PayWithPopover::PayWithPopover(ComposerPresenter& composer, QWidget* parent)
     : Popover(composer.display().payer, parent), composer_(composer) {
@@ -23,9 +22,9 @@ PayWithPopover::PayWithPopover(ComposerPresenter& composer, QWidget* parent)
   column->setSpacing(0);
   if (!display.keyProblem.isEmpty()) column->addWidget(new Paragraph(display.keyProblem));
   if (display.offered) {
-    addChoice(*column, false);
+    addChoice(*column, core::PayWith::credits);
     column->addSpacing(8);
-    addChoice(*column, true);
+    addChoice(*column, core::PayWith::ownKey);
   }
   column->addSpacing(10);
   if (display.offered && !display.line.isEmpty()) {
@@ -39,20 +38,11 @@ PayWithPopover::PayWithPopover(ComposerPresenter& composer, QWidget* parent)
   addAccountButton(*column);
 }
 
-void PayWithPopover::addChoice(QVBoxLayout& column, bool ownKey) {
-  const PayWithDisplay display = composer_.display().payWith;
-  const QString title = ownKey ? display.key : display.credits;
-  auto* choice = new QRadioButton(title);
-  if (!ownKey && !display.creditsBalance.isEmpty()) choice->setText(title + u" · "_s + display.creditsBalance);
-  choice->setAccessibleName(title);
-  choice->setAccessibleDescription(ownKey ? display.keyHelp : display.creditsHelp);
-  choice->setChecked(ownKey == display.ownKeyPays);
-  auto* help = new Paragraph(choice->accessibleDescription(), Type::small, &Colors::textTertiary);
-  help->setContentsMargins(kBesideTheDot, 0, 0, 0);
-  column.addWidget(choice);
-  column.addWidget(help);
-  connect(choice, &QRadioButton::clicked, this, [this, ownKey] {
-    composer_.payWithOwnKey(ownKey);
+void PayWithPopover::addChoice(QVBoxLayout& column, core::PayWith payer) {
+  const PayChoice choice = addPayChoice(column, payer);
+  choice.show(composer_.display().payWith);
+  connect(choice.button, &QRadioButton::clicked, this, [this, payer] {
+    composer_.payWithOwnKey(payer == core::PayWith::ownKey);
     dismiss();
   });
 }

@@ -1,6 +1,7 @@
 // Who pays, chosen in the composer.
 #pragma once
 
+#include "core/billing.h"
 #include "shell/composer_presenter.h"
 #include "shell/views/popover.h"
 
@@ -16,7 +17,7 @@ class PayWithPopover final : public Popover {
   explicit PayWithPopover(ComposerPresenter& composer, QWidget* parent = nullptr);
 
  private:
-  void addChoice(QVBoxLayout& column, bool ownKey);
+  void addChoice(QVBoxLayout& column, core::PayWith payer);
   void addAccountButton(QVBoxLayout& column);
 
   ComposerPresenter& composer_;
