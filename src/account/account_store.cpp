@@ -226,6 +226,14 @@ void AccountStore::forgetCheckout() {
   Q_EMIT changed();
 }
 
+void AccountStore::stopWatching() {
+  if (!watching) return;
+  ++watchNumber;
+  watching = false;
+  if (line == texts::checkoutOpened()) line.reset();
+  Q_EMIT changed();
+}
+
 void AccountStore::forgetArrival() {
   arrival.reset();
   arrivedAmount = 0;

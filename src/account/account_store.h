@@ -76,6 +76,9 @@ class AccountStore : public QObject {
   void subscribe(const QString& plan);
   /// Lets the next purchase open a page of its own: for one that has expired.
   void forgetCheckout();
+  /// Ends the watch of a purchase and nothing else: the purchase goes on under its key, and one that is paid for lands
+  /// when the account is read the next time.
+  void stopWatching();
   void forgetArrival();
   /// An empty text goes back to the compiled-in gateway; a bad one is told and not kept.
   void setGateway(const QString& text);

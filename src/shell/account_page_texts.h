@@ -34,6 +34,10 @@ inline QString waitingForPayment() { return QStringLiteral("Waiting for the paym
 inline QString openCheckoutAgain() { return QStringLiteral("Open Checkout Again"); }
 inline QString newCheckout() { return QStringLiteral("Start a New Checkout"); }
 inline QString newCheckoutHint() { return QStringLiteral("Start a new checkout if the page has expired."); }
+inline QString stopWaiting() { return QStringLiteral("Stop Waiting"); }
+inline QString stopWaitingHelp() {
+  return QStringLiteral("Only the waiting ends. What is paid for is added to your credits all the same.");
+}
 inline QString browserFailed(const QString& address) {
   return QStringLiteral("Your browser could not be opened. Open this address in it: %1").arg(address);
 }

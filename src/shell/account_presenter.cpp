@@ -74,6 +74,8 @@ PurchaseDisplay AccountPresenter::purchase() const {
   shown.arrived = on.account.arrived().value_or(QString());
   if (!on.account.watchesPurchase() || planHasBegun()) return shown;
   shown.waiting = texts::waitingForPayment();
+  shown.stop = texts::stopWaiting();
+  shown.stopHelp = texts::stopWaitingHelp();
   if (!purchase_) return shown;
   shown.openAgain = texts::openCheckoutAgain();
   shown.newCheckout = texts::newCheckout();
@@ -208,6 +210,8 @@ void AccountPresenter::startNewCheckout() {
   on.account.forgetCheckout();
   buy(purchase_->kind, QString(purchase_->offer));
 }
+
+void AccountPresenter::stopWaiting() { on.account.stopWatching(); }
 
 void AccountPresenter::forgetArrival() { on.account.forgetArrival(); }
 

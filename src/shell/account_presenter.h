@@ -36,6 +36,8 @@ struct PurchaseDisplay {
   QString openAgain;
   QString newCheckout;
   QString newCheckoutHint;
+  QString stop;  // “Stop Waiting”
+  QString stopHelp;
   QString arrived;  // “500 credits added”; empty when nothing has landed
 };
 
@@ -114,6 +116,8 @@ class AccountPresenter : public QObject {
   void openCheckoutAgain();
   // Another page for the same purchase, for one that has expired.
   void startNewCheckout();
+  // Ends the waiting for a payment, never the payment.
+  void stopWaiting();
   void forgetArrival();
   void writeToSupport();
   void openKeyPage();

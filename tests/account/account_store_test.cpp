@@ -305,6 +305,31 @@ TEST_F(AccountStoreTest, OpensTheSamePageForTheSameClickAndWatchesForThePurchase
   EXPECT_EQ(keyOf(transport->requests(u"v1/checkout"_s).at(0)), (key + u":p500"_s).toUtf8());
 }
 
+TEST_F(AccountStoreTest, WaitingIsGivenUpByHandAndWhatIsPaidForLandsAllTheSame) {
+  signedIn();
+  clock->passSleeps(false);
+  transport->on("POST", u"v1/checkout"_s)
+      .answersJson(QJsonObject{{u"checkout_url"_s, u"https://checkout.sorvan.app/c/1"_s}});
+  account().stopWatching();
+  EXPECT_FALSE(account().watchesPurchase()) << "there was none";
+  account().buyPack(u"p500"_s);
+  test::runUntil([&] { return !account().busy(); });
+  const QString key = account().purchaseKey();
+  account().stopWatching();
+  EXPECT_FALSE(account().watchesPurchase());
+  EXPECT_FALSE(account().message());
+  EXPECT_EQ(account().purchaseKey(), key) << "the purchase is what it was";
+  const auto asked = transport->requests(u"v1/me"_s).size();
+  clock->advance(std::chrono::seconds(4));
+  idle();
+  EXPECT_EQ(transport->requests(u"v1/me"_s).size(), asked);
+  transport->on("GET", u"v1/me"_s).answersJson(me(500'000'000)).repeating();
+  account().refresh();
+  idle();
+  EXPECT_EQ(account().arrived(), u"500 credits added"_s);
+  EXPECT_NE(account().purchaseKey(), key);
+}
+
 TEST_F(AccountStoreTest, UsesOneKeyForEachPackUntilThePaymentLands) {
   signedIn();
   clock->passSleeps(false);

@@ -244,6 +244,21 @@ TEST_F(AccountPresenterTest, OpensThePageToPayOnInTheBrowserAndWaits) {
   EXPECT_EQ(transport->posts(u"v1/checkout"_s), 1);
 }
 
+TEST_F(AccountPresenterTest, WaitingEndsByHandAndTheSameClickOpensTheSamePage) {
+  signIn(me());
+  buyPack();
+  EXPECT_EQ(presenter.page().purchase.stop, u"Stop Waiting"_s);
+  presenter.stopWaiting();
+  EXPECT_TRUE(presenter.page().purchase.waiting.isEmpty());
+  EXPECT_TRUE(presenter.page().purchase.stop.isEmpty());
+  EXPECT_TRUE(presenter.page().message.isEmpty());
+  buyPack();
+  EXPECT_FALSE(presenter.page().purchase.waiting.isEmpty());
+  const auto asked = transport->requests(u"v1/checkout"_s);
+  ASSERT_EQ(asked.size(), 2u);
+  EXPECT_EQ(keyOf(asked[0]), keyOf(asked[1])) << "it is one purchase";
+}
+
 TEST_F(AccountPresenterTest, APlanIsWaitedForUntilTheAccountHasIt) {
   QJsonObject account = me();
   account[u"plan"_s] = u"free"_s;

@@ -147,6 +147,21 @@ TEST_F(AccountPageTest, ABuyButtonOpensThePageToPayOn) {
   EXPECT_NE(visible<Button>(u"Start a New Checkout"_s), nullptr);
 }
 
+TEST_F(AccountPageTest, StopWaitingTakesTheWaitingAway) {
+  signIn();
+  gateway->on("POST", u"v1/checkout"_s)
+      .answersJson(QJsonObject{{u"checkout_url"_s, u"https://checkout.sorvan.app/c/1"_s}});
+  press(u"Buy 500 credits for $5"_s);
+  test::runUntil([this] { return !accountStore.busy(); });
+  QApplication::setActiveWindow(&settingsWindow());
+  test::runPosted();
+  EXPECT_EQ(test::keyboardFaults(settingsWindow()).join(u'\n').toStdString(), "");
+  press(u"Stop Waiting"_s);
+  EXPECT_FALSE(says(u"Waiting for the payment…"_s));
+  EXPECT_EQ(visible<Button>(u"Stop Waiting"_s), nullptr);
+  EXPECT_NE(visible<Button>(u"Buy 500 credits for $5"_s), nullptr);
+}
+
 TEST_F(AccountPageTest, EveryControlHasANameAndIsReachedByKeysAndEveryTextIsReadable) {
   for (const bool isSignedIn : {false, true}) {
     if (isSignedIn) signIn();

@@ -176,9 +176,12 @@ QWidget* CreditOffers::purchaseRow() {
   openAgain_->setControlSize(ControlSize::compact);
   newCheckout_ = new Button({}, ButtonVariant::quiet);
   newCheckout_->setControlSize(ControlSize::compact);
+  stop_ = new Button({}, ButtonVariant::quiet);
+  stop_->setControlSize(ControlSize::compact);
   hint_ = new Paragraph({}, Type::small, &Colors::textTertiary);
   connect(openAgain_, &Button::clicked, &account_, &AccountPresenter::openCheckoutAgain);
   connect(newCheckout_, &Button::clicked, &account_, &AccountPresenter::startNewCheckout);
+  connect(stop_, &Button::clicked, &account_, &AccountPresenter::stopWaiting);
   auto* card = new Card;
   auto* column = new QVBoxLayout(card);
   column->setContentsMargins(12, 8, 12, 8);
@@ -190,7 +193,11 @@ QWidget* CreditOffers::purchaseRow() {
   row->addWidget(openAgain_);
   row->addWidget(newCheckout_);
   column->addLayout(row);
-  column->addWidget(hint_);
+  auto* below = new QHBoxLayout;
+  below->setSpacing(8);
+  below->addWidget(hint_, 1);
+  below->addWidget(stop_, 0, Qt::AlignRight);
+  column->addLayout(below);
   return card;
 }
 
@@ -214,6 +221,9 @@ void CreditOffers::showPurchase(const AccountPageDisplay& page) {
   openAgain_->setVisible(!purchase.openAgain.isEmpty());
   newCheckout_->setText(purchase.newCheckout);
   newCheckout_->setVisible(!purchase.newCheckout.isEmpty());
+  stop_->setText(purchase.stop);
+  stop_->setToolTip(purchase.stopHelp);
+  stop_->setAccessibleDescription(purchase.stopHelp);
   hint_->setParagraph(purchase.newCheckoutHint);
   hint_->setVisible(!purchase.newCheckoutHint.isEmpty());
 }

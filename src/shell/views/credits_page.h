@@ -59,6 +59,7 @@ class CreditOffers final : public QWidget {
   Label* waiting_;
   Button* openAgain_;
   Button* newCheckout_;
+  Button* stop_;
   Paragraph* hint_;
   QVBoxLayout* offers_;
   Paragraph* noPacks_;
