@@ -34,44 +34,64 @@ QString textOf(AtspiAccessible* accessible) {
   return result;
 }
 
-Control read(AtspiAccessible* accessible, AtspiStateSet* states) {
+// Every question is a journey to the program and back, so no more is asked of a control than who it is until it is wanted.
+struct Met {
+  AtspiAccessible* accessible;
+  AtspiStateSet* states;
+  QString role;
+  QString name;
+};
+
+Control read(const Met& met) {
   Control control;
-  control.role = taken(atspi_accessible_get_role_name(accessible, nullptr));
-  control.name = taken(atspi_accessible_get_name(accessible, nullptr));
-  control.text = textOf(accessible);
-  control.place = placeOf(accessible);
-  control.showing = has(states, ATSPI_STATE_SHOWING);
-  control.enabled = has(states, ATSPI_STATE_ENABLED) || has(states, ATSPI_STATE_SENSITIVE);
-  control.focused = has(states, ATSPI_STATE_FOCUSED);
-  control.focusable = has(states, ATSPI_STATE_FOCUSABLE);
-  if (AtspiAction* action = atspi_accessible_get_action_iface(accessible)) {
+  control.role = met.role;
+  control.name = met.name;
+  control.text = textOf(met.accessible);
+  control.place = placeOf(met.accessible);
+  control.showing = has(met.states, ATSPI_STATE_SHOWING);
+  control.enabled = has(met.states, ATSPI_STATE_ENABLED) || has(met.states, ATSPI_STATE_SENSITIVE);
+  control.focused = has(met.states, ATSPI_STATE_FOCUSED);
+  control.focusable = has(met.states, ATSPI_STATE_FOCUSABLE);
+  if (AtspiAction* action = atspi_accessible_get_action_iface(met.accessible)) {
     control.actions = atspi_action_get_n_actions(action, nullptr);
     g_object_unref(action);
   }
   return control;
 }
 
-using Found = std::function<void(AtspiAccessible*, const Control&)>;
+// What is done at each control; false ends the walk.
+using Visit = std::function<bool(const Met&)>;
 
-void walk(AtspiAccessible* accessible, const Found& found, int depth) {
-  if (!accessible || depth > 40) return;
-  AtspiStateSet* states = atspi_accessible_get_state_set(accessible);
-  const bool showing = states && (depth < 2 || has(states, ATSPI_STATE_SHOWING));
-  if (showing) {
-    found(accessible, read(accessible, states));
-    const gint children = atspi_accessible_get_child_count(accessible, nullptr);
-    for (gint i = 0; i < children && i < 2000; ++i) {
-      AtspiAccessible* child = atspi_accessible_get_child_at_index(accessible, i, nullptr);
-      walk(child, found, depth + 1);
-      if (child) g_object_unref(child);
-    }
+bool walk(AtspiAccessible* accessible, const Visit& visit, int depth);
+
+bool walkChildren(AtspiAccessible* accessible, const Visit& visit, int depth) {
+  bool goesOn = true;
+  const gint children = atspi_accessible_get_child_count(accessible, nullptr);
+  for (gint i = 0; goesOn && i < children && i < 2000; ++i) {
+    AtspiAccessible* child = atspi_accessible_get_child_at_index(accessible, i, nullptr);
+    goesOn = walk(child, visit, depth);
+    if (child) g_object_unref(child);
   }
-  if (states) g_object_unref(states);
+  return goesOn;
 }
 
-bool matches(const Control& control, const Wanted& wanted) {
-  if (!wanted.role.isEmpty() && control.role != wanted.role) return false;
-  return wanted.prefix ? control.name.startsWith(wanted.name) : control.name == wanted.name;
+bool walk(AtspiAccessible* accessible, const Visit& visit, int depth) {
+  if (!accessible || depth > 40) return true;
+  AtspiStateSet* states = atspi_accessible_get_state_set(accessible);
+  const bool showing = states && (depth < 2 || has(states, ATSPI_STATE_SHOWING));
+  bool goesOn = true;
+  if (showing) {
+    goesOn = visit({accessible, states, taken(atspi_accessible_get_role_name(accessible, nullptr)),
+                    taken(atspi_accessible_get_name(accessible, nullptr))}) &&
+             walkChildren(accessible, visit, depth + 1);
+  }
+  if (states) g_object_unref(states);
+  return goesOn;
+}
+
+bool matches(const Met& met, const Wanted& wanted) {
+  if (!wanted.role.isEmpty() && met.role != wanted.role) return false;
+  return wanted.prefix ? met.name.startsWith(wanted.name) : met.name == wanted.name;
 }
 
 }  // namespace
@@ -81,16 +101,17 @@ Accessibility::~Accessibility() = default;
 
 namespace {
 
-void walkProgram(const Found& found) {
+void walkProgram(const Visit& visit) {
   AtspiAccessible* desktop = atspi_get_desktop(0);
   if (!desktop) return;
   atspi_accessible_clear_cache(desktop);
   const gint programs = atspi_accessible_get_child_count(desktop, nullptr);
-  for (gint i = 0; i < programs; ++i) {
+  bool goesOn = true;
+  for (gint i = 0; goesOn && i < programs; ++i) {
     AtspiAccessible* program = atspi_accessible_get_child_at_index(desktop, i, nullptr);
     if (!program) continue;
     atspi_accessible_clear_cache(program);
-    if (taken(atspi_accessible_get_name(program, nullptr)).contains(u"orvan"_qs)) walk(program, found, 0);
+    if (taken(atspi_accessible_get_name(program, nullptr)).contains(u"orvan"_qs)) goesOn = walk(program, visit, 0);
     g_object_unref(program);
   }
   g_object_unref(desktop);
@@ -108,14 +129,18 @@ bool press(AtspiAccessible* accessible) {
 
 std::vector<Control> Accessibility::controls() const {
   std::vector<Control> found;
-  walkProgram([&found](AtspiAccessible*, const Control& control) { found.push_back(control); });
+  walkProgram([&found](const Met& met) {
+    found.push_back(read(met));
+    return true;
+  });
   return found;
 }
 
 bool Accessibility::visit(const Wanted& wanted, const std::function<bool(AtspiAccessible*)>& deed) const {
   bool done = false;
-  walkProgram([&](AtspiAccessible* accessible, const Control& control) {
-    if (!done && matches(control, wanted)) done = deed(accessible);
+  walkProgram([&](const Met& met) {
+    if (matches(met, wanted)) done = deed(met.accessible);
+    return !done;
   });
   return done;
 }
@@ -133,14 +158,22 @@ bool Accessibility::write(const Wanted& wanted, const QString& text) const {
 }
 
 std::optional<Control> Accessibility::find(const Wanted& wanted) const {
-  for (const Control& control : controls())
-    if (matches(control, wanted) && control.place.isValid()) return control;
-  return std::nullopt;
+  std::optional<Control> found;
+  walkProgram([&](const Met& met) {
+    if (!matches(met, wanted)) return true;
+    Control control = read(met);
+    if (control.place.isValid()) found = std::move(control);
+    return !found;
+  });
+  return found;
 }
 
 int Accessibility::count(const Wanted& wanted) const {
   int number = 0;
-  for (const Control& control : controls()) number += matches(control, wanted) ? 1 : 0;
+  walkProgram([&](const Met& met) {
+    number += matches(met, wanted) ? 1 : 0;
+    return true;
+  });
   return number;
 }
 

@@ -10,6 +10,7 @@
 #include <QImage>
 #include <QSet>
 #include <stdexcept>
+#include <utility>
 
 namespace tour {
 namespace {
@@ -35,7 +36,10 @@ bool within(int seconds, const std::function<bool()>& test) {
 constexpr int jobMilliseconds = 1200;
 
 Tourist::Tourist(QSize size, QString picturePrefix)
-    : desktop_(size), prefix_(std::move(picturePrefix)), sandbox_({jobMilliseconds, {}, {}}) {}
+    : desktop_(size),
+      prefix_(std::move(picturePrefix)),
+      pointer_(size.width() / 2, size.height() / 2),  // where the display puts it first
+      sandbox_({jobMilliseconds, {}, {}}) {}
 
 Tourist::~Tourist() {
   if (program_) killProgram();
@@ -107,28 +111,43 @@ void Tourist::click(const Wanted& wanted) {
   // What moves while the pointer is on its way, as the dock does when a message leaves it, is followed.
   for (QPoint place = waitFor(wanted).place.center(); middle != place; place = waitFor(wanted).place.center()) {
     middle = place;
-    xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(middle.x()), QString::number(middle.y())});
+    arriveAt(middle);
   }
   xdotool({u"click"_qs, u"1"_qs});
 }
 
+void Tourist::clickAt(QPoint point) {
+  arriveAt(point);
+  xdotool({u"click"_qs, u"1"_qs});
+}
+
 void Tourist::doubleClick(const Wanted& wanted) {
-  const QPoint middle = waitFor(wanted).place.center();
-  xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(middle.x()), QString::number(middle.y()), u"click"_qs,
-           u"--repeat"_qs, u"2"_qs, u"--delay"_qs, u"60"_qs, u"1"_qs});
+  arriveAt(waitFor(wanted).place.center());
+  xdotool({u"click"_qs, u"--repeat"_qs, u"2"_qs, u"--delay"_qs, u"60"_qs, u"1"_qs});
 }
 
 void Tourist::drag(QPoint from, QPoint to) {
-  const QPoint middle = (from + to) / 2;
-  const auto at = [](QPoint point) { return QStringList{QString::number(point.x()), QString::number(point.y())}; };
-  const QStringList move{u"mousemove"_qs, u"--sync"_qs};
-  xdotool(move + at(from));
-  xdotool(QStringList{u"mousedown"_qs, u"1"_qs} + move + at(middle) + move + at(to) +
-          QStringList{u"mouseup"_qs, u"1"_qs});
+  moveTo(from);
+  QStringList all{u"mousedown"_qs, u"1"_qs};
+  all += moving((from + to) / 2);
+  all += moving(to);
+  xdotool(all + QStringList{u"mouseup"_qs, u"1"_qs});
+}
+
+// What brings the pointer to a point; nothing when it is there: xdotool would wait 15 seconds for it to leave its place.
+QStringList Tourist::moving(QPoint point) {
+  if (std::exchange(pointer_, point) == point) return {};
+  return {u"mousemove"_qs, u"--sync"_qs, QString::number(point.x()), QString::number(point.y())};
 }
 
 void Tourist::moveTo(QPoint point) {
-  xdotool({u"mousemove"_qs, u"--sync"_qs, QString::number(point.x()), QString::number(point.y())});
+  if (const QStringList move = moving(point); !move.isEmpty()) xdotool(move);
+}
+
+// Comes from beside it where the pointer is there already: two presses at one place would be a double click.
+void Tourist::arriveAt(QPoint point) {
+  if (pointer_ == point) moveTo(point - QPoint(12, 0));
+  moveTo(point);
 }
 
 void Tourist::moveSlowly(QPoint from, QPoint to) {
@@ -141,6 +160,14 @@ void Tourist::carry(QPoint from, QPoint to) {
   moveTo(from);
   xdotool({u"mousedown"_qs, u"1"_qs});
   moveSlowly(from, to);
+  xdotool({u"mouseup"_qs, u"1"_qs});
+}
+
+void Tourist::carryOver(QPoint from, QPoint rest, const Wanted& target) {
+  moveTo(from);
+  xdotool({u"mousedown"_qs, u"1"_qs});
+  moveSlowly(from, rest);
+  moveSlowly(pointer_, waitFor(target).place.center());
   xdotool({u"mouseup"_qs, u"1"_qs});
 }
 
@@ -187,22 +214,39 @@ void Tourist::xdotool(const QStringList& arguments) {
     throw std::runtime_error(("xdotool failed: " + process.readAllStandardError()).toStdString());
 }
 
-int Tourist::picture(const QString& name) {
+QImage Tourist::screen() {
   // The tour itself has no connection to the display: the screen is read by a program of its own.
-  const QString file = desktop_.home() + u"/screen.png"_qs;
+  const QString file = desktop_.home() + u"/screen.bmp"_qs;
   QProcess process;
   process.setProcessEnvironment(desktop_.environment());
   process.start(u"import"_qs, {u"-window"_qs, u"root"_qs, file});
   if (!process.waitForFinished(20000) || process.exitCode() != 0)
     throw std::runtime_error(("no picture of the screen: " + process.readAllStandardError()).toStdString());
-  const QImage screen(file);
-  QSet<QRgb> colours;
-  for (int y = 0; y < screen.height(); y += 16)
-    for (int x = 0; x < screen.width(); x += 16) colours.insert(screen.pixel(x, y));
+  return QImage(file);
+}
+
+// What fades in has arrived; what always moves, as a clip does, is not waited for.
+QImage Tourist::screenAtRest() {
+  constexpr int mostLooks = 15;
+  QImage last = screen();
+  for (int look = 1; look < mostLooks; ++look) {
+    pauseBetweenLooks();
+    const QImage next = screen();
+    if (next == last) break;
+    last = next;
+  }
+  return last;
+}
+
+int Tourist::picture(const QString& name) {
   const QString folder = qEnvironmentVariable("SORVAN_TOUR_PICTURES");
+  const QImage taken = folder.isEmpty() ? screen() : screenAtRest();
+  QSet<QRgb> colours;
+  for (int y = 0; y < taken.height(); y += 16)
+    for (int x = 0; x < taken.width(); x += 16) colours.insert(taken.pixel(x, y));
   if (!folder.isEmpty()) {
     QDir().mkpath(folder);
-    screen.save(folder + u'/' + prefix_ + name + u".png"_qs);
+    taken.save(folder + u'/' + prefix_ + name + u".png"_qs);
   }
   return static_cast<int>(colours.size());
 }

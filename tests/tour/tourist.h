@@ -2,6 +2,7 @@
 // keeps pictures.
 #pragma once
 
+#include <QImage>
 #include <QProcess>
 #include <functional>
 #include <memory>
@@ -40,10 +41,14 @@ class Tourist {
   // Waits for the control, then moves the pointer to its middle and presses the left button.
   void click(const Wanted& wanted);
   void doubleClick(const Wanted& wanted);
+  // Presses the left button at a point of the screen.
+  void clickAt(QPoint point);
   // Presses the left button at one point of the screen and lets it go at another.
   void drag(QPoint from, QPoint to);
   // The same as slowly as a hand does it, so that whatever is dragged over has time to answer.
   void carry(QPoint from, QPoint to);
+  // The same by way of a place on which the pointer rests until something is there; then on to its middle.
+  void carryOver(QPoint from, QPoint rest, const Wanted& target);
   // Types into whatever has the focus.
   void type(const QString& text);
   // Presses Tab until the control has the keyboard; fails the test when Tab does not lead there.
@@ -54,8 +59,10 @@ class Tourist {
   int startAgain(const QStringList& arguments);
   // Presses one key or chord in xdotool's names, e.g. "ctrl+a", "Return".
   void key(const QString& chord);
-  // Saves the screen as docs/pictures-style PNG when pictures were asked for; always takes it, so that a black
-  // screen fails. Returns the number of different colours seen on a coarse grid.
+  // What the screen shows now.
+  QImage screen();
+  // Saves the screen as docs/pictures-style PNG when pictures were asked for, once nothing moves on it any more; always
+  // takes it, so that a black screen fails. Returns the number of different colours seen on a coarse grid.
   int picture(const QString& name);
 
   const Accessibility& accessibility() const { return accessibility_; }
@@ -65,13 +72,17 @@ class Tourist {
 
  private:
   void xdotool(const QStringList& arguments);
+  QImage screenAtRest();
+  QStringList moving(QPoint point);
   void moveTo(QPoint point);
+  void arriveAt(QPoint point);
   void moveSlowly(QPoint from, QPoint to);
 
   Desktop desktop_;
   Accessibility accessibility_;
   QString prefix_;
   QString firstInPath_;
+  QPoint pointer_;
   QProcessEnvironment programEnvironment_;
   sorvan::test::SandboxProcess sandbox_;
   std::unique_ptr<QProcess> program_;
