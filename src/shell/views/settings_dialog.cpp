@@ -71,7 +71,7 @@ void SettingsDialog::addPages(const Presenters& presenters) {
   addPage(SettingsPage::key, settings.keyPage().title, u"key-round"_s, new KeyPage(settings, presenters.account));
   addPage(SettingsPage::appearance, texts::appearanceTitle(), u"sliders-horizontal"_s, new AppearancePage(settings));
   if (presenters.updates)
-    addPage(SettingsPage::usage, shell::texts::usageAndUpdates, u"refresh-cw"_s, new UsagePage(*presenters.updates));
+    addPage(SettingsPage::usage, shell::texts::usageAndUpdates, u"info"_s, new UsagePage(*presenters.updates));
 }
 
 void SettingsDialog::addPage(SettingsPage page, const QString& title, const QString& iconName, QWidget* contents) {
