@@ -12,12 +12,14 @@ const std::vector<ItemSheet>& itemSheets() {
                                           {"Looking", lookingSheet},
                                           {"Cards", cardsSheet},
                                           {"SheetCards", sheetCardsSheet},
+                                          {"ReferenceParts", referenceStatesSheet},
                                           {"Places", placesSheet},
                                           {"WorkPlaces", workPlacesSheet},
                                           {"Lineage", lineageSheet},
                                           {"CostParts", costPartsSheet},
                                           {"Inspector", inspectorSheet},
-                                          {"ModelRows", modelRowsSheet}};
+                                          {"ModelRows", modelRowsSheet},
+                                          {"Account", accountSheet}};
   return all;
 }
 

@@ -20,12 +20,14 @@ std::unique_ptr<QWidget> transportSheet(const QString& pictures);
 std::unique_ptr<QWidget> lookingSheet(const QString& pictures);
 std::unique_ptr<QWidget> cardsSheet(const QString& pictures);
 std::unique_ptr<QWidget> sheetCardsSheet(const QString& pictures);
+std::unique_ptr<QWidget> referenceStatesSheet(const QString& pictures);
 std::unique_ptr<QWidget> placesSheet(const QString& pictures);
 std::unique_ptr<QWidget> workPlacesSheet(const QString& pictures);
 std::unique_ptr<QWidget> lineageSheet(const QString& pictures);
 std::unique_ptr<QWidget> costPartsSheet(const QString& pictures);
 std::unique_ptr<QWidget> inspectorSheet(const QString& pictures);
 std::unique_ptr<QWidget> modelRowsSheet(const QString& pictures);
+std::unique_ptr<QWidget> accountSheet(const QString& pictures);
 
 struct ItemSheet {
   const char* name;  // CamelCase, for the names of tests

@@ -57,7 +57,7 @@ class SampleSavedReferences final : public SavedReferencesPresenter {
   SavedReferenceDraft newDraft(ReferenceScope, const std::vector<QUuid>&) const override { return {}; }
   std::optional<SavedReferenceDraft> draftOf(QUuid) const override { return std::nullopt; }
   std::optional<ReferencePlace> projectFor(const SavedReferenceDraft&) const override;
-  QString handleOf(const QString&) const override { return QStringLiteral("@Tin"); }
+  QString handleOf(const QString&) const override { return QStringLiteral("Tin"); }
   ReferenceTile tileOf(QUuid item) const override;
   std::vector<ReferenceTile> pictures(const QString& search) const override;
   std::optional<ReferenceProblem> save(const SavedReferenceDraft&) override { return problem; }
