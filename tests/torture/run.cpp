@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QDir>
 #include <QImage>
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <mutex>
@@ -14,7 +15,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr unsigned workers = 3;  // on two cores: each waits now and then
+// More than there are cores: each waits now and then, for the service and for what it started.
+const unsigned workers = std::clamp(2 * std::thread::hardware_concurrency(), 4U, 16U);
 constexpr int leastTrials = 3000;  // of a full run
 const QString roadName = u"picture"_s;  // the scenario that is the road from an order to its item
 
@@ -126,22 +128,25 @@ void Run::one(const Planned& planned, Workshop& workshop) {
   }
 }
 
-void Run::walkInto(const std::vector<Planned>& trials, const QString& folder, std::size_t first) {
-  constexpr std::size_t trialsOfAWorkshop = 150;
+bool Run::isEnough() const { return options_.full && isOverdue() && tally_.trials() >= leastTrials; }
+
+// Trials that nobody else has taken, until they are all gone or the service of this workshop has seen enough.
+void Run::walkOn(const std::vector<Planned>& trials, std::atomic<std::size_t>& next, const QString& folder) {
+  constexpr int trialsOfAWorkshop = 150;
   Workshop workshop(folder, options_.driver, picture_);
-  const std::size_t end = std::min(trials.size(), first + trialsOfAWorkshop * workers);
-  for (std::size_t i = first; i < end; i += workers) {
-    if (options_.full && isOverdue() && tally_.trials() >= leastTrials) return;
-    one(trials[i], workshop);
+  for (int made = 0; made < trialsOfAWorkshop && !isEnough(); ++made) {
+    const std::size_t mine = next++;
+    if (mine >= trials.size()) return;
+    one(trials[mine], workshop);
   }
 }
 
 void Run::walk(std::vector<Planned> trials) {
-  constexpr std::size_t trialsOfAWorkshop = 150;
   const int walk = ++walks_;
+  std::atomic<std::size_t> next = 0;
   onWorkers([&](unsigned worker) {
-    for (std::size_t first = worker; first < trials.size(); first += trialsOfAWorkshop * workers)
-      walkInto(trials, options_.folder + u"/walk-%1-%2-%3"_s.arg(walk).arg(worker).arg(first), first);
+    for (int workshop = 1; next < trials.size() && !isEnough(); ++workshop)
+      walkOn(trials, next, options_.folder + u"/walk-%1-%2-%3"_s.arg(walk).arg(worker).arg(workshop));
   });
 }
 

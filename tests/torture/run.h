@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <atomic>
 #include <chrono>
 #include <map>
 #include <mutex>
@@ -42,7 +43,7 @@ class Run {
   void hunt();
   void hunt(const Bug& bug, const QString& folder);
   void walk(std::vector<Planned> trials);
-  void walkInto(const std::vector<Planned>& trials, const QString& folder, std::size_t first);
+  void walkOn(const std::vector<Planned>& trials, std::atomic<std::size_t>& next, const QString& folder);
   void one(const Planned& planned, Workshop& workshop);
   std::vector<Planned> quickPlan(quint64 seed) const;
   std::vector<Planned> fullPlan(quint64 seed) const;
@@ -50,6 +51,7 @@ class Run {
   void requireSteps();
   const Scenario& scenario(const QString& name) const;
   bool isChosen(const QString& name) const;
+  bool isEnough() const;
   bool isOverdue() const { return Clock::now() > begun_ + options_.limit; }
 
   RunOptions options_;
