@@ -2,6 +2,7 @@
 // compared closely, and the family of one of them.
 #include <gtest/gtest.h>
 
+#include "tour/looks.h"
 #include "tour/steps.h"
 
 namespace tour {
@@ -27,7 +28,7 @@ void compareClosely(Tourist& person) {
   person.key(u"shift+Right"_qs);
   person.picture(u"compare-in-step"_qs);
   person.click({u"Divider"_qs, {}});
-  person.picture(u"compare-divider"_qs);
+  pictureInBothLooks(person, u"compare-divider"_qs);
   person.click({u"Difference"_qs, {}});
   person.waitFor({u"Amplify"_qs, {}});
   person.picture(u"compare-difference"_qs);
@@ -68,7 +69,7 @@ TEST(Tour, ComparesPicturesOnAContactSheetAndLooksAtTheirFamily) {
   person.key(u"2"_qs);
   person.key(u"alt+4"_qs);
   person.key(u"p"_qs);
-  person.picture(u"sheet-marked"_qs);
+  pictureInBothLooks(person, u"sheet-marked"_qs);
   person.key(u"l"_qs);
   person.waitFor({u"Generation History"_qs, u"tree"_qs});
   person.picture(u"lineage"_qs);
@@ -80,6 +81,15 @@ TEST(Tour, ComparesPicturesOnAContactSheetAndLooksAtTheirFamily) {
   person.key(u"ctrl+2"_qs);
   person.waitFor({u"A harbour in fog"_qs, {}, true});
   person.picture(u"sheets"_qs);
+
+  // A picture of the gallery, carried over the tab to the card of the sheet.
+  person.waitFor({u"A harbour in fog, 2 items"_qs, {}, true});
+  person.key(u"ctrl+1"_qs);
+  const QPoint picture = person.waitFor(anyPicture).place.center();
+  const QPoint tab = person.waitFor({u"Contact Sheets"_qs, u"check box"_qs}).place.center();
+  person.carryOver(picture, tab, {u"A harbour in fog, "_qs, u"list item"_qs, true});
+  person.waitFor({u"A harbour in fog, 3 items"_qs, {}, true});
+  person.picture(u"dropped"_qs);
   person.close();
 }
 

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QLocale>
 
+#include "tour/looks.h"
 #include "tour/steps.h"
 
 namespace tour {
@@ -55,8 +56,8 @@ TEST(Tour, ReadsWhatItCostAndTakesItToASpreadsheet) {
   person.waitFor({u"Outputs, 2, 2 images"_qs, {}});
   person.waitFor(chart);
   const QPoint column = person.waitFor(today()).place.center();
-  person.drag(column, column);
-  person.picture(u"report"_qs);
+  person.clickAt(column);
+  pictureInBothLooks(person, u"report"_qs);
   person.click({u"Show as Table"_qs, u"push button"_qs});
   person.waitFor({u"Spending"_qs, u"table"_qs});
   person.click({u"Show as Chart"_qs, u"push button"_qs});

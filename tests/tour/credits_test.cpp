@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include "tour/checkout.h"
+#include "tour/looks.h"
 #include "tour/steps.h"
 
 namespace tour {
@@ -43,7 +44,7 @@ void signInByLink(Tourist& person) {
 }
 
 void buyCredits(Tourist& person, PagesOpened& pages) {
-  person.picture(u"packs"_qs);
+  pictureInBothLooks(person, u"packs"_qs);
   person.click({u"Buy 500 credits"_qs, u"push button"_qs, true});
   payOn(person, pages.next());
   person.waitFor({u"500 credits added"_qs, {}, true}, 30);

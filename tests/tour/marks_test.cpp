@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include "tour/looks.h"
 #include "tour/steps.h"
 
 namespace tour {
@@ -90,7 +91,7 @@ TEST(Tour, CancelsARunningJob) {
   person.sandbox().waitForCalls(u"cancel"_qs, 1);
   person.waitFor({u"Cancellation requested from provider"_qs, {}});
   person.waitFor({u"Retry"_qs, u"push button"_qs});
-  person.picture(u"job"_qs);
+  pictureInBothLooks(person, u"job"_qs);
   EXPECT_EQ(person.sandbox().ledger().size(), 1);
   person.close();
 }

@@ -2,6 +2,7 @@
 // editor and a model that animates, and generate with a reference on each.
 #include <gtest/gtest.h>
 
+#include "tour/looks.h"
 #include "tour/steps.h"
 
 namespace tour {
@@ -54,6 +55,14 @@ TEST(ModelTour, AddsAnEditorAndAModelThatAnimatesAndGeneratesWithAReferenceOnEac
   person.click(clipItem);
   person.picture(u"animated"_qs);
 
+  // Its family: the picture, the edit of it, and the clip that moves the edit.
+  const Wanted family{u"Generation History"_qs, u"tree"_qs};
+  person.key(u"l"_qs);
+  person.waitFor(family);
+  pictureInBothLooks(person, u"family"_qs);
+  person.key(u"Escape"_qs);
+  person.waitUntilGone(family);
+
   // It plays large, stops at a key and goes on by single frames.
   person.doubleClick(clipItem);
   person.waitFor({u"Next Frame"_qs, u"push button"_qs});
@@ -72,7 +81,7 @@ TEST(ModelTour, AddsAnEditorAndAModelThatAnimatesAndGeneratesWithAReferenceOnEac
   person.key(u"ctrl+m"_qs);
   person.click({u"Edit"_qs, u"check box"_qs});
   person.waitFor({u"Seedream 5 Flash Edit, "_qs, u"check box"_qs, true});
-  person.picture(u"picker"_qs);
+  pictureInBothLooks(person, u"picker"_qs);
   closePicker(person);
   person.close();
 }

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QImage>
 
+#include "tour/looks.h"
 #include "tour/steps.h"
 
 namespace tour {
@@ -57,7 +58,7 @@ void keepAsCharacter(Tourist& person) {
 void lookAtThePage(Tourist& person) {
   person.click({u"Global References"_qs, {}, true});
   person.waitFor({u"@Maya"_qs, u"list item"_qs, true});
-  person.picture(u"page"_qs);
+  pictureInBothLooks(person, u"page"_qs);
   person.click({u"All Media"_qs, {}, true});
 }
 

@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include "tour/looks.h"
 #include "tour/steps.h"
 
 namespace tour {
@@ -29,6 +30,15 @@ void makePictures(Tourist& person, int number) {
     person.key(u"Return"_qs);
     person.waitForCount(anyItem, made, 40);
   }
+}
+
+void putInTrash(Tourist& person, const Wanted& item) {
+  person.click(item);
+  person.key(u"Delete"_qs);
+  person.click({u"Trash"_qs, u"check box"_qs, true});
+  person.waitFor({u"Empty Trash…"_qs, u"push button"_qs});
+  person.waitForCount(item, 1, 20);
+  pictureInBothLooks(person, u"trash"_qs);
 }
 
 // The other program, at the lower left of the screen, over the sidebar's foot.
@@ -79,11 +89,11 @@ TEST(WallTour, SelectsMarksAndDragsByMouseAndKeyboard) {
   const QRect last = items.back().place;
   person.drag(QPoint(last.right() - 20, last.bottom() + 30), items.front().place.topLeft() + QPoint(20, 20));
   person.waitFor({u"3 selected"_qs, {}});
-  EXPECT_GT(person.picture(u"selection"_qs), 100);
+  EXPECT_GT(pictureInBothLooks(person, u"selection"_qs), 100);
   person.key(u"Menu"_qs);
   // The keyboard is in the menu now; a picture shows it.
   person.key(u"Down"_qs);
-  person.picture(u"menu"_qs);
+  pictureInBothLooks(person, u"menu"_qs);
   person.key(u"Escape"_qs);
   person.key(u"Escape"_qs);
   person.waitUntilGone({u"3 selected"_qs, {}});
@@ -118,6 +128,8 @@ TEST(WallTour, SelectsMarksAndDragsByMouseAndKeyboard) {
     EXPECT_TRUE(before.contains(files.front().mid(5)) || QFile::exists(files.front().mid(5)));
   }
   EXPECT_EQ(mediaIn(workspace, pngs), before) << "no file left its place";
+  putInTrash(person, anyItem);
+  EXPECT_EQ(mediaIn(workspace, pngs), before) << "what is in Trash keeps its place too";
   person.close();
 }
 
