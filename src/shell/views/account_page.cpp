@@ -27,6 +27,7 @@ AdvancedAccount::AdvancedAccount(AccountPresenter& account, QWidget* parent)
   column->setContentsMargins(0, 14, 0, 0);
   column->setSpacing(8);
   title_->setControlSize(ControlSize::compact);
+  title_->setSnug();
   column->addWidget(title_, 0, Qt::AlignLeft);
   auto* row = new QHBoxLayout(contents_);
   row->setContentsMargins(0, 0, 0, 0);

@@ -13,8 +13,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kNameHeight = 15;
-constexpr int kShape = 20;
+constexpr int kNameHeight = 14;
+constexpr int kFoot = 4;
 
 }  // namespace
 
@@ -53,10 +53,11 @@ void RatioButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   paintGround(painter);
   const QColor ink = !ratio_.offered ? c.textDisabled : (isChecked() ? c.accentText : c.textSecondary);
-  const QSizeF shape = QSizeF(ratio_.width, ratio_.height).scaled(kShape, kShape, Qt::KeepAspectRatio);
-  const QPointF middle(width() / 2.0, (height() - kNameHeight) / 2.0);
+  const int side = (width() + 1) / 3;
+  const QSizeF shape = QSizeF(ratio_.width, ratio_.height).scaled(side, side, Qt::KeepAspectRatio);
+  const QPointF middle(width() / 2.0, (height() - kNameHeight - kFoot) / 2.0);
   paintRing(painter, QRectF(middle - QPointF(shape.width(), shape.height()) / 2, shape), 2, 1.5, ink);
-  const QRect name(0, height() - kNameHeight - 5, width(), kNameHeight);
+  const QRect name(0, height() - kNameHeight - kFoot, width(), kNameHeight);
   paintText(painter, name, {ratio_.ratio, fontFor(Type::caption), ink, Qt::AlignCenter});
 }
 

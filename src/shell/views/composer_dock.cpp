@@ -252,7 +252,7 @@ void ComposerDock::refreshCommand(const ComposerDisplay& display) {
   if (review_ && review_->accessibleName() == display.review) return;
   if (review_) review_->deleteLater();
   review_ = display.review.isEmpty() ? nullptr : new NoticeBar(AlertTone::information, display.review, this);
-  if (review_) review_->setAccessibleName(display.review), review_->show();
+  if (review_) review_->setAccessibleName(display.review), review_->setPlain(), review_->show();
 }
 
 // Bars are made anew only when the notices differ, so that a screen reader does not hear them again at each key.
@@ -269,6 +269,7 @@ void ComposerDock::addNotice(const ComposerNotice& notice) {
   for (int button = 0; button < static_cast<int>(notice.buttons.size()); ++button)
     connect(bar->addAction(notice.buttons[static_cast<std::size_t>(button)]), &Button::clicked, this,
             [this, text = notice.text, button] { composer_.performNotice(text, button); });
+  if (notice.tone == AlertTone::information) bar->setPlain();
   notices_.push_back(bar);
   bar->show();
 }

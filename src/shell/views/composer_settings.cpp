@@ -23,7 +23,7 @@ constexpr int kTop = 12;
 constexpr int kGroupGap = 26;
 constexpr int kRowGap = 12;
 constexpr int kSeedWidth = 154;
-constexpr QSize kRatio{42, 48};
+constexpr QSize kRatio{44, 46};
 // More, or longer ones, are a menu.
 constexpr std::size_t kMostSegments = 5;
 constexpr qsizetype kMostLetters = 26;
@@ -90,10 +90,11 @@ void ComposerSettings::addGroup(const QString& title, QWidget* control, const QS
   auto* column = new QVBoxLayout(group);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(6);
-  column->addWidget(new Label(title, Type::caption, &Colors::textSecondary));
+  column->addWidget(new Label(title, Type::caption, &Colors::textTertiary));
   column->addWidget(control, 0, Qt::AlignLeft);
   if (!note.isEmpty()) {
     auto* words = new Paragraph(note, Type::caption, &Colors::textTertiary);
+    words->setWeight(Weight::regular);
     words->setFixedWidth(std::max(control->sizeHint().width(), 60));
     column->addWidget(words);
   }
@@ -179,22 +180,19 @@ void ComposerSettings::addMenu(const SettingChoices& setting) {
 }
 
 void ComposerSettings::addSeed(const ComposerDisplay&) {
-  auto* row = new QWidget;
-  row->setFixedWidth(kSeedWidth);
-  auto* layout = new QHBoxLayout(row);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(2);
   auto* field = new TextField(texts::seed());
   field->setFont(fontFor(Type::mono));
+  field->setFixedWidth(kSeedWidth);
   auto* roll = new IconButton(u"dices"_s, texts::rollSeed());
-  layout->addWidget(field, 1);
-  layout->addWidget(roll);
+  roll->setControlSize(ControlSize::compact);
+  roll->setIconSide(metrics().iconSmall);
+  field->setInnerControl(roll);
   connect(field, &QLineEdit::textEdited, this, [this](const QString& text) { composer_.editSeed(text); });
   connect(roll, &IconButton::clicked, this, [this] { composer_.rollSeed(); });
   updates_.push_back([field](const ComposerDisplay& now) {
     if (field->text() != now.seedText) field->setText(now.seedText);
   });
-  addGroup(texts::seed(), row, texts::emptySeed());
+  addGroup(texts::seed(), field, texts::emptySeed());
 }
 
 int ComposerSettings::heightForWidth(int width) const { return arrange(width, false); }

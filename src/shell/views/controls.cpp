@@ -53,6 +53,11 @@ void Button::setControlSize(ControlSize size) {
   updateGeometry();
 }
 
+void Button::setSnug() {
+  snug_ = true;
+  updateGeometry();
+}
+
 void Button::setIconName(const QString& name) {
   iconName_ = name;
   updateGeometry();
@@ -71,13 +76,18 @@ QFont Button::textFont() const {
 }
 
 int Button::padding() const {
+  if (snug_) return metrics().controlRegular / 5;
   if (variant_ == ButtonVariant::link) return 4;
   return size_ == ControlSize::compact ? 9 : (size_ == ControlSize::large ? 18 : 12);
 }
 
+int Button::iconSide() const {
+  return size_ == ControlSize::compact ? metrics().iconSmall : metrics().iconRegular;
+}
+
 QSize Button::sizeHint() const {
   int width = textWidth(text(), textFont()) + 2 * padding() + 2;
-  if (!iconName_.isEmpty()) width += metrics().iconRegular + gap();
+  if (!iconName_.isEmpty()) width += iconSide() + gap();
   if (!trailingIconName_.isEmpty()) width += metrics().iconSmall + gap();
   return {width, heightOf(size_)};
 }
@@ -122,7 +132,7 @@ void Button::paintGround(QPainter& painter) const {
 void Button::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   paintGround(painter);
-  const int icon = metrics().iconRegular;
+  const int icon = iconSide();
   const int trailing = metrics().iconSmall;
   const int extra = (iconName_.isEmpty() ? 0 : icon + gap()) + (trailingIconName_.isEmpty() ? 0 : trailing + gap());
   const int room = width() - 2 * std::min(padding(), 6);

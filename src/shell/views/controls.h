@@ -21,6 +21,8 @@ class Button : public QPushButton {
   void setVariant(ButtonVariant variant);
   ButtonVariant variant() const { return variant_; }
   void setControlSize(ControlSize size);
+  // With little room beside its words, where it begins a line and the line is to stand in its column.
+  void setSnug();
   void setIconName(const QString& name);
   void setTrailingIconName(const QString& name);
 
@@ -36,9 +38,11 @@ class Button : public QPushButton {
   void paintGround(QPainter& painter) const;
   int padding() const;
   int gap() const { return size_ == ControlSize::compact ? 5 : 7; }
+  int iconSide() const;
 
   ButtonVariant variant_;
   ControlSize size_ = ControlSize::regular;
+  bool snug_ = false;
   QString iconName_;
   QString trailingIconName_;
 };

@@ -16,10 +16,9 @@ constexpr int kTextWidth = 320;
 EmptyNote::EmptyNote(QWidget* parent)
     : QWidget(parent),
       icon_(new IconView(QStringLiteral("box"), kIcon, &Colors::textTertiary)),
-      title_(new Label({}, Type::body, &Colors::textPrimary)),
+      title_(new Label({}, Type::title, &Colors::textPrimary)),
       text_(new Paragraph({}, Type::small, &Colors::textTertiary)),
       button_(new Button({})) {
-  title_->setWeight(Weight::semibold);
   title_->setAlignment(Qt::AlignCenter);
   text_->setAlignment(Qt::AlignCenter);
   text_->setFixedWidth(kTextWidth);

@@ -19,6 +19,7 @@ namespace {
 constexpr int kFrame = 40;           // milliseconds between two pictures of a spinner
 constexpr double kLineShare = 0.34;  // how much of the track the travelling line covers
 constexpr int kToastMargin = 20;     // room for the shadow
+constexpr int kBesideRoom = 110;     // what a toast holds beside its text and its action: icon, close, air
 
 QColor softOf(AlertTone tone) {
   const Colors& c = colors();
@@ -68,7 +69,7 @@ Spinner::Spinner(int side, QWidget* parent) : QWidget(parent), side_(side) {
 
 void Spinner::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  paintTurnedIcon(painter, u"loader-circle"_s, rect(), side_, colors().accentText, spinnerDegrees());
+  paintSpinner(painter, rect(), side_, colors().accentText, spinnerDegrees());
 }
 
 void Spinner::showEvent(QShowEvent*) {
@@ -111,12 +112,20 @@ NoticeBar::NoticeBar(AlertTone tone, const QString& text, QWidget* parent) : QWi
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(10, 5, 6, 5);
   layout->setSpacing(9);
-  layout->addWidget(new IconView(iconOf(tone), metrics().iconSmall, colorOf(tone)), 0, Qt::AlignVCenter);
+  icon_ = new IconView(iconOf(tone), metrics().iconSmall, colorOf(tone));
+  layout->addWidget(icon_, 0, Qt::AlignVCenter);
   auto* words = new Paragraph(text, Type::small);
   words->setMinimumWidth(40);
   layout->addWidget(words, 1, Qt::AlignVCenter);
   setMinimumHeight(32);
   setAccessibleName(text);
+}
+
+void NoticeBar::setIcon(const QString& name) { icon_->setIcon(name, colorOf(tone_)); }
+
+void NoticeBar::setPlain() {
+  plain_ = true;
+  update();
 }
 
 Button* NoticeBar::addAction(const QString& title) {
@@ -128,10 +137,18 @@ Button* NoticeBar::addAction(const QString& title) {
 
 void NoticeBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  paintPanel(painter, rect(), metrics().radiusCard, softOf(tone_));
+  paintPanel(painter, rect(), metrics().radiusCard, plain_ ? colors().stateHover : softOf(tone_));
 }
 
 // ToastCard
+
+// A short word of what happened has its action in the same line; more text has it below.
+static bool standsBeside(const Toast& toast) {
+  if (toast.actionTitle.isEmpty() || !toast.secondLine.isEmpty()) return false;
+  const int words = textWidth(toast.text, fontFor(Type::body));
+  const int action = textWidth(toast.actionTitle, fontFor(Type::small, Weight::medium));
+  return words + action + kBesideRoom <= metrics().toastWidth;
+}
 
 ToastCard::ToastCard(const Toast& toast, QWidget* parent) : QWidget(parent), id_(toast.id) {
   setFixedWidth(metrics().toastWidth + 2 * kToastMargin);
@@ -146,7 +163,8 @@ ToastCard::ToastCard(const Toast& toast, QWidget* parent) : QWidget(parent), id_
   words->addWidget(new Paragraph(toast.text));
   if (!toast.secondLine.isEmpty())
     words->addWidget(new Paragraph(toast.secondLine, Type::small, &Colors::textSecondary));
-  if (!toast.actionTitle.isEmpty()) {
+  const bool beside = standsBeside(toast);
+  if (!toast.actionTitle.isEmpty() && !beside) {
     auto* action = new Button(toast.actionTitle);
     action->setControlSize(ControlSize::compact);
     words->addSpacing(5);
@@ -154,6 +172,12 @@ ToastCard::ToastCard(const Toast& toast, QWidget* parent) : QWidget(parent), id_
     connect(action, &Button::clicked, this, [this] { Q_EMIT actionRequested(id_); });
   }
   row->addLayout(words, 1);
+  if (beside) {
+    auto* action = new Button(toast.actionTitle, ButtonVariant::link);
+    action->setControlSize(ControlSize::compact);
+    row->addWidget(action, 0, Qt::AlignTop);
+    connect(action, &Button::clicked, this, [this] { Q_EMIT actionRequested(id_); });
+  }
   auto* close = new IconButton(u"x"_s, texts::dismiss());
   close->setControlSize(ControlSize::compact);
   close->setIconSide(metrics().iconSmall);

@@ -46,12 +46,18 @@ class NoticeBar final : public QWidget {
   NoticeBar(AlertTone tone, const QString& text, QWidget* parent = nullptr);
   // Adds a button at the right end; the caller connects it.
   class Button* addAction(const QString& title);
+  // Another drawing than the one of its tone.
+  void setIcon(const QString& name);
+  // On a neutral ground: news that asks for nothing.
+  void setPlain();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
   AlertTone tone_;
+  class IconView* icon_;
+  bool plain_ = false;
 };
 
 // A card at the foot of the window; see shell::Toast.

@@ -10,6 +10,10 @@
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+constexpr int kInnerInset = 2;  // between a control in the field and the field's edge
+}  // namespace
+
 TextField::TextField(const QString& name, const QString& placeholder, QWidget* parent) : QLineEdit(parent) {
   setAccessibleName(name);
   setPlaceholderText(placeholder);
@@ -25,6 +29,20 @@ void TextField::setIconName(const QString& iconName) {
 
 void TextField::setKeyHint(const QString& keys) { keyHint_ = keys; }
 
+void TextField::setInnerControl(QWidget* control) {
+  inner_ = control;
+  control->setParent(this);
+  control->setCursor(Qt::ArrowCursor);
+  control->resize(control->sizeHint());
+  control->show();
+  setMargins();
+}
+
+void TextField::resizeEvent(QResizeEvent* event) {
+  QLineEdit::resizeEvent(event);
+  if (inner_) inner_->move(width() - inner_->width() - kInnerInset, (height() - inner_->height()) / 2);
+}
+
 void TextField::setInvalid(bool invalid) {
   setProperty(invalidProperty, invalid);
   setMargins();
@@ -33,7 +51,10 @@ void TextField::setInvalid(bool invalid) {
 
 bool TextField::isInvalid() const { return property(invalidProperty).toBool(); }
 
-void TextField::setMargins() { setTextMargins(iconName_.isEmpty() ? 6 : 28, 0, isInvalid() ? 28 : 6, 0); }
+void TextField::setMargins() {
+  const int end = inner_ ? inner_->width() : isInvalid() ? 28 : 6;
+  setTextMargins(iconName_.isEmpty() ? 6 : 28, 0, end, 0);
+}
 
 void TextField::paintEvent(QPaintEvent* event) {
   QLineEdit::paintEvent(event);

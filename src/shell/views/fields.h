@@ -18,6 +18,8 @@ class TextField : public QLineEdit {
   // Shown at the right while the field is empty and without the keyboard.
   void setKeyHint(const QString& keys);
   void setInvalid(bool invalid);
+  // A small button at the right end, inside the field, which takes it.
+  void setInnerControl(QWidget* control);
 
  Q_SIGNALS:
   void escapePressed();
@@ -25,11 +27,13 @@ class TextField : public QLineEdit {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void setMargins();
   bool isInvalid() const;
 
+  QWidget* inner_ = nullptr;
   QString iconName_;
   QString keyHint_;
 };

@@ -14,6 +14,8 @@ constexpr int kCostColumn = 84;
 constexpr int kStartedColumn = 84;
 constexpr int kModelColumn = 146;
 constexpr int kButtonHeight = 26;
+constexpr int kLine = 18;
+constexpr int kMostDetailLines = 2;
 
 QFont buttonFont() { return fontFor(Type::small, Weight::medium); }
 
@@ -51,8 +53,21 @@ void paintButton(QPainter& painter, const QRect& row, const JobDisplay& job, boo
   paintText(painter, button.adjusted(icon.isEmpty() ? 8 : 27, 0, -6, 0), {job.actionTitle, buttonFont(), ink});
 }
 
+// The prompt and how the job stands, as one block in the middle of the row.
+void paintWords(QPainter& painter, const QRect& area, const JobDisplay& job, const HistoryRowLook& look) {
+  const HistoryColumns columns(area.width());
+  const int width = columns.wordsEnd - columns.words;
+  const QString detail = job.detail.isEmpty() ? job.message : job.detail;
+  const TextLine words{detail, fontFor(Type::body), detailColor(job, look.selected)};
+  const int lines = paragraphLines(words, width, kMostDetailLines);
+  const int top = area.center().y() + 1 - (kLine * (1 + lines) + 1) / 2;
+  paintText(painter, QRect(columns.words, top, width, kLine),
+            {job.prompt, fontFor(Type::body, Weight::medium), colors().textPrimary});
+  paintParagraph(painter, QRect(columns.words, top + kLine + 1, width, kLine * lines), words, kLine);
+}
+
 void paintRight(QPainter& painter, int right, int top, const QString& text, const QFont& font, const QColor& color) {
-  paintText(painter, QRect(right - 96, top, 96, 17), {text, font, color, Qt::AlignRight | Qt::AlignVCenter});
+  paintText(painter, QRect(right - 96, top, 96, kLine), {text, font, color, Qt::AlignRight | Qt::AlignVCenter});
 }
 
 }  // namespace
@@ -96,22 +111,17 @@ void paintHistoryRow(QPainter& painter, const QRect& area, const JobDisplay& job
   painter.fillRect(QRect(area.left(), area.bottom(), area.width(), 1), c.lineSubtle);
   paintJobIcon(painter, QRect(columns.icon, area.top(), 16, area.height()), job.state);
   paintThumbnail(painter, QRect(columns.thumbnail, area.center().y() - 18, 56, 37), look.thumbnail);
-  const int width = columns.wordsEnd - columns.words;
-  const int top = area.top() + 11;
-  paintText(painter, QRect(columns.words, top, width, 18),
-            {job.prompt, fontFor(Type::body, Weight::medium), c.textPrimary});
-  const QString detail = job.detail.isEmpty() ? job.message : job.detail;
-  paintParagraph(painter, QRect(columns.words, top + 19, width, 33), {detail, fontFor(Type::small), detailColor(job, look.selected)},
-                 16);
-  paintText(painter, QRect(columns.model, top + 7, columns.modelEnd - columns.model, 17),
-            {job.modelName, fontFor(Type::small), c.textSecondary});
-  paintText(painter, QRect(columns.model, top + 25, columns.modelEnd - columns.model, 17),
-            {job.destination, fontFor(Type::small), c.textSecondary});
-  paintRight(painter, columns.startedEnd, top + 7, job.startedText, fontFor(Type::small), c.textSecondary);
-  paintRight(painter, columns.startedEnd, top + 25, job.elapsedText, fontFor(Type::mono),
-             look.selected ? c.textTertiaryOnSelected : c.textTertiary);
+  paintWords(painter, area, job, look);
+  const int middle = area.center().y();
+  const QColor dim = look.selected ? c.textTertiaryOnSelected : c.textTertiary;
+  const int model = columns.modelEnd - columns.model;
+  paintText(painter, QRect(columns.model, middle - kLine, model, kLine), {job.modelName, fontFor(Type::body), c.textSecondary});
+  paintText(painter, QRect(columns.model, middle, model, kLine), {job.destination, fontFor(Type::body), dim});
+  const int started = middle - (job.elapsedText.isEmpty() ? kLine / 2 : kLine);
+  paintRight(painter, columns.startedEnd, started, job.startedText, fontFor(Type::body), c.textSecondary);
+  paintRight(painter, columns.startedEnd, middle, job.elapsedText, fontFor(Type::mono), dim);
   if (columns.costEnd != columns.startedEnd)
-    paintRight(painter, columns.costEnd, area.center().y() - 8, job.costText, fontFor(Type::small), c.textSecondary);
+    paintRight(painter, columns.costEnd, middle - kLine / 2, job.costText, fontFor(Type::body), c.textSecondary);
   paintButton(painter, area, job, look.buttonHovered);
   if (look.keyboardCurrent)
     paintRing(painter, QRectF(area).adjusted(3, 3, -3, -4), metrics().radiusControl, metrics().borderFocus, c.accentRing);

@@ -320,11 +320,12 @@ HistoryView::HistoryView(HistorySource& source, ThumbnailStore& thumbnails, QWid
   segments_ = new SegmentedControl(texts::historyFilter(), segments, ControlSize::compact);
   list_ = new HistoryList(source, thumbnails);
   auto* row = new QHBoxLayout;
-  row->setContentsMargins(16, 9, 16, 9);
+  row->setContentsMargins(16, 9, 16, 8);
   row->addWidget(segments_);
   row->addStretch(1);
   row->addWidget(cancelSelected_ = new Button({}, ButtonVariant::quiet));
   row->addWidget(cancelAll_ = new Button(shell::texts::cancelAll, ButtonVariant::quiet));
+  for (Button* cancel : {cancelSelected_, cancelAll_}) cancel->setControlSize(ControlSize::compact);
   search_ = new TextField(shell::texts::searchHistory, shell::texts::searchHistory);
   search_->setIconName(u"search"_s);
   search_->setKeyHint(u"Ctrl F"_s);

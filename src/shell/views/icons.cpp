@@ -70,14 +70,19 @@ void paintIcon(QPainter& painter, const QString& name, const QRectF& area, int s
   painter.setOpacity(before);
 }
 
-void paintTurnedIcon(QPainter& painter, const QString& name, const QRectF& area, int size, const QColor& color,
-                     double degrees) {
+void paintSpinner(QPainter& painter, const QRectF& area, int size, const QColor& color, double degrees) {
+  const double stroke = std::max(1.5, size / 9.0);
+  const double side = size * 0.75;  // the ring of the drawings: radius 9 in a square of 24
+  const QRectF ring(area.center().x() - side / 2, area.center().y() - side / 2, side, side);
+  QColor faint = color;
+  faint.setAlphaF(0.25F * color.alphaF());
   painter.save();
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  painter.translate(area.center());
-  painter.rotate(degrees);
-  painter.drawPixmap(QRectF(-size / 2.0, -size / 2.0, size, size).topLeft(),
-                     iconPixmap(name, size, {color}, painter.device()->devicePixelRatioF()));
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(faint, stroke));
+  painter.drawEllipse(ring);
+  painter.setPen(QPen(color, stroke, Qt::SolidLine, Qt::RoundCap));
+  painter.drawArc(ring, static_cast<int>((90 - degrees) * 16), -90 * 16);
   painter.restore();
 }
 

@@ -29,8 +29,7 @@ QPixmap iconPixmap(const QString& name, int size, const IconLook& look, double p
 QPixmap markPixmap(int size, double pixelRatio);
 QIcon windowIcon();
 
-// Turns the drawing by `degrees`: the spinner.
-void paintTurnedIcon(QPainter& painter, const QString& name, const QRectF& area, int size, const QColor& color,
-                     double degrees);
+// The spinner: a faint ring and a quarter of it that stands at `degrees`, `size` logical pixels across.
+void paintSpinner(QPainter& painter, const QRectF& area, int size, const QColor& color, double degrees);
 
 }  // namespace sorvan::views

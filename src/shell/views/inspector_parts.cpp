@@ -25,6 +25,7 @@ constexpr int kMostStars = 5;
 constexpr int kMosaicCell = 96;
 constexpr int kMosaicGap = 4;
 constexpr int kLabelColumn = 92;
+constexpr int kTextLine = 18;
 
 // The heading of a section: its title and a chevron; a press folds the section.
 class SectionHead final : public QAbstractButton {
@@ -297,6 +298,7 @@ InspectorSectionView::InspectorSectionView(const InspectorSection& section, Thum
   body->setSpacing(8);
   if (!section.text.isEmpty()) {
     text_ = new Paragraph({}, Type::small);
+    text_->setLineDistance(kTextLine);
     showText(section);
     text_->setSelectable(true);
     body->addWidget(text_);

@@ -220,11 +220,13 @@ void InspectorView::buildJobHead(QVBoxLayout& column) {
   QVBoxLayout* body = block(column, {16, 12, 16, 4}, 12);
   if (!display_.message.isEmpty()) {
     message_ = new Paragraph;
+    message_->setLineDistance(19);
     message_->setSelectable(true);
     body->addWidget(message_);
   }
   if (!display_.detail.isEmpty()) {
     auto* notice = new NoticeBar(AlertTone::information, display_.detail);
+    if (display_.jobState == JobState::failed) notice->setIcon(u"shield-check"_s);
     detail_ = notice->findChild<Paragraph*>();
     body->addWidget(notice);
   }
@@ -248,7 +250,7 @@ void InspectorView::buildTiles(QVBoxLayout& column) {
   if (display_.buttons.empty() && display_.moreTitle.isEmpty()) return;
   auto* holder = new QWidget;
   auto* grid = new QGridLayout(holder);
-  grid->setContentsMargins(16, 4, 16, 14);
+  grid->setContentsMargins(16, 0, 16, 14);
   grid->setSpacing(4);
   int place = 0;
   const auto add = [&](TileButton* tile) {

@@ -134,13 +134,13 @@ void paintFoot(QPainter& painter, const QRect& area, const JobDisplay& job) {
 
 double jobCellAspect(double outputAspect) { return std::clamp(outputAspect, kNarrowestJob, kWidestJob); }
 
-void paintJobIcon(QPainter& painter, const QRectF& area, JobState state) {
+void paintJobIcon(QPainter& painter, const QRectF& area, JobState state, int side) {
   const Colors& c = colors();
-  const int side = metrics().iconSmall;
+  if (side <= 0) side = metrics().iconSmall;
   switch (state) {
     case JobState::running:
     case JobState::salvaging:
-      return paintTurnedIcon(painter, u"loader-circle"_s, area, side, c.accentText, spinnerDegrees());
+      return paintSpinner(painter, area, side, c.accentText, spinnerDegrees());
     case JobState::queued:
       return paintIcon(painter, u"clock"_s, area, side, {c.textTertiary});
     case JobState::failed:

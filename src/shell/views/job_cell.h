@@ -17,6 +17,7 @@ inline bool isMoving(const JobDisplay& job) {
 }
 
 // The icon of a job's state, turning where work goes on.
-void paintJobIcon(QPainter& painter, const QRectF& area, JobState state);
+// `side` pixels across; 0 is the size of the icons in running text.
+void paintJobIcon(QPainter& painter, const QRectF& area, JobState state, int side = 0);
 
 }  // namespace sorvan::views

@@ -71,6 +71,11 @@ void Paragraph::setParagraph(const QString& text, const std::vector<std::pair<in
   setText(u"<p style=\"margin:0;line-height:%1%\">%2</p>"_s.arg(QString::number(linePercent_), body));
 }
 
+void Paragraph::setLineDistance(int pixels) {
+  linePercent_ = 100 * pixels / std::max(1, QFontMetrics(font()).lineSpacing());
+  if (!plain_.isEmpty()) setParagraph(plain_);
+}
+
 void Paragraph::setSelectable(bool selectable) {
   setTextInteractionFlags(selectable ? Qt::TextSelectableByMouse : Qt::NoTextInteraction);
 }

@@ -42,6 +42,8 @@ class Paragraph final : public Label {
   void setParagraph(const QString& text, const std::vector<std::pair<int, int>>& names);
   const QString& paragraph() const { return plain_; }
   void setSelectable(bool selectable);
+  // The distance of two lines in logical pixels, where the text stands more openly than its size asks for.
+  void setLineDistance(int pixels);
 
  private:
   int linePercent_;

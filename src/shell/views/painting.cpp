@@ -182,6 +182,24 @@ void paintParagraph(QPainter& painter, const QRect& area, const TextLine& line, 
   layout.endLayout();
 }
 
+int paragraphLines(const TextLine& line, int width, int most) {
+  if (line.text.isEmpty()) return 0;
+  QTextLayout layout(line.text.left(kMostShown * std::clamp(most, 1, 40)).simplified(), line.font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout.setTextOption(option);
+  layout.beginLayout();
+  int lines = 0;
+  while (lines < most) {
+    QTextLine part = layout.createLine();
+    if (!part.isValid()) break;
+    part.setLineWidth(width);
+    ++lines;
+  }
+  layout.endLayout();
+  return lines;
+}
+
 void paintCover(QPainter& painter, const QRectF& area, double radius, const QPixmap& picture) {
   if (picture.isNull()) return;
   const QSizeF size = QSizeF(picture.size());

@@ -32,6 +32,9 @@ int paintText(QPainter& painter, const QRect& area, const TextLine& line);
 // Running text in at most `area.height() / line` lines; the last one is shortened when more would follow.
 void paintParagraph(QPainter& painter, const QRect& area, const TextLine& line, int lineDistance);
 
+// How many lines that text takes in `width`, at most `most`.
+int paragraphLines(const TextLine& line, int width, int most);
+
 int textWidth(const QString& text, const QFont& font);
 
 // A picture that fills `area` with its middle part, with rounded corners.

@@ -43,7 +43,7 @@ QWidget* column(std::initializer_list<QWidget*> parts) {
 
 Label* rowLabel(const QString& text) {
   auto* label = new Label(text, Type::body, &Colors::textSecondary);
-  label->setContentsMargins(0, 6, 0, 0);
+  label->setFixedHeight(metrics().field);  // beside the middle of a field of one line
   return label;
 }
 

@@ -153,16 +153,18 @@ void SavedReferencesView::build() {
     refresh();
   });
   auto* row = new QHBoxLayout;
-  row->setContentsMargins(16, 8, 16, 8);
+  row->setContentsMargins(16, 0, 16, 0);
   row->addWidget(kinds_);
   row->addStretch(1);
-  auto* hint = new ElidedLabel(Type::small, &Colors::textSecondary, Qt::ElideRight);
+  auto* hint = new ElidedLabel(Type::small, &Colors::textTertiary, Qt::ElideRight);
   hint->setText(page.hint);
   row->addWidget(hint);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
+  column->addSpacing((metrics().filterRow - metrics().controlCompact) / 2);
   column->addLayout(row);
+  column->addSpacing((metrics().filterRow - metrics().controlCompact) / 2 - 1);
   column->addWidget(new Hairline(&Colors::lineSubtle));
   column->addWidget(grid_, 1);
   auto* room = new QVBoxLayout(emptyRoom_);
@@ -182,6 +184,8 @@ void SavedReferencesView::build() {
   tools->addWidget(search_);
   tools->addWidget(add);
 }
+
+void SavedReferencesView::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), colors().surfaceCanvas); }
 
 QString SavedReferencesView::title() const { return references_.page(scope_, {}, {}).title; }
 QString SavedReferencesView::countText() const { return references_.page(scope_, {}, {}).countText; }
@@ -211,7 +215,8 @@ void SavedReferencesView::openMenu(QUuid reference, QPoint at) {
     });
   places->setEnabled(!places->isEmpty());
   menu->addSeparator();
-  menu->addAction(texts::deleteReference(), this, [this, reference] { references_.remove(reference); });
+  QAction* remove = menu->addAction(texts::deleteReference(), this, [this, reference] { references_.remove(reference); });
+  remove->setProperty("tone", u"danger"_s);
   menu->popup(at);
 }
 

@@ -54,6 +54,9 @@ class SavedReferencesView final : public QWidget {
  Q_SIGNALS:
   void titleChanged();
 
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
  private:
   void build();
   void refresh();

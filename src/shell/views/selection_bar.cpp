@@ -21,7 +21,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kPadding = 16;
-constexpr int kGap = 4;
+constexpr int kGap = 6;
+constexpr int kNumber = 18;   // the count, a disc when it is short
+constexpr int kNumberPad = 5;
 
 constexpr ActionId kStatuses[] = {ActionId::statusDraft, ActionId::statusShortlist, ActionId::statusApproved,
                                   ActionId::statusFinal, ActionId::statusRejected};
@@ -45,13 +47,15 @@ SelectionBar::SelectionBar(const Menus& menus, Presenters presenters, QWidget* p
   setAccessibleName(texts::selectionZone());
   setFixedHeight(metrics().filterRow);
   number_->setWeight(Weight::semibold);
-  number_->setContentsMargins(7, 1, 7, 1);
-  word_->setWeight(Weight::semibold);
+  number_->setContentsMargins(kNumberPad, 0, kNumberPad, 0);
+  number_->setAlignment(Qt::AlignCenter);
+  number_->setMinimumWidth(kNumber);
+  number_->setFixedHeight(kNumber);
+  word_->setWeight(Weight::medium);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(kPadding, 0, kPadding, 1);
   row->setSpacing(kGap);
   row->addWidget(number_, 0, Qt::AlignVCenter);
-  row->addSpacing(4);
   row->addWidget(word_);
   row->addSpacing(12);
   addActions();
@@ -60,6 +64,7 @@ SelectionBar::SelectionBar(const Menus& menus, Presenters presenters, QWidget* p
   row->addStretch(1);
   row->addWidget(iconAction(ActionId::moveToTrash, u"trash-2"_s));
   auto* clear = new IconButton(u"x"_s, texts::clearSelection(), u"Esc"_s);
+  clear->setControlSize(ControlSize::compact);
   connect(clear, &IconButton::clicked, this, [this] { on_.state->select({}); });
   row->addWidget(clear);
   connect(on_.actions, &ActionsPresenter::changed, this, &SelectionBar::refresh);
@@ -72,6 +77,7 @@ void SelectionBar::addActions() {
     const QString title = actionRow(id).title;
     auto* button = new Button(id == ActionId::moveToProject ? QString(title).remove(u'…') : title, ButtonVariant::quiet);
     button->setIconName(icon);
+    button->setControlSize(ControlSize::compact);
     connect(button, &Button::clicked, this, [this, action = id] { on_.actions->trigger(action); });
     layout()->addWidget(button);
     actions_.push_back({id, icon, button});
@@ -81,6 +87,7 @@ void SelectionBar::addActions() {
 void SelectionBar::addStatus() {
   status_ = new Button(texts::statusMenu(), ButtonVariant::quiet);
   status_->setTrailingIconName(u"chevron-down"_s);
+  status_->setControlSize(ControlSize::compact);
   connect(status_, &Button::clicked, this, &SelectionBar::openStatuses);
   layout()->addWidget(status_);
 }
@@ -88,6 +95,7 @@ void SelectionBar::addStatus() {
 QWidget* SelectionBar::iconAction(ActionId id, const QString& iconName) {
   const QString keys = QKeySequence(actionRow(id).shortcut, QKeySequence::PortableText).toString(QKeySequence::NativeText);
   auto* button = new IconButton(iconName, actionRow(id).title, keys);
+  button->setControlSize(ControlSize::compact);
   connect(button, &IconButton::clicked, this, [this, id] { on_.actions->trigger(id); });
   icons_.emplace_back(id, button);
   return button;

@@ -162,7 +162,7 @@ void PlacePicture::paintWork(QPainter& painter, const QRect& area) {
   const JobDisplay& job = place_.job;
   const bool failed = job.state == JobState::failed;
   const int middle = area.center().y();
-  paintJobIcon(painter, QRectF(area.left(), middle - 56, area.width(), kIcon + 8), job.state);
+  paintJobIcon(painter, QRectF(area.left(), middle - 56, area.width(), kIcon + 8), job.state, kIcon);
   const int width = std::min(area.width() - 24, kMessage);
   const QRect words(area.center().x() - width / 2, middle - 16, width, failed ? 60 : 20);
   const QString text = failed && !job.message.isEmpty() ? job.message : job.detail;

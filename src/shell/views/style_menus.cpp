@@ -58,7 +58,7 @@ QString withoutMnemonic(QString text) {
 ItemTexts textsOf(const QStyleOptionMenuItem& item) {
   const qsizetype tab = item.text.indexOf(u'\t');
   if (tab < 0) return {withoutMnemonic(item.text), {}};
-  return {withoutMnemonic(item.text.left(tab)), item.text.mid(tab + 1)};
+  return {withoutMnemonic(item.text.left(tab)), shownKeys(item.text.mid(tab + 1))};
 }
 
 // A row that removes something says so by its colour too.
@@ -74,6 +74,16 @@ QColor titleColor(const QStyleOptionMenuItem& item, const QWidget* menu) {
 }
 
 }  // namespace
+
+QString shownKeys(const QString& shortcut) {
+  QString keys = shortcut;
+  const bool plus = keys.endsWith(u'+');  // the key itself
+  if (plus) keys.chop(1);
+  keys.replace(u'+', u' ');
+  if (plus) keys.append(u'+');
+  if (keys == u"Del"_s || keys.endsWith(u" Del"_s)) keys.replace(keys.size() - 3, 3, u"Delete"_s);
+  return keys;
+}
 
 void roundMenuCorners(QWidget& menu) { menu.installEventFilter(new RoundedCorners(&menu)); }
 

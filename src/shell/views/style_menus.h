@@ -11,6 +11,8 @@ namespace sorvan::views {
 void paintMenuPanel(QPainter& painter, const QRect& area);
 void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, const QWidget* menu);
 void paintMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item);
+// The keys of a shortcut as a row shows them, side by side: "Ctrl C", "Delete".
+QString shownKeys(const QString& shortcut);
 QSize menuItemSize(const QStyleOptionMenuItem& item);
 QSize menuBarItemSize(const QStyleOptionMenuItem& item);
 

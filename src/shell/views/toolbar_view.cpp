@@ -16,6 +16,8 @@ namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+constexpr int kLeft = 16;
+constexpr int kLeftOfBack = 9;  // its arrow stands where a title begins
 constexpr int kSearchWidth = 190;
 constexpr std::chrono::milliseconds kTypingPause{120};
 constexpr int kTabsAt = 3;  // after Back, the title and the count
@@ -51,6 +53,7 @@ ToolbarView::ToolbarView(QWidget* parent)
   setAccessibleName(texts::toolbarZone());
   setFixedHeight(metrics().toolbar);
   back_->setIconName(u"chevron-left"_s);
+  back_->setSnug();
   inspector_->setCheckable(true);
   slider_->setRange(metrics().galleryRowHeightMin, metrics().galleryRowHeightMax);
   slider_->setFixedWidth(60);
@@ -64,7 +67,7 @@ ToolbarView::ToolbarView(QWidget* parent)
   sizes->addWidget(new IconView(u"image"_s, 16, &Colors::textTertiary));
   auto* row = new QHBoxLayout(this);
   row_ = row;
-  row->setContentsMargins(16, 0, 12, 1);
+  row->setContentsMargins(kLeft, 0, 12, 1);
   row->setSpacing(8);
   row->addWidget(back_);
   row->addWidget(title_);
@@ -121,6 +124,7 @@ void ToolbarView::setBack(const QString& title, const QString& keys) {
   back_->setToolTip(texts::back() + u"  "_s + (keys.isEmpty() ? u"Alt+Left"_s : keys));
   back_->setAccessibleDescription(keys);
   back_->setVisible(!title.isEmpty());
+  row_->setContentsMargins(title.isEmpty() ? kLeft : kLeftOfBack, 0, 12, 1);
 }
 
 void ToolbarView::setTabs(const std::vector<ModeKind>& tabs, ModeKind current) {

@@ -114,6 +114,7 @@ WelcomeView::WelcomeView(const WelcomeDisplay& display, QWidget* parent)
   choose->setIconName(u"folder"_s);
   useDefault_->setAccessibleDescription(display.defaultHelp);
   useDefault_->setMinimumHeight(42);
+  choose->setMinimumHeight(38);
   column->addSpacing(22);
   column->addWidget(name);
   column->addSpacing(8);
@@ -130,6 +131,7 @@ WelcomeView::WelcomeView(const WelcomeDisplay& display, QWidget* parent)
   column->addWidget(rule);
   column->addSpacing(18);
   auto* note = new Paragraph(display.note, Type::small, &Colors::textTertiary);
+  note->setLineDistance(18);
   note->setFixedWidth(kNoteWidth);
   column->addWidget(note);
   connect(useDefault_, &Button::clicked, this, &WelcomeView::defaultChosen);

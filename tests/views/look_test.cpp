@@ -1,0 +1,162 @@
+// How the parts of the windows look, where a look needs more than a colour: what stands beside what, and how high.
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QLayout>
+#include <QTextEdit>
+
+#include "shell/views/controls.h"
+#include "shell/views/feedback.h"
+#include "shell/views/fields.h"
+#include "shell/views/history_row.h"
+#include "shell/views/icons.h"
+#include "shell/views/labels.h"
+#include "shell/views/painting.h"
+#include "shell/views/style_menus.h"
+#include "views/dressed.h"
+
+namespace sorvan::views {
+namespace {
+using namespace Qt::Literals::StringLiterals;
+
+class LookTest : public Dressed {
+ protected:
+  static QImage pictureOf(QWidget& widget) { return widget.grab().toImage(); }
+
+  static Toast toastOf(const QString& text, const QString& second) {
+    Toast toast;
+    toast.text = text;
+    toast.secondLine = second;
+    toast.actionTitle = u"Undo"_s;
+    return toast;
+  }
+};
+
+// The first and the last row of `column` that is not of the ground's colour.
+std::pair<int, int> inked(const QImage& picture, const QRect& area, QColor ground) {
+  int first = -1;
+  int last = -1;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    for (int x = area.left(); x <= area.right(); ++x) {
+      if (picture.pixelColor(x, y) == ground) continue;
+      if (first < 0) first = y;
+      last = y;
+    }
+  }
+  return {first, last};
+}
+
+TEST_F(LookTest, AMenuRowShowsItsKeysSideBySide) {
+  EXPECT_EQ(shownKeys(u"Ctrl+Shift+C"_s), u"Ctrl Shift C"_s);
+  EXPECT_EQ(shownKeys(u"Ctrl++"_s), u"Ctrl +"_s);
+  EXPECT_EQ(shownKeys(u"+"_s), u"+"_s);
+  EXPECT_EQ(shownKeys(u"Del"_s), u"Delete"_s);
+  EXPECT_EQ(shownKeys(u"Shift+Del"_s), u"Shift Delete"_s);
+  EXPECT_EQ(shownKeys({}), QString());
+}
+
+TEST_F(LookTest, AShortToastHasItsActionBesideTheText) {
+  ToastCard card(toastOf(u"12 items moved to Trash"_s, {}));
+  const int height = card.layout()->heightForWidth(card.width());
+  show(card, {card.width(), height});
+  auto* action = named<Button>(card, u"Undo"_s);
+  auto* text = card.findChild<Paragraph*>();
+  ASSERT_TRUE(action && text);
+  EXPECT_GE(action->mapTo(&card, QPoint()).x(), text->mapTo(&card, QPoint(text->width(), 0)).x());
+  EXPECT_EQ(action->variant(), ButtonVariant::link);
+}
+
+TEST_F(LookTest, AToastOfMoreWordsHasItsActionBelowThem) {
+  ToastCard card(toastOf(u"A job you cancelled had already finished, so its credits were spent."_s, {}));
+  const int height = card.layout()->heightForWidth(card.width());
+  show(card, {card.width(), height});
+  auto* action = named<Button>(card, u"Undo"_s);
+  auto* text = card.findChild<Paragraph*>();
+  ASSERT_TRUE(action && text);
+  EXPECT_GE(action->mapTo(&card, QPoint()).y(), text->mapTo(&card, QPoint(0, text->height())).y());
+  ToastCard two(toastOf(u"Saved"_s, u"The quay at dawn"_s));
+  auto* below = named<Button>(two, u"Undo"_s);
+  ASSERT_TRUE(below);
+  EXPECT_EQ(below->variant(), ButtonVariant::secondary);
+}
+
+TEST_F(LookTest, APopUpButtonIsAsHighAsAField) {
+  QComboBox choice;
+  choice.addItems({u"Character"_s, u"Product"_s});
+  EXPECT_EQ(choice.sizeHint().height(), metrics().field);
+  show(choice, {200, metrics().field});
+  const QImage picture = pictureOf(choice);
+  EXPECT_EQ(picture.pixelColor(100, 3), colors().surfaceInset);
+  const auto [first, last] = inked(picture, QRect(178, 4, 18, metrics().field - 8), colors().surfaceInset);
+  EXPECT_GT(first, 0) << "no double chevron at the end";
+  EXPECT_LT(first, metrics().field / 2);
+  EXPECT_GT(last, metrics().field / 2);
+}
+
+TEST_F(LookTest, ATextOfSeveralLinesStandsInAFieldWithRoundCorners) {
+  QWidget sheet;
+  QTextEdit text(&sheet);
+  text.setGeometry(20, 20, 200, 60);
+  show(sheet, {240, 100});
+  const QImage picture = pictureOf(sheet);
+  EXPECT_EQ(picture.pixelColor(20, 20), picture.pixelColor(10, 10)) << "the corner is not round";
+  EXPECT_EQ(picture.pixelColor(120, 70), colors().surfaceInset);
+  EXPECT_NE(picture.pixelColor(20, 50), colors().surfaceInset) << "no border";
+}
+
+TEST_F(LookTest, ATextFieldKeepsItsTextOffTheButtonInside) {
+  TextField field(u"Seed"_s);
+  auto* roll = new IconButton(u"dices"_s, u"Random Seed"_s);
+  roll->setControlSize(ControlSize::compact);
+  field.setInnerControl(roll);
+  show(field, {154, metrics().field});
+  EXPECT_TRUE(field.rect().contains(roll->geometry()));
+  EXPECT_GT(roll->x(), field.width() / 2);
+  EXPECT_GE(field.textMargins().right(), roll->width());
+  EXPECT_TRUE(roll->isVisible());
+}
+
+TEST_F(LookTest, TheWordsOfAJobStandInTheMiddleOfItsRow) {
+  JobDisplay job;
+  job.prompt = u"HHHH"_s;
+  job.state = JobState::cancelled;
+  const auto middleOf = [&job](const QString& detail) {
+    job.detail = detail;
+    QImage picture(900, historyRowHeight, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(colors().surfaceCanvas);
+    QPainter painter(&picture);
+    paintHistoryRow(painter, picture.rect(), job, {});
+    painter.end();
+    const HistoryColumns columns(900);
+    const auto [first, last] =
+        inked(picture, QRect(columns.words, 1, columns.wordsEnd - columns.words, historyRowHeight - 3), colors().surfaceCanvas);
+    return (first + last) / 2;
+  };
+  EXPECT_NEAR(middleOf(u"HHHH"_s), historyRowHeight / 2, 2);
+  EXPECT_NEAR(middleOf(u"HHHH "_s.repeated(16)), historyRowHeight / 2, 2);
+}
+
+TEST_F(LookTest, CountsTheLinesOfAParagraph) {
+  const TextLine words{u"one two three four five six seven eight nine ten"_s, fontFor(Type::body), {}};
+  EXPECT_EQ(paragraphLines(words, 4000, 3), 1);
+  const int lines = paragraphLines(words, 150, 9);
+  EXPECT_GE(lines, 2);
+  EXPECT_LE(lines, 4);
+  EXPECT_EQ(paragraphLines(words, 150, lines - 1), lines - 1);
+  EXPECT_EQ(paragraphLines({{}, fontFor(Type::body), {}}, 150, 2), 0);
+}
+
+TEST_F(LookTest, ASpinnerIsAFaintRingWithAQuarterInFullColour) {
+  QImage picture(48, 48, QImage::Format_ARGB32_Premultiplied);
+  picture.fill(Qt::black);
+  QPainter painter(&picture);
+  paintSpinner(painter, picture.rect(), 48, Qt::white, 0);
+  painter.end();
+  EXPECT_GT(picture.pixelColor(37, 11).lightness(), 150) << "the quarter begins at the top and turns to the right";
+  const int faint = picture.pixelColor(11, 37).lightness();
+  EXPECT_GT(faint, 30);
+  EXPECT_LT(faint, 110);
+}
+
+}  // namespace
+}  // namespace sorvan::views
