@@ -10,6 +10,7 @@
 #include "shell/views/segmented_control.h"
 #include "shell/views/texts.h"
 #include "shell/views/theme.h"
+#include "shell/views/wall_texts.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -17,6 +18,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kDivider = 18;
+constexpr int kMargin = 16;
+constexpr int kSpacing = 8;
 
 std::vector<Segment> segmentsOf(const std::vector<QString>& names) {
   std::vector<Segment> segments;
@@ -30,12 +33,13 @@ FilterRow::FilterRow(FilterPresenter& filters, QWidget* parent)
     : QWidget(parent),
       filters_(filters),
       types_(new SegmentedControl(texts::mediaTypes(), segmentsOf(filters.types()), ControlSize::compact)),
+      more_(new IconButton(u"ellipsis"_s, texts::moreFilters())),
       clear_(new Button(texts::clearFilters(), ButtonVariant::link)) {
   setAccessibleName(texts::filterZone());
   setFixedHeight(metrics().filterRow);
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(16, 0, 16, 1);
-  row->setSpacing(8);
+  row->setContentsMargins(kMargin, 0, kMargin, 1);
+  row->setSpacing(kSpacing);
   row->addWidget(types_);
   auto* divider = new Hairline(&Colors::lineDefault, Qt::Vertical);
   divider->setFixedHeight(kDivider);
@@ -47,8 +51,11 @@ FilterRow::FilterRow(FilterPresenter& filters, QWidget* parent)
     connect(chip, &Chip::clicked, this, [this, index] { openChoices(static_cast<int>(index)); });
     connect(chip, &Chip::clearRequested, &filters_, [this, index] { filters_.choose(filters_.chips()[index].kind, 0); });
   }
+  more_->setControlSize(ControlSize::compact);
+  row->addWidget(more_);
   row->addWidget(clear_);
   row->addStretch(1);
+  connect(more_, &IconButton::clicked, this, &FilterRow::openHidden);
   connect(types_, &SegmentedControl::chosen, &filters_, &FilterPresenter::setType);
   connect(clear_, &Button::clicked, &filters_, &FilterPresenter::clear);
   connect(&filters_, &FilterPresenter::changed, this, &FilterRow::refresh);
@@ -72,39 +79,54 @@ void FilterRow::refresh() {
   fit();
 }
 
-// What does not fit goes from the right; the chips that are in use stay.
+// What does not fit goes from the right into a menu of its own; the chips that are in use stay.
 void FilterRow::fit() {
-  int room =
-      width() - 32 - types_->sizeHint().width() - 9 - (clear_->isVisibleTo(this) ? clear_->sizeHint().width() + 8 : 0);
+  const auto widthOf = [](const QWidget* part) { return part->sizeHint().width() + kSpacing; };
   const std::vector<FilterChip> states = filters_.chips();
+  int room = width() - 2 * kMargin - types_->sizeHint().width() - kSpacing - 1;
+  if (filters_.narrows()) room -= widthOf(clear_);
+  int wanted = 0;
+  for (const Chip* chip : chips_) wanted += widthOf(chip);
+  more_->setVisible(wanted > room);
+  if (wanted > room) room -= widthOf(more_);
   for (std::size_t index = 0; index < chips_.size(); ++index)
-    if (!states[index].value.isEmpty()) room -= chips_[index]->sizeHint().width() + 8;
+    if (!states[index].value.isEmpty()) room -= widthOf(chips_[index]);
   for (std::size_t index = 0; index < chips_.size(); ++index) {
-    if (!states[index].value.isEmpty()) {
-      chips_[index]->show();
-      continue;
-    }
-    room -= chips_[index]->sizeHint().width() + 8;
-    chips_[index]->setVisible(room >= 0);
+    const bool used = !states[index].value.isEmpty();
+    if (!used) room -= widthOf(chips_[index]);
+    chips_[index]->setVisible(used || room >= 0);
   }
 }
 
-void FilterRow::openChoices(int place) {
-  const FilterChip state = filters_.chips()[static_cast<std::size_t>(place)];
-  auto* menu = new QMenu(this);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->setAccessibleName(state.title);
-  auto* group = new QActionGroup(menu);
+void FilterRow::fillChoices(QMenu& menu, const FilterChip& state) {
+  menu.setAccessibleName(state.title);
+  auto* group = new QActionGroup(&menu);
   for (std::size_t index = 0; index < state.choices.size(); ++index) {
-    QAction* choice = menu->addAction(QString(state.choices[index]).replace(u'&', u"&&"_s));
+    QAction* choice = menu.addAction(QString(state.choices[index]).replace(u'&', u"&&"_s));
     choice->setCheckable(true);
     choice->setChecked(static_cast<int>(index) == state.current);
     group->addAction(choice);
     connect(choice, &QAction::triggered, &filters_,
             [this, kind = state.kind, index] { filters_.choose(kind, static_cast<int>(index)); });
   }
+}
+
+void FilterRow::openChoices(int place) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  fillChoices(*menu, filters_.chips()[static_cast<std::size_t>(place)]);
   Chip& chip = *chips_[static_cast<std::size_t>(place)];
   menu->popup(chip.mapToGlobal(QPoint(0, chip.height() + 4)));
+}
+
+void FilterRow::openHidden() {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setAccessibleName(texts::moreFilters());
+  const std::vector<FilterChip> states = filters_.chips();
+  for (std::size_t index = 0; index < chips_.size(); ++index)
+    if (chips_[index]->isHidden()) fillChoices(*menu->addMenu(states[index].title), states[index]);
+  menu->popup(more_->mapToGlobal(QPoint(0, more_->height() + 4)));
 }
 
 void FilterRow::resizeEvent(QResizeEvent*) { fit(); }

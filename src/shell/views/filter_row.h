@@ -7,11 +7,13 @@
 #include "shell/views/room.h"
 
 class QHBoxLayout;
+class QMenu;
 
 namespace sorvan::views {
 
 class Button;
 class Chip;
+class IconButton;
 class SegmentedControl;
 
 class FilterRow final : public QWidget {
@@ -29,10 +31,13 @@ class FilterRow final : public QWidget {
   void refresh();
   void fit();
   void openChoices(int chip);
+  void openHidden();
+  void fillChoices(QMenu& menu, const FilterChip& state);
 
   FilterPresenter& filters_;
   SegmentedControl* types_;
   std::vector<Chip*> chips_;
+  IconButton* more_;  // the filters that find no room in the row
   Button* clear_;
 };
 

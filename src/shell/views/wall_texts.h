@@ -11,6 +11,7 @@ inline QString ratingMenu() { return QStringLiteral("Rating"); }
 inline QString statusMenu() { return QStringLiteral("Status"); }
 inline QString moveToProjectMenu() { return QStringLiteral("Move to Project"); }
 inline QString orderMenu() { return QStringLiteral("Order"); }
+inline QString moreFilters() { return QStringLiteral("More Filters"); }
 inline QString wallMenu() { return QStringLiteral("Gallery"); }
 inline QString cancelGenerations(qsizetype count) {
   return count == 1 ? QStringLiteral("Cancel Generation") : QStringLiteral("Cancel %1 Generations").arg(count);
