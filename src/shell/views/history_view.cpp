@@ -31,12 +31,15 @@ constexpr int kSearch = 190;
 // The names of the columns, over the list.
 class ColumnHeads final : public QWidget {
  public:
-  ColumnHeads() { setFixedHeight(kColumnHeads); }
+  explicit ColumnHeads(const HistoryList& list) : list_(list) {
+    setFixedHeight(kColumnHeads);
+    connect(list.verticalScrollBar(), &QScrollBar::rangeChanged, this, qOverload<>(&QWidget::update));
+  }
 
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    const HistoryColumns columns(width());
+    const HistoryColumns columns(list_.viewport()->width());  // its scroll bar takes room
     const QFont font = fontFor(Type::caption, Weight::semibold);
     const QColor ink = colors().textTertiary;
     paintText(painter, QRect(columns.words, 0, columns.wordsEnd - columns.words, height()),
@@ -50,6 +53,9 @@ class ColumnHeads final : public QWidget {
                 {texts::costColumn(), font, ink, Qt::AlignRight | Qt::AlignVCenter});
     painter.fillRect(QRect(0, height() - 1, width(), 1), colors().lineSubtle);
   }
+
+ private:
+  const HistoryList& list_;
 };
 
 }  // namespace
@@ -335,7 +341,7 @@ HistoryView::HistoryView(HistorySource& source, ThumbnailStore& thumbnails, QWid
   column->setSpacing(0);
   column->addLayout(row);
   column->addWidget(new Hairline);
-  column->addWidget(new ColumnHeads);
+  column->addWidget(new ColumnHeads(*list_));
   column->addWidget(list_, 1);
   connect(segments_, &SegmentedControl::chosen, this,
           [this](int index) { Q_EMIT segmentChosen(static_cast<JobSegment>(index)); });

@@ -22,6 +22,7 @@ ZoomBar::ZoomBar(PictureCanvas& canvas, QWidget* parent)
   size_->setAlignment(Qt::AlignCenter);
   fit_->setToolTip(texts::fitHelp() + u"  Z"_s);
   fit_->setCheckable(true);
+  fit_->setControlSize(ControlSize::compact);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(2);
