@@ -119,6 +119,7 @@ inline const QString lineageDeletedText = QStringLiteral(
     "This item was deleted for good. Its place is kept so the items made from it stay connected.");
 inline const QString lineageExplanation =
     QStringLiteral("Assets with multiple parents appear once. All direct relationships are listed in the inspector.");
+inline const QString lineageKeys = QStringLiteral("Return · Escape");
 inline const QString lineageGoesBack = QStringLiteral("Return · Escape goes back");
 inline QString lineageCount(qsizetype count) {
   return count == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(count);

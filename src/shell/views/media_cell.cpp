@@ -142,7 +142,7 @@ void paintHoverTexts(QPainter& painter, const QRect& area, const GalleryCell& ce
 void paintBadgeIcon(QPainter& painter, const QString& name, const QRectF& place) {
   const Colors& c = colors();
   if (name == u"loader-circle"_s)
-    return paintTurnedIcon(painter, name, place, 12, Theme::instance().colorsOf(Look::dark).accentText, spinnerDegrees());
+    return paintSpinner(painter, place, 12, Theme::instance().colorsOf(Look::dark).accentText, spinnerDegrees());
   const bool filled = name == u"play"_s;
   paintIcon(painter, name, place, filled ? 10 : 12,
             {c.pictureBadgeText, filled ? IconFill::filled : IconFill::outline});
