@@ -5,7 +5,14 @@ using namespace Qt::Literals::StringLiterals;
 
 std::vector<ComponentSheet> componentSheets() {
   const QString pictures = u":/sorvan/samples"_s;
-  return {{"Controls", [] { return controlsSheet(); }, 60},
+  return {{"Buttons", buttonsSheet, 60},
+          {"Choices", choicesSheet, 60},
+          {"Looks", looksSheet, 16},
+          {"Fields", [pictures] { return fieldsSheet(pictures); }, 30},
+          {"Menus", menusSheet, 40},
+          {"Feedback", feedbackSheet, 40},
+          {"Strip", stripSheet, 40},
+          {"Sidebar", [pictures] { return sidebarSheet(pictures); }, 30},
           {"MediaCells", [pictures] { return mediaSheet(pictures); }, 40},
           {"Foundations", [] { return foundationsSheet(); }, 60},
           {"Players", [pictures] { return playersSheet(pictures); }, 40},

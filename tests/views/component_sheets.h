@@ -11,7 +11,14 @@
 namespace sorvan::views {
 
 // In the look that is on now; sized to hold everything. `pictures` is a folder with the sample pictures.
-std::unique_ptr<QWidget> controlsSheet();
+std::unique_ptr<QWidget> buttonsSheet();
+std::unique_ptr<QWidget> choicesSheet();
+std::unique_ptr<QWidget> looksSheet();
+std::unique_ptr<QWidget> fieldsSheet(const QString& pictures);
+std::unique_ptr<QWidget> menusSheet();
+std::unique_ptr<QWidget> feedbackSheet();
+std::unique_ptr<QWidget> stripSheet();
+std::unique_ptr<QWidget> sidebarSheet(const QString& pictures);
 std::unique_ptr<QWidget> mediaSheet(const QString& pictures);
 std::unique_ptr<QWidget> foundationsSheet();
 std::unique_ptr<QWidget> playersSheet(const QString& pictures);

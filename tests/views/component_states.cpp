@@ -34,7 +34,9 @@ void send(QWidget& target, QEvent::Type type, QPoint at, Qt::MouseButton button)
   QCoreApplication::sendEvent(&target, &event);
 }
 
-void hover(QWidget& part, QPoint at) {
+}  // namespace
+
+void hoverAt(QWidget& part, QPoint at) {
   QWidget& target = whereEventsGo(part);
   part.setAttribute(Qt::WA_UnderMouse);
   target.setAttribute(Qt::WA_UnderMouse);
@@ -47,10 +49,12 @@ void hover(QWidget& part, QPoint at) {
   send(target, QEvent::MouseMove, at, Qt::NoButton);
 }
 
-void press(QWidget& part, QPoint at) {
-  hover(part, at);
+void pressAt(QWidget& part, QPoint at) {
+  hoverAt(part, at);
   send(whereEventsGo(part), QEvent::MouseButtonPress, at, Qt::LeftButton);
 }
+
+namespace {
 
 // Holds one component on the sheet's ground.
 class Ground final : public Surface {
@@ -80,7 +84,11 @@ QPixmap withKeyboard(Ground& ground, QWidget& part, const std::function<void()>&
   if (enter) enter();
   QCoreApplication::sendEvent(&nobody, &release);
   QCoreApplication::sendPostedEvents();
-  return ground.grab();
+  const QPixmap picture = ground.grab();
+  // Whatever is shown next is not worked with by keys.
+  QMouseEvent pressed(QEvent::MouseButtonPress, QPointF(), QPointF(), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&nobody, &pressed);
+  return picture;
 }
 
 QLabel* pictureOf(const QPixmap& picture) {
@@ -95,11 +103,11 @@ QLabel* pictureOf(const QPixmap& picture) {
 State normalState() { return {u"Normal"_s}; }
 
 State hoverState() {
-  return {u"Hover"_s, [](QWidget&, QWidget& part) { hover(part, part.rect().center()); }};
+  return {u"Hover"_s, [](QWidget&, QWidget& part) { hoverAt(part, part.rect().center()); }};
 }
 
 State pressedState() {
-  return {u"Pressed"_s, [](QWidget&, QWidget& part) { press(part, part.rect().center()); }};
+  return {u"Pressed"_s, [](QWidget&, QWidget& part) { pressAt(part, part.rect().center()); }};
 }
 
 State focusState() { return {u"Focus"_s, {}, true}; }
@@ -109,11 +117,11 @@ State disabledState() {
 }
 
 State hoverState(const QString& name, QPoint at) {
-  return {name, [at](QWidget&, QWidget& part) { hover(part, at); }};
+  return {name, [at](QWidget&, QWidget& part) { hoverAt(part, at); }};
 }
 
 State pressedState(const QString& name, QPoint at) {
-  return {name, [at](QWidget&, QWidget& part) { press(part, at); }};
+  return {name, [at](QWidget&, QWidget& part) { pressAt(part, at); }};
 }
 
 std::vector<State> buttonStates() {

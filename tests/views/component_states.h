@@ -54,6 +54,10 @@ class Sample final : public QWidget {
   QString kind_;
 };
 
+// The pointer on this point of it, and a press there that lasts.
+void hoverAt(QWidget& part, QPoint at);
+void pressAt(QWidget& part, QPoint at);
+
 // Rows are components, columns are states.
 QWidget* stateGrid(const std::vector<Component>& rows, const std::vector<State>& columns);
 // For what is wide, or has states of its own: each state with its name above it, so many in a row.

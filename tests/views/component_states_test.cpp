@@ -25,23 +25,19 @@ class Mute final : public QAbstractButton {
   void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), Qt::red); }
 };
 
-std::unique_ptr<QWidget> sheetOf(const Component& component, const std::vector<State>& states) {
-  std::unique_ptr<QWidget> sheet = emptySheet(u"one"_s, u"One"_s);
-  auto* box = new QVBoxLayout;
-  box->addWidget(stateFlow(component, states, 5));
-  fillSheet(*sheet, box);
-  return sheet;
+std::unique_ptr<QWidget> sheetOfOne(const Component& component, const std::vector<State>& states) {
+  return sheetOf(u"one"_s, u"One"_s, {{component.name, stateFlow(component, states, 5)}});
 }
 
 using StatesOfOne = Dressed;
 
 TEST_F(StatesOfOne, AButtonLooksDifferentInEach) {
   const Component button{u"Button"_s, [] { return new Button(u"Export…"_s); }};
-  EXPECT_EQ(statesThatLookTheSame(*sheetOf(button, buttonStates())).toStdString(), "");
+  EXPECT_EQ(statesThatLookTheSame(*sheetOfOne(button, buttonStates())).toStdString(), "");
 }
 
 TEST_F(StatesOfOne, StatesThatAreNotPaintedAreNamed) {
-  const QString same = statesThatLookTheSame(*sheetOf({u"Mute"_s, [] { return new Mute; }}, buttonStates()));
+  const QString same = statesThatLookTheSame(*sheetOfOne({u"Mute"_s, [] { return new Mute; }}, buttonStates()));
   EXPECT_EQ(same.count(u'\n'), 10) << same.toStdString();
   EXPECT_TRUE(same.contains(u"Mute: “Focus” looks like “Normal”"_s));
 }
@@ -52,7 +48,7 @@ TEST_F(StatesOfOne, TheStateReachesThePartThatIsMeant) {
                          return row({new Button(u"One"_s), new Button(u"Other"_s)});
                        },
                        [](QWidget& whole) { return whole.findChildren<Button*>().last(); }};
-  const auto sheet = sheetOf(pair, {normalState(), disabledState()});
+  const auto sheet = sheetOfOne(pair, {normalState(), disabledState()});
   const QList<Sample*> samples = sheet->findChildren<Sample*>();
   ASSERT_EQ(samples.size(), 2);
   EXPECT_EQ(samples.last()->kind(), u"Button"_s);

@@ -63,6 +63,7 @@ class SampleComposer final : public ComposerPresenter {
   ModelBrowserPresenter* browser() override { return models; }
   MessageLine message() const override { return line; }
   QString draft() const override { return text; }
+  std::vector<PastPrompt> pastPrompts() const override { return past; }
   void editDraft(const QString& draft) override;
   void chooseOnlyModel(const QString& key) override;
   void setModelChosen(const QString& key, bool chosen) override;
@@ -92,6 +93,7 @@ class SampleComposer final : public ComposerPresenter {
   ModelBrowserPresenter* models = nullptr;
   MessageLine line;
   QString text;
+  std::vector<PastPrompt> past;
   QStringList calls;
 };
 

@@ -1,5 +1,6 @@
 #include "views/sheet_parts.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -47,7 +48,49 @@ QWidget* boxOf(const std::vector<QWidget*>& parts, int spacing) {
   return holder;
 }
 
+// Whatever tries to move its child elsewhere.
+class Pin final : public QWidget {
+ public:
+  explicit Pin(QWidget* popup) {
+    popup->setParent(this, Qt::Widget);
+    popup->setAttribute(Qt::WA_DeleteOnClose, false);
+    popup->ensurePolished();
+    QSize size = popup->sizeHint().expandedTo(popup->minimumSize()).boundedTo(popup->maximumSize());
+    if (popup->layout() && popup->layout()->hasHeightForWidth())
+      size.setHeight(popup->layout()->totalHeightForWidth(size.width()));
+    popup->resize(size);
+    popup->move(0, 0);
+    popup->installEventFilter(this);
+    setFixedSize(popup->size());
+    popup->show();
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* popup = static_cast<QWidget*>(watched);
+    if (event->type() == QEvent::Move && !popup->pos().isNull()) popup->move(0, 0);
+    return false;
+  }
+};
+
 }  // namespace
+
+QWidget* pinned(QWidget* popup) { return new Pin(popup); }
+
+std::unique_ptr<QWidget> sheetOf(const QString& name, const QString& title, const std::vector<Section>& sections) {
+  std::unique_ptr<QWidget> sheet = emptySheet(name, title);
+  auto* column = new QVBoxLayout;
+  column->setSpacing(4);
+  for (const Section& section : sections) {
+    auto* heading = new Label(section.title, Type::body);
+    heading->setWeight(Weight::semibold);
+    heading->setContentsMargins(0, 10, 0, 2);
+    column->addWidget(heading);
+    column->addWidget(section.content);
+  }
+  fillSheet(*sheet, column);
+  return sheet;
+}
 
 QWidget* inState(QAbstractButton* button, ControlState state) {
   button->setAttribute(Qt::WA_UnderMouse, state == ControlState::hover);

@@ -1,6 +1,7 @@
 #include "shell/views/fields.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "shell/views/icons.h"
@@ -27,7 +28,10 @@ void TextField::setIconName(const QString& iconName) {
   setMargins();
 }
 
-void TextField::setKeyHint(const QString& keys) { keyHint_ = keys; }
+void TextField::setKeyHint(const QString& keys) {
+  keyHint_ = keys;
+  setMargins();
+}
 
 void TextField::setInnerControl(QWidget* control) {
   inner_ = control;
@@ -52,9 +56,11 @@ void TextField::setInvalid(bool invalid) {
 bool TextField::isInvalid() const { return property(invalidProperty).toBool(); }
 
 void TextField::setMargins() {
-  const int end = inner_ ? inner_->width() : isInvalid() ? 28 : 6;
+  const int end = inner_ ? inner_->width() : isInvalid() || !keyHint_.isEmpty() ? 28 : 6;
   setTextMargins(iconName_.isEmpty() ? 6 : 28, 0, end, 0);
 }
+
+bool TextField::offersClear() const { return !keyHint_.isEmpty() && !text().isEmpty() && isEnabled() && !isReadOnly(); }
 
 void TextField::paintEvent(QPaintEvent* event) {
   QLineEdit::paintEvent(event);
@@ -62,12 +68,29 @@ void TextField::paintEvent(QPaintEvent* event) {
   const Colors& c = colors();
   if (!iconName_.isEmpty()) paintIcon(painter, iconName_, QRectF(10, 0, 16, height()), 14, {c.textTertiary});
   if (isInvalid()) paintIcon(painter, u"circle-alert"_s, QRectF(width() - 25, 0, 16, height()), 14, {c.dangerText});
-  if (keyHint_.isEmpty() || hasFocus() || !text().isEmpty()) return;
+  if (offersClear()) paintIcon(painter, u"x"_s, QRectF(width() - 25, 0, 16, height()), 14, {c.textSecondary});
+  if (!keyHint_.isEmpty() && !hasFocus() && text().isEmpty()) paintKeyHint(painter);
+}
+
+void TextField::paintKeyHint(QPainter& painter) const {
+  const Colors& c = colors();
   const QFont font = fontFor(Type::caption);
   const int room = textWidth(keyHint_, font) + 10;
   const QRect box(width() - room - 9, (height() - 17) / 2, room, 17);
   paintPanel(painter, box, metrics().radiusSmall, {}, c.lineDefault);
-  paintText(painter, box, {keyHint_, font, c.textTertiary, Qt::AlignCenter});
+  paintText(painter, box, {keyHint_, font, isEnabled() ? c.textTertiary : c.textDisabled, Qt::AlignCenter});
+}
+
+void TextField::mouseMoveEvent(QMouseEvent* event) {
+  const bool onCross = offersClear() && clearArea().contains(event->position().toPoint());
+  setCursor(onCross ? Qt::ArrowCursor : Qt::IBeamCursor);
+  QLineEdit::mouseMoveEvent(event);
+}
+
+void TextField::mousePressEvent(QMouseEvent* event) {
+  if (!offersClear() || !clearArea().contains(event->position().toPoint())) return QLineEdit::mousePressEvent(event);
+  clear();
+  Q_EMIT textEdited({});
 }
 
 void TextField::keyPressEvent(QKeyEvent* event) {

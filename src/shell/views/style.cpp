@@ -125,8 +125,6 @@ void SorvanStyle::drawControl(ControlElement element, const QStyleOption* option
   if (element == CE_MenuBarItem && item) return paintMenuBarItem(*painter, *item);
   if (element == CE_MenuBarEmptyArea || element == CE_MenuEmptyArea) return;
   if (element == CE_Splitter) return;
-  const auto* popUp = qstyleoption_cast<const QStyleOptionComboBox*>(option);
-  if (element == CE_ComboBoxLabel && popUp) return paintPopUpWords(*painter, *popUp);
   QProxyStyle::drawControl(element, option, painter, widget);
 }
 
@@ -135,8 +133,6 @@ void SorvanStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
   const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
   if (control == CC_ScrollBar && slider) return paintScrollBar(*painter, slider, scrollThumb(slider));
   if (control == CC_Slider && slider) return paintSlider(*painter, *slider);
-  const auto* popUp = qstyleoption_cast<const QStyleOptionComboBox*>(option);
-  if (control == CC_ComboBox && popUp) return paintPopUpButton(*painter, *popUp);
   QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
@@ -144,7 +140,6 @@ QRect SorvanStyle::subControlRect(ComplexControl control, const QStyleOptionComp
                                   const QWidget* widget) const {
   const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
   if (control == CC_Slider && slider && part == SC_SliderHandle) return sliderKnob(*slider);
-  if (control == CC_ComboBox && part == SC_ComboBoxEditField) return popUpWords(option->rect);
   if (control == CC_ScrollBar && slider) {
     if (part == SC_ScrollBarGroove) return option->rect;
     if (part == SC_ScrollBarSlider) return scrollThumb(slider);
@@ -161,10 +156,6 @@ QSize SorvanStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
   if (type == CT_PushButton) {
     const QSize hint = QProxyStyle::sizeFromContents(type, option, size, widget);
     return QSize(hint.width() + 12, metrics().controlRegular);
-  }
-  if (type == CT_ComboBox) {
-    const QSize hint = QProxyStyle::sizeFromContents(type, option, size, widget);
-    return QSize(hint.width() + 12, metrics().field);
   }
   if (type == CT_LineEdit) return QSize(size.width(), metrics().field);
   return QProxyStyle::sizeFromContents(type, option, size, widget);

@@ -12,7 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kKnobHalo = 2;
-constexpr int kPopUpPadding = 10;
 
 bool has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state.testFlag(flag); }
 bool hovered(const QStyleOption& option) { return has(option, QStyle::State_MouseOver) && has(option, QStyle::State_Enabled); }
@@ -100,24 +99,6 @@ void paintSlider(QPainter& painter, const QStyleOptionSlider& option) {
     paintPanel(painter, halo, halo.width() / 2, has(option, QStyle::State_Sunken) ? c.accentRing : c.accentSoft);
   }
   paintPanel(painter, knob, knob.width() / 2, enabled ? c.controlKnob : c.textDisabled, QColor(0, 0, 0, 70));
-}
-
-void paintPopUpButton(QPainter& painter, const QStyleOptionComboBox& option) {
-  const Colors& c = colors();
-  const bool enabled = has(option, QStyle::State_Enabled);
-  const bool open = has(option, QStyle::State_On) || has(option, QStyle::State_Sunken);
-  paintPanel(painter, option.rect, metrics().radiusControl, c.surfaceInset, fieldLine(option, false));
-  if (enabled && open)
-    paintRing(painter, option.rect, metrics().radiusControl, metrics().borderFocus, c.accentRing);
-  const QRect end(option.rect.right() - kPopUpPadding - 13, option.rect.top(), 14, option.rect.height());
-  paintIcon(painter, u"chevrons-up-down"_s, end, 14, {enabled ? c.textSecondary : c.textDisabled});
-}
-
-QRect popUpWords(const QRect& button) { return button.adjusted(kPopUpPadding, 0, -kPopUpPadding - 20, 0); }
-
-void paintPopUpWords(QPainter& painter, const QStyleOptionComboBox& option) {
-  const QColor ink = has(option, QStyle::State_Enabled) ? colors().textPrimary : colors().textDisabled;
-  paintText(painter, popUpWords(option.rect), {option.currentText, fontFor(Type::body), ink});
 }
 
 }  // namespace sorvan::views

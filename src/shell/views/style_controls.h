@@ -1,4 +1,4 @@
-// The style's part that draws the toolkit's own fields, ticks, sliders and pop-up buttons.
+// The style's part that draws the toolkit's own fields, ticks and sliders.
 #pragma once
 
 #include <QPainter>
@@ -14,9 +14,5 @@ void paintTick(QPainter& painter, const QStyleOption& option);
 void paintRadio(QPainter& painter, const QStyleOption& option);
 void paintSlider(QPainter& painter, const QStyleOptionSlider& option);
 QRect sliderKnob(const QStyleOptionSlider& option);
-// A pop-up button without and with its words: a field with a double chevron.
-void paintPopUpButton(QPainter& painter, const QStyleOptionComboBox& option);
-void paintPopUpWords(QPainter& painter, const QStyleOptionComboBox& option);
-QRect popUpWords(const QRect& button);
 
 }  // namespace sorvan::views
