@@ -1,15 +1,19 @@
 // Where one writes: fields, the prompt with its names, and the list that opens for a name.
+#include <QLabel>
+#include <QMenu>
+#include <QVBoxLayout>
+
+#include "shell/views/choice_field.h"
 #include "shell/views/fields.h"
 #include "shell/views/labels.h"
 #include "shell/views/mention_popup.h"
 #include "shell/views/painting.h"
 #include "shell/views/prompt_edit.h"
+#include "shell/views/text_area.h"
 #include "shell/views/thumbnail_store.h"
 #include "views/component_sheets.h"
 #include "views/component_states.h"
 #include "views/sheet_parts.h"
-
-#include <QVBoxLayout>
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -64,6 +68,44 @@ QWidget* fixedFields() {
     return made;
   };
   return stateFlow({u"Read only"_s, fixed}, {normalState(), focusState()}, 2);
+}
+
+ChoiceField* kind() {
+  auto* made = new ChoiceField(u"Kind"_s);
+  made->addItems({u"Generic"_s, u"Character"_s, u"Product"_s, u"Location"_s});
+  made->setCurrentIndex(2);
+  made->setFixedWidth(kField);
+  return made;
+}
+
+// The menu that opens over the field, as it opens.
+QWidget* openMenu() {
+  const std::unique_ptr<ChoiceField> field(kind());
+  field->showPopup();
+  auto* picture = new QLabel;
+  if (auto* menu = field->findChild<QMenu*>()) {
+    picture->setPixmap(menu->grab());
+    menu->setAttribute(Qt::WA_DeleteOnClose, false);
+    menu->close();
+  }
+  return picture;
+}
+
+QWidget* choiceFields() {
+  return row({stateFlow({u"Field of one of several values"_s, [] { return kind(); }},
+                        {normalState(), hoverState(), focusState(), disabledState()}, 2),
+              openMenu()});
+}
+
+QWidget* textAreas() {
+  const Component notes{u"Notes"_s, [] {
+                          auto* made = new TextArea(u"Notes"_s, u"What to keep in mind"_s);
+                          made->setPlainText(u"The label faces the light.\nNever crop the lid."_s);
+                          made->setFixedSize(kField, 62);
+                          return made;
+                        }};
+  const State empty{u"Empty"_s, [](QWidget&, QWidget& part) { static_cast<TextArea&>(part).clear(); }};
+  return stateFlow(notes, {normalState(), empty, focusState(), disabledState()}, 4);
 }
 
 // A prompt as it stands in the dock.
@@ -145,6 +187,8 @@ std::unique_ptr<QWidget> fieldsSheet(const QString& pictures) {
                                            {{u"Text fields"_s, fields()},
                                             {u"A field in error"_s, fieldsInError()},
                                             {u"Read only"_s, fixedFields()},
+                                            {u"One of several values"_s, choiceFields()},
+                                            {u"Several lines"_s, textAreas()},
                                             {u"Prompt editor"_s, prompts()},
                                             {u"Mention list"_s, mentionLists(*thumbnails, pictures)}});
   QObject::connect(sheet.get(), &QObject::destroyed, thumbnails, &QObject::deleteLater);
