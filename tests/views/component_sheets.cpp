@@ -10,6 +10,7 @@ std::vector<ComponentSheet> componentSheets() {
           {"Looks", looksSheet, 16},
           {"Fields", [pictures] { return fieldsSheet(pictures); }, 30},
           {"Menus", menusSheet, 40},
+          {"Pickers", pickersSheet, 20},
           {"Feedback", feedbackSheet, 40},
           {"Strip", stripSheet, 40},
           {"Sidebar", [pictures] { return sidebarSheet(pictures); }, 30},

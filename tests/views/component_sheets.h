@@ -16,6 +16,7 @@ std::unique_ptr<QWidget> choicesSheet();
 std::unique_ptr<QWidget> looksSheet();
 std::unique_ptr<QWidget> fieldsSheet(const QString& pictures);
 std::unique_ptr<QWidget> menusSheet();
+std::unique_ptr<QWidget> pickersSheet();
 std::unique_ptr<QWidget> feedbackSheet();
 std::unique_ptr<QWidget> stripSheet();
 std::unique_ptr<QWidget> sidebarSheet(const QString& pictures);

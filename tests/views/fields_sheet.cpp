@@ -143,7 +143,7 @@ QWidget* prompts() {
                     }};
   const State selected{u"Focus, with a selection"_s,
                        [](QWidget&, QWidget& part) { static_cast<PromptEdit&>(part).selectAll(); }, true};
-  return stateFlow(prompt, {normal, empty, focusState(), selected, disabledState()}, 2);
+  return stateFlow(prompt, {normal, empty, focusState(), selected, disabledState()}, 3);
 }
 
 MentionOffer offer(const QString& pictures) {
@@ -176,7 +176,7 @@ QWidget* mentionLists(ThumbnailStore& thumbnails, const QString& pictures) {
                          u"No references yet. Attach an image with the Reference button, or save one to reuse it here."_s;
                      static_cast<MentionList&>(part).setOffer(empty);
                    }};
-  return stateFlow(list, {normalState(), second, none}, 2);
+  return stateFlow(list, {normalState(), second, none}, 3);
 }
 
 }  // namespace

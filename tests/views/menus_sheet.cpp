@@ -96,6 +96,11 @@ void offerPayment(PayWithDisplay& pay) {
   pay.account = u"Open Account"_s;
 }
 
+// The sample goes after the widgets that show it.
+void keepWith(QWidget& sheet, QObject* sample) {
+  QObject::connect(&sheet, &QObject::destroyed, sample, &QObject::deleteLater);
+}
+
 std::vector<PastPrompt> pastPrompts() {
   return {{QUuid::createUuid(), u"Tin on slate, rain behind the window"_s, u"Tin on slate, rain behind the window"_s},
           {{}, u"Harbour wall at dusk, long exposure, gulls above the water, the last light on the sails of the boats"_s, {}}};
@@ -106,15 +111,22 @@ std::vector<PastPrompt> pastPrompts() {
 std::unique_ptr<QWidget> menusSheet() {
   auto* composer = new SampleComposer;
   composer->past = pastPrompts();
-  offerPayment(composer->shown.payWith);
   auto* empty = new SampleComposer;
   std::unique_ptr<QWidget> sheet =
       sheetOf(u"menus"_s, u"Menus and popovers"_s,
-              {{u"Menus"_s, menus()},
-               {u"Prompt history"_s, histories(*composer, *empty)},
-               {u"Model picker, who pays"_s, row({picker(*composer), payer(*composer)})}});
-  for (SampleComposer* sample : {composer, empty})
-    QObject::connect(sheet.get(), &QObject::destroyed, sample, &QObject::deleteLater);
+              {{u"Menus"_s, menus()}, {u"Prompt history"_s, histories(*composer, *empty)}});
+  keepWith(*sheet, composer);
+  keepWith(*sheet, empty);
+  return sheet;
+}
+
+std::unique_ptr<QWidget> pickersSheet() {
+  auto* composer = new SampleComposer;
+  offerPayment(composer->shown.payWith);
+  std::unique_ptr<QWidget> sheet =
+      sheetOf(u"pickers"_s, u"Models and payment"_s,
+              {{u"Model picker, who pays"_s, row({picker(*composer), payer(*composer)})}});
+  keepWith(*sheet, composer);
   return sheet;
 }
 
