@@ -1,6 +1,7 @@
 // A test that is run once for each component sheet in each look.
 #pragma once
 
+#include "shell/views/feedback.h"
 #include "views/component_sheets.h"
 #include "views/dressed.h"
 
@@ -17,7 +18,11 @@ class EverySheet : public Dressed, public testing::WithParamInterface<std::tuple
   }
 
  protected:
-  EverySheet() { Theme::instance().setAppearance(std::get<0>(GetParam())); }
+  EverySheet() {
+    Theme::instance().setAppearance(std::get<0>(GetParam()));
+    holdMotion(500);  // what turns would differ from picture to picture
+  }
+  ~EverySheet() override { holdMotion({}); }
   static const ComponentSheet& sheet() { return std::get<1>(GetParam()); }
 };
 

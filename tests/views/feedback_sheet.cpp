@@ -78,18 +78,27 @@ QWidget* alerts() {
                     {u"Keep Working"_s, AlertButtonRole::primary, false})});
 }
 
-class TravellingLine final : public QWidget {
+class ProgressLine final : public QWidget {
  public:
-  TravellingLine() { setFixedSize(220, 3); }
+  explicit ProgressLine(bool still) : still_(still) { setFixedSize(220, 3); }
 
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    paintTravellingLine(painter, rect());
+    if (still_)
+      paintStillLine(painter, rect());
+    else
+      paintTravellingLine(painter, rect());
   }
+
+ private:
+  bool still_;
 };
 
-QWidget* progress() { return row({new Spinner(14), new Spinner(16), new Spinner(24), new TravellingLine}); }
+QWidget* progress() {
+  return row({new Spinner(14), new Spinner(16), new Spinner(24), column({caption(u"Travelling"_s), new ProgressLine(false)}),
+              column({caption(u"With reduced motion"_s), new ProgressLine(true)})});
+}
 
 QWidget* banner(bool warns, const QString& text, const QString& action) {
   auto* bar = new BannerBar;

@@ -219,6 +219,7 @@ void saveWindows(const QString& folder, QSize size) {
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   Theme::instance().dress(application);
+  holdMotion(500);  // the same pictures each time
   const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : u"."_s;
   QDir().mkpath(folder);
   for (const Appearance appearance : {Appearance::dark, Appearance::light}) {

@@ -36,6 +36,16 @@ QColor softOf(AlertTone tone) {
   return c.infoSoft;
 }
 
+std::optional<qint64> heldAt;
+
+// From one share of the track to another; what lies outside is not there.
+void paintPartOfLine(QPainter& painter, const QRectF& area, double start, double end) {
+  paintPanel(painter, area, 0, colors().controlTrack);
+  const double left = area.left() + std::max(0.0, start) * area.width();
+  const double right = area.left() + std::min(1.0, end) * area.width();
+  if (right > left) painter.fillRect(QRectF(left, area.top(), right - left, area.height()), colors().accentFill);
+}
+
 }  // namespace
 
 qint64 motionClock() {
@@ -44,23 +54,22 @@ qint64 motionClock() {
     timer.start();
     return timer;
   }();
+  if (heldAt) return *heldAt;
   return Theme::instance().reducedMotion() ? 0 : clock.elapsed();
 }
+
+void holdMotion(std::optional<qint64> milliseconds) { heldAt = milliseconds; }
 
 double spinnerDegrees() { return static_cast<double>(motionClock() % 1000) * 0.36; }
 
 void paintTravellingLine(QPainter& painter, const QRectF& area) {
-  const Colors& c = colors();
-  paintPanel(painter, area, 0, c.controlTrack);
-  const double pass = metrics().motionShimmer;
-  const double part = static_cast<double>(motionClock() % metrics().motionShimmer) / pass;
-  const bool still = Theme::instance().reducedMotion();
-  const double start = still ? 0 : (part * (1 + kLineShare) - kLineShare);
-  const double end = still ? 0.5 : start + kLineShare;
-  const double left = area.left() + std::max(0.0, start) * area.width();
-  const double right = area.left() + std::min(1.0, end) * area.width();
-  if (right > left) painter.fillRect(QRectF(left, area.top(), right - left, area.height()), c.accentFill);
+  if (Theme::instance().reducedMotion()) return paintStillLine(painter, area);
+  const double part = static_cast<double>(motionClock() % metrics().motionShimmer) / metrics().motionShimmer;
+  const double start = part * (1 + kLineShare) - kLineShare;
+  paintPartOfLine(painter, area, start, start + kLineShare);
 }
+
+void paintStillLine(QPainter& painter, const QRectF& area) { paintPartOfLine(painter, area, 0, 0.5); }
 
 Spinner::Spinner(int side, QWidget* parent) : QWidget(parent), side_(side) {
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

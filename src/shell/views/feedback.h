@@ -4,6 +4,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <optional>
+
 #include "shell/alerts_presenter.h"
 #include "shell/views/labels.h"
 
@@ -11,11 +13,16 @@ namespace sorvan::views {
 
 // Milliseconds since the program began, for everything that turns or travels; it stands still with reduced motion.
 qint64 motionClock();
+// Lets everything that turns or travels stand where it stands after so many milliseconds, for pictures of it;
+// without a value it goes on.
+void holdMotion(std::optional<qint64> milliseconds);
 // Where the spinner stands now, in degrees: one turn a second.
 double spinnerDegrees();
 
 // Paints the travelling line of unknown progress into `area`.
 void paintTravellingLine(QPainter& painter, const QRectF& area);
+// The same where nothing shall move.
+void paintStillLine(QPainter& painter, const QRectF& area);
 
 class Spinner final : public QWidget {
   Q_OBJECT
