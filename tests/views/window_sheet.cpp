@@ -14,6 +14,7 @@
 #include "views/component_sheets.h"
 #include "views/component_states.h"
 #include "views/sheet_parts.h"
+#include "views/state_stage.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -43,12 +44,7 @@ std::function<QWidget*(QWidget&)> ofClass(const QString& name) {
 
 QWidget* strips() {
   const std::vector<State> states{normalState(), hoverState(), pressedState(), focusState()};
-  const State openMenu{u"Menu title under the pointer"_s,
-                       [](QWidget&, QWidget& part) {
-                         auto& bar = static_cast<QMenuBar&>(part);
-                         bar.setActiveAction(bar.actions().front());
-                       }};
-  return column({stateFlow({u"Menu bar"_s, strip, ofClass(u"QMenuBar"_s)}, {normalState(), openMenu}, 2),
+  return column({stateFlow({u"Menu bar"_s, strip, ofClass(u"QMenuBar"_s)}, {normalState(), hoverState(u"Menu title under the pointer"_s, {20, 15})}, 2),
                  stateFlow({u"Activity"_s, strip, ofClass(u"ActivityPill"_s)}, states, 2),
                  stateFlow({u"Balance"_s, strip, ofClass(u"BalanceBadge"_s)}, states, 2)});
 }
@@ -154,6 +150,10 @@ std::unique_ptr<QWidget> stripSheet() {
 
 std::unique_ptr<QWidget> sidebarSheet(const QString& pictures) {
   auto* thumbnails = new ThumbnailStore;
+  // What has the keyboard is kept as a picture, in which nothing arrives later.
+  awaitThat([&] {
+    return thumbnails->picture(pictures + u"/tin_1.jpg"_s, {}, 18).state == ThumbnailStore::State::ready;
+  });
   std::unique_ptr<QWidget> sheet = sheetOf(u"sidebar"_s, u"Sidebar"_s,
                                            {{u"Rows"_s, rows(*thumbnails, pictures)},
                                             {u"Workspace"_s, workspaces()},
