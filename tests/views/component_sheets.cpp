@@ -11,7 +11,7 @@ std::vector<ComponentSheet> componentSheets() {
           {"Fields", [pictures] { return fieldsSheet(pictures); }, 30},
           {"Menus", menusSheet, 40},
           {"Pickers", pickersSheet, 20},
-          {"Feedback", feedbackSheet, 40},
+          {"Feedback", feedbackSheet, 30},
           {"Strip", stripSheet, 40},
           {"Sidebar", [pictures] { return sidebarSheet(pictures); }, 30},
           {"MediaCells", [pictures] { return mediaSheet(pictures); }, 40},

@@ -153,19 +153,22 @@ void BrowserRowView::keyPressEvent(QKeyEvent* event) {
 void BrowserRowView::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
-  if (hasFocus() || isAncestorOf(QApplication::focusWidget())) paintPanel(painter, rect(), kRadius, c.stateHover);
+  const bool focused = hasFocus() || isAncestorOf(QApplication::focusWidget());
+  if (focused) paintPanel(painter, rect(), kRadius, c.stateHover);
   paintTouch(painter, rect(), kRadius, *this);
   if (isUsable()) {
     paintModelBox(painter, rect(), true, chosen_);
   } else {
     paintIcon(painter, u"plus"_s, QRectF(12, 0, 16, modelRowHeight), 16, {c.textTertiary});
   }
-  paintModelRow(painter, rect(), look(), false);
+  ModelRowLook shown = look();
+  shown.shaded = focused || underMouse();
+  paintModelRow(painter, rect(), shown, false);
   if (row_.state == BrowserRowState::added)
     paintIcon(painter, u"circle-check"_s, QRectF(remove_->x() - 22, 0, 16, modelRowHeight), 16, {c.successText});
   if (row_.state == BrowserRowState::builtIn)
     paintText(painter, QRect(modelBoxColumn, 0, width() - kRightPad - modelBoxColumn, modelRowHeight),
-              {row_.stateText, fontFor(Type::small), c.textTertiary, Qt::AlignRight | Qt::AlignVCenter});
+              {row_.stateText, fontFor(Type::small), shown.shaded ? c.textTertiaryOnSelected : c.textTertiary, Qt::AlignRight | Qt::AlignVCenter});
 }
 
 }  // namespace sorvan::views

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kNameHeight = 14;
 constexpr int kFoot = 4;
+constexpr double kStroke = 1.5;
 
 }  // namespace
 
@@ -48,17 +49,29 @@ RatioButton::RatioButton(const RatioChoice& ratio, QSize size, QWidget* parent)
   setToolTip(ratio.name);
 }
 
-void RatioButton::paintEvent(QPaintEvent*) {
+QColor RatioButton::ink() const {
   const Colors& c = colors();
+  if (isDown()) return c.textPrimary;
+  if (!ratio_.offered) return c.textTertiary;
+  return isChecked() ? c.accentText : c.textSecondary;
+}
+
+void RatioButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   paintGround(painter);
-  const QColor ink = !ratio_.offered ? c.textDisabled : (isChecked() ? c.accentText : c.textSecondary);
   const int side = (width() + 1) / 3;
-  const QSizeF shape = QSizeF(ratio_.width, ratio_.height).scaled(side, side, Qt::KeepAspectRatio);
+  const QSizeF size = QSizeF(ratio_.width, ratio_.height).scaled(side, side, Qt::KeepAspectRatio);
   const QPointF middle(width() / 2.0, (height() - kNameHeight - kFoot) / 2.0);
-  paintRing(painter, QRectF(middle - QPointF(shape.width(), shape.height()) / 2, shape), 2, 1.5, ink);
+  const QRectF shape(middle - QPointF(size.width(), size.height()) / 2, size);
+  paintRing(painter, shape, 2, kStroke, ink());
+  if (!ratio_.offered) {
+    // It can still be chosen, so it stays readable and is struck through.
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(ink(), kStroke));
+    painter.drawLine(shape.bottomLeft(), shape.topRight());
+  }
   const QRect name(0, height() - kNameHeight - kFoot, width(), kNameHeight);
-  paintText(painter, name, {ratio_.ratio, fontFor(Type::caption), ink, Qt::AlignCenter});
+  paintText(painter, name, {ratio_.ratio, fontFor(Type::caption), ink(), Qt::AlignCenter});
 }
 
 }  // namespace sorvan::views

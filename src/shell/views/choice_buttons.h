@@ -36,6 +36,8 @@ class RatioButton final : public ChoiceButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  QColor ink() const;
+
   RatioChoice ratio_;
   QSize size_;
 };

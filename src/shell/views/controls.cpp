@@ -283,8 +283,9 @@ void Chip::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
   paintGround(painter);
-  QColor ink = tone_ == ChipTone::active ? c.accentText : (tone_ == ChipTone::quiet ? c.textSecondary : c.textPrimary);
-  QColor dim = tone_ == ChipTone::active ? c.accentText : c.textTertiary;
+  const QColor active = isDown() ? c.textPrimary : c.accentText;  // which is too faint under a press
+  QColor ink = tone_ == ChipTone::active ? active : (tone_ == ChipTone::quiet ? c.textSecondary : c.textPrimary);
+  QColor dim = tone_ == ChipTone::active ? active : c.textTertiary;
   if (!isEnabled()) ink = dim = c.textDisabled;
   if (!words_) return paintIcon(painter, iconName_, rect(), metrics().iconSmall, {dim});
   QRect inner = rect().adjusted(kChipPadding, 0, -kChipPadding, 0);
@@ -337,7 +338,7 @@ void TileButton::paintEvent(QPaintEvent*) {
   const bool hover = underMouse() && isEnabled();
   paintPanel(painter, rect(), 7, isChecked() ? c.stateSelected : c.stateHover);
   paintTouch(painter, rect(), 7, *this);
-  QColor ink = isChecked() ? c.accentText : (hover ? c.textPrimary : c.textSecondary);
+  QColor ink = isChecked() && !isDown() ? c.accentText : (hover || isDown() ? c.textPrimary : c.textSecondary);
   if (!isEnabled()) ink = c.textDisabled;
   paintIcon(painter, iconName_, QRectF(0, 7, width(), 18), metrics().iconRegular, {ink});
   paintText(painter, QRect(2, 28, width() - 4, 15), {text(), fontFor(Type::caption), ink, Qt::AlignCenter});

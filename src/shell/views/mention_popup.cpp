@@ -156,7 +156,7 @@ void MentionList::paintLine(QPainter& painter, const Line& line, const QRect& ar
   const int used = paintText(painter, QRect(left, area.y(), right - left, area.height()),
                              {u'@' + choice.handle, strong, colors().textPrimary});
   paintText(painter, QRect(left + used + 8, area.y(), std::max(0, right - left - used - 8), area.height()),
-            {choice.detail, fontFor(Type::small), colors().textTertiary});
+            {choice.detail, fontFor(Type::small), current ? colors().textTertiaryOnSelected : colors().textTertiary});
 }
 
 MentionPopup::MentionPopup(ThumbnailStore& thumbnails, QWidget* window)

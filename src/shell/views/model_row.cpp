@@ -68,7 +68,7 @@ void paintModelRow(QPainter& painter, const QRect& row, const ModelRowLook& look
   const Colors& c = colors();
   const int right = row.right() - kRightPad - look.actionWidth;
   const int top = row.top();
-  const QColor quiet = dimmed ? c.textDisabled : c.textTertiary;
+  const QColor quiet = dimmed ? c.textDisabled : (look.shaded ? c.textTertiaryOnSelected : c.textTertiary);
   // 1. The price, above the day that it is of.
   const QRect whole(modelBoxColumn, top, right - modelBoxColumn, modelRowHeight);
   const bool dated = !look.priceDate.isEmpty();
@@ -175,7 +175,9 @@ void ModelRow::paintEvent(QPaintEvent*) {
   if (hasFocus()) paintPanel(painter, rect(), kRadius, colors().stateHover);
   paintTouch(painter, rect(), kRadius, *this);
   paintModelBox(painter, rect(), severalAllowed_, model_.chosen);
-  paintModelRow(painter, rect(), look(), !model_.unsuitable.isEmpty() && !model_.chosen);
+  ModelRowLook shown = look();
+  shown.shaded = underMouse() || hasFocus();
+  paintModelRow(painter, rect(), shown, !model_.unsuitable.isEmpty() && !model_.chosen);
 }
 
 }  // namespace sorvan::views

@@ -19,6 +19,7 @@ struct ModelRowLook {
   QString price;
   QString priceDate;
   int actionWidth = 0;  // kept free at the right end
+  bool shaded = false;  // the pointer or the keyboard shades the row: its quiet words are stronger
 };
 
 // The part at the left of a row that adds the model instead of choosing it alone, in pixels.

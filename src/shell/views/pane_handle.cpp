@@ -72,11 +72,13 @@ void PaneHandle::focusOutEvent(QFocusEvent* event) {
 }
 
 void PaneHandle::paintEvent(QPaintEvent*) {
-  const bool held = grabbedAt_ || (hasFocus() && FocusRing::keyboardInUse());
-  if (!held && !underMouse()) return;
+  const Colors& c = colors();
+  QColor line = underMouse() ? c.controlBorder : QColor();
+  if (hasFocus() && FocusRing::keyboardInUse()) line = c.accentRing;
+  if (grabbedAt_) line = c.accentFill;
+  if (!line.isValid()) return;
   QPainter painter(this);
-  painter.fillRect(QRect((QWidget::width() - kLine) / 2, 0, kLine, height()),
-                   held ? colors().accentRing : colors().controlBorder);
+  painter.fillRect(QRect((QWidget::width() - kLine) / 2, 0, kLine, height()), line);
 }
 
 void PaneHandle::mousePressEvent(QMouseEvent* event) {

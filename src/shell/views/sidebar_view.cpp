@@ -78,7 +78,7 @@ void SidebarRowButton::paintEvent(QPaintEvent*) {
     paintIcon(painter, row_.iconName, icon, metrics().iconRegular, {row_.current ? c.accentText : c.textSecondary});
   if (narrow_) return;
   inner.setLeft(inner.left() + 16 + kGap);
-  QColor dim = row_.current ? c.textTertiaryOnSelected : c.textTertiary;
+  QColor dim = row_.current || dropHere_ || isDown() ? c.textTertiaryOnSelected : c.textTertiary;
   if (row_.attention) dim = c.warningText;
   const int count =
       row_.countText.isEmpty()
@@ -170,7 +170,7 @@ void WorkspaceButton::paintEvent(QPaintEvent*) {
   const int words = width() - x - 24;
   paintText(painter, QRect(x, 4, words, 17), {name_, fontFor(Type::body, Weight::semibold), c.textPrimary});
   paintText(painter, QRect(x, 21, words, 15),
-            {path_, fontFor(Type::caption, Weight::regular), c.textTertiary, Qt::AlignLeft | Qt::AlignVCenter,
+            {path_, fontFor(Type::caption, Weight::regular), isDown() ? c.textTertiaryOnSelected : c.textTertiary, Qt::AlignLeft | Qt::AlignVCenter,
              Qt::ElideMiddle});
   paintIcon(painter, u"chevrons-up-down"_s, QRect(width() - 24, 0, 16, height()), 14, {c.textTertiary});
 }

@@ -102,7 +102,9 @@ void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, const QW
   }
   const bool enabled = item.state.testFlag(QStyle::State_Enabled);
   const bool current = item.state.testFlag(QStyle::State_Selected) && enabled;
-  if (current) paintPanel(painter, QRectF(item.rect).adjusted(kRowInset, 0, -kRowInset, 0), 5, c.stateSelected);
+  if (current)
+    paintPanel(painter, QRectF(item.rect).adjusted(kRowInset, 0, -kRowInset, 0), 5,
+               removes(item, menu) ? c.dangerSoft : c.stateSelected);
   QRect inner = item.rect.adjusted(kTextInset, 0, -kTextInset, 0);
   if (item.menuHasCheckableItems) {
     if (item.checked)
