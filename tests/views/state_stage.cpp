@@ -56,6 +56,16 @@ class Stage final : public Surface {
   }
 };
 
+// What is disabled need not be read: so does an empty widget tell in its place on the picture.
+void markDisabled(const QWidget& stage, StatePicture& picture) {
+  for (const QWidget* part : stage.findChildren<QWidget*>()) {
+    if (part->isEnabled() || !part->isVisible()) continue;
+    auto* mark = new QWidget(&picture);
+    mark->setGeometry(QRect(part->mapTo(&stage, QPoint()), part->size()));
+    mark->setEnabled(false);
+  }
+}
+
 void settle(const ThumbnailStore& thumbnails, QWidget& stage) {
   QPixmap unseen = stage.grab();  // asks for what is missing
   awaitThat([&thumbnails] { return thumbnails.pending() == 0; });
@@ -64,10 +74,13 @@ void settle(const ThumbnailStore& thumbnails, QWidget& stage) {
 
 }  // namespace
 
-StatePicture::StatePicture(QPixmap shown, QPicture texts, QWidget* kept) : shown_(std::move(shown)), texts_(std::move(texts)) {
+StatePicture::StatePicture(QPixmap shown, QPicture texts) : shown_(std::move(shown)), texts_(std::move(texts)) {
   setFixedSize(shown_.deviceIndependentSize().toSize());
-  kept->setParent(this);
-  kept->hide();
+}
+
+void StatePicture::keep(QWidget* whole) {
+  whole->setParent(this);
+  whole->hide();
 }
 
 // Strokes that are played again are not clipped as they were, so only a reader of texts gets them.
@@ -92,7 +105,10 @@ StatePicture* StateStage::take(QWidget* component, QSize size, const Bring& brin
   fit();
   QPicture texts;
   stage.render(&texts);
-  auto* taken = new StatePicture(stage.grab(), texts, component);
+  const QPixmap shown = stage.grab();
+  auto* taken = new StatePicture(shown, texts);
+  markDisabled(stage, *taken);
+  taken->keep(component);
   tellInput(stage, false);
   return taken;
 }

@@ -14,11 +14,13 @@ namespace sorvan::views {
 
 class ThumbnailStore;
 
-// How a component looked once. The component stays as a hidden child. Main thread.
+// How a component looked once. Main thread.
 class StatePicture final : public QWidget {
  public:
   // `texts` is what was painted stroke by stroke, for whoever reads the texts; `shown` is what is seen.
-  StatePicture(QPixmap shown, QPicture texts, QWidget* component);
+  StatePicture(QPixmap shown, QPicture texts);
+  // The component itself, hidden.
+  void keep(QWidget* whole);
 
   QSize sizeHint() const override { return size(); }
   QImage image() const { return shown_.toImage(); }
