@@ -115,7 +115,12 @@ std::vector<ComponentState> offerStates() {
   AccountPageDisplay busy = offers();
   busy.busy = true;
   AccountPageDisplay waiting = offers();
-  waiting.purchase = {u"Waiting for the payment…"_s, u"Open Again"_s, u"New Checkout"_s, u"The page may have expired."_s, u"Stop Waiting"_s, u"The purchase itself goes on."_s, {}};
+  waiting.purchase.waiting = u"Waiting for the payment…"_s;
+  waiting.purchase.openAgain = u"Open Again"_s;
+  waiting.purchase.newCheckout = u"New Checkout"_s;
+  waiting.purchase.newCheckoutHint = u"The page may have expired."_s;
+  waiting.purchase.stop = u"Stop Waiting"_s;
+  waiting.purchase.stopHelp = u"The purchase itself goes on."_s;
   AccountPageDisplay none = offers();
   none.packs.clear();
   none.noPacks = u"Credits cannot be bought at the moment."_s;
