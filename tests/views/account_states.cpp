@@ -112,8 +112,6 @@ Button& buyButton(QWidget& widget) {
 }
 
 std::vector<ComponentState> offerStates() {
-  AccountPageDisplay busy = offers();
-  busy.busy = true;
   AccountPageDisplay waiting = offers();
   waiting.purchase.waiting = u"Waiting for the payment…"_s;
   waiting.purchase.openAgain = u"Open Again"_s;
@@ -127,7 +125,7 @@ std::vector<ComponentState> offerStates() {
   return {selling(u"On sale"_s, offers()),
           selling(u"Hover on Buy"_s, offers(), [](QWidget& it) { hoverMiddle(buyButton(it)); }),
           selling(u"Focus on Buy"_s, offers(), [](QWidget& it) { focusByKey(buyButton(it)); }),
-          selling(u"Disabled while something is under way"_s, busy),
+          selling(u"Disabled while something is under way"_s, offers(), [](QWidget& it) { it.setEnabled(false); }),
           selling(u"A payment is awaited"_s, waiting),
           selling(u"Nothing on sale"_s, none)};
 }

@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr QSize kCard(290, 256);
+constexpr QSize kCard(564, 256);
 constexpr QSize kMentions(290, 250);
 
 std::vector<std::pair<QString, QString>> picturesOf(const QString& folder, int count) {
@@ -49,33 +49,35 @@ ReferenceCard emptyCard() {
 
 ReferenceGrid& gridIn(QWidget& widget) { return static_cast<ReferenceGrid&>(widget); }
 
-ComponentState holding(const QString& name, const ReferenceCard& shown) {
-  return {name, [shown](QWidget& grid) { gridIn(grid).show({shown}); }};
+// The state is the second card's: the first one is where the keyboard would begin.
+void fill(QWidget& grid, const ReferenceCard& shown) {
+  ReferenceCard first = emptyCard();
+  first.handle = u"@Atelier"_s;
+  gridIn(grid).show({first, shown});
+}
+
+ComponentState holding(const QString& name, const ReferenceCard& shown, const Bring& then = {}) {
+  return {name, [shown, then](QWidget& grid) {
+            fill(grid, shown);
+            if (then) then(grid);
+          }};
 }
 
 std::vector<ComponentState> cardStates(const QString& folder) {
   const ReferenceCard three = card(folder, 3);
+  const auto choose = [three](QWidget& grid) { gridIn(grid).setCurrent(three.id); };
   return {holding(u"One picture"_s, card(folder, 1)),
           holding(u"Two pictures"_s, card(folder, 2)),
           holding(u"Three pictures"_s, three),
           holding(u"Four pictures"_s, card(folder, 4)),
           holding(u"None that can be used"_s, emptyCard()),
           holding(u"Long names"_s, longCard(folder)),
-          {u"Hover"_s,
-           [three](QWidget& grid) {
-             gridIn(grid).show({three});
-             hoverMiddle(grid);
-           }},
-          {u"Selected"_s,
-           [three](QWidget& grid) {
-             gridIn(grid).show({three});
-             gridIn(grid).setCurrent(three.id);
-           }},
-          {u"Keyboard"_s, [three](QWidget& grid) {
-             gridIn(grid).show({three});
-             gridIn(grid).setCurrent(three.id);
-             focusByKey(grid);
-           }}};
+          holding(u"Hover"_s, three, [](QWidget& grid) { hover(grid, gridIn(grid).cellRect(1).center()); }),
+          holding(u"Selected"_s, three, choose),
+          holding(u"Keyboard"_s, three, [choose](QWidget& grid) {
+            choose(grid);
+            focusByKey(grid);
+          })};
 }
 
 MentionOffer offer(const QString& folder) {
@@ -114,7 +116,7 @@ std::unique_ptr<QWidget> cardsSheet(const QString& folder) {
   auto& thumbnails = *new ThumbnailStore(sheet.get());
   const StateStage stage(thumbnails);
   auto* box = new QGridLayout;
-  box->addWidget(stage.states(u"Reference card"_s, [&] { return new ReferenceGrid(thumbnails); }, kCard, cardStates(folder), 4), 0, 0);
+  box->addWidget(stage.states(u"Reference card"_s, [&] { return new ReferenceGrid(thumbnails); }, kCard, cardStates(folder), 3), 0, 0);
   box->addWidget(column({caption(u"Names that are offered after @"_s),
                          stage.states(u"Mention list"_s, [&] { return new MentionList(thumbnails); }, kMentions,
                                       mentionStates(folder), 4)}),

@@ -35,7 +35,7 @@ class LookedAt final : public QWidget {
     look->open(items_, source);
     look->setGeometry(rect());
     for (QuickLookPane* pane : look->panes())
-      if (pane->player()) awaitThat([pane] { return pane->player()->state() != media::PlayerState::opening; });
+      if (pane->player()) hold(*pane->player());
     awaitThat([this] { return !look->graphicsEffect(); });
   }
 
@@ -43,6 +43,11 @@ class LookedAt final : public QWidget {
   QuickLook* look;
 
  private:
+  static void hold(media::Player& player) {
+    awaitThat([&player] { return player.state() == media::PlayerState::ready || player.state() == media::PlayerState::failed; });
+    player.pause();
+    player.seek(1.4);
+  }
   QSet<QUuid> items_;
 };
 
@@ -119,7 +124,7 @@ QWidget* films(const StateStage& stage, const Samples& samples) {
                        {u"The last one"_s, current(47)},
                        {u"Hover beside the current one"_s, [current](QWidget& film) {
                           current(20)(film);
-                          hover(*static_cast<Film&>(film).strip, {140, 40});
+                          hover(*static_cast<Film&>(film).strip, {200, 40});
                         }}},
                       2);
 }
@@ -143,8 +148,22 @@ QWidget* compared(const StateStage& stage, const Samples& samples, LargePictures
                                   {u"Chosen"_s, [](QWidget& canvas) { canvasIn(canvas).setChecked(true); }},
                                   {u"Hover"_s, hoverMiddle},
                                   {u"Focus"_s, focusByKey},
-                                  {u"Alone"_s, [](QWidget& canvas) { canvasIn(canvas).setAlone(true); }}},
-                                 5);
+                                  {u"Picture not there yet"_s, [](QWidget& canvas) { canvasIn(canvas).setPicture({}, 2); }},
+                                  {u"Approved"_s,
+                                   [](QWidget& canvas) {
+                                     ComparedPicture picture = canvasIn(canvas).picture();
+                                     picture.statusText = u"Approved"_s;
+                                     picture.statusToken = u"approved"_s;
+                                     canvasIn(canvas).setPicture(picture, 2);
+                                   }},
+                                  {u"Another one beside the divider"_s,
+                                   [make](QWidget& canvas) {
+                                     const std::unique_ptr<CompareCanvas> other(make(u"tin_4"_s));
+                                     canvasIn(canvas).setSecond(other->picture());
+                                   }},
+                                  {u"The difference is worked out"_s,
+                                   [](QWidget& canvas) { canvasIn(canvas).setDifference(QImage(), u"Comparing…"_s); }}},
+                                 4);
   return slots_;
 }
 

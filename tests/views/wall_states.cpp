@@ -23,6 +23,7 @@ class PlayingWall final : public QWidget {
   PlayingWall(ThumbnailStore& thumbnails, const QString& pictures) : wall(new MediaWall(source, thumbnails, this)) {
     hovering = new HoverPlay(*wall, source, wall);
     sounding = new SoundPlay(*wall, source, wall);
+    connect(wall, &MediaWall::selectionRequested, wall, &MediaWall::setSelection);
     source.set({picture(pictures), clip(pictures), sound(), picture(pictures)});
     wall->setRowHeight(140);
   }

@@ -33,7 +33,8 @@ void InspectorLinkButton::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
   const bool hover = isEnabled() && underMouse();
-  paintPanel(painter, rect(), metrics().radiusControl, hover ? c.statePressed : c.stateHover);
+  const QColor touched = isDown() ? c.controlFillPressed : c.statePressed;
+  paintPanel(painter, rect(), metrics().radiusControl, hover || isDown() ? touched : c.stateHover);
   const QRect picture(6, (height() - kPicture) / 2, kPicture, kPicture);
   const auto answer = thumbnails_.picture(link_.thumbnailPath, {}, 256);
   if (answer.state == ThumbnailStore::State::ready)

@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kStarStep = 18;
 constexpr int kMostStars = 5;
+constexpr float kPreview = 0.6F;  // how strong stars are that are only pointed at
 constexpr int kMosaicCell = 96;
 constexpr int kMosaicGap = 4;
 constexpr int kLabelColumn = 92;
@@ -92,7 +93,8 @@ void PreviewPicture::paintEvent(QPaintEvent*) {
   paintCover(painter, place, size.height() >= height() - 1 && size.width() >= width() - 1 ? metrics().radiusControl : 0,
              answer.picture);
   const QRect corner(width() - 30, 6, 24, 24);
-  paintPanel(painter, corner, metrics().radiusSmall, c.pictureBadge);
+  paintPanel(painter, corner, metrics().radiusSmall, c.pictureBadge,
+             underMouse() || isDown() ? c.pictureBadgeText : QColor());
   paintIcon(painter, u"maximize"_s, corner, 14, {c.pictureBadgeText});
 }
 
@@ -199,11 +201,14 @@ void StarRow::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
   const int shown = hovered_ > 0 ? hovered_ : stars_;
+  // What a press would choose is not the rating yet.
+  QColor gold = c.rating;
+  if (hovered_ > 0) gold.setAlphaF(kPreview);
   for (int star = 0; star < 5; ++star) {
     const QRect place(star * kStarStep, 0, 16, height());
     const bool full = star < shown;
     paintIcon(painter, u"star"_s, place, 15,
-              {full ? c.rating : c.textTertiary, full ? IconFill::filled : IconFill::outline});
+              {full ? gold : c.textTertiary, full ? IconFill::filled : IconFill::outline});
   }
 }
 

@@ -36,6 +36,8 @@ void PictureButton::paintEvent(QPaintEvent*) {
     paintCover(painter, rect(), metrics().radiusControl, answer.picture);
   else
     paintPanel(painter, rect(), metrics().radiusControl, colors().surfacePlaceholder);
+  if (underMouse() || isDown())
+    paintRing(painter, rect(), metrics().radiusControl, isDown() ? 2 : 1, colors().textPrimary);
   if (answer.state == ThumbnailStore::State::missing || !tile_.problem.isEmpty())
     paintIcon(painter, u"triangle-alert"_s, rect(), 16, {colors().warningText});
 }
@@ -63,11 +65,14 @@ AddPictureButton::AddPictureButton(const QString& name, QWidget* parent) : QAbst
 void AddPictureButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  QPen pen(underMouse() ? colors().controlBorderStrong : colors().controlFieldBorder, 1, Qt::DashLine);
+  const bool touched = underMouse() || isDown();
+  if (touched)
+    paintPanel(painter, rect(), metrics().radiusControl, isDown() ? colors().statePressed : colors().stateHover);
+  QPen pen(touched ? colors().textSecondary : colors().controlFieldBorder, 1, Qt::DashLine);
   painter.setPen(pen);
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), metrics().radiusControl,
                           metrics().radiusControl);
-  paintIcon(painter, u"plus"_s, rect(), 18, {colors().textTertiary});
+  paintIcon(painter, u"plus"_s, rect(), 18, {touched ? colors().textPrimary : colors().textTertiary});
 }
 
 }  // namespace sorvan::views

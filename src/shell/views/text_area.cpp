@@ -19,6 +19,7 @@ TextArea::TextArea(const QString& name, const QString& placeholder, QWidget* par
   setAcceptRichText(false);
   setTabChangesFocus(true);
   setFrameShape(QFrame::NoFrame);
+  setAttribute(Qt::WA_Hover);
   setFont(fontFor(Type::body));
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setViewportMargins(kInside);
@@ -40,7 +41,8 @@ bool TextArea::event(QEvent* event) {
   if (event->type() != QEvent::Paint) return QTextEdit::event(event);
   const Colors& c = colors();
   QPainter painter(this);
-  const QColor line = isEnabled() ? c.controlFieldBorder : c.lineDefault;
+  QColor line = underMouse() ? c.textSecondary : c.controlFieldBorder;
+  if (!isEnabled()) line = c.lineDefault;
   paintPanel(painter, rect(), metrics().radiusControl, c.surfaceInset, line);
   if (hasFocus()) paintRing(painter, rect(), metrics().radiusControl, metrics().borderFocus, c.accentRing);
   return true;
