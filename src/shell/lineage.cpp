@@ -101,13 +101,13 @@ class Family {
 
   QString labelOf(const core::AssetRelationship& edge) const {
     const core::RelationshipType type = edge.type().value_or(core::RelationshipType::referenceFor);
-    if (type == core::RelationshipType::variationOf) {
-      const core::GenerationRef generation = store_.generationOf(edge.childAssetID);
-      const auto recipe = generation ? generation->recipe() : nullptr;
-      if (recipe && recipe->variance && !recipe->variance->isEmpty()) return *recipe->variance;
-      if (recipe && recipe->shot) return texts::lineageShotSet;
-    }
-    return core::label(type);
+    const core::GenerationRef generation = store_.generationOf(edge.childAssetID);
+    const auto recipe = generation ? generation->recipe() : nullptr;
+    if (!recipe) return core::label(type);
+    const bool varied = recipe->variance && !recipe->variance->isEmpty();
+    if (varied && type == core::RelationshipType::variationOf) return *recipe->variance;
+    // A shot is made with its picture as a reference. A copy of it is a copy first.
+    return recipe->shot && !generation->isCopy() ? texts::lineageShotSet : core::label(type);
   }
 
   const core::LibraryStore& store_;

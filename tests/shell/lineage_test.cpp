@@ -104,6 +104,19 @@ TEST_F(LineageTest, AVariationTellsItsVarianceAndAShotItsSet) {
   EXPECT_EQ(tree(a), "a:0 Original | b:1 Bold | c:1 Shot Set | d:1 Variation of");
 }
 
+TEST_F(LineageTest, AShotIsOfItsSetThoughItsPictureWasAReference) {
+  const core::AssetRef a = add(QStringLiteral("a"));
+  const core::AssetRef b = add(QStringLiteral("b"));
+  const core::AssetRef c = add(QStringLiteral("c"));
+  core::GenerationRequest shot;
+  shot.shot = QStringLiteral("close");
+  shot.variance = QStringLiteral("Bold");
+  giveRecipe(b, shot);
+  link(a->id, b->id, RelationshipType::referenceFor);
+  link(a->id, c->id, RelationshipType::referenceFor);
+  EXPECT_EQ(tree(a), "a:0 Original | b:1 Shot Set | c:1 Reference for");
+}
+
 TEST_F(LineageTest, ALostMiddleKeepsItsChildrenTogether) {
   const core::AssetRef a = add(QStringLiteral("a"));
   const core::AssetRef b = add(QStringLiteral("b"));
