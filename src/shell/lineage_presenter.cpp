@@ -89,10 +89,10 @@ LineageRowDisplay LineagePresenter::displayOf(const LineageRow& row) const {
   if (asset.type() == core::MediaType::image) shown.filePath = store_.fileOf(asset);
   const core::GenerationRef made = store_.generationOf(asset.id);
   const bool imported = asset.sourceType() == core::AssetSourceType::imported;
-  if (made)
-    shown.detail = displays_.modelName(made->model);
-  else if (imported && shown.label != texts::lineageImported)
-    shown.detail = texts::lineageImported;
+  QStringList origin;
+  if (imported && shown.label != texts::lineageImported) origin << texts::lineageImported;
+  if (made) origin << displays_.modelName(made->model);
+  shown.detail = origin.join(QStringLiteral(" · "));
   return shown;
 }
 

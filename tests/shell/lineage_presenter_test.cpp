@@ -38,6 +38,18 @@ TEST_F(LineagePresenterTest, ALonelyItemIsItsOwnOriginalAndIsInspected) {
   EXPECT_EQ(desk.state.inspectedId(), item->id);
 }
 
+TEST_F(LineagePresenterTest, AFileFromOutsideSaysSoAlsoWhereItsModelIsKnown) {
+  const core::AssetRef item = made(QStringLiteral("a boat"));
+  lineage.open(item->id);
+  const QString model = lineage.rows().front().detail;
+  EXPECT_FALSE(model.isEmpty());
+  desk.store.context().edit(item).sourceTypeRaw = rawValue(core::AssetSourceType::imported);
+  desk.store.save(core::LibraryTables::none);
+  lineage.open(item->id);
+  EXPECT_EQ(lineage.rows().front().detail, QStringLiteral("Imported · ") + model);
+  EXPECT_TRUE(lineage.rows().front().accessibleName.contains(QStringLiteral("Imported")));
+}
+
 TEST_F(LineagePresenterTest, ChildrenStandBelowTheirParentsWithTheirLines) {
   const core::AssetRef root = made(QStringLiteral("one"));
   const core::AssetRef first = made(QStringLiteral("two"));
