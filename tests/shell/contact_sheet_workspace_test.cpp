@@ -131,6 +131,16 @@ TEST_F(ContactSheetWorkspaceTest, APassingSelectionChangesOnlyHereAndBecomesAShe
   EXPECT_EQ(made->title, QStringLiteral("a boat"));
 }
 
+TEST_F(ContactSheetWorkspaceTest, AnItemWithoutARecordedCostSaysSo) {
+  const QUuid id = several(1).front();
+  core::Generation& made = desk.store.context().edit(desk.store.generationOf(id));
+  made.parametersJSON = QByteArrayLiteral("{}");
+  desk.store.save(core::LibraryTables::none);
+  sheet.open(PassingSelection{{id}});
+  ASSERT_EQ(sheet.display().places.size(), 1u);
+  EXPECT_EQ(sheet.display().places[0].costText, QStringLiteral("No cost information was recorded."));
+}
+
 TEST_F(ContactSheetWorkspaceTest, MarksOfAPlaceAreTheItems) {
   const std::vector<QUuid> ids = several(2);
   sheet.open(PassingSelection{ids});

@@ -7,6 +7,7 @@
 #include "shell/sheet_texts.h"
 #include "shell/views/add_media_dialog.h"
 #include "shell/views/controls.h"
+#include "shell/views/empty_note.h"
 #include "shell/views/labels.h"
 #include "shell/views/lineage_view.h"
 #include "shell/views/sheet_cards.h"
@@ -180,6 +181,19 @@ TEST_F(ComparisonPagesTest, SeveralItemsAreSelectedAndLeaveTogether) {
   core::applyHistory(desk.store, core::HistoryDirection::undo);
   test::runPosted();
   EXPECT_EQ(desk.comparison.sheet().ids(), before);
+}
+
+TEST_F(ComparisonPagesTest, ASheetWithoutItemsTellsWhatItIsFor) {
+  openSheet(several(2));
+  const auto* note = sheet().findChild<EmptyNote*>();
+  ASSERT_NE(note, nullptr);
+  EXPECT_FALSE(note->isVisible());
+  key(Qt::Key_Delete);
+  ASSERT_EQ(places().count(), 0) << "both were selected";
+  EXPECT_TRUE(note->isVisible());
+  EXPECT_EQ(note->findChild<Paragraph*>()->paragraph(),
+            u"Add media to compare prompts, models, and results side by side."_s);
+  EXPECT_EQ(window->focusWidget(), &sheet());
 }
 
 TEST_F(ComparisonPagesTest, ANarrowPlaceShowsItsModelWhole) {
@@ -424,6 +438,20 @@ TEST_F(ComparisonPagesTest, MarksReachNoItemFromARowThatWasDeletedForGood) {
   key(Qt::Key_Down);
   key(Qt::Key_F);
   EXPECT_TRUE(desk.store.asset(ids[0])->favorite);
+}
+
+TEST_F(ComparisonPagesTest, AFamilyTellsHowItIsReadAndItsRowsWhatTheyAre) {
+  const std::vector<QUuid> ids = several(1);
+  desk.state.openLineage(ids[0]);
+  test::runPosted();
+  QStringList words;
+  for (const ElidedLabel* label : the<LineageView>()->findChildren<ElidedLabel*>()) words << label->text();
+  EXPECT_TRUE(words.contains(u"Click an image to inspect it. Double-click to open it."_s));
+  EXPECT_TRUE(words.contains(
+      u"Assets with multiple parents appear once. All direct relationships are listed in the inspector."_s));
+  EXPECT_EQ(window->library().pageTitle()->title, u"Generation History"_s);
+  EXPECT_EQ(shell::texts::lineageOpenedFrom, u"OPENED FROM"_s);
+  EXPECT_EQ(shell::texts::lineageInTrash, u"IN TRASH"_s);
 }
 
 TEST_F(ComparisonPagesTest, TheWayBackFromAFamilyTellsItsKeys) {

@@ -154,12 +154,14 @@ void SheetView::refresh() {
   progress_->setText(sheet.progressText);
   progress_->setVisible(!sheet.progressText.isEmpty());
   const bool any = !sheet.places.empty();
+  const bool held = places_->isAncestorOf(window()->focusWidget());
   scroll_->setVisible(any);
   empty_->setVisible(!any);
   // Without places the keyboard is on the sheet itself, which has to show it.
   setProperty(ownFocusProperty, any);
   setFocusPolicy(any ? Qt::ClickFocus : Qt::StrongFocus);
   places_->show(sheet.places, roomOf(*scroll_));
+  if (held && !any) setFocus(Qt::OtherFocusReason);
   if (isComparing()) {
     comparing_->show(on_.sheet.compared(compared_));
     if (on_.sheet.compared(compared_).size() < static_cast<size_t>(fewestCompared)) leaveComparing();
