@@ -145,6 +145,13 @@ void InspectorPresenter::describeItems(InspectorDisplay& display, const std::vec
   if (!common.live) display.sections.back().headActions.clear();
 }
 
+// A picture shows itself; where its file is gone, what is left of it.
+QString InspectorPresenter::previewOf(const core::Asset& asset) const {
+  const QString file = store_.fileOf(asset);
+  if (asset.type() == core::MediaType::image && QFileInfo::exists(file)) return file;
+  return store_.thumbnailOf(asset).value_or(QString());
+}
+
 InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
   const core::AssetRef asset = store_.asset(id);
   InspectorDisplay display;
@@ -152,8 +159,7 @@ InspectorDisplay InspectorPresenter::itemDisplay(QUuid id) const {
   display.id = id;
   display.title = asset->filename();
   display.facts = factsOf(*asset, store_.now());
-  display.previewPath =
-      asset->type() == core::MediaType::image ? store_.fileOf(*asset) : store_.thumbnailOf(*asset).value_or(QString());
+  display.previewPath = previewOf(*asset);
   display.hasRating = true;
   display.rating = asset->rating.value_or(0);
   display.favorite = asset->favorite;

@@ -118,6 +118,7 @@ class InspectorPresenter : public QObject {
   void changed();
 
  private:
+  QString previewOf(const core::Asset& asset) const;
   InspectorDisplay itemDisplay(QUuid id) const;
   InspectorDisplay selectedJobDisplay(QUuid id) const;
   InspectorSection outcomeOf(const core::GenerationJob& job, const JobDisplay& shown) const;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
+
 #include "base/ids.h"
 #include "desk.h"
 
@@ -172,6 +174,15 @@ TEST_F(InspectorTest, SeveralItemsShowWhatTheyShare) {
   EXPECT_EQ(value(*shared, QStringLiteral("Kind")), QStringLiteral("Image"));
   EXPECT_EQ(value(*shared, QStringLiteral("Rating")), QStringLiteral("Mixed"));
   EXPECT_EQ(value(*shared, QStringLiteral("Favorites")), QStringLiteral("1 of 2"));
+}
+
+TEST_F(InspectorTest, APictureWhoseFileIsGoneIsShownByItsThumbnail) {
+  const core::AssetRef asset = desk.store.asset(second);
+  desk.state.select({second});
+  EXPECT_EQ(desk.inspector.display().previewPath, desk.store.fileOf(*asset));
+  ASSERT_TRUE(QFile::remove(desk.store.fileOf(*asset)));
+  ASSERT_TRUE(desk.store.thumbnailOf(*asset));
+  EXPECT_EQ(desk.inspector.display().previewPath, *desk.store.thumbnailOf(*asset));
 }
 
 TEST_F(InspectorTest, SeveralJobsAreNoItems) {
