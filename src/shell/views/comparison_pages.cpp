@@ -14,6 +14,7 @@
 #include "shell/views/add_media_dialog.h"
 #include "shell/views/fields.h"
 #include "shell/views/gallery_source.h"
+#include "shell/views/item_drag.h"
 #include "shell/views/labels.h"
 #include "shell/views/library_view.h"
 #include "shell/views/lineage_view.h"
@@ -107,6 +108,14 @@ class ComparisonPages final : public QObject {
       const std::vector<QUuid> items = itemsOf(data);
       if (!items.empty()) sheet.addDropped(items);
     });
+    // The press that began the drag is still being handled: the drag begins after it.
+    connect(
+        &view.places(), &SheetPlaces::draggedOut, this,
+        [this, &view](const QPixmap& picture) {
+          dragSelectedItems(view, *on_.transfer,
+                            dragPicture(picture, on_.state->selection().size(), view.devicePixelRatioF()));
+        },
+        Qt::QueuedConnection);
     connect(&view, &SheetView::menuRequested, this,
             [this, &view](QUuid item, QPoint at) { openPlaceMenu(view, item, at); });
   }

@@ -239,24 +239,35 @@ void PlacePicture::mousePressEvent(QMouseEvent* event) {
     return;
   }
   pressedAt_ = event->position().toPoint();
+  pressed_ = true;
   dragging_ = false;
   setFocus(Qt::MouseFocusReason);
   Q_EMIT selectRequested(event->modifiers());
 }
 
 void PlacePicture::mouseMoveEvent(QMouseEvent* event) {
-  if (!(event->buttons() & Qt::LeftButton) || !place_.movable) return;
+  if (!(event->buttons() & Qt::LeftButton) || !pressed_ || place_.asset.isNull()) return;
   const int distance = (event->position().toPoint() - pressedAt_).manhattanLength();
   if (!dragging_ && distance < QApplication::startDragDistance()) return;
+  if (!place_.movable) {
+    endDrag();
+    return Q_EMIT draggedOut();
+  }
   dragging_ = true;
   setCursor(Qt::ClosedHandCursor);
   Q_EMIT dragged(event->globalPosition().toPoint());
 }
 
-void PlacePicture::mouseReleaseEvent(QMouseEvent* event) {
-  if (!dragging_) return;
+void PlacePicture::endDrag() {
+  pressed_ = false;
   dragging_ = false;
   unsetCursor();
+}
+
+void PlacePicture::mouseReleaseEvent(QMouseEvent* event) {
+  const bool dropsHere = dragging_;
+  endDrag();
+  if (!dropsHere) return;
   Q_EMIT dropped(event->globalPosition().toPoint());
 }
 

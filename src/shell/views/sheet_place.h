@@ -37,6 +37,10 @@ class PlacePicture final : public QAbstractButton {
   bool isPlaying() const { return player_ != nullptr; }
   // Null while nothing plays here.
   const media::Player* player() const { return player_.get(); }
+  // What it shows now, of any size; null while that is being read.
+  QPixmap picture();
+  // What follows of a press and a drag is not for this place any more.
+  void endDrag();
 
  Q_SIGNALS:
   void selectRequested(Qt::KeyboardModifiers modifiers);
@@ -46,6 +50,8 @@ class PlacePicture final : public QAbstractButton {
   // The picture is being dragged to another place.
   void dragged(QPoint globalPosition);
   void dropped(QPoint globalPosition);
+  // The picture is being dragged, and has no other place here to go to.
+  void draggedOut();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -59,7 +65,6 @@ class PlacePicture final : public QAbstractButton {
 
  private:
   ThumbnailStore::Answer largePicture() const;
-  QPixmap picture();
   void paintItem(QPainter& painter, const QRect& area);
   void paintWork(QPainter& painter, const QRect& area);
   void paintNumber(QPainter& painter, const QRect& area) const;
@@ -74,6 +79,7 @@ class PlacePicture final : public QAbstractButton {
   QTimer motion_;
   QVariantAnimation* landing_;
   bool selected_ = false;
+  bool pressed_ = false;
   bool dragging_ = false;
   QPoint pressedAt_;
 };

@@ -79,10 +79,8 @@ void SheetPlaces::bind(SheetPlace* place) {
   connect(&picture, &PlacePicture::menuRequested, this, [this, item](QPoint at) {
     if (!item().isNull()) Q_EMIT moreRequested(item(), at);
   });
-  connect(&picture, &PlacePicture::dragged, this, [this](QPoint at) {
-    dropAt_ = dropIndex(at);
-    update();
-  });
+  connect(&picture, &PlacePicture::dragged, this, [this, place](QPoint at) { drag(place, at); });
+  connect(&picture, &PlacePicture::draggedOut, this, [this, &picture] { Q_EMIT draggedOut(picture.picture()); });
   connect(&picture, &PlacePicture::dropped, this, [this, place](QPoint at) { drop(place, at); });
   connect(place, &SheetPlace::ratingChosen, this, [this, item](int stars) { Q_EMIT ratingChosen(item(), stars); });
   connect(place, &SheetPlace::favoriteToggled, this, [this, item] { Q_EMIT favoriteToggled(item()); });
@@ -233,6 +231,16 @@ int SheetPlaces::dropIndex(QPoint globalPosition) const {
     if (place.contains(point)) return point.x() < place.center().x() ? index : index + 1;
   }
   return count();
+}
+
+// What leaves the part of the sheet that is seen is no longer put in order.
+void SheetPlaces::drag(SheetPlace* place, QPoint globalPosition) {
+  const bool inside = visibleRegion().boundingRect().contains(mapFromGlobal(globalPosition));
+  dropAt_ = inside ? dropIndex(globalPosition) : -1;
+  update();
+  if (inside) return;
+  place->picture().endDrag();
+  Q_EMIT draggedOut(place->picture().picture());
 }
 
 void SheetPlaces::drop(SheetPlace* place, QPoint globalPosition) {

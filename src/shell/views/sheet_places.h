@@ -57,6 +57,8 @@ class SheetPlaces final : public QWidget {
   // The item is put before another one, or at the end when that is null.
   void moved(QUuid item, QUuid before);
   void currentChanged(int index);
+  // The selected item is dragged to where it cannot be put in order: another part of the window, another program.
+  void draggedOut(const QPixmap& picture);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -69,6 +71,7 @@ class SheetPlaces final : public QWidget {
   int placeOf(const QString& id) const;
   void comeAfter(const SheetPlace& gone, int index, bool focused);
   int dropIndex(QPoint globalPosition) const;
+  void drag(SheetPlace* place, QPoint globalPosition);
   void drop(SheetPlace* place, QPoint globalPosition);
 
   ThumbnailStore& thumbnails_;
