@@ -1,4 +1,5 @@
 #include <QAccessible>
+#include <QPainter>
 #include <QScrollBar>
 
 #include <cmath>
@@ -10,6 +11,7 @@
 #include "shell/views/empty_note.h"
 #include "shell/views/labels.h"
 #include "shell/views/lineage_view.h"
+#include "shell/views/media_cell.h"
 #include "shell/views/sheet_cards.h"
 #include "shell/views/sheet_keys.h"
 #include "shell/views/sheet_view.h"
@@ -474,6 +476,19 @@ TEST_F(ComparisonPagesTest, TheFamilyIsATreeToAssistiveTechnology) {
   EXPECT_EQ(tree->child(0)->role(), QAccessible::TreeItem);
   EXPECT_TRUE(tree->child(0)->text(QAccessible::Name).contains(u"opened from"_s));
   EXPECT_EQ(tree->child(0)->text(QAccessible::Description), u"The image this lineage was opened from"_s);
+}
+
+TEST(PictureBadge, ANumberOfOneDigitHasItsBadge) {
+  QImage ground(300, 200, QImage::Format_RGB32);
+  ground.fill(Qt::white);
+  QPainter painter(&ground);
+  const QRect badge = paintPictureBadge(painter, ground.rect(), Qt::TopLeftCorner, {}, u"1"_s);
+  painter.end();
+  EXPECT_EQ(badge.width(), badge.height());
+  ASSERT_TRUE(ground.rect().contains(badge));
+  EXPECT_LT(QColor(ground.pixel(badge.left() + 2, badge.center().y())).lightness(), 128);
+  QPainter again(&ground);
+  EXPECT_TRUE(paintPictureBadge(again, {0, 0, 24, 200}, Qt::TopLeftCorner, {}, u"1"_s).isNull()) << "no room";
 }
 
 TEST(SheetKeys, RatingsAreAltAndADigitAndOtherKeysAreTheGallerys) {

@@ -150,8 +150,9 @@ void paintBadgeIcon(QPainter& painter, const QString& name, const QRectF& place)
 
 // Where a badge keeps to its corner; empty when the cell has no room for one.
 QRect badgeAt(const QRect& cell, Qt::Corner corner, int content) {
-  const int width = std::min(content + 12, cell.width() - 2 * kBadgeInset);
-  if (width < 20 || cell.height() < kBadgeHeight + 2 * kBadgeInset) return {};
+  // One digit stands in a square.
+  const int width = std::min(std::max(content + 12, kBadgeHeight), cell.width() - 2 * kBadgeInset);
+  if (width < kBadgeHeight || cell.height() < kBadgeHeight + 2 * kBadgeInset) return {};
   const bool right = corner == Qt::TopRightCorner || corner == Qt::BottomRightCorner;
   const bool bottom = corner == Qt::BottomLeftCorner || corner == Qt::BottomRightCorner;
   return QRect(right ? cell.right() - kBadgeInset - width + 1 : cell.left() + kBadgeInset,
@@ -206,7 +207,8 @@ QRect paintPictureBadge(QPainter& painter, const QRect& cell, Qt::Corner corner,
   const QRect badge = badgeAt(cell, corner, words + lead);
   if (badge.isEmpty()) return {};
   paintPanel(painter, badge, metrics().radiusSmall, colors().pictureBadge);
-  QRect inner = badge.adjusted(6, 0, -6, 0);
+  const int space = std::max(6, (badge.width() - words - lead) / 2);
+  QRect inner = badge.adjusted(space, 0, -space, 0);
   if (dot.isValid()) paintPanel(painter, QRectF(inner.left(), inner.center().y() - 3, 7, 7), 3.5, dot);
   if (!iconName.isEmpty()) paintBadgeIcon(painter, iconName, QRectF(inner.left(), inner.top(), 12, inner.height()));
   inner.setLeft(inner.left() + lead);
