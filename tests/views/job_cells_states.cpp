@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr QSize kCell(240, 122);
+constexpr QSize kCell(240, 116);
 
 CellPicture& cellIn(QWidget& widget) { return static_cast<CellPicture&>(widget); }
 

@@ -112,8 +112,8 @@ std::unique_ptr<QWidget> referenceStatesSheet(const QString& folder) {
   auto* references = new SampleSavedReferences(folder);
   QObject::connect(sheet.get(), &QObject::destroyed, references, &QObject::deleteLater);
   auto* box = new QGridLayout;
-  const std::pair<QString, QWidget*> parts[] = {{u"Chips of the composer"_s, chips(stage, thumbnails, folder)},
-                                                {u"The button that attaches"_s, buttons(stage)},
+  const std::pair<QString, QWidget*> parts[] = {{u"Chips of the composer, and the button that attaches"_s,
+                                                 row({chips(stage, thumbnails, folder), buttons(stage)})},
                                                 {u"Pictures of a reference"_s, pictures(stage, thumbnails, *references)},
                                                 {u"Editor"_s, editors(stage, thumbnails, *references)}};
   int line = 0;

@@ -52,6 +52,8 @@ class Stage final : public Surface {
     setAttribute(Qt::WA_DontShowOnScreen);
     component->setParent(this);
     component->move(kRingRoom, kRingRoom);
+    // A window that stands on the stage is none: its ring would be beside what has the keyboard.
+    for (FocusRing* ring : component->findChildren<FocusRing*>()) delete ring;
     new FocusRing(this);
   }
 };

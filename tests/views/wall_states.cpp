@@ -15,19 +15,24 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr QSize kWall(640, 330);
+constexpr QSize kWall(640, 280);
 
 // A wall of a picture, a clip and a sound, with what plays in it.
 class PlayingWall final : public QWidget {
  public:
   PlayingWall(ThumbnailStore& thumbnails, const QString& pictures) : wall(new MediaWall(source, thumbnails, this)) {
-    hovering = new HoverPlay(*wall, source, wall);
-    sounding = new SoundPlay(*wall, source, wall);
+    hovering = new HoverPlay(*wall, source, this);
+    sounding = new SoundPlay(*wall, source, this);
     connect(wall, &MediaWall::selectionRequested, wall, &MediaWall::setSelection);
     source.set({picture(pictures), clip(pictures), sound(), picture(pictures)});
-    wall->setRowHeight(140);
+    wall->setRowHeight(120);
   }
-  ~PlayingWall() override { delete wall; }
+  // What plays lets go of its wall, which lets go of its source.
+  ~PlayingWall() override {
+    delete sounding;
+    delete hovering;
+    delete wall;
+  }
 
   SampleWall source;
   MediaWall* wall;
@@ -87,7 +92,7 @@ std::vector<ComponentState> wallStates() {
   return {{u"Normal"_s},
           wall(u"A clip plays under the pointer"_s, playClip),
           wall(u"A sound plays in its cell"_s, playSound),
-          wall(u"Items are caught with a rubber band"_s, [](PlayingWall& it) { drag(*it.wall, {600, 320}, {300, 20}); }),
+          wall(u"Items are caught with a rubber band"_s, [](PlayingWall& it) { drag(*it.wall, {600, 270}, {300, 20}); }),
           wall(u"Files are dragged over it"_s, [](PlayingWall& it) { dragFilesOver(*it.wall, {60, 60}); }),
           wall(u"Keyboard"_s,
                [](PlayingWall& it) {
