@@ -21,8 +21,6 @@
 #include "shell/window_presenter.h"
 #include "shell/workspace_state.h"
 
-#include <QKeySequence>
-
 namespace sorvan::shell {
 
 namespace {
@@ -317,7 +315,7 @@ QString ActionsPresenter::title(ActionId id) const {
 void ActionsPresenter::trigger(ActionId id) {
   if (!isEnabled(id)) return;
   if (triggerForWindow(id) || triggerForComposer(id) || triggerForHistory(id) || triggerForCuration(id) ||
-      triggerForComparison(id) ||      triggerForSelection(id))
+      triggerForComparison(id) || triggerForSelection(id))
     return;
   Q_EMIT viewActionRequested(id);
 }
@@ -368,9 +366,6 @@ bool ActionsPresenter::triggerForWindow(ActionId id) {
       return true;
     case ActionId::smallerThumbnails:
       p.state->setRowHeight(p.state->rowHeight() - rowHeightStep);
-      return true;
-    case ActionId::keyboardShortcuts:
-      p.alerts->showInformation(texts::keyboardShortcuts, shortcutsText());
       return true;
     case ActionId::checkForUpdates:
       if (p.updates) p.updates->checkAndTell();
@@ -541,16 +536,6 @@ void ActionsPresenter::showInFiles() {
       ports_.showFile(ports_.store.fileOf(*asset));
       return;
     }
-}
-
-QString ActionsPresenter::shortcutsText() const {
-  QStringList lines;
-  for (const ActionRow& row : actionTable()) {
-    if (row.shortcut.isEmpty() || !isOffered(row.id)) continue;
-    const QString keys = QKeySequence(row.shortcut, QKeySequence::PortableText).toString(QKeySequence::NativeText);
-    lines << QStringLiteral("%1: %2").arg(row.title, keys);
-  }
-  return lines.join(QLatin1Char('\n'));
 }
 
 }  // namespace sorvan::shell

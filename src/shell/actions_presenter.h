@@ -2,6 +2,7 @@
 
 #include "core/records.h"
 #include "shell/actions.h"
+#include "shell/shortcut_list.h"
 #include "shell/presenters.h"
 #include "shell/workspace_mode.h"
 
@@ -44,8 +45,8 @@ class ActionsPresenter : public QObject {
   void trigger(ActionId id);
   // The view tells whether a text field has the keyboard focus.
   void setTextFocused(bool focused);
-  // One line per key, for the list of keyboard shortcuts: “History: Ctrl+H”, keys as the desktop writes them.
-  QString shortcutsText() const;
+  // Every key of the window, menu by menu, for the list of keyboard shortcuts.
+  std::vector<ShortcutGroup> shortcuts() const;
 
  Q_SIGNALS:
   // The answers of `isEnabled`, `isChecked` or `title` may differ now.
@@ -53,7 +54,7 @@ class ActionsPresenter : public QObject {
   // The window carries this one out: newProject, undo, redo, cut, copy, paste, selectAll (in a field), renameItem,
   // editNotes,
   // moveToProject, fullScreen, chooseModels, openSettings,
-  // workspaceHealth.
+  // workspaceHealth, keyboardShortcuts.
   void viewActionRequested(sorvan::shell::ActionId id);
 
  private:

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <QSignalSpy>
 
 #include "account/provider_settings.h"
@@ -32,6 +33,7 @@
 #include "shell/views/prompt_edit.h"
 #include "shell/views/selection_bar.h"
 #include "shell/views/settings_dialog.h"
+#include "shell/views/shortcuts_dialog.h"
 #include "shell/views/text_dialog.h"
 #include "shell/views/wall_menus.h"
 #include "shell/views/welcome_view.h"
@@ -258,6 +260,33 @@ TEST_F(MainWindowTest, HistoryOpensByItsActionAndBackReturnsToTheGallery) {
   EXPECT_EQ(window->library().history().list().rowCount(), 1);
   actions->trigger(ActionId::goBack);
   EXPECT_EQ(window->library().page(), ModeKind::gallery);
+}
+
+TEST_F(MainWindowTest, ShiftF10OpensTheMenuOfTheSelectionWhereAKeyboardHasNoMenuKey) {
+  type(u"a lighthouse"_s);
+  desk.settle();
+  desk.state.select({desk.store.assets().front()->id});
+  wall().setFocus();
+  QTest::keyClick(&wall(), Qt::Key_F10, Qt::ShiftModifier);
+  QWidget* menu = QApplication::activePopupWidget();
+  ASSERT_NE(qobject_cast<QMenu*>(menu), nullptr);
+  QStringList rows;
+  for (const QAction* action : menu->actions()) rows << action->text().section(u'\t', 0, 0);
+  EXPECT_TRUE(rows.contains(u"Quick Look"_s));
+  menu->close();
+}
+
+TEST_F(MainWindowTest, TheListOfKeysScrollsByKeyboardAndFitsTheWindow) {
+  actions->trigger(ActionId::keyboardShortcuts);
+  auto* list = shown<ShortcutsDialog>();
+  ASSERT_NE(list, nullptr);
+  EXPECT_LE(list->height(), window->height());
+  EXPECT_NE(named<QWidget>(*list, u"History, Ctrl+H"_s), nullptr);
+  auto* area = list->findChild<QScrollArea*>();
+  ASSERT_NE(area, nullptr);
+  EXPECT_TRUE(area->hasFocus());
+  QTest::keyClick(area, Qt::Key_Escape);
+  EXPECT_EQ(shown<ShortcutsDialog>(), nullptr);
 }
 
 TEST_F(MainWindowTest, TheMousesBackButtonLeavesAnItemWhereverThePointerIs) {

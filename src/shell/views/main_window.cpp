@@ -36,6 +36,7 @@
 #include "shell/views/popover.h"
 #include "shell/views/sequence_source.h"
 #include "shell/views/settings_dialog.h"
+#include "shell/views/shortcuts_dialog.h"
 #include "shell/views/text_dialog.h"
 #include "shell/views/texts.h"
 #include "shell/views/update_pill.h"
@@ -61,6 +62,18 @@ constexpr int kFrame = 28;                 // the title that most desktops put o
 constexpr int kWelcomePage = 0;
 constexpr int kLibraryPage = 1;
 constexpr int kOpeningPage = 2;
+
+// Many keyboards have no menu key; elsewhere on the desktop this chord stands for it.
+void pressMenuKey() {
+  QWidget* focused = QApplication::focusWidget();
+  if (!focused) return;
+  QKeyEvent key(QEvent::KeyPress, Qt::Key_Menu, Qt::NoModifier);
+  QApplication::sendEvent(focused, &key);
+  if (key.isAccepted()) return;
+  const QPoint at = focused->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+  QContextMenuEvent menu(QContextMenuEvent::Keyboard, at, focused->mapToGlobal(at));
+  QApplication::sendEvent(focused, &menu);
+}
 }  // namespace
 
 MainWindow::MainWindow(Presenters presenters, QWidget* parent)
@@ -334,6 +347,7 @@ void MainWindow::bindActions() {
           [this] { library_->cycleZones(+1); });
   connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6), this), &QShortcut::activated, this,
           [this] { library_->cycleZones(-1); });
+  connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F10), this), &QShortcut::activated, this, pressMenuKey);
 }
 
 void MainWindow::refreshLayout() {
@@ -453,6 +467,8 @@ void MainWindow::performForWindow(ActionId id) {
       return openSettings();
     case ActionId::workspaceHealth:
       return openHealth();
+    case ActionId::keyboardShortcuts:
+      return (new ShortcutsDialog(on_.actions->shortcuts(), this))->open();
     case ActionId::quit:
       close();
       return;

@@ -32,12 +32,22 @@ void Menus::add(const ActionRow& row, QWidget* window, const std::vector<QWidget
   actions_.insert(static_cast<int>(row.id), action);
 }
 
+namespace {
+
+// A menu shows a key also where the views take it themselves.
+QString keysOfViews(const ActionRow& row) {
+  const QString keys = row.shortcut.isEmpty() ? shell::shownKeys(row) : QString();
+  return keys.isEmpty() ? QString() : u'\t' + keys;
+}
+
+}  // namespace
+
 void Menus::refresh() {
   for (const ActionRow& row : actionTable()) {
     QAction* own = action(row.id);
     own->setVisible(presenter_.isOffered(row.id));
     own->setEnabled(presenter_.isEnabled(row.id));
-    own->setText(presenter_.title(row.id).replace(u'&', QStringLiteral("&&")));
+    own->setText(presenter_.title(row.id).replace(u'&', QStringLiteral("&&")) + keysOfViews(row));
     if (row.checkable) own->setChecked(presenter_.isChecked(row.id));
   }
 }
