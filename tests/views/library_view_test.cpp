@@ -1,6 +1,7 @@
 #include "shell/views/library_view.h"
 
 #include <QSignalSpy>
+#include <QSlider>
 
 #include "shell/views/controls.h"
 #include "shell/views/inspector_parts.h"
@@ -63,6 +64,28 @@ TEST_F(LibraryViewTest, ANarrowWindowHasARailAndNothingCoversTheDock) {
   EXPECT_LE(library.dock().geometry().right(), library.inspector().x());
   library.setInspectorShown(false);
   EXPECT_FALSE(library.inspector().isVisible());
+}
+
+TEST_F(LibraryViewTest, WhatAWindowHasNoRoomForLeavesItAtItsWidth) {
+  show(library, {1440, 866});
+  const auto* slider = library.toolbar().findChild<QSlider*>();
+  ASSERT_NE(slider, nullptr);
+  const auto resized = [&](int width) {
+    library.resize(width, 866);
+    QCoreApplication::processEvents();
+  };
+  resized(1320);
+  EXPECT_TRUE(slider->isVisible());
+  resized(1319);
+  EXPECT_FALSE(slider->isVisible());
+  resized(1180);
+  EXPECT_EQ(library.sidebar().width(), 232);
+  resized(1179);
+  EXPECT_EQ(library.sidebar().width(), 52);
+  resized(1100);
+  EXPECT_LE(library.wall().mapTo(&library, library.wall().rect().topRight()).x(), library.inspector().x());
+  resized(1099);
+  EXPECT_GT(library.wall().mapTo(&library, library.wall().rect().topRight()).x(), library.inspector().x());
 }
 
 TEST_F(LibraryViewTest, F6WalksTheZonesAndBack) {
