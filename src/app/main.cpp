@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QDir>
 
+#include <unistd.h>
 #include <cstdio>
 #include <cstring>
 
@@ -13,6 +14,7 @@
 #include "shell/running_instance.h"
 #include "shell/texts.h"
 #include "shell/views/application_service.h"
+#include "shell/views/text_scale.h"
 #include "shell/views/theme.h"
 
 namespace {
@@ -20,6 +22,8 @@ namespace {
 using namespace sorvan;
 
 constexpr int cannotStart = 2;
+constexpr const char* textScale = "SORVAN_TEXT_SCALE";  // from the first start to the second
+constexpr const char* toolkitScale = "QT_SCALE_FACTOR";
 
 bool asks(int count, char** arguments, const char* option) {
   for (int index = 1; index < count; ++index)
@@ -86,6 +90,18 @@ int runStudio(QApplication& application) {
   return QApplication::exec();
 }
 
+// On X11 the size of the desktop's text comes with the screen. Elsewhere the program asks for it; the toolkit reads its
+// factor once, so the program starts over with it.
+void startOverWithTextScale(char** arguments) {
+  const bool comesWithTheScreen = !QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+  if (comesWithTheScreen || qEnvironmentVariableIsSet(toolkitScale)) return;
+  const double scale = views::desktopTextScale(QDBusConnection::sessionBus());
+  if (scale == 1.0) return;
+  qputenv(textScale, QByteArray::number(scale));
+  ::execv("/proc/self/exe", arguments);
+  qunsetenv(textScale);  // it could not start over: the text is as designed
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -94,7 +110,16 @@ int main(int count, char** arguments) {
     std::puts("Sorvan Studio " SORVAN_VERSION);
     return 0;
   }
+  const QByteArray scale = qgetenv(textScale);
+  if (!scale.isEmpty()) qputenv(toolkitScale, scale);
   QApplication application(count, arguments);
+  if (scale.isEmpty()) {
+    startOverWithTextScale(arguments);
+  } else {
+    // No program that this one starts is to take it for its own.
+    qunsetenv(toolkitScale);
+    qunsetenv(textScale);
+  }
   describeApplication(application);
   try {
     return runStudio(application);
