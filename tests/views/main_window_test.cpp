@@ -276,6 +276,18 @@ TEST_F(MainWindowTest, ShiftF10OpensTheMenuOfTheSelectionWhereAKeyboardHasNoMenu
   menu->close();
 }
 
+TEST_F(MainWindowTest, TypingInAMenuFindsARowByItsBeginning) {
+  QMenu* view = nullptr;
+  for (QAction* action : window->findChild<QMenuBar*>()->actions())
+    if (action->menu() && action->menu()->accessibleName() == u"View"_s) view = action->menu();
+  ASSERT_NE(view, nullptr);
+  view->popup(window->mapToGlobal(QPoint(20, 40)));
+  QTest::keyClick(view, Qt::Key_H);
+  ASSERT_NE(view->activeAction(), nullptr);
+  EXPECT_EQ(view->activeAction()->text(), u"History"_s);
+  view->close();
+}
+
 TEST_F(MainWindowTest, TheListOfKeysScrollsByKeyboardAndFitsTheWindow) {
   actions->trigger(ActionId::keyboardShortcuts);
   auto* list = shown<ShortcutsDialog>();

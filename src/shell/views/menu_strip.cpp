@@ -49,6 +49,7 @@ MenuStrip::MenuStrip(QWidget* parent)
       account_(new IconButton(u"circle-user-round"_s, shell::texts::accountTitle())) {
   setFixedHeight(metrics().menuStrip);
   bar_->setNativeMenuBar(false);
+  bar_->setProperty(ownFocusProperty, true);  // the ring is around the title that is current
   account_->setControlSize(ControlSize::compact);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(8, 0, 10, 1);

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QWidget>
 
+#include "shell/views/focus_ring.h"
 #include "shell/views/icons.h"
 #include "shell/views/painting.h"
 
@@ -124,6 +125,8 @@ void paintMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   const bool enabled = item.state.testFlag(QStyle::State_Enabled);
   const bool open = item.state.testFlag(QStyle::State_Sunken) || item.state.testFlag(QStyle::State_Selected);
   if (open && enabled) paintPanel(painter, QRectF(item.rect).adjusted(0, 5, 0, -5), 5, c.stateHover);
+  if (open && enabled && FocusRing::keyboardInUse())
+    paintRing(painter, item.rect.adjusted(1, 4, -1, -4), metrics().radiusControl, metrics().borderFocus, c.accentRing);
   const QColor color = !enabled ? c.textDisabled : (open ? c.textPrimary : c.textSecondary);
   paintText(painter, item.rect,
             {withoutMnemonic(item.text), fontFor(Type::body), color, Qt::AlignCenter, Qt::ElideNone});
