@@ -5,6 +5,7 @@
 
 #include "shell/views/controls.h"
 #include "shell/views/inspector_parts.h"
+#include "shell/views/labels.h"
 #include "shell/views/prompt_edit.h"
 #include "shell/views/welcome_view.h"
 #include "support/run_task.h"
@@ -224,6 +225,11 @@ TEST_F(LibraryViewTest, TheLargeViewStepsOverJobs) {
   library.asset().show(wall.idAt(0));
   EXPECT_EQ(library.asset().neighbour(+1), wall.idAt(2));
   EXPECT_TRUE(library.asset().neighbour(-1).isNull());
+  const auto items = static_cast<int>(cells.size()) - 1;
+  library.asset().show(wall.idAt(2));
+  const auto places = library.asset().findChildren<ElidedLabel*>();
+  EXPECT_TRUE(std::ranges::any_of(
+      places, [&](const ElidedLabel* label) { return label->text() == u"2 of %1"_s.arg(items); }));
 }
 
 TEST_F(LibraryViewTest, AHistoryRowIsSelectedByKeyAndItsButtonActs) {

@@ -194,6 +194,22 @@ void AssetView::showMedia(const GalleryCell& cell) {
     player_->open({cell.filePath, cell.thumbnailPath, cell.fileName, cell.kind == CellKind::audio}, Begin::paused);
 }
 
+namespace {
+
+// Jobs stand among the items and are stepped over, so they count for nothing.
+QString placeAmongItems(const WallSource& source, int index) {
+  int place = 0;
+  int items = 0;
+  for (int at = 0; at < source.count(); ++at) {
+    if (source.isJobAt(at)) continue;
+    ++items;
+    if (at <= index) ++place;
+  }
+  return texts::placeOf(place, items);
+}
+
+}  // namespace
+
 void AssetView::refresh() {
   const int index = source_.indexOf(item_);
   if (index < 0) return;
@@ -201,7 +217,7 @@ void AssetView::refresh() {
   showMedia(cell);
   setAccessibleName(cell.accessibleName.isEmpty() ? cell.fileName : cell.accessibleName);
   filmstrip_->setCurrent(item_);
-  place_->setText(texts::placeOf(index + 1, source_.count()));
+  place_->setText(placeAmongItems(source_, index));
   refreshFacts();
 }
 
