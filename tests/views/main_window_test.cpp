@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QScrollArea>
 #include <QSignalSpy>
+#include <QTextEdit>
 
 #include "account/provider_settings.h"
 #include "base/sorvan_error.h"
@@ -202,6 +203,22 @@ TEST_F(MainWindowTest, AnItemIsRenamedInADialog) {
   field->setText(u"Blue Boat"_s);
   QTest::keyClick(field, Qt::Key_Return);
   EXPECT_EQ(desk.store.assets().front()->filename(), u"Blue-Boat-001.png"_s);
+}
+
+TEST_F(MainWindowTest, CtrlEnterConfirmsASheetOfSeveralLines) {
+  type(u"a boat"_s);
+  desk.settle();
+  desk.state.select({desk.store.assets().front()->id});
+  actions->trigger(ActionId::editNotes);
+  auto* dialog = shown<TextDialog>();
+  ASSERT_NE(dialog, nullptr);
+  auto* lines = dialog->findChild<QTextEdit*>();
+  QTest::keyClicks(lines, u"one"_s);
+  QTest::keyClick(lines, Qt::Key_Return);
+  QTest::keyClicks(lines, u"two"_s);
+  QTest::keyClick(lines, Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(desk.store.assets().front()->notes, u"one\ntwo"_s);
+  EXPECT_EQ(shown<TextDialog>(), nullptr);
 }
 
 TEST_F(MainWindowTest, TheMenusComeFromTheTableAndShowOnlyWhatIsInIt) {

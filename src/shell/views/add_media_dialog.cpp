@@ -1,6 +1,7 @@
 #include "shell/views/add_media_dialog.h"
 
 #include <QHBoxLayout>
+#include <QShortcut>
 
 #include "shell/sheet_texts.h"
 #include "shell/views/controls.h"
@@ -52,6 +53,7 @@ AddMediaDialog::AddMediaDialog(WallSource& source, ThumbnailStore& thumbnails, c
   });
   connect(wall_, &MediaWall::escapePressed, this, &QDialog::reject);
   connect(add_, &QAbstractButton::clicked, this, &AddMediaDialog::accept);
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this), &QShortcut::activated, add_, &QAbstractButton::click);
   connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);
   wall_->setFocus();
 }

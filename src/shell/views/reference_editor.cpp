@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QShortcut>
 
 #include "composer/composer_rules.h"
 #include "composer/notice_texts.h"
@@ -111,6 +112,7 @@ void ReferenceEditor::build() {
   all->addLayout(foot);
   connect(cancel, &Button::clicked, this, &QDialog::reject);
   connect(save_, &Button::clicked, this, &ReferenceEditor::save);
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this), &QShortcut::activated, save_, &Button::click);
   connect(name_, &QLineEdit::textChanged, this, &ReferenceEditor::refreshHandle);
 }
 

@@ -1,6 +1,7 @@
 #include "shell/views/text_dialog.h"
 
 #include <QHBoxLayout>
+#include <QShortcut>
 
 #include "shell/views/controls.h"
 #include "shell/views/fields.h"
@@ -38,6 +39,8 @@ TextDialog::TextDialog(const QString& title, const QString& name, const QString&
   confirm->setDefault(true);
   connect(cancel, &Button::clicked, this, &QDialog::reject);
   connect(confirm, &Button::clicked, this, &TextDialog::accept);
+  // In a text of several lines Enter breaks the line.
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this), &QShortcut::activated, confirm, &Button::click);
   auto* buttons = new QHBoxLayout;
   buttons->setSpacing(8);
   buttons->addStretch(1);
