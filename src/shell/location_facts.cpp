@@ -29,17 +29,10 @@ std::function<bool(const core::Asset&)> belongingTo(const core::LibraryStore& st
 }
 
 void count(LocationFacts& facts, const core::Asset& item) {
-  switch (item.type()) {
-    case core::MediaType::image:
-      ++facts.pictures;
-      break;
-    case core::MediaType::video:
-      ++facts.clips;
-      break;
-    case core::MediaType::audio:
-      ++facts.sounds;
-      break;
-  }
+  // What a type is written as tells it without reading it; all that is unknown counts as a picture.
+  static const QString clip = rawValue(core::MediaType::video);
+  static const QString sound = rawValue(core::MediaType::audio);
+  ++(item.mediaType == clip ? facts.clips : item.mediaType == sound ? facts.sounds : facts.pictures);
   if (item.favorite) ++facts.favorites;
   facts.bytes += item.fileSize;
   if (!facts.oldest || item.createdAt < *facts.oldest) facts.oldest = item.createdAt;
