@@ -64,10 +64,9 @@ std::vector<core::AssetRef> CurationPresenter::shownItems(bool inTrash) const {
 qsizetype CurationPresenter::selectedItems() const {
   const QSet<QUuid>& selection = on_.state.selection();
   if (selection.size() < 2) return soleItem() || hasTrashedItems() ? 1 : 0;
-  qsizetype items = 0;
-  for (int index = on_.gallery.jobCount(); index < on_.gallery.count(); ++index)
-    if (selection.contains(on_.gallery.idAt(index))) ++items;
-  return items;
+  return std::ranges::count_if(selection, [&gallery = on_.gallery](const QUuid& id) {
+    return gallery.indexOf(id) >= gallery.jobCount();
+  });
 }
 
 // Many actions ask after each change, and the selection may be all of a large library.

@@ -18,6 +18,9 @@ namespace sorvan::shell {
 
 namespace {
 
+// Cells to either side of the last one that was looked for.
+constexpr int nearCells = 16;
+
 constexpr float soundAspectRatio = 1.6F;
 // A very wide or tall picture still needs a cell that can be seen and hit.
 constexpr float narrowest = 0.3F;
@@ -138,6 +141,7 @@ void GalleryPresenter::refresh() {
   collectItems(collected);
   std::vector<WallSection> sections = collectSections(collected);
   const bool sameLayout = collected == entries_ && sections == sections_;
+  if (!sameLayout) places_.clear();
   entries_ = std::move(collected);
   sections_ = std::move(sections);
   if (sameLayout) {
@@ -224,16 +228,21 @@ double GalleryPresenter::aspectRatioAt(int index) const {
 bool GalleryPresenter::isJobAt(int index) const { return entries_.at(static_cast<std::size_t>(index)).isJob; }
 int GalleryPresenter::jobCount() const { return jobCount_; }
 
-// Who asks for one cell asks for its neighbours next, so the search goes outwards from what was found last.
+// Who asks for one cell asks for its neighbours next, so they are looked at first. Who asks for many, such as for all
+// that is selected, needs a place for each at once.
 int GalleryPresenter::indexOf(QUuid id) const {
   const int last = count() - 1;
   if (last < 0) return -1;
   const int from = std::clamp(lastFound_, 0, last);
-  for (int down = from, up = from + 1; down >= 0 || up <= last; --down, ++up) {
-    if (down >= 0 && idAt(down) == id) return lastFound_ = down;
-    if (up <= last && idAt(up) == id) return lastFound_ = up;
+  for (int index = std::max(0, from - nearCells); index <= std::min(last, from + nearCells); ++index)
+    if (idAt(index) == id) return lastFound_ = index;
+  if (places_.isEmpty()) {
+    places_.reserve(count());
+    for (int index = 0; index <= last; ++index) places_.insert(idAt(index), index);
   }
-  return -1;
+  const int found = places_.value(id, -1);
+  if (found >= 0) lastFound_ = found;
+  return found;
 }
 
 GalleryCell GalleryPresenter::cellAt(int index) const {

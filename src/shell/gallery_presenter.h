@@ -5,6 +5,7 @@
 #include "shell/once_per_turn.h"
 #include "shell/wall_sections.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 
@@ -137,8 +138,9 @@ class GalleryPresenter : public QObject {
   QUuid project_;
   QSet<QUuid> dismissed_;
   int jobCount_ = 0;
-  QHash<QUuid, QString> work_;  // what running jobs do to items
-  mutable int lastFound_ = 0;  // by indexOf
+  QHash<QUuid, QString> work_;        // what running jobs do to items
+  mutable int lastFound_ = 0;         // by indexOf
+  mutable QHash<QUuid, int> places_;  // of all entries, once one was looked for that is far from the last
   OncePerTurn refreshSoon_{[this] { refresh(); }};
 };
 

@@ -155,6 +155,25 @@ TEST_F(GalleryTest, FindsACellByItsId) {
   EXPECT_EQ(desk.gallery.indexOf(base::newUuid()), -1);
 }
 
+TEST_F(GalleryTest, FindsCellsFarFromEachOtherAndWhereTheyWentAfterAChange) {
+  constexpr int many = 600;
+  for (int number = 0; number < many; ++number) {
+    const QString path = QStringLiteral("Inbox/n%1.png").arg(number);
+    static_cast<void>(desk.store.context().insert(
+        core::Asset({}, core::MediaType::image, path, path, {}, desk.store.now() - number)));
+  }
+  desk.store.save(core::LibraryTables::assets);
+  desk.settle();
+  ASSERT_EQ(desk.gallery.count(), many);
+  for (const int index : {0, 599, 3, 300, 598}) EXPECT_EQ(desk.gallery.indexOf(desk.gallery.idAt(index)), index);
+  EXPECT_EQ(desk.gallery.indexOf(base::newUuid()), -1);
+  const QUuid last = desk.gallery.idAt(599);
+  const QUuid first = make(QStringLiteral("one"));
+  EXPECT_EQ(desk.gallery.indexOf(first), 0);
+  EXPECT_EQ(desk.gallery.indexOf(last), many);
+  EXPECT_EQ(desk.gallery.indexOf(first), 0);
+}
+
 TEST_F(GalleryTest, TheInspectorTellsHowAnItemWasMade) {
   const QUuid id = make(QStringLiteral("a red boat"));
   desk.state.select({id});
