@@ -4,6 +4,7 @@
 
 #include "base/ids.h"
 #include "core/history.h"
+#include "core/small_edits.h"
 #include "desk.h"
 
 namespace sorvan::shell {
@@ -72,6 +73,25 @@ TEST_F(CurationTest, LeavesAloneWhatTheGalleryDoesNotShow) {
   desk.curation.setRating(5);
   EXPECT_EQ(item(first)->rating, std::nullopt);
   EXPECT_EQ(item(second)->rating, 5);
+}
+
+TEST_F(CurationTest, CountsTheSelectedItemsThatTheGalleryShowsAndNoJobs) {
+  const QUuid first = make(QStringLiteral("one"));
+  const QUuid second = make(QStringLiteral("two"));
+  const QUuid third = make(QStringLiteral("three"));
+  desk.provider->failure = std::make_exception_ptr(base::SorvanError(QStringLiteral("Planted.")));
+  desk.generate(QStringLiteral("four"));
+  desk.settle();
+  const QUuid job = desk.newestJob()->id;
+  ASSERT_GE(desk.gallery.indexOf(job), 0);
+  desk.state.select({first, second, job});
+  EXPECT_EQ(desk.curation.selectedItems(), 2);
+  core::setFavorite(desk.store, {item(first), item(third)}, true);
+  desk.state.setLocation(favoritesLocation);
+  desk.state.select({first, second, third});
+  EXPECT_EQ(desk.curation.selectedItems(), 2);
+  desk.state.select({second});
+  EXPECT_EQ(desk.curation.selectedItems(), 1);
 }
 
 TEST_F(CurationTest, StepsOnToTheNextItemOnlyWhenAsked) {
