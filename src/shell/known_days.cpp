@@ -11,8 +11,14 @@ namespace sorvan::shell {
 const KnownDays::Day& KnownDays::of(Instant moment, Instant now) {
   if (!today_.holds(now)) {
     days_.clear();
-    today_ = add(now, now);
+    today_ = last_ = find(now, now);
   }
+  // Most moments follow one of the same day.
+  if (!last_.holds(moment)) last_ = find(moment, now);
+  return last_;
+}
+
+const KnownDays::Day& KnownDays::find(Instant moment, Instant now) {
   const auto after = days_.upper_bound(moment.seconds);
   if (after != days_.begin() && std::prev(after)->second.holds(moment)) return std::prev(after)->second;
   return add(moment, now);

@@ -20,13 +20,15 @@ class KnownDays {
     QString title;  // “Today”, “Yesterday” or the date in full
     bool holds(Instant moment) const { return from <= moment && moment < to; }
   };
-  // The day of the moment, valid until the next call with a `now` on another day, which titles all days anew.
+  // The day of the moment, valid until the next call. A `now` on another day titles all days anew.
   const Day& of(Instant moment, Instant now);
 
  private:
+  const Day& find(Instant moment, Instant now);
   const Day& add(Instant moment, Instant now);
 
   std::map<double, Day> days_;  // by where they begin
+  Day last_;                    // what was told last
   Day today_;                   // what the titles were made on
 };
 
