@@ -3,7 +3,6 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QClipboard>
-#include <QDrag>
 #include <QDropEvent>
 #include <QGlyphRun>
 #include <QMimeData>
@@ -11,7 +10,6 @@
 #include <QSignalSpy>
 #include <QTextBlock>
 #include <QTextLayout>
-#include <QTimer>
 
 #include "shell/composer_presenter.h"
 #include "support/run_task.h"
@@ -39,18 +37,17 @@ class PromptEditTest : public Dressed {
     const QRect caret = prompt.rectOf(position);
     return {caret.left(), caret.center().y()};
   }
-  // A drop at that character by a program that proposes to move its text; what it is told to do then.
-  Qt::DropAction drop(const QMimeData& data, int position, Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction) {
-    const Qt::DropAction proposed = offered.testFlag(Qt::MoveAction) ? Qt::MoveAction : Qt::CopyAction;
+  // A drop at that character; what its program is told to do with its text then. Shift proposes to move it.
+  Qt::DropAction drop(const QMimeData& data, int position, Qt::KeyboardModifiers modifiers = Qt::ShiftModifier) {
+    const Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction;
     const QPoint place = placeOf(position);
-    QDragEnterEvent enter(place, offered, &data, Qt::LeftButton, {});
-    enter.setDropAction(proposed);
+    QDragEnterEvent enter(place, offered, &data, Qt::LeftButton, modifiers);
     QApplication::sendEvent(prompt.viewport(), &enter);
-    QDragMoveEvent move(place, offered, &data, Qt::LeftButton, {});
+    QDragMoveEvent move(place, offered, &data, Qt::LeftButton, modifiers);
     QApplication::sendEvent(prompt.viewport(), &move);
     shown = move.dropAction();
-    QDropEvent event(place, offered, &data, Qt::LeftButton, {});
-    EXPECT_EQ(event.proposedAction(), proposed);
+    QDropEvent event(place, offered, &data, Qt::LeftButton, modifiers);
+    EXPECT_EQ(event.proposedAction(), modifiers == Qt::ShiftModifier ? Qt::MoveAction : Qt::CopyAction);
     QApplication::sendEvent(prompt.viewport(), &event);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
   }
@@ -59,19 +56,10 @@ class PromptEditTest : public Dressed {
     data.setText(text);
     return drop(data, position);
   }
-  // The selection is dragged by the prompt's own drag to that character, while the toolkit takes it for under way.
-  Qt::DropAction dragSelection(int position, Qt::DropActions offered) {
-    auto* drag = new QDrag(prompt.viewport());
-    auto* data = new QMimeData;
-    data->setText(prompt.textCursor().selectedText());
-    drag->setMimeData(data);
-    Qt::DropAction told = Qt::IgnoreAction;
-    QTimer::singleShot(0, &prompt, [&] {
-      told = this->drop(*data, position, offered);
-      QDrag::cancel();
-    });
-    drag->exec(offered);
-    return told;
+  // The prompt's own drag of its selection: what it takes along is made as for a copy.
+  Qt::DropAction dragSelection(int position, Qt::KeyboardModifiers modifiers) {
+    prompt.copy();
+    return drop(*QApplication::clipboard()->mimeData(), position, modifiers);
   }
   void select(int from, int to) {
     QTextCursor cursor(prompt.document());
@@ -167,11 +155,19 @@ TEST_F(PromptEditTest, TextOfATooLongPromptIsMovedInItByADragWithoutLosingAChara
   prompt.setDraft(u"harbour "_s + boats);
   QSignalSpy refused(&prompt, &PromptEdit::pasteRefused);
   select(0, 8);
-  EXPECT_EQ(dragSelection(8 + 11, Qt::MoveAction), Qt::MoveAction);
+  EXPECT_EQ(dragSelection(8 + 11, Qt::ShiftModifier), Qt::MoveAction);
   EXPECT_EQ(prompt.toPlainText(), u"a red boat harbour "_s + boats.mid(11));
   EXPECT_EQ(refused.count(), 0);
   prompt.undo();
   EXPECT_EQ(prompt.toPlainText(), u"harbour "_s + boats);
+}
+
+TEST_F(PromptEditTest, TextThatIsDroppedOnItselfStays) {
+  prompt.setDraft(u"a red boat"_s);
+  select(2, 6);
+  EXPECT_EQ(dragSelection(4, Qt::ShiftModifier), Qt::MoveAction);
+  EXPECT_EQ(prompt.toPlainText(), u"a red boat"_s);
+  EXPECT_EQ(prompt.textCursor().selectedText(), u"red "_s);
 }
 
 TEST_F(PromptEditTest, ACopyWithinATooLongPromptIsRefused) {
@@ -179,7 +175,7 @@ TEST_F(PromptEditTest, ACopyWithinATooLongPromptIsRefused) {
   prompt.setDraft(boats);
   QSignalSpy refused(&prompt, &PromptEdit::pasteRefused);
   select(0, 11);
-  EXPECT_EQ(dragSelection(22, Qt::CopyAction), Qt::IgnoreAction);
+  EXPECT_EQ(dragSelection(22, Qt::ControlModifier), Qt::IgnoreAction);
   EXPECT_EQ(prompt.toPlainText(), boats);
   EXPECT_EQ(refused.count(), 1);
 }

@@ -322,8 +322,14 @@ void PromptEdit::mousePressEvent(QMouseEvent* event) {
 
 // ---- What is pasted and dropped
 
+QMimeData* PromptEdit::createMimeDataFromSelection() const {
+  taken_ = QTextEdit::createMimeDataFromSelection();
+  return taken_;
+}
+
 bool PromptEdit::movesOwnText(const QDropEvent& event) const {
-  return event.source() == viewport() && event.proposedAction() == Qt::MoveAction;
+  const bool ownText = taken_ && event.mimeData() == taken_ && textCursor().hasSelection();
+  return ownText && event.proposedAction() == Qt::MoveAction;
 }
 
 // Whoever is told that its text was moved deletes it.
@@ -343,14 +349,38 @@ void PromptEdit::dragMoveEvent(QDragMoveEvent* event) {
 
 // The editor accepts what it was dropped, whether `insertFromMimeData` has taken it or not.
 void PromptEdit::dropEvent(QDropEvent* event) {
-  movingOwnText_ = movesOwnText(*event);
+  if (movesOwnText(*event)) {
+    endDrag(*event);
+    moveSelection(event->position().toPoint());
+    return event->acceptProposedAction();
+  }
   refused_ = false;
   QTextEdit::dropEvent(event);
-  movingOwnText_ = false;
   offerCopy(*event);
   if (!std::exchange(refused_, false)) return;
   event->setDropAction(Qt::IgnoreAction);
   event->ignore();
+}
+
+// The editor takes a drop of nothing for the end of what it shows of a drag.
+void PromptEdit::endDrag(const QDropEvent& event) {
+  const QMimeData nothing;
+  QDropEvent end(event.position(), event.possibleActions(), &nothing, event.buttons(), event.modifiers());
+  QTextEdit::dropEvent(&end);
+}
+
+// Nothing is added, so no prompt is too long for it; the editor would take the text out and insert what is then
+// refused.
+void PromptEdit::moveSelection(QPoint place) {
+  QTextCursor from = textCursor();
+  QTextCursor to = cursorForPosition(place);
+  if (to.position() >= from.selectionStart() && to.position() <= from.selectionEnd()) return;
+  const QString text = from.selectedText();
+  from.beginEditBlock();
+  from.removeSelectedText();
+  to.insertText(text);
+  from.endEditBlock();
+  setTextCursor(to);
 }
 
 bool PromptEdit::canInsertFromMimeData(const QMimeData* source) const {
@@ -368,8 +398,7 @@ void PromptEdit::insertFromMimeData(const QMimeData* source) {
 void PromptEdit::takeText(const QString& text) {
   const QString present = toPlainText();
   const qsizetype characters = present.size() - textCursor().selectedText().size() + text.size();
-  // Text on its way within the prompt has left its old place already: refused here, it would be nowhere.
-  refused_ = !movingOwnText_ && characters > longestPastedPrompt && characters > present.size();
+  refused_ = characters > longestPastedPrompt && characters > present.size();
   if (refused_) {
     Q_EMIT pasteRefused(characters);
     return;

@@ -1,6 +1,7 @@
 // The field in which a prompt is written.
 #pragma once
 
+#include <QPointer>
 #include <QTextEdit>
 
 #include "composer/mention_marks.h"
@@ -59,6 +60,7 @@ class PromptEdit final : public QTextEdit {
   bool viewportEvent(QEvent* event) override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;
+  QMimeData* createMimeDataFromSelection() const override;
 
  private:
   void setLineDistance();
@@ -69,6 +71,8 @@ class PromptEdit final : public QTextEdit {
   void nameFontsFor(const QString& text);
   bool movesOwnText(const QDropEvent& event) const;
   void offerCopy(QDropEvent& event) const;
+  void endDrag(const QDropEvent& event);
+  void moveSelection(QPoint place);
   void takeText(const QString& text);
   void keepGlyphs(int position, int removed, int added);
   std::vector<QRectF> areasOf(const MentionMark& mark, const QRectF& view) const;
@@ -77,8 +81,8 @@ class PromptEdit final : public QTextEdit {
   int scripts_ = 0;  // those whose fonts are named
   bool composing_ = false;
   bool justComposed_ = false;  // until the event loop turns: an Enter that ended the composition comes in between
-  bool movingOwnText_ = false;  // its own text is on its way from one place to another
-  bool refused_ = false;        // the last text was too long
+  bool refused_ = false;       // the last text was too long
+  mutable QPointer<QMimeData> taken_;  // what was made of the selection last, by which its own drag is known again
   mutable int heightRevision_ = -1;
   mutable int heightWidth_ = -1;
   mutable int height_ = 0;
