@@ -58,7 +58,7 @@ TEST(HostileSchema, ComesToAnEndWhenReferencesMultiply) {
                     "," + next + "]},";
   }
   made.schemas += R"("L60":{"type":"string"})";
-  EXPECT_NE(made.refusal(), u"(nothing was thrown)"_s) << "what is not read to its end is not offered";
+  EXPECT_EQ(made.refusal(), u"Paint does not return an image or a video."_s) << "the rest was not looked at";
 }
 
 TEST(HostileSchema, ComesToAnEndWhenManyFieldsCopyALargeOne) {
@@ -72,7 +72,7 @@ TEST(HostileSchema, ComesToAnEndWhenManyFieldsCopyALargeOne) {
                        "_image_urls\":{\"$ref\":\"#/components/schemas/Large\",\"type\":\"array\"},";
   }
   made.properties += "\"prompt\":{\"type\":\"string\"}}";
-  EXPECT_NE(made.refusal(), u"(nothing was thrown)"_s) << "what is not read to its end is not offered";
+  EXPECT_EQ(made.refusal(), u"Paint does not return an image or a video."_s) << "the rest was not looked at";
 }
 
 TEST(HostileSchema, SurvivesWrongTypesInEveryPlace) {
