@@ -2,9 +2,20 @@
 
 namespace sorvan::app {
 
+namespace {
+
+QString payerOf(const account::AccountStore& account) {
+  const std::optional<QString> name = account.accountName();
+  if (!name) return {};
+  return account.client(account::AccountStore::Needs::token).gateway().toString() + QChar::Space + *name;
+}
+
+}  // namespace
+
 InterpreterDesk::InterpreterDesk(core::LibraryStore& store, CreditsDesk& credits)
     : credits_(credits),
-      interpreter_([&credits] { return credits.account().client(account::AccountStore::Needs::token); }),
+      interpreter_([&credits] { return credits.account().client(account::AccountStore::Needs::token); },
+                   [&credits] { return payerOf(credits.account()); }),
       books_(store, interpreter_) {}
 
 void InterpreterDesk::settle() {

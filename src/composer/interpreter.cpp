@@ -21,8 +21,9 @@ struct PendingInterpretation {
   QUuid id;
   std::optional<QUuid> projectID;
   std::optional<Instant> sentAt;  ///< absent in a note of an earlier form
+  std::optional<QString> payer;   ///< absent where it was not known
 };
-BOOST_DESCRIBE_STRUCT(PendingInterpretation, (), (id, projectID, sentAt))
+BOOST_DESCRIBE_STRUCT(PendingInterpretation, (), (id, projectID, sentAt, payer))
 using Pending = std::vector<PendingInterpretation>;
 
 Pending pendingIn(const Settings& settings) { return settings.get<Pending>(pendingKey, {}); }
@@ -76,7 +77,8 @@ InterpretationBooks::InterpretationBooks(LibraryStore& store, CommandInterpreter
 
 void InterpretationBooks::aboutToSend(const QUuid& key, const std::optional<QUuid>& project) {
   Pending pending = pendingIn(store_.settings());
-  pending.push_back({key, project, store_.now()});
+  const QString payer = interpreter_.payer();
+  pending.push_back({key, project, store_.now(), payer.isEmpty() ? std::nullopt : std::optional(payer)});
   store_.settings().set(pendingKey, pending);
 }
 
@@ -100,6 +102,8 @@ Task<> InterpretationBooks::settle(std::stop_token stop) {
   for (const PendingInterpretation& entry : pending) {
     throwIfStopped(stop);
     try {
+      // Nobody else has ever seen it, so what they say means nothing.
+      if (entry.payer && *entry.payer != interpreter_.payer()) continue;
       const auto found = co_await interpreter_.existing(entry.id, stop);
       found ? answered(entry.id, *found) : notSeen(entry.id, entry.sentAt.value_or(Instant()));
     } catch (const SorvanError&) {

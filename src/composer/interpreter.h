@@ -39,6 +39,8 @@ class CommandInterpreter {
   /// What became of a request that was sent before, waited for to its end; one that failed costs nothing. Nothing when
   /// no such request has arrived yet. Throws SorvanError when that cannot be learned now.
   virtual Task<std::optional<Interpretation>> existing(QUuid key, std::stop_token stop) = 0;
+  /// The gateway and the account that pay now; empty while they are not known.
+  virtual QString payer() const { return {}; }
 };
 
 /// How long after it was sent a request may still reach the gateway, in seconds. The connection is given up after 30
@@ -63,7 +65,8 @@ class InterpretationBooks {
   void notSent(const QUuid& key);
   /// Learns what became of requests without an answer, and records what they cost. Call it at the start, once a
   /// workspace is open, and before each interpretation. One that cannot be learned now waits for the next time. So does
-  /// one that has not arrived, until `latestArrival` has passed since it was sent.
+  /// one that has not arrived, until `latestArrival` has passed since it was sent, and one that another account pays
+  /// for, until that one is signed in.
   Task<> settle(std::stop_token stop);
   bool isSettled() const;
 

@@ -23,11 +23,9 @@ struct CreditsDeskTest : test::LibraryFixture {
     test::runTask(interpreter.drain());
   }
 
-  void answerAccount() {
+  void answerAccount(const QString& email = u"Ada@example.org"_s) {
     const QJsonObject amounts{{u"included"_s, 0}, {u"purchased"_s, 0}, {u"reserved"_s, 0}, {u"available"_s, 0}};
-    web->on("GET", u"v1/me"_s)
-        .answersJson(QJsonObject{{u"email"_s, u"Ada@example.org"_s}, {u"credits"_s, amounts}})
-        .repeating();
+    web->on("GET", u"v1/me"_s).answersJson(QJsonObject{{u"email"_s, email}, {u"credits"_s, amounts}}).repeating();
     web->on("GET", u"v1/credit-packs"_s).answersJson(QJsonObject{{u"packs"_s, QJsonArray()}}).repeating();
     web->on("GET", u"v1/app"_s).answers(404).repeating();
   }
@@ -39,6 +37,14 @@ struct CreditsDeskTest : test::LibraryFixture {
   }
   void settle() {
     test::runTask(credits.account().whenIdle());
+    test::runPosted();
+  }
+  // The account that is signed in is another one from here on, and the books are settled with it.
+  void becomes(const QString& email) {
+    answerAccount(email);
+    credits.account().refresh();
+    settle();
+    interpreter.settle();
     test::runPosted();
   }
   GenerationPorts ports() {
@@ -95,6 +101,19 @@ TEST_F(CreditsDeskTest, AnInterpretationWhoseAnswerWasLostIsAccountedForOnceSome
   EXPECT_TRUE(books.isSettled());
   ASSERT_EQ(store.extraCharges().entries().size(), 1U);
   EXPECT_EQ(store.extraCharges().entries()[0].credits, 0.3);
+}
+
+TEST_F(CreditsDeskTest, AnInterpretationOfOneAccountIsNotAskedForWithAnother) {
+  open();
+  signIn();
+  InterpretationBooks& books = interpreter.interpreting().books;
+  books.aboutToSend(newUuid(), std::nullopt);
+  web->on("GET", u"v1/requests/"_s).answers(404).repeating();
+  becomes(u"bob@example.org"_s);
+  EXPECT_TRUE(web->requests(u"v1/requests/"_s).empty());
+  becomes(u"ada@example.org"_s);
+  EXPECT_EQ(web->requests(u"v1/requests/"_s).size(), 1U);
+  EXPECT_FALSE(books.isSettled()) << "it may be on its way";
 }
 
 }  // namespace

@@ -35,6 +35,9 @@ class ScriptedInterpreter final : public CommandInterpreter {
     co_return lookup;
   }
 
+  QString payer() const override { return account; }
+
+  QString account;
   Completion gate;
   Interpretation answer;
   QString failure;
@@ -214,6 +217,21 @@ TEST_F(CommandReviewTest, ARequestThatHasNotArrivedWithinADayIsForgottenWithoutA
   sorvan::test::runTask(books.settle({}));
   EXPECT_TRUE(books.isSettled());
   EXPECT_TRUE(charges().empty());
+}
+
+TEST_F(CommandReviewTest, ARequestIsAskedForWithTheAccountThatPaysForItAndNoOther) {
+  interpreter.account = u"https://gateway.example ada@example.org"_s;
+  books.aboutToSend(newUuid(), std::nullopt);
+  interpreter.account = u"https://gateway.example bob@example.org"_s;
+  clock->advance(std::chrono::hours(48));
+  sorvan::test::runTask(books.settle({}));
+  EXPECT_TRUE(interpreter.asked.empty());
+  EXPECT_FALSE(books.isSettled());
+  interpreter.account = u"https://gateway.example ada@example.org"_s;
+  interpreter.lookup = Interpretation{{}, 1'000'000};
+  sorvan::test::runTask(books.settle({}));
+  EXPECT_TRUE(books.isSettled());
+  EXPECT_EQ(charges().size(), 1U);
 }
 
 TEST_F(CommandReviewTest, ARequestThatFailedIsForgottenAtOnce) {
