@@ -116,6 +116,26 @@ TEST_F(LookTest, ATextFieldKeepsItsTextOffTheButtonInside) {
   EXPECT_TRUE(roll->isVisible());
 }
 
+TEST_F(LookTest, TheCrossOfAChipTakesItsChoiceBackAndDoesNotOpenIt) {
+  Chip chip;
+  chip.setLabel(u"418207"_s);
+  chip.setClearable(true);
+  show(chip, chip.sizeHint());
+  int cleared = 0;
+  int opened = 0;
+  QObject::connect(&chip, &Chip::clearRequested, &chip, [&cleared] { ++cleared; });
+  QObject::connect(&chip, &Chip::clicked, &chip, [&opened] { ++opened; });
+  QTest::mouseClick(&chip, Qt::LeftButton, {}, QPoint(chip.width() - 14, chip.height() / 2));
+  EXPECT_EQ(std::pair(cleared, opened), std::pair(1, 0));
+  QTest::mouseClick(&chip, Qt::LeftButton, {}, QPoint(14, chip.height() / 2));
+  EXPECT_EQ(std::pair(cleared, opened), std::pair(1, 1));
+  QTest::keyClick(&chip, Qt::Key_Delete);
+  EXPECT_EQ(cleared, 2);
+  chip.setClearable(false);
+  QTest::mouseClick(&chip, Qt::LeftButton, {}, QPoint(chip.width() - 14, chip.height() / 2));
+  EXPECT_EQ(std::pair(cleared, opened), std::pair(2, 2));
+}
+
 TEST_F(LookTest, TheWordsOfAJobStandInTheMiddleOfItsRow) {
   JobDisplay job;
   job.prompt = u"HHHH"_s;

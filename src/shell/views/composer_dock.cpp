@@ -127,6 +127,7 @@ void ComposerDock::connectControls() {
   });
   connect(length_, &Chip::clicked, this, &ComposerDock::openLengths);
   connect(count_, &Chip::clicked, this, [this] { open(openCountPopover(composer_, count_), count_); });
+  connect(seed_, &Chip::clearRequested, &composer_, [this] { composer_.editSeed({}); });
   connect(seed_, &Chip::clicked, this, [this] { open(openSeedPopover(composer_, seed_), seed_); });
   connect(more_, &IconButton::clicked, this, [this] { composer_.setSettingsShown(!display_.settingsShown); });
   connect(kind_, &SegmentedControl::chosen, this, &ComposerDock::chooseKind);
@@ -237,6 +238,8 @@ void ComposerDock::refreshChips(const ComposerDisplay& display) {
   name(count_, texts::count(), display.countLabel, display.countTooltip);
   seed_->setLabel(display.seedText.isEmpty() ? texts::seed() : display.seedText);
   seed_->setTone(display.seedText.isEmpty() ? ChipTone::quiet : ChipTone::set);
+  seed_->setChevron(!display.seedText.isEmpty());
+  seed_->setClearable(!display.seedText.isEmpty());
   name(seed_, texts::seed(), display.seedText, display.seedTooltip);
 }
 

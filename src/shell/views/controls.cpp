@@ -199,6 +199,7 @@ namespace {
 constexpr int kChipPadding = 10;
 constexpr int kChipGap = 6;
 constexpr int kChipShortestText = 36;
+constexpr int kChipEnd = 12;  // the chevron or the cross
 }  // namespace
 
 Chip::Chip(const QString& iconName, QWidget* parent) : QAbstractButton(parent), iconName_(iconName) {
@@ -232,8 +233,7 @@ void Chip::setClearable(bool clearable) {
 
 // Where the chevron or the cross stands.
 QRect Chip::endArea() const {
-  const int side = metrics().iconSmall;
-  return {width() - kChipPadding - side, 0, side, height()};
+  return {width() - kChipPadding - kChipEnd, 0, kChipEnd, height()};
 }
 
 void Chip::setWordsShown(bool shown) {
@@ -252,7 +252,7 @@ QSize Chip::sizeHint() const {
   int width = 2 * kChipPadding + 2 + textWidth(text(), fontFor(Type::small, Weight::medium));
   if (!iconName_.isEmpty()) width += metrics().iconSmall + kChipGap;
   if (!value_.isEmpty()) width += kChipGap + textWidth(value_, fontFor(Type::small));
-  if (chevron_) width += kChipGap + metrics().iconSmall;
+  if (chevron_) width += kChipGap + kChipEnd;
   return {width, metrics().chip};
 }
 
@@ -295,8 +295,8 @@ void Chip::paintEvent(QPaintEvent*) {
     inner.setLeft(inner.left() + side + kChipGap);
   }
   if (chevron_) {
-    paintIcon(painter, clearable_ ? u"x"_s : u"chevron-down"_s, endArea(), side - 2, {dim});
-    inner.setRight(inner.right() - side - kChipGap);
+    paintIcon(painter, clearable_ ? u"x"_s : u"chevron-down"_s, endArea(), kChipEnd, {dim});
+    inner.setRight(endArea().left() - kChipGap);
   }
   const int used = paintText(painter, inner.adjusted(0, 0, 1, 0), {text(), fontFor(Type::small, Weight::medium), ink});
   inner.setLeft(inner.left() + used + kChipGap);

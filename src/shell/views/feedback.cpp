@@ -19,6 +19,7 @@ namespace {
 constexpr int kFrame = 40;           // milliseconds between two pictures of a spinner
 constexpr double kLineShare = 0.34;  // how much of the track the travelling line covers
 constexpr int kToastMargin = 20;     // room for the shadow
+constexpr int kToastLift = 4;
 constexpr int kBesideRoom = 110;     // what a toast holds beside its text and its action: icon, close, air
 
 QColor softOf(AlertTone tone) {
@@ -164,10 +165,15 @@ ToastCard::ToastCard(const Toast& toast, QWidget* parent) : QWidget(parent), id_
   setAccessibleName(toast.text);
   setAccessibleDescription(toast.secondLine);
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(kToastMargin + 12, kToastMargin + 11, kToastMargin + 8, kToastMargin + 11);
+  row->setContentsMargins(kToastMargin + 12, kToastMargin + 11 - kToastLift, kToastMargin + 8, kToastMargin + 11);
   row->setSpacing(10);
-  row->addWidget(new IconView(iconOf(toast.tone), metrics().iconRegular, colorOf(toast.tone)), 0, Qt::AlignTop);
+  // The buttons are higher than a line of text: they begin above it, and the text a little below them.
+  auto* mark = new QVBoxLayout;
+  mark->setContentsMargins(0, kToastLift + 1, 0, 0);
+  mark->addWidget(new IconView(iconOf(toast.tone), metrics().iconRegular, colorOf(toast.tone)), 0, Qt::AlignTop);
+  row->addLayout(mark);
   auto* words = new QVBoxLayout;
+  words->setContentsMargins(0, kToastLift, 0, 0);
   words->setSpacing(3);
   words->addWidget(new Paragraph(toast.text));
   if (!toast.secondLine.isEmpty())

@@ -329,6 +329,7 @@ void InspectorSectionView::buildHeadAction(const InspectorButton& spec) {
   if (spec.action == ActionId::copyPrompt) {
     auto* icon = new IconButton(u"copy"_s, spec.title);
     icon->setControlSize(ControlSize::compact);
+    icon->setIconSide(metrics().iconSmall);
     button = icon;
   } else {
     auto* link = new Button(spec.title, ButtonVariant::link);

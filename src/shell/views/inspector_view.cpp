@@ -173,7 +173,8 @@ void InspectorView::buildItemHead(QVBoxLayout& column) {
   if (!display_.previews.empty())
     block(column, {16, 14, 16, 0}, 0)->addWidget(new PreviewMosaic(thumbnails_, display_.previews));
   QVBoxLayout* words = block(column, {16, 10, 16, 12}, 2);
-  title_ = new ElidedLabel(Type::body, &Colors::textPrimary, Qt::ElideMiddle);
+  const bool several = !display_.previews.empty();
+  title_ = new ElidedLabel(several ? Type::title : Type::body, &Colors::textPrimary, Qt::ElideMiddle);
   title_->setWeight(Weight::semibold);
   facts_ = new Paragraph({}, Type::small, &Colors::textTertiary);
   words->addWidget(title_);

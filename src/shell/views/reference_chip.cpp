@@ -24,10 +24,13 @@ namespace {
 constexpr int kInset = 3;
 constexpr int kGap = 8;
 constexpr int kMostText = 180;
+constexpr int kThumb = stripHeight - 2 * kInset;
+
+QFont roleFont() { return fontFor(Type::caption, Weight::regular); }
 
 int nameWidth(const AttachedReference& reference) {
   const int name = textWidth(reference.name, fontFor(Type::small, Weight::medium));
-  return std::min(kMostText, std::max(name, textWidth(reference.role, fontFor(Type::caption))));
+  return std::min(kMostText, std::max(name, textWidth(reference.role, roleFont())));
 }
 }  // namespace
 
@@ -47,8 +50,7 @@ ReferenceChip::ReferenceChip(const AttachedReference& reference, ThumbnailStore&
 }
 
 QSize ReferenceChip::sizeHint() const {
-  const int thumb = metrics().composerReferenceThumb;
-  return {kInset + thumb + kGap + nameWidth(reference_) + kGap + cross_->sizeHint().width() + kInset, stripHeight};
+  return {kInset + kThumb + kGap + nameWidth(reference_) + kGap + cross_->sizeHint().width() + kInset, stripHeight};
 }
 
 void ReferenceChip::resizeEvent(QResizeEvent*) {
@@ -60,8 +62,7 @@ void ReferenceChip::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   paintPanel(painter, rect(), metrics().radiusCard, underMouse() ? colors().statePressed : colors().stateHover);
-  const int side = metrics().composerReferenceThumb;
-  const QRect thumb(kInset, (height() - side) / 2, side, side);
+  const QRect thumb(kInset, (height() - kThumb) / 2, kThumb, kThumb);
   const auto answer = thumbnails_.picture(reference_.thumbnailPath, reference_.filePath, 256);
   if (answer.state == ThumbnailStore::State::ready)
     paintCover(painter, thumb, metrics().radiusControl - 1, answer.picture);
@@ -76,7 +77,7 @@ void ReferenceChip::paintEvent(QPaintEvent*) {
   paintText(painter, QRect(left, top, room, line),
             {reference_.name, fontFor(Type::small, Weight::medium), colors().accentText});
   paintText(painter, QRect(left, top + line, room, lineHeight(Type::caption)),
-            {reference_.role, fontFor(Type::caption), underMouse() ? colors().textTertiaryOnSelected : colors().textTertiary});
+            {reference_.role, roleFont(), underMouse() ? colors().textTertiaryOnSelected : colors().textTertiary});
 }
 
 void ReferenceChip::mousePressEvent(QMouseEvent* event) {

@@ -173,7 +173,7 @@ void SheetCards::paintCard(QPainter& painter, int index) {
   paintText(painter, words, {card.title, fontFor(Type::body, Weight::medium), c.textPrimary});
   QRect facts = words.translated(0, 20);
   if (card.running) {
-    paintIcon(painter, u"loader-circle"_s, QRect(facts.left(), facts.top(), 14, facts.height()), 13, {c.accentText});
+    paintSpinner(painter, QRect(facts.left(), facts.top(), 14, facts.height()), 13, c.accentText, 0);
     facts.setLeft(facts.left() + 19);
   }
   paintText(painter, facts, {card.factsText, fontFor(Type::small), card.running ? c.accentText : c.textTertiary});

@@ -1,5 +1,6 @@
 #include "shell/views/style.h"
 
+#include <QBitmap>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
@@ -62,6 +63,22 @@ QString iconNameOf(QStyle::StandardPixmap picture) {
 }
 
 void paintTipPanel(QPainter& painter, const QRect& area) { painter.fillRect(area, colors().surfaceTooltip); }
+
+// The corners of a tooltip, cut without asking the desktop for a compositor.
+int roundTip(const QStyleOption* option, QStyleHintReturn* answer) {
+  auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(answer);
+  if (!mask || !option) return 0;
+  QBitmap shape(option->rect.size());
+  shape.clear();
+  QPainter painter(&shape);
+  painter.setPen(Qt::color1);
+  painter.setBrush(Qt::color1);
+  painter.drawRoundedRect(QRect(QPoint(), option->rect.size()).adjusted(0, 0, -1, -1), metrics().radiusControl,
+                          metrics().radiusControl);
+  painter.end();
+  mask->region = QRegion(shape);
+  return 1;
+}
 
 void paintScrollBar(QPainter& painter, const QStyleOptionSlider* option, const QRect& thumb) {
   if (option->maximum <= option->minimum) return;
@@ -210,6 +227,8 @@ int SorvanStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
   switch (hint) {
     case SH_ToolTip_WakeUpDelay:
       return 500;
+    case SH_ToolTip_Mask:
+      return roundTip(option, answer);
     case SH_ScrollBar_LeftClickAbsolutePosition:
       return 0;
     case SH_Slider_AbsoluteSetButtons:
