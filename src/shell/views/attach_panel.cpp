@@ -72,7 +72,7 @@ void AttachGrid::paintTile(QPainter& painter, int index, const QRect& area, cons
   if (tile.attached) {
     const QRect tick(square.right() - 22, square.top() + 6, 18, 18);
     paintPanel(painter, tick, 9, colors().accentFill);
-    paintIcon(painter, u"check"_s, tick, 12, {colors().textOnAccent});
+    paintCheck(painter, tick, 11, colors().textOnAccent);
     paintRing(painter, square, metrics().radiusControl, 2, colors().accentFill);
   }
   if (look.ring) paintRing(painter, square.adjusted(-2, -2, 2, 2), metrics().radiusControl + 2, 2, colors().accentRing);

@@ -112,7 +112,7 @@ BalanceCard::BalanceCard(QWidget* parent)
   auto* card = new Card;
   outside->addWidget(card);
   auto* column = new QVBoxLayout(card);
-  column->setContentsMargins(18, 14, 18, 14);
+  column->setContentsMargins(18, 16, 18, 16);
   column->setSpacing(0);
   auto* head = new QHBoxLayout;
   head->setSpacing(8);
@@ -260,7 +260,7 @@ Button* CreditOffers::buyButton(const OfferDisplay& offer) {
 QWidget* CreditOffers::packCard(const OfferDisplay& offer) {
   auto* card = new Card(&Colors::controlFill, &Colors::controlBorder);
   auto* column = new QVBoxLayout(card);
-  column->setContentsMargins(14, 10, 12, 10);
+  column->setContentsMargins(14, 12, 14, 12);
   column->setSpacing(8);
   auto* first = new QHBoxLayout;
   first->setSpacing(6);

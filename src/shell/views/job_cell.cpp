@@ -1,5 +1,7 @@
 #include "shell/views/job_cell.h"
 
+#include <QPainterPath>
+
 #include "shell/views/feedback.h"
 #include "shell/views/icons.h"
 #include "shell/views/painting.h"
@@ -166,8 +168,14 @@ void paintJobCell(QPainter& painter, const QRect& area, const JobDisplay& job, c
     paintActionButton(painter, area, job, look);
   else if (!canBeDismissed(job))
     paintFoot(painter, area, job);
-  if (isMoving(job))
-    paintTravellingLine(painter, QRectF(area.left() + 1, area.bottom() - kLine, area.width() - 2, kLine));
+  if (!isMoving(job)) return;
+  const QRectF inside = QRectF(area).adjusted(1, 1, -1, -1);
+  QPainterPath corners;
+  corners.addRoundedRect(inside, metrics().radiusControl - 1, metrics().radiusControl - 1);
+  painter.save();
+  painter.setClipPath(corners, Qt::IntersectClip);
+  paintTravellingLine(painter, QRectF(inside.left(), inside.bottom() - kLine, inside.width(), kLine));
+  painter.restore();
 }
 
 CellPart jobPartAt(const QRect& area, const JobDisplay& job, QPoint point) {

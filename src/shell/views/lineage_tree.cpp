@@ -180,10 +180,10 @@ int LineageTree::paintName(QPainter& painter, const QRect& area, const LineageRo
   const int used = paintText(painter, QRect(area.left(), area.top(), std::max(0, room), area.height()),
                              {row.name, font, row.deleted ? colors().textSecondary : colors().textPrimary,
                               Qt::AlignLeft | Qt::AlignVCenter, Qt::ElideMiddle});
-  int x = area.left() + used + 8;
+  int x = area.left() + used + 6;
   const int start = x;
   for (const auto& [text, tone] : marks) {
-    const QRect badge(x, area.center().y() - 8, badgeWidth(text), 18);
+    const QRect badge(x, area.top(), badgeWidth(text), 18);
     // The tint of a selected row below the tint of a badge would leave its words too faint.
     if (row.inspected) paintPanel(painter, badge, metrics().radiusSmall, colors().surfaceRaised);
     paintBadge(painter, badge, text, tone);
@@ -217,8 +217,8 @@ void LineageTree::paintRow(QPainter& painter, int index) {
     right -= width + 12;
   }
   const int x = thumb.right() + 13;
-  paintName(painter, QRect(x, area.top() + 7, right - x, 20), row);
-  QRect line(x, area.top() + 28, right - x, 18);
+  paintName(painter, QRect(x, area.top() + 9, right - x, 18), row);
+  QRect line(x, area.top() + 27, right - x, 16);
   if (!row.deleted) {
     line.setLeft(line.left() + paintText(painter, line, {row.label, fontFor(Type::small), c.textSecondary}));
     if (!row.detail.isEmpty()) line.setLeft(line.left() + paintText(painter, line, {u" · "_s, fontFor(Type::small), dim}));

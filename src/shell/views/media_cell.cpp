@@ -113,7 +113,7 @@ void paintSelectCircle(QPainter& painter, const QRect& area, bool checked, bool 
   paintPanel(painter, circle, checked ? kRound / 2.0 : metrics().radiusSmall, checked ? c.accentFill : c.pictureBadge,
              hot ? c.pictureBadgeText : QColor());
   if (checked)
-    paintIcon(painter, u"check"_s, circle, 14, {c.textOnAccent});
+    paintCheck(painter, circle, 12, c.textOnAccent);
   else
     paintRing(painter, QRectF(circle).adjusted(4, 4, -4, -4), 7, 1.5, Qt::white);
 }

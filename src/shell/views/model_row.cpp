@@ -61,7 +61,7 @@ void paintModelBox(QPainter& painter, const QRect& row, bool several, bool chose
   const double radius = several ? metrics().radiusSmall : 8;
   if (!chosen) return paintRing(painter, box, radius, 1.5, c.controlBorderStrong);
   paintPanel(painter, box, radius, c.accentFill);
-  paintIcon(painter, u"check"_s, box, 12, {c.textOnAccent});
+  paintCheck(painter, box, 11, c.textOnAccent);
 }
 
 void paintModelRow(QPainter& painter, const QRect& row, const ModelRowLook& look, bool dimmed) {

@@ -182,6 +182,16 @@ void paintParagraph(QPainter& painter, const QRect& area, const TextLine& line, 
   layout.endLayout();
 }
 
+void paintCheck(QPainter& painter, const QRectF& area, double side, const QColor& color) {
+  const QPointF corner = area.center() - QPointF(side / 2, side / 2);
+  const auto at = [&](double x, double y) { return corner + QPointF(x, y) * side / 24; };
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(color, std::max(1.6, side / 7), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolyline(QPolygonF{at(4, 12.5), at(9.5, 18), at(20, 6.5)});
+  painter.restore();
+}
+
 int paragraphLines(const TextLine& line, int width, int most) {
   if (line.text.isEmpty()) return 0;
   QTextLayout layout(line.text.left(kMostShown * std::clamp(most, 1, 40)).simplified(), line.font);

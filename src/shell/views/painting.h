@@ -37,6 +37,9 @@ int paragraphLines(const TextLine& line, int width, int most);
 
 int textWidth(const QString& text, const QFont& font);
 
+// A tick of firm strokes, `side` pixels across, in the middle of `area`.
+void paintCheck(QPainter& painter, const QRectF& area, double side, const QColor& color);
+
 // A picture that fills `area` with its middle part, with rounded corners.
 void paintCover(QPainter& painter, const QRectF& area, double radius, const QPixmap& picture);
 

@@ -187,8 +187,10 @@ void PlacePicture::paintNumber(QPainter& painter, const QRect& area) const {
   const QFont font = fontFor(Type::caption, Weight::semibold);
   const QRect badge(area.left() + kBadgeInset, area.top() + kBadgeInset, std::max(kBadge, textWidth(number, font) + 12),
                     kBadge);
-  paintPanel(painter, badge, metrics().radiusSmall, colors().pictureBadge);
-  paintText(painter, badge, {number, font, colors().pictureBadgeText, Qt::AlignCenter});
+  const bool onPicture = !place_.asset.isNull();
+  paintPanel(painter, badge, metrics().radiusSmall, onPicture ? colors().pictureBadge : colors().statePressed);
+  const QColor ink = onPicture ? colors().pictureBadgeText : colors().textSecondary;
+  paintText(painter, badge, {number, font, ink, Qt::AlignCenter});
 }
 
 void PlacePicture::paintBadges(QPainter& painter, const QRect& area) {
@@ -308,8 +310,10 @@ SheetPlace::SheetPlace(ThumbnailStore& thumbnails, QWidget* parent)
 QWidget* SheetPlace::buildFoot() {
   auto* words = new QVBoxLayout;
   words->setSpacing(0);
+  words->setContentsMargins(0, 4, 0, 0);
   words->addWidget(model_);
   words->addWidget(facts_);
+  words->addStretch(1);
   auto* marks = new QHBoxLayout;
   marks->setSpacing(2);
   marks->addWidget(stars_);

@@ -17,6 +17,7 @@
 #include "shell/views/drop_frame.h"
 #include "shell/views/dropped_media.h"
 #include "shell/views/empty_note.h"
+#include "shell/views/feedback.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/labels.h"
 #include "shell/views/sheet_keys.h"
@@ -61,6 +62,7 @@ SheetView::SheetView(Parts parts, QWidget* parent)
       stack_(new QStackedLayout(this)),
       prompt_(new Paragraph({}, Type::body, &Colors::textPrimary)),
       facts_(new Label({}, Type::small, &Colors::textTertiary)),
+      working_(new Spinner(12)),
       progress_(new Label({}, Type::small, &Colors::accentText)),
       places_(new SheetPlaces(on_.thumbnails)),
       comparing_(new CompareView(on_.thumbnails)),
@@ -87,8 +89,9 @@ QWidget* SheetView::buildSheet() {
   head_ = new QWidget;
   prompt_->setMaximumWidth(kPromptWidth);
   auto* line = new QHBoxLayout;
-  line->setSpacing(10);
+  line->setSpacing(6);
   line->addWidget(facts_);
+  line->addWidget(working_);
   line->addWidget(progress_);
   line->addStretch(1);
   auto* words = new QVBoxLayout(head_);
@@ -153,6 +156,7 @@ void SheetView::refresh() {
   facts_->setVisible(!sheet.factsText.isEmpty());
   progress_->setText(sheet.progressText);
   progress_->setVisible(!sheet.progressText.isEmpty());
+  working_->setVisible(!sheet.progressText.isEmpty());
   const bool any = !sheet.places.empty();
   const bool held = places_->isAncestorOf(window()->focusWidget());
   scroll_->setVisible(any);

@@ -87,6 +87,7 @@ class SheetView final : public QWidget {
   QStackedLayout* stack_;
   Paragraph* prompt_;
   Label* facts_;
+  class Spinner* working_;
   Label* progress_;
   QWidget* head_;
   QScrollArea* scroll_;

@@ -64,7 +64,7 @@ void paintTick(QPainter& painter, const QStyleOption& option) {
   const QRectF box = boxOf(option);
   if (!has(option, QStyle::State_On)) return paintOutline(painter, option, box, metrics().radiusSmall);
   paintPanel(painter, box, metrics().radiusSmall, chosenFill(option));
-  paintIcon(painter, u"check"_s, box, 12, {chosenInk(option)});
+  paintCheck(painter, box, 11, chosenInk(option));
 }
 
 void paintRadio(QPainter& painter, const QStyleOption& option) {
