@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kDivider = 18;
 constexpr int kMargin = 16;
-constexpr int kSpacing = 8;
+constexpr int kSpacing = 6;
 
 std::vector<Segment> segmentsOf(const std::vector<QString>& names) {
   std::vector<Segment> segments;
@@ -133,7 +133,7 @@ void FilterRow::resizeEvent(QResizeEvent*) { fit(); }
 
 void FilterRow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(rect(), colors().surfaceChrome);
+  painter.fillRect(rect(), colors().surfaceCanvas);
   painter.fillRect(QRect(0, height() - 1, width(), 1), colors().lineSubtle);
 }
 

@@ -9,7 +9,7 @@
 #include "shell/views/mark_layer.h"
 #include "shell/views/texts.h"
 #include "shell/views/wall_texts.h"
-#include "shell/views/zoom_bar.h"
+#include "shell/views/viewer_tools.h"
 
 namespace sorvan::views {
 
@@ -60,7 +60,7 @@ LibraryView::LibraryView(Parts parts, QWidget* parent)
   asset.show = [this](const WorkspaceMode& mode) {
     if (!mode.subject.isNull()) asset_->show(mode.subject);
   };
-  asset.tools = new ZoomBar(asset_->canvas());
+  asset.tools = viewerTools_ = new ViewerTools(asset_->canvas());
   addPage(ModeKind::asset, asset_, asset);
   setPaneWidths(0, 0);
   bindHandles();

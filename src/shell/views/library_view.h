@@ -28,6 +28,8 @@ class QStackedWidget;
 
 namespace sorvan::views {
 
+class ViewerTools;
+
 // What the toolbar says about a page.
 struct PageTitle {
   QString title;
@@ -81,6 +83,7 @@ class LibraryView final : public QWidget {
   MediaWall& wall() { return *wall_; }
   HistoryView& history() { return *history_; }
   AssetView& asset() { return *asset_; }
+  ViewerTools& viewerTools() { return *viewerTools_; }
   InspectorView& inspector() { return *inspector_; }
   // Stands in the filter row's place while it is shown there; owned by this view from now on.
   void setSelectionBar(QWidget* bar);
@@ -168,6 +171,7 @@ class LibraryView final : public QWidget {
   MediaWall* wall_;
   HistoryView* history_;
   AssetView* asset_;
+  ViewerTools* viewerTools_ = nullptr;
   InspectorView* inspector_;
   MarkPanel* markPanel_ = nullptr;
   ComposerDock* dock_;

@@ -42,6 +42,7 @@
 #include "shell/views/update_pill.h"
 #include "shell/views/transport_bar.h"
 #include "shell/views/viewer_desk.h"
+#include "shell/views/viewer_tools.h"
 #include "shell/views/wall_texts.h"
 #include "shell/views/wall_binding.h"
 #include "shell/views/wall_menus.h"
@@ -270,6 +271,11 @@ void MainWindow::bindInspector() {
   connect(&pane, &InspectorView::favoriteToggled, on_.inspector, &InspectorPresenter::toggleFavorite);
   connect(&pane, &InspectorView::previewOpened, this, [this](QUuid item) { openAsset(item, Autoplay::no); });
   pane.show(on_.inspector->display());
+  ViewerTools& tools = library_->viewerTools();
+  connect(&tools, &ViewerTools::favoriteToggled, on_.inspector, &InspectorPresenter::toggleFavorite);
+  const auto refresh = [this, &tools] { tools.setFavorite(on_.inspector->display().favorite); };
+  connect(on_.inspector, &InspectorPresenter::changed, &tools, refresh);
+  refresh();
 }
 
 void MainWindow::bindHistory() {
@@ -327,6 +333,7 @@ void MainWindow::bindActions() {
   auto* wallMenus = new WallMenus(*menus_, on_, this);
   connect(&library_->wall(), &MediaWall::menuRequested, wallMenus, &WallMenus::open);
   connect(&library_->inspector(), &InspectorView::moreRequested, wallMenus, &WallMenus::open);
+  connect(&library_->viewerTools(), &ViewerTools::moreRequested, wallMenus, &WallMenus::open);
   connect(&library_->asset(), &AssetView::menuRequested, wallMenus, &WallMenus::open);
   connect(&library_->inspector(), &InspectorView::statusMenuRequested, this, [this](QPoint at) {
     auto* statuses = new QMenu(this);

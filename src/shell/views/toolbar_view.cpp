@@ -18,6 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 constexpr int kLeft = 16;
 constexpr int kLeftOfBack = 9;  // its arrow stands where a title begins
+constexpr int kCountGap = 8;  // before the tabs, beside the space of the row
 constexpr int kSearchWidth = 190;
 constexpr std::chrono::milliseconds kTypingPause{120};
 constexpr int kTabsAt = 3;  // after Back, the title and the count
@@ -72,6 +73,7 @@ ToolbarView::ToolbarView(QWidget* parent)
   row->addWidget(back_);
   row->addWidget(title_);
   row->addWidget(count_);
+  count_->setContentsMargins(0, 0, kCountGap, 0);
   row->addStretch(1);
   row->addWidget(previous_);
   row->addWidget(next_);

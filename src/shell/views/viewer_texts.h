@@ -12,6 +12,7 @@ inline QString zoomIn() { return QStringLiteral("Zoom In"); }
 inline QString zoomOut() { return QStringLiteral("Zoom Out"); }
 inline QString fit() { return QStringLiteral("Fit"); }
 inline QString fitHelp() { return QStringLiteral("Fit the picture, or show it at 100 %"); }
+inline QString itemTools() { return QStringLiteral("Item shown"); }
 inline QString zoomControls() { return QStringLiteral("Zoom"); }
 inline QString percent(int value) { return QStringLiteral("%1 %").arg(value); }
 inline QString zoomIs(const QString& percent) { return QStringLiteral("Size %1").arg(percent); }
