@@ -1,6 +1,7 @@
 // How the parts of the windows look, where a look needs more than a colour: what stands beside what, and how high.
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QComboBox>
 #include <QLayout>
 #include <QTextEdit>
@@ -154,6 +155,26 @@ TEST_F(LookTest, TheWordsOfAJobStandInTheMiddleOfItsRow) {
   };
   EXPECT_NEAR(middleOf(u"HHHH"_s), historyRowHeight / 2, 2);
   EXPECT_NEAR(middleOf(u"HHHH "_s.repeated(16)), historyRowHeight / 2, 2);
+}
+
+TEST_F(LookTest, AWordOfManyLettersIsBrokenAndWidensNothing) {
+  const QString word = u"Schlittschuhläuferinnenweltmeisterschaftsqualifikationswettbewerb"_s;
+  Paragraph paragraph(word + u"\nein"_s);
+  paragraph.setSelectable(true);
+  EXPECT_LE(paragraph.minimumSizeHint().width(), 40);
+  EXPECT_GE(paragraph.heightForWidth(200), 4 * lineHeight(Type::body) - 8);
+  EXPECT_EQ(paragraph.paragraph(), word + u"\nein"_s);
+  show(paragraph, {200, 120});
+  const int breaks = static_cast<int>(word.size() - 1) / 8;
+  paragraph.setSelection(0, static_cast<int>(word.size()) + breaks + 4);
+  ASSERT_TRUE(paragraph.hasSelectedText());
+  QTest::keyClick(&paragraph, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), word + u"\nein"_s) << "copied without the places to break it";
+}
+
+TEST_F(LookTest, AWordOfOrdinaryLengthIsLeftAlone) {
+  Paragraph paragraph(u"a lighthouse on a cliff"_s);
+  EXPECT_FALSE(paragraph.text().contains(QChar(0x200B)));
 }
 
 TEST_F(LookTest, CountsTheLinesOfAParagraph) {

@@ -1,8 +1,15 @@
 #include "shell/views/labels.h"
 
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFontMetrics>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
 
+#include "shell/texts.h"
 #include "shell/views/icons.h"
 #include "shell/views/painting.h"
 
@@ -52,7 +59,71 @@ QColor blended(const QColor& over, const QColor& ground) {
 }
 }  // namespace
 
+namespace {
+
+constexpr QChar kBreak(0x200B);  // a place where a line may end, without any width
+constexpr int kLongWord = 24;    // characters; longer ones may be broken
+constexpr int kPiece = 8;
+constexpr int kNarrowest = 24;  // pixels
+
+bool startsACharacter(QChar character) { return !character.isLowSurrogate() && !character.isMark(); }
+
+void appendWord(QString& broken, QStringView word) {
+  if (word.size() <= kLongWord) return void(broken += word);
+  for (qsizetype at = 0; at < word.size(); ++at) {
+    if (at > 0 && at % kPiece == 0 && startsACharacter(word[at])) broken += kBreak;
+    broken += word[at];
+  }
+}
+
+// The text as markup, with places to break it in words that may be wider than their room.
+QString brokenMarkup(const QString& text) {
+  QString broken;
+  qsizetype start = 0;
+  for (qsizetype at = 0; at <= text.size(); ++at) {
+    if (at < text.size() && !text[at].isSpace()) continue;
+    appendWord(broken, QStringView(text).mid(start, at - start));
+    if (at < text.size()) broken += text[at];
+    start = at + 1;
+  }
+  return broken.toHtmlEscaped();
+}
+
+}  // namespace
+
 void Paragraph::setParagraph(const QString& text) { setParagraph(text, {}); }
+
+QSize Paragraph::minimumSizeHint() const {
+  const QSize hint = Label::minimumSizeHint();
+  return {std::min(hint.width(), kNarrowest), hint.height()};
+}
+
+QString Paragraph::selectedWords() const {
+  return selectedText().remove(kBreak).replace(QChar::LineSeparator, u'\n').replace(QChar::ParagraphSeparator, u'\n');
+}
+
+// What is copied is the text alone, without the places to break it.
+void Paragraph::keyPressEvent(QKeyEvent* event) {
+  if (!event->matches(QKeySequence::Copy) || !hasSelectedText()) return Label::keyPressEvent(event);
+  QGuiApplication::clipboard()->setText(selectedWords());
+}
+
+void Paragraph::mouseReleaseEvent(QMouseEvent* event) {
+  Label::mouseReleaseEvent(event);
+  QClipboard& clipboard = *QGuiApplication::clipboard();
+  if (hasSelectedText() && clipboard.supportsSelection()) clipboard.setText(selectedWords(), QClipboard::Selection);
+}
+
+void Paragraph::contextMenuEvent(QContextMenuEvent* event) {
+  if (!(textInteractionFlags() & Qt::TextSelectableByMouse)) return Label::contextMenuEvent(event);
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setAccessibleName(shell::texts::copy);
+  QAction* copy = menu->addAction(shell::texts::copy, QKeySequence(QKeySequence::Copy), this,
+                                  [this] { QGuiApplication::clipboard()->setText(selectedWords()); });
+  copy->setEnabled(hasSelectedText());
+  menu->popup(event->globalPos());
+}
 
 void Paragraph::setParagraph(const QString& text, const std::vector<std::pair<int, int>>& names) {
   plain_ = text;
@@ -61,12 +132,12 @@ void Paragraph::setParagraph(const QString& text, const std::vector<std::pair<in
   QString body;
   int done = 0;
   for (const auto& [start, length] : names) {
-    body += text.mid(done, start - done).toHtmlEscaped();
+    body += brokenMarkup(text.mid(done, start - done));
     body += u"<span style=\"color:%1;background-color:%2\">%3</span>"_s.arg(
-        colors().accentMention.name(), blended(colors().accentMentionFill, colors().surfaceChrome).name(), text.mid(start, length).toHtmlEscaped());
+        colors().accentMention.name(), blended(colors().accentMentionFill, colors().surfaceChrome).name(), brokenMarkup(text.mid(start, length)));
     done = start + length;
   }
-  body += text.mid(done).toHtmlEscaped();
+  body += brokenMarkup(text.mid(done));
   body.replace(u'\n', u"<br>"_s);
   setText(u"<p style=\"margin:0;line-height:%1%\">%2</p>"_s.arg(QString::number(linePercent_), body));
 }

@@ -44,8 +44,17 @@ class Paragraph final : public Label {
   void setSelectable(bool selectable);
   // The distance of two lines in logical pixels, where the text stands more openly than its size asks for.
   void setLineDistance(int pixels);
+  // A long word is broken: it does not make its surroundings wider.
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  QString selectedWords() const;
+
   int linePercent_;
   QString plain_;
 };
