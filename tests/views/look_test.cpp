@@ -157,6 +157,19 @@ TEST_F(LookTest, TheWordsOfAJobStandInTheMiddleOfItsRow) {
   EXPECT_NEAR(middleOf(u"HHHH "_s.repeated(16)), historyRowHeight / 2, 2);
 }
 
+TEST_F(LookTest, WhatHappenedToTheMoneyIsReadWholeInEveryList) {
+  const QString longest =
+      u"Cancelled here. The model had already started; its credits are held until it stops or finishes."_s;
+  for (const int list : {560, 628, 728, 888, 1400}) {
+    const HistoryColumns columns(list);
+    const int width = columns.wordsEnd - columns.words;
+    EXPECT_GE(width, 220) << list;
+    EXPECT_LE(paragraphLines({longest, fontFor(Type::small), {}}, width, 9), 3) << list;
+    EXPECT_LE(columns.wordsEnd, columns.model) << list;
+    EXPECT_LE(columns.modelEnd, columns.startedEnd) << list;
+  }
+}
+
 TEST_F(LookTest, AWordOfManyLettersIsBrokenAndWidensNothing) {
   const QString word = u"Schlittschuhläuferinnenweltmeisterschaftsqualifikationswettbewerb"_s;
   Paragraph paragraph(word + u"\nein"_s);

@@ -16,6 +16,7 @@ constexpr int kModelColumn = 146;
 constexpr int kButtonHeight = 26;
 constexpr int kLine = 18;
 constexpr int kMostDetailLines = 2;
+constexpr int kLeastWords = 220;  // room for what happened to the money, in three lines
 
 QFont buttonFont() { return fontFor(Type::small, Weight::medium); }
 
@@ -58,12 +59,19 @@ void paintWords(QPainter& painter, const QRect& area, const JobDisplay& job, con
   const HistoryColumns columns(area.width());
   const int width = columns.wordsEnd - columns.words;
   const QString detail = job.detail.isEmpty() ? job.message : job.detail;
-  const TextLine words{detail, fontFor(Type::body), detailColor(job, look.selected)};
-  const int lines = paragraphLines(words, width, kMostDetailLines);
-  const int top = area.center().y() + 1 - (kLine * (1 + lines) + 1) / 2;
+  TextLine words{detail, fontFor(Type::body), detailColor(job, look.selected)};
+  int most = kMostDetailLines;
+  int line = kLine;
+  if (paragraphLines(words, width, most + 1) > most) {  // smaller, so that what happened to the money is read whole
+    words.font = fontFor(Type::small);
+    line = lineHeight(Type::small);
+    ++most;
+  }
+  const int lines = paragraphLines(words, width, most);
+  const int top = area.center().y() + 1 - (kLine + 1 + line * lines) / 2;
   paintText(painter, QRect(columns.words, top, width, kLine),
             {job.prompt, fontFor(Type::body, Weight::medium), colors().textPrimary});
-  paintParagraph(painter, QRect(columns.words, top + kLine + 1, width, kLine * lines), words, kLine);
+  paintParagraph(painter, QRect(columns.words, top + kLine + 1, width, line * lines), words, line);
 }
 
 void paintRight(QPainter& painter, int right, int top, const QString& text, const QFont& font, const QColor& color) {
@@ -87,10 +95,14 @@ HistoryColumns::HistoryColumns(int width)
   modelEnd = startedEnd - kStartedColumn;
   model = modelEnd - kModelColumn;
   wordsEnd = model - 14;
-  if (wordsEnd - words < 160) {  // a narrow list gives up the cost, then the model
+  if (wordsEnd - words < kLeastWords) {  // a narrow list gives up the cost, then the model
     costEnd = startedEnd = action - kActionColumn + 12;
     modelEnd = startedEnd - 70;
     model = modelEnd - 110;
+    wordsEnd = model - 10;
+  }
+  if (wordsEnd - words < kLeastWords) {
+    model = modelEnd;
     wordsEnd = model - 10;
   }
 }
