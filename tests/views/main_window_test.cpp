@@ -221,6 +221,14 @@ TEST_F(MainWindowTest, CtrlEnterConfirmsASheetOfSeveralLines) {
   EXPECT_EQ(shown<TextDialog>(), nullptr);
 }
 
+TEST_F(MainWindowTest, HistoryNamesTheLibraryBesideItsTitle) {
+  actions->trigger(ActionId::showHistory);
+  const QString name = QDir(*desk.store.workspaceRoot()).dirName();
+  auto* count = named<Label>(window->library().toolbar(), name);
+  ASSERT_NE(count, nullptr);
+  EXPECT_TRUE(count->isVisible());
+}
+
 TEST_F(MainWindowTest, TheMenusComeFromTheTableAndShowOnlyWhatIsInIt) {
   auto* bar = window->findChild<QMenuBar*>();
   ASSERT_NE(bar, nullptr);

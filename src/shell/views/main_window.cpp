@@ -14,6 +14,7 @@
 
 #include "shell/account_presenter.h"
 #include "shell/actions_presenter.h"
+#include "shell/costs_presenter.h"
 #include "shell/curation_presenter.h"
 #include "shell/inspector_presenter.h"
 #include "shell/sheet_texts.h"
@@ -397,6 +398,8 @@ PageTitle MainWindow::ownTitle() const {
     case ModeKind::gallery:
     case ModeKind::searchResults:
       return {on_.gallery->title(), on_.gallery->countText()};
+    case ModeKind::activity:
+      return {titleOfMode(on_.state->mode()), on_.costs ? on_.costs->workspaceName() : QString()};
     default:
       return {titleOfMode(on_.state->mode()), {}};
   }
