@@ -129,8 +129,9 @@ int ComposerDock::arrangeExpanded(int width, bool place) const {
   }
   y += placePrompt(left, right, y, place) + kRowGap;
   if (!display_.command && display_.settingsShown) {
-    const int height = settings_->heightForWidth(right - left);
-    if (place) put(settings_, left, y, right - left, height);
+    const int edge = kPadX - 1;  // up to the border of the dock
+    const int height = settings_->heightForWidth(right - left + 2 * edge);
+    if (place) put(settings_, left - edge, y, right - left + 2 * edge, height);
     y += height + kRowGap;
   }
   for (NoticeBar* notice : notices_) {

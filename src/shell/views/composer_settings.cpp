@@ -20,6 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kTop = 12;
+constexpr int kSides = 15;  // the line above reaches the edges of the dock, the groups stand under the prompt
 constexpr int kGroupGap = 26;
 constexpr int kRowGap = 12;
 constexpr int kSeedWidth = 154;
@@ -200,18 +201,18 @@ int ComposerSettings::heightForWidth(int width) const { return arrange(width, fa
 void ComposerSettings::resizeEvent(QResizeEvent*) { arrange(width(), true); }
 
 int ComposerSettings::arrange(int width, bool place) const {
-  int x = 0;
+  int x = kSides;
   int y = kTop;
   int row = 0;
   for (QWidget* group : groups_) {
     QSize size = group->sizeHint();
     size.setHeight(std::max(size.height(), group->layout()->totalHeightForWidth(size.width())));
-    if (x > 0 && x + size.width() > width) {
-      x = 0;
+    if (x > kSides && x + size.width() > width - kSides) {
+      x = kSides;
       y += row + kRowGap;
       row = 0;
     }
-    if (place) group->setGeometry(x, y, std::min(size.width(), width), size.height());
+    if (place) group->setGeometry(x, y, std::min(size.width(), width - 2 * kSides), size.height());
     x += size.width() + kGroupGap;
     row = std::max(row, size.height());
   }
@@ -219,7 +220,7 @@ int ComposerSettings::arrange(int width, bool place) const {
 }
 
 void ComposerSettings::paintEvent(QPaintEvent*) {
-  QPainter(this).fillRect(QRect(0, 0, width(), 1), colors().lineSubtle);
+  QPainter(this).fillRect(QRect(0, 0, width(), 1), colors().lineDefault);
 }
 
 }  // namespace sorvan::views
