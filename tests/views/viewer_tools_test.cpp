@@ -16,6 +16,7 @@ TEST_F(ViewerToolsTest, TheHeartOverALargeItemIsThatOfTheItem) {
   desk.settle();
   QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
   QTest::keyClick(&wall(), Qt::Key_Return);
+  test::runPosted();
   ViewerTools& tools = window->library().viewerTools();
   ASSERT_TRUE(tools.isVisible());
   auto* heart = tools.findChild<HeartButton*>();
@@ -36,8 +37,10 @@ TEST_F(ViewerToolsTest, AreShownOverALargeItemOnly) {
   EXPECT_FALSE(window->library().viewerTools().isVisible());
   QTest::mouseClick(wall().viewport(), Qt::LeftButton, {}, wall().cellRect(0).center());
   QTest::keyClick(&wall(), Qt::Key_Return);
+  test::runPosted();
   ASSERT_TRUE(window->library().viewerTools().isVisible());
   actions->trigger(ActionId::showGallery);
+  test::runPosted();
   EXPECT_FALSE(window->library().viewerTools().isVisible());
 }
 
