@@ -16,6 +16,8 @@ class ThumbnailStore;
 
 // How a component looked once. Main thread.
 class StatePicture final : public QWidget {
+  Q_OBJECT
+
  public:
   // `texts` is what was painted stroke by stroke, for whoever reads the texts; `shown` is what is seen.
   StatePicture(QPixmap shown, QPicture texts);
