@@ -20,9 +20,8 @@ std::unique_ptr<QWidget> pickersSheet();
 std::unique_ptr<QWidget> feedbackSheet();
 std::unique_ptr<QWidget> stripSheet();
 std::unique_ptr<QWidget> sidebarSheet(const QString& pictures);
-std::unique_ptr<QWidget> mediaSheet(const QString& pictures);
 std::unique_ptr<QWidget> foundationsSheet();
-std::unique_ptr<QWidget> playersSheet(const QString& pictures);
+std::unique_ptr<QWidget> jobTableSheet();
 std::unique_ptr<QWidget> referencesSheet(const QString& pictures);
 
 struct ComponentSheet {
@@ -30,7 +29,7 @@ struct ComponentSheet {
   std::function<std::unique_ptr<QWidget>()> make;
   int texts;  // at least so many are painted on it
 };
-// Every sheet there is. A new one is added here and nowhere else.
+// Every sheet there is, those of items too. A new one is added here or to `itemSheets` and nowhere else.
 std::vector<ComponentSheet> componentSheets();
 
 }  // namespace sorvan::views

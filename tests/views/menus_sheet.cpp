@@ -1,4 +1,5 @@
 // What opens over the window: menus and popovers with their rows.
+#include <QAbstractButton>
 #include <QActionGroup>
 #include <QMenu>
 

@@ -2,41 +2,16 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVBoxLayout>
 
-#include "shell/views/focus_ring.h"
 #include "shell/views/labels.h"
-#include "shell/views/painting.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kRingRoom = 4;
 constexpr QSize kSheet(720, 900);
-
-// Draws the ring that the window would draw around its child.
-class Ringed final : public QWidget {
- public:
-  explicit Ringed(QWidget* inner) : inner_(inner) {
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(kRingRoom, kRingRoom, kRingRoom, kRingRoom);
-    layout->addWidget(inner);
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    const bool round = inner_->property(roundProperty).toBool();
-    paintRing(painter, rect(), round ? height() / 2.0 : metrics().radiusControl + 3, metrics().borderFocus,
-              colors().accentRing);
-  }
-
- private:
-  QWidget* inner_;
-};
 
 template <class Box>
 QWidget* boxOf(const std::vector<QWidget*>& parts, int spacing) {
@@ -90,13 +65,6 @@ std::unique_ptr<QWidget> sheetOf(const QString& name, const QString& title, cons
   }
   fillSheet(*sheet, column);
   return sheet;
-}
-
-QWidget* inState(QAbstractButton* button, ControlState state) {
-  button->setAttribute(Qt::WA_UnderMouse, state == ControlState::hover);
-  button->setDown(state == ControlState::pressed);
-  button->setEnabled(state != ControlState::disabled);
-  return state == ControlState::focus ? static_cast<QWidget*>(new Ringed(button)) : button;
 }
 
 QWidget* caption(const QString& text) { return new Label(text, Type::caption, &Colors::textSecondary); }

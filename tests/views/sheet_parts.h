@@ -1,7 +1,6 @@
 // What the component sheets are put together from.
 #pragma once
 
-#include <QAbstractButton>
 #include <QLayout>
 #include <QWidget>
 
@@ -9,11 +8,6 @@
 #include <vector>
 
 namespace sorvan::views {
-
-enum class ControlState { normal, hover, pressed, focus, disabled };
-
-// The button as it looks in that state; with the focus it comes inside a ring.
-QWidget* inState(QAbstractButton* button, ControlState state);
 
 // A small title above a group.
 QWidget* caption(const QString& text);

@@ -3,7 +3,6 @@
 #include "views/component_sheets.h"
 #include "views/component_states.h"
 #include "views/dressed.h"
-#include "views/item_sheets.h"
 #include "views/widget_classes.h"
 
 namespace sorvan::views {
@@ -31,7 +30,6 @@ class ShownClasses : public Dressed {
   QSet<QString> shownClasses() const {
     QSet<QString> shown;
     for (const ComponentSheet& sheet : componentSheets()) addClasses(*sheet.make(), shown);
-    for (const ItemSheet& sheet : itemSheets()) addClasses(*sheet.make(u":/sorvan/samples"_s), shown);
     return shown;
   }
 

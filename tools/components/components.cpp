@@ -21,7 +21,6 @@
 #include "shell/views/theme.h"
 #include "shell/views/welcome_view.h"
 #include "views/component_sheets.h"
-#include "views/item_sheets.h"
 #include "views/samples.h"
 
 using namespace sorvan::views;
@@ -56,10 +55,6 @@ void save(QWidget& widget, const QString& folder, const QString& name) {
 void saveSheets(const QString& folder) {
   for (const ComponentSheet& sheet : componentSheets()) {
     const std::unique_ptr<QWidget> made = sheet.make();
-    save(*made, folder, made->objectName());
-  }
-  for (const ItemSheet& sheet : itemSheets()) {
-    const std::unique_ptr<QWidget> made = sheet.make(u":/sorvan/samples"_s);
     save(*made, folder, made->objectName());
   }
 }
