@@ -6,6 +6,7 @@
 #include <QTextLayout>
 
 #include "shell/views/contrast.h"
+#include "shell/wording.h"
 
 namespace sorvan::views {
 using namespace Qt::Literals::StringLiterals;
@@ -225,11 +226,6 @@ void paintCover(QPainter& painter, const QRectF& area, double radius, const QPix
   painter.restore();
 }
 
-QString clockText(double seconds) {
-  const qint64 whole = std::max<qint64>(0, static_cast<qint64>(seconds + 0.5));
-  const auto two = [](qint64 value) { return u"%1"_s.arg(value, 2, 10, QLatin1Char('0')); };
-  if (whole >= 3600) return u"%1:%2:%3"_s.arg(whole / 3600).arg(two(whole / 60 % 60), two(whole % 60));
-  return u"%1:%2"_s.arg(whole / 60).arg(two(whole % 60));
-}
+QString clockText(double seconds) { return shell::clockText(seconds); }
 
 }  // namespace sorvan::views
