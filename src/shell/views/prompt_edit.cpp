@@ -347,19 +347,20 @@ void PromptEdit::dragMoveEvent(QDragMoveEvent* event) {
   offerCopy(*event);
 }
 
-// The editor accepts what it was dropped, whether `insertFromMimeData` has taken it or not.
 void PromptEdit::dropEvent(QDropEvent* event) {
   if (movesOwnText(*event)) {
     endDrag(*event);
     moveSelection(event->position().toPoint());
     return event->acceptProposedAction();
   }
-  refused_ = false;
+  const QMimeData& data = *event->mimeData();
+  if (data.hasText() && !pastesMedia(data) && refuses(data.text(), 0)) {
+    endDrag(*event);
+    event->setDropAction(Qt::IgnoreAction);
+    return event->ignore();
+  }
   QTextEdit::dropEvent(event);
   offerCopy(*event);
-  if (!std::exchange(refused_, false)) return;
-  event->setDropAction(Qt::IgnoreAction);
-  event->ignore();
 }
 
 // The editor takes a drop of nothing for the end of what it shows of a drag.
@@ -395,15 +396,18 @@ void PromptEdit::insertFromMimeData(const QMimeData* source) {
   }
 }
 
+// Whether the prompt would become too long with a text in the place of so many characters; then it says so.
+bool PromptEdit::refuses(const QString& text, qsizetype replaced) {
+  const qsizetype present = toPlainText().size();
+  const qsizetype characters = present - replaced + text.size();
+  if (characters <= longestPastedPrompt || characters <= present) return false;
+  Q_EMIT pasteRefused(characters);
+  return true;
+}
+
 void PromptEdit::takeText(const QString& text) {
-  const QString present = toPlainText();
-  const qsizetype characters = present.size() - textCursor().selectedText().size() + text.size();
-  refused_ = characters > longestPastedPrompt && characters > present.size();
-  if (refused_) {
-    Q_EMIT pasteRefused(characters);
-    return;
-  }
-  breakLinesFor(present + text);
+  if (refuses(text, textCursor().selectedText().size())) return;
+  breakLinesFor(toPlainText() + text);
   nameFontsFor(text);
   insertPlainText(text);
 }

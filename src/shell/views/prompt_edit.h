@@ -73,6 +73,7 @@ class PromptEdit final : public QTextEdit {
   void offerCopy(QDropEvent& event) const;
   void endDrag(const QDropEvent& event);
   void moveSelection(QPoint place);
+  bool refuses(const QString& text, qsizetype replaced);
   void takeText(const QString& text);
   void keepGlyphs(int position, int removed, int added);
   std::vector<QRectF> areasOf(const MentionMark& mark, const QRectF& view) const;
@@ -81,7 +82,6 @@ class PromptEdit final : public QTextEdit {
   int scripts_ = 0;  // those whose fonts are named
   bool composing_ = false;
   bool justComposed_ = false;  // until the event loop turns: an Enter that ended the composition comes in between
-  bool refused_ = false;       // the last text was too long
   mutable QPointer<QMimeData> taken_;  // what was made of the selection last, by which its own drag is known again
   mutable int heightRevision_ = -1;
   mutable int heightWidth_ = -1;
