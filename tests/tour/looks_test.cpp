@@ -10,7 +10,7 @@ namespace {
 
 // Opens a page of Settings by its row and waits for something that only it has.
 void lookAtPage(Tourist& person, const QString& row, const Wanted& ofThePage, const QString& name) {
-  person.click({row, {}});
+  person.click({row, u"check box"_qs});
   person.waitFor(ofThePage);
   pictureInBothLooks(person, name);
 }

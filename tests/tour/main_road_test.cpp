@@ -24,6 +24,8 @@ void enterKey(Tourist& person) {
 
 void chooseLight(Tourist& person) {
   person.key(u"ctrl+comma"_qs);
+  const QRect place = person.waitFor({u"Settings"_qs, u"dialog"_qs}).place;
+  EXPECT_TRUE(person.screen().rect().contains(place)) << "Settings do not fit on a low screen";
   person.click({u"Appearance"_qs, {}});
   person.click({u"Light"_qs, {}});
   person.picture(u"settings-appearance"_qs);
