@@ -4,7 +4,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLayout>
-#include <QTextEdit>
 
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
@@ -14,6 +13,7 @@
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/style_menus.h"
+#include "shell/views/text_area.h"
 #include "views/dressed.h"
 
 namespace sorvan::views {
@@ -96,7 +96,7 @@ TEST_F(LookTest, APopUpButtonIsAsHighAsAField) {
 
 TEST_F(LookTest, ATextOfSeveralLinesStandsInAFieldWithRoundCorners) {
   QWidget sheet;
-  QTextEdit text(&sheet);
+  TextArea text(u"Notes"_s, {}, &sheet);
   text.setGeometry(20, 20, 200, 60);
   show(sheet, {240, 100});
   const QImage picture = pictureOf(sheet);
