@@ -36,6 +36,12 @@ std::vector<std::pair<ActionId, QString>> wordActions() {
           {ActionId::restoreItems, u"undo-2"_s}};
 }
 
+// The place to move to is chosen in a menu right here, which is no question to come.
+QString wordsOf(ActionId id) {
+  const QString title = actionRow(id).title;
+  return id == ActionId::moveToProject ? QString(title).remove(u'…') : title;
+}
+
 }  // namespace
 
 SelectionBar::SelectionBar(const Menus& menus, Presenters presenters, QWidget* parent)
@@ -73,9 +79,7 @@ SelectionBar::SelectionBar(const Menus& menus, Presenters presenters, QWidget* p
 
 void SelectionBar::addActions() {
   for (const auto& [id, icon] : wordActions()) {
-    // The place to move to is chosen in a menu right here, which is no question to come.
-    const QString title = actionRow(id).title;
-    auto* button = new Button(id == ActionId::moveToProject ? QString(title).remove(u'…') : title, ButtonVariant::quiet);
+    auto* button = new Button(wordsOf(id), ButtonVariant::quiet);
     button->setIconName(icon);
     button->setControlSize(ControlSize::compact);
     connect(button, &Button::clicked, this, [this, action = id] { on_.actions->trigger(action); });
@@ -126,7 +130,7 @@ void SelectionBar::refresh() {
 
 // Where the words do not fit, the icons stay.
 void SelectionBar::fit() {
-  for (const ActionButton& action : actions_) action.button->setText(QString(actionRow(action.id).title).remove(u'…'));
+  for (const ActionButton& action : actions_) action.button->setText(wordsOf(action.id));
   layout()->activate();
   if (layout()->minimumSize().width() <= width()) return;
   for (const ActionButton& action : actions_) {
