@@ -16,6 +16,7 @@ std::vector<ComponentSheet> componentSheets() {
                                   {"Feedback", feedbackSheet, 30},
                                   {"Strip", stripSheet, 40},
                                   {"Sidebar", [pictures] { return sidebarSheet(pictures); }, 30},
+                                  {"Viewer", [pictures] { return viewerSheet(pictures); }, 9},
                                   {"Foundations", foundationsSheet, 60},
                                   {"JobTable", jobTableSheet, 25},
                                   {"References", [pictures] { return referencesSheet(pictures); }, 30}};

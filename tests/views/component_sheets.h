@@ -20,6 +20,7 @@ std::unique_ptr<QWidget> pickersSheet();
 std::unique_ptr<QWidget> feedbackSheet();
 std::unique_ptr<QWidget> stripSheet();
 std::unique_ptr<QWidget> sidebarSheet(const QString& pictures);
+std::unique_ptr<QWidget> viewerSheet(const QString& pictures);
 std::unique_ptr<QWidget> foundationsSheet();
 std::unique_ptr<QWidget> jobTableSheet();
 std::unique_ptr<QWidget> referencesSheet(const QString& pictures);

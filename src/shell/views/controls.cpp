@@ -183,11 +183,8 @@ void IconButton::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
   const bool hover = underMouse() && isEnabled();
-  QColor ground;
-  if (hover) ground = c.stateHover;
-  if (isChecked()) ground = c.stateSelected;
-  if (isDown()) ground = c.statePressed;
-  if (ground.isValid()) paintPanel(painter, rect(), metrics().radiusControl, ground);
+  if (isChecked()) paintPanel(painter, rect(), metrics().radiusControl, c.stateSelected);
+  paintTouch(painter, rect(), metrics().radiusControl, *this);
   QColor ink = isChecked() ? c.accentText : (hover ? c.textPrimary : c.textSecondary);
   if (!isEnabled()) ink = c.textDisabled;
   paintIcon(painter, iconName_, rect(), iconSide_, {ink});
