@@ -1,6 +1,7 @@
 // The table of jobs under its heads.
 #include <QGridLayout>
 
+#include "shell/views/fields.h"
 #include "shell/views/history_view.h"
 #include "views/component_sheets.h"
 #include "views/samples.h"
@@ -17,6 +18,8 @@ QWidget* table(ThumbnailStore& thumbnails) {
   history->setParent(holder);
   fillHistory(*history);
   auto* view = new HistoryView(*history, thumbnails, holder);
+  view->search().setParent(holder);  // it stands in the toolbar otherwise
+  view->search().hide();
   view->setActive(2, 1);
   view->list().setSelected(history->idAt(1));
   view->setFixedSize(880, 420);
