@@ -102,6 +102,8 @@ StatePicture* StateStage::take(QWidget* component, QSize size, const Bring& brin
   component->show();
   QApplication::setActiveWindow(&stage);
   settle(thumbnails_, stage);
+  // A window gives the keyboard to what is first in it.
+  if (QWidget* first = stage.focusWidget()) first->clearFocus();
   if (bring) bring(*component);
   settle(thumbnails_, stage);
   fit();

@@ -59,7 +59,7 @@ void paintWords(QPainter& painter, const QRect& area, const JobDisplay& job, con
   const HistoryColumns columns(area.width());
   const int width = columns.wordsEnd - columns.words;
   const QString detail = job.detail.isEmpty() ? job.message : job.detail;
-  TextLine words{detail, fontFor(Type::body), detailColor(job, look.selected)};
+  TextLine words{detail, fontFor(Type::body), detailColor(job, look.selected || look.hovered)};
   int most = kMostDetailLines;
   int line = kLine;
   if (paragraphLines(words, width, most + 1) > most) {  // smaller, so that what happened to the money is read whole
@@ -125,7 +125,7 @@ void paintHistoryRow(QPainter& painter, const QRect& area, const JobDisplay& job
   paintThumbnail(painter, QRect(columns.thumbnail, area.center().y() - 18, 56, 37), look.thumbnail);
   paintWords(painter, area, job, look);
   const int middle = area.center().y();
-  const QColor dim = look.selected ? c.textTertiaryOnSelected : c.textTertiary;
+  const QColor dim = look.selected || look.hovered ? c.textTertiaryOnSelected : c.textTertiary;
   const int model = columns.modelEnd - columns.model;
   paintText(painter, QRect(columns.model, middle - kLine, model, kLine), {job.modelName, fontFor(Type::body), c.textSecondary});
   paintText(painter, QRect(columns.model, middle, model, kLine), {job.destination, fontFor(Type::body), dim});

@@ -49,7 +49,7 @@ void InspectorLinkButton::paintEvent(QPaintEvent*) {
   const QColor ink = name ? c.accentText : (isEnabled() ? c.textPrimary : c.textTertiary);
   paintText(painter, QRect(left, both ? 9 : 0, room, both ? 18 : height()),
             {link_.title, fontFor(Type::small, Weight::medium), ink, Qt::AlignLeft | Qt::AlignVCenter, Qt::ElideMiddle});
-  if (both) paintText(painter, QRect(left, 26, room, 16), {link_.subtitle, fontFor(Type::caption), c.textTertiary});
+  if (both) paintText(painter, QRect(left, 26, room, 16), {link_.subtitle, fontFor(Type::caption), hover || isDown() ? c.textTertiaryOnSelected : c.textTertiary});
 }
 
 InspectorLinks::InspectorLinks(ThumbnailStore& thumbnails, const std::vector<InspectorLink>& links, QWidget* parent)

@@ -202,7 +202,7 @@ void LineageTree::paintRow(QPainter& painter, int index) {
     paintPanel(painter, area, metrics().radiusPanel - 1, c.stateHover);
   const QRect thumb(area.topLeft() + QPoint(3, 3), kThumb);
   paintThumbnail(painter, thumb, row);
-  const QColor dim = row.inspected ? c.textTertiaryOnSelected : c.textTertiary;
+  const QColor dim = row.inspected || index == hovered_ ? c.textTertiaryOnSelected : c.textTertiary;
   int right = area.right() - 12;
   if (!row.dateText.isEmpty()) {
     paintText(painter, QRect(right - kDateWidth, area.top(), kDateWidth, area.height()),

@@ -68,13 +68,14 @@ void paintModelRow(QPainter& painter, const QRect& row, const ModelRowLook& look
   const Colors& c = colors();
   const int right = row.right() - kRightPad - look.actionWidth;
   const int top = row.top();
-  const QColor quiet = dimmed ? c.textDisabled : (look.shaded ? c.textTertiaryOnSelected : c.textTertiary);
+  // What does not suit is dimmed, yet read to the end.
+  const QColor quiet = dimmed || look.shaded ? c.textTertiaryOnSelected : c.textTertiary;
   // 1. The price, above the day that it is of.
   const QRect whole(modelBoxColumn, top, right - modelBoxColumn, modelRowHeight);
   const bool dated = !look.priceDate.isEmpty();
   const QRect priceLine = dated ? QRect(whole.left(), top + kFirstLine, whole.width(), 18) : whole;
   int taken = paintText(painter, priceLine,
-                        {look.price, fontFor(Type::small), dimmed ? c.textDisabled : c.textSecondary,
+                        {look.price, fontFor(Type::small), dimmed ? quiet : c.textSecondary,
                          Qt::AlignRight | Qt::AlignVCenter});
   if (dated)
     taken = std::max(taken, paintText(painter, QRect(whole.left(), top + kSecondLine, whole.width(), 16),
@@ -86,12 +87,14 @@ void paintModelRow(QPainter& painter, const QRect& row, const ModelRowLook& look
   int badges = 0;
   for (const QString& badge : {look.badge, look.licence}) badges += badge.isEmpty() ? 0 : badgeWidth(badge) + kGap;
   const int name = paintText(painter, line.adjusted(0, 0, -badges, 0),
-                             {look.name, fontFor(Type::body, Weight::medium), dimmed ? c.textDisabled : c.textPrimary});
+                             {look.name, fontFor(Type::body, Weight::medium), dimmed ? quiet : c.textPrimary});
   line.setLeft(line.left() + name + kGap);
   for (const auto& [badge, tone] : {std::pair(look.badge, toneOfBadge(look.badge)),
                                     std::pair(look.licence, BadgeTone::warning)}) {
     if (badge.isEmpty()) continue;
-    paintBadge(painter, QRect(line.left(), line.top(), badgeWidth(badge), 18), badge, tone);
+    const QRect place(line.left(), line.top(), badgeWidth(badge), 18);
+    paintPanel(painter, place, metrics().radiusSmall, c.surfaceOverlay);
+    paintBadge(painter, place, badge, tone);
     line.setLeft(line.left() + badgeWidth(badge) + kGap);
   }
   paintAbilities(painter, line.adjusted(2, 0, 0, 0), look.abilities, quiet);

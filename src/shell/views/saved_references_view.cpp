@@ -106,7 +106,9 @@ void ReferenceGrid::paintWords(QPainter& painter, const ReferenceCard& card, con
   int right = area.right();
   if (!card.kind.isEmpty()) {
     const int width = badgeWidth(card.kind);
-    paintBadge(painter, QRect(right - width + 1, area.y() + 11, width, 18), card.kind, BadgeTone::neutral);
+    const QRect badge(right - width + 1, area.y() + 11, width, 18);
+    paintPanel(painter, badge, metrics().radiusSmall, colors().surfaceRaised);
+    paintBadge(painter, badge, card.kind, BadgeTone::neutral);
     right -= width + 8;
   }
   paintText(painter, QRect(area.x(), area.y() + 9, right - area.x(), 22),

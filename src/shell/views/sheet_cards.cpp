@@ -176,7 +176,8 @@ void SheetCards::paintCard(QPainter& painter, int index) {
     paintSpinner(painter, QRect(facts.left(), facts.top(), 14, facts.height()), 13, c.accentText, 0);
     facts.setLeft(facts.left() + 19);
   }
-  paintText(painter, facts, {card.factsText, fontFor(Type::small), card.running ? c.accentText : c.textTertiary});
+  const QColor dim = index == hovered_ ? c.textTertiaryOnSelected : c.textTertiary;
+  paintText(painter, facts, {card.factsText, fontFor(Type::small), card.running ? c.accentText : dim});
   if (card.id != current_ || !hasFocus()) return;
   paintRing(painter, QRectF(mosaic).adjusted(-3, -3, 3, 3), metrics().radiusCard + 3, metrics().borderSelection - 1,
             c.accentRing);

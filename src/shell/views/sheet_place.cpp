@@ -144,7 +144,7 @@ void PlacePicture::paintItem(QPainter& painter, const QRect& area) {
     const bool missing = state == ThumbnailStore::State::missing;
     paintIcon(painter, u"triangle-alert"_s, area.adjusted(0, -14, 0, -14), 20, {c.textTertiary});
     paintText(painter, area.adjusted(0, 22, 0, 22),
-              {missing ? shell::texts::unreadablePicture : texts::pictureUnreadable(), fontFor(Type::small), c.textTertiary,
+              {missing ? shell::texts::unreadablePicture : texts::pictureUnreadable(), fontFor(Type::small), c.textSecondary,
                Qt::AlignCenter});
     return;
   }
