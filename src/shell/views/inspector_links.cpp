@@ -33,8 +33,9 @@ void InspectorLinkButton::paintEvent(QPaintEvent*) {
   const Colors& c = colors();
   QPainter painter(this);
   const bool hover = isEnabled() && underMouse();
-  const QColor touched = isDown() ? c.controlFillPressed : c.statePressed;
-  paintPanel(painter, rect(), metrics().radiusControl, hover || isDown() ? touched : c.stateHover);
+  const bool touched = hover || isDown();
+  paintPanel(painter, rect(), metrics().radiusControl, touched ? c.statePressed : c.stateHover);
+  if (isDown()) paintPanel(painter, rect(), metrics().radiusControl, c.stateHover);
   const QRect picture(6, (height() - kPicture) / 2, kPicture, kPicture);
   const auto answer = thumbnails_.picture(link_.thumbnailPath, {}, 256);
   if (answer.state == ThumbnailStore::State::ready)
@@ -49,7 +50,7 @@ void InspectorLinkButton::paintEvent(QPaintEvent*) {
   const QColor ink = name ? c.accentText : (isEnabled() ? c.textPrimary : c.textTertiary);
   paintText(painter, QRect(left, both ? 9 : 0, room, both ? 18 : height()),
             {link_.title, fontFor(Type::small, Weight::medium), ink, Qt::AlignLeft | Qt::AlignVCenter, Qt::ElideMiddle});
-  if (both) paintText(painter, QRect(left, 26, room, 16), {link_.subtitle, fontFor(Type::caption), hover || isDown() ? c.textTertiaryOnSelected : c.textTertiary});
+  if (both) paintText(painter, QRect(left, 26, room, 16), {link_.subtitle, fontFor(Type::caption), touched ? c.textTertiaryOnSelected : c.textTertiary});
 }
 
 InspectorLinks::InspectorLinks(ThumbnailStore& thumbnails, const std::vector<InspectorLink>& links, QWidget* parent)

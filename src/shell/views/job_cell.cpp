@@ -129,6 +129,8 @@ void paintFoot(QPainter& painter, const QRect& area, const JobDisplay& job) {
           : paintText(painter, foot,
                       {job.elapsedText, fontFor(Type::mono), c.textSecondary, Qt::AlignRight | Qt::AlignVCenter}) +
                 8;
+  // What is fetched after all is told in the cell's words already.
+  if (job.state == JobState::salvaging) return;
   paintText(painter, foot.adjusted(0, 0, -clock, 0), {job.detail, fontFor(Type::caption), ink});
 }
 

@@ -110,10 +110,13 @@ void PlacePicture::setPlaying(bool playing) {
   player_->play();
 }
 
+// Below the words, and inside a place that is low.
 void PlacePicture::placeAction() {
   const QSize wanted = action_->sizeHint();
   const int lines = place_.job.message.isEmpty() ? 0 : 14;
-  action_->setGeometry(QRect(QPoint((width() - wanted.width()) / 2, height() / 2 + 44 + lines), wanted));
+  const int lowest = height() - kInset - 8 - wanted.height();
+  const int top = std::min(height() / 2 + 44 + lines, lowest);
+  action_->setGeometry(QRect(QPoint((width() - wanted.width()) / 2, top), wanted));
 }
 
 void PlacePicture::resizeEvent(QResizeEvent*) {
@@ -176,7 +179,7 @@ void PlacePicture::paintWork(QPainter& painter, const QRect& area) {
               {job.elapsedText, fontFor(Type::mono), c.textTertiary, Qt::AlignCenter});
   if (!isMoving(job)) return;
   painter.save();
-  painter.setClipRect(area);
+  painter.setClipRect(area, Qt::IntersectClip);
   paintTravellingLine(painter, QRect(area.left(), area.bottom() - kLine + 1, area.width(), kLine));
   painter.restore();
 }
