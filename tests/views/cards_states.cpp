@@ -28,7 +28,7 @@ ReferenceCard card(const QString& folder, int pictures) {
   shown.id = QUuid::createUuid();
   shown.handle = u"@Tin"_s;
   shown.kind = u"Product"_s;
-  shown.line = u"a round coffee tin · %1 images"_s.arg(pictures);
+  shown.line = u"a round coffee tin · "_s + (pictures == 1 ? u"1 image"_s : u"%1 images"_s.arg(pictures));
   shown.pictures = picturesOf(folder, pictures);
   return shown;
 }

@@ -80,7 +80,11 @@ void CostTileCard::paintEvent(QPaintEvent* event) {
   const Colors& c = colors();
   const int width = this->width() - 2 * kTilePadding;
   paintText(painter, QRect(kTilePadding, 12, width, 18), {tile_.title, fontFor(Type::small), c.textTertiary});
-  paintText(painter, QRect(kTilePadding, 30, width, 36), {tile_.value, fontFor(Type::display), c.textPrimary});
+  // An amount is read whole: a long one is written smaller.
+  QFont figure = fontFor(Type::display);
+  for (const Type smaller : {Type::large, Type::title, Type::body})
+    if (textWidth(tile_.value, figure) > width) figure = fontFor(smaller);
+  paintText(painter, QRect(kTilePadding, 30, width, 36), {tile_.value, figure, c.textPrimary});
   paintText(painter, QRect(kTilePadding, 66, width, 18), {tile_.detail, fontFor(Type::small), c.textSecondary});
 }
 

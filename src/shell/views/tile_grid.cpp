@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QScrollBar>
 
+#include "shell/views/focus_ring.h"
 #include "shell/views/theme.h"
 
 namespace sorvan::views {
@@ -12,6 +13,7 @@ namespace sorvan::views {
 TileGrid::TileGrid(const QString& name, Shape shape, Press press, QWidget* parent)
     : QAbstractScrollArea(parent), shape_(std::move(shape)), press_(press) {
   setAccessibleName(name);
+  setProperty(ownFocusProperty, true);
   setFocusPolicy(Qt::StrongFocus);
   setFrameShape(QFrame::NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
