@@ -7,13 +7,18 @@
 
 namespace sorvan::views {
 
-// Opens its values in one of the program's menus instead of the toolkit's list. Main thread.
+// Looks like a field of text, with a double chevron; its values open in one of the program's menus. Main thread.
 class ChoiceField final : public QComboBox {
   Q_OBJECT
 
  public:
   explicit ChoiceField(const QString& name, QWidget* parent = nullptr);
   void showPopup() override;
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace sorvan::views
