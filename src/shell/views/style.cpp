@@ -236,7 +236,6 @@ int SorvanStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
     case SH_Menu_SubMenuPopupDelay:
       return 120;
     case SH_Menu_Scrollable:
-    case SH_Menu_KeyboardSearch:  // titles have no letters of their own, so typing looks for their beginnings
       return 1;
     case SH_MenuBar_AltKeyNavigation:
       return 1;
