@@ -216,7 +216,7 @@ TEST_F(MarkingTest, ThePictureThatIsEditedSaysSoOnTheWallWhileTheJobRuns) {
   desk.marking.done();
   desk.provider->gate.emplace();
   desk.composer.submit();
-  test::runPosted();
+  test::runUntil([this] { return !desk.gallery.cellOf(item).workText.isEmpty(); });
   EXPECT_EQ(desk.gallery.cellOf(item).workText, QStringLiteral("Editing…"));
   EXPECT_TRUE(desk.gallery.cellOf(item).accessibleName.contains(QStringLiteral("Editing…")));
   EXPECT_EQ(desk.gallery.cellOf(other).workText, QString());

@@ -81,19 +81,6 @@ TEST_F(LookTest, AToastOfMoreWordsHasItsActionBelowThem) {
   EXPECT_EQ(below->variant(), ButtonVariant::secondary);
 }
 
-TEST_F(LookTest, APopUpButtonIsAsHighAsAField) {
-  QComboBox choice;
-  choice.addItems({u"Character"_s, u"Product"_s});
-  EXPECT_EQ(choice.sizeHint().height(), metrics().field);
-  show(choice, {200, metrics().field});
-  const QImage picture = pictureOf(choice);
-  EXPECT_EQ(picture.pixelColor(100, 3), colors().surfaceInset);
-  const auto [first, last] = inked(picture, QRect(178, 4, 18, metrics().field - 8), colors().surfaceInset);
-  EXPECT_GT(first, 0) << "no double chevron at the end";
-  EXPECT_LT(first, metrics().field / 2);
-  EXPECT_GT(last, metrics().field / 2);
-}
-
 TEST_F(LookTest, ATextOfSeveralLinesStandsInAFieldWithRoundCorners) {
   QWidget sheet;
   TextArea text(u"Notes"_s, {}, &sheet);
