@@ -43,12 +43,14 @@ TEST(Tour, ALogOutWaitsForTheAnswerToARequestThatCostsMoney) {
   person.sandbox().release(u"submit"_qs);
   ASSERT_TRUE(within(20, [&] { return hasEnded(program); }));
   // 3. The next session finds the request where it was left, and fetches what was paid for.
-  const Wanted retry{u"Retry"_qs, u"push button"_qs};
-  person.open(retry);
-  person.click(retry);
+  const Wanted failed{u"Failed"_qs, u"list item"_qs, true};
+  person.open(failed);
+  person.click(failed);
+  person.click({u"Retry"_qs, u"push button"_qs});
   person.waitForCount(boat, 1, 40);
   EXPECT_EQ(person.sandbox().ledger().size(), 1);
   EXPECT_EQ(person.sandbox().callCount(u"submit"_qs), 1);
+  person.close();
 }
 
 }  // namespace
