@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <vector>
 
 namespace sorvan::views {
@@ -30,6 +31,8 @@ struct ComponentSheet {
   std::function<std::unique_ptr<QWidget>()> make;
   int texts;  // at least so many are painted on it
 };
+// The name alone: tests are called by it.
+inline void PrintTo(const ComponentSheet& sheet, std::ostream* out) { *out << sheet.name; }
 // Every sheet there is, those of items too. A new one is added here or to `itemSheets` and nowhere else.
 std::vector<ComponentSheet> componentSheets();
 

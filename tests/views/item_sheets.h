@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <ostream>
 #include <vector>
 
 namespace sorvan::views {
@@ -33,6 +34,8 @@ struct ItemSheet {
   const char* name;  // CamelCase, for the names of tests
   SheetMaker make;
 };
+// The name alone: tests are called by it.
+inline void PrintTo(const ItemSheet& sheet, std::ostream* out) { *out << sheet.name; }
 // All of them, in this order.
 const std::vector<ItemSheet>& itemSheets();
 
