@@ -2,19 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <QClipboard>
-#include <QComboBox>
 #include <QLayout>
+#include <QPainter>
 
 #include "shell/views/controls.h"
 #include "shell/views/feedback.h"
 #include "shell/views/fields.h"
 #include "shell/views/history_row.h"
 #include "shell/views/icons.h"
+#include "shell/views/inspector_parts.h"
 #include "shell/views/labels.h"
 #include "shell/views/painting.h"
 #include "shell/views/style_menus.h"
 #include "shell/views/text_area.h"
 #include "views/dressed.h"
+#include "views/text_contrast.h"
 
 namespace sorvan::views {
 namespace {
@@ -45,6 +47,35 @@ std::pair<int, int> inked(const QImage& picture, const QRect& area, QColor groun
     }
   }
   return {first, last};
+}
+
+TEST_F(LookTest, TheDotOfEveryStatusIsSeenOnABadgeInBothLooks) {
+  for (const Appearance look : {Appearance::dark, Appearance::light}) {
+    Theme::instance().setAppearance(look);
+    QColor badge = colors().pictureBadge;
+    badge.setAlpha(255);
+    for (const QString& token : {u"draft"_s, u"shortlist"_s, u"approved"_s, u"final"_s, u"rejected"_s})
+      EXPECT_GT(test::contrastOf(statusColorOnPicture(token), badge), 3) << token.toStdString();
+  }
+}
+
+TEST_F(LookTest, TheShadowOfALowCardReachesItsEnds) {
+  const Shadow shadow{8, 32, Qt::black};
+  const auto painted = [&](int height) {
+    QImage picture(400, height + 100, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    paintShadow(painter, {50, 50, 300, height}, 10, shadow);
+    return picture;
+  };
+  for (const int height : {30, 44, 60, 200}) {
+    const QImage picture = painted(height);
+    const int below = 50 + height + 2;
+    const int middle = picture.pixelColor(200, below).alpha();
+    EXPECT_GT(middle, 40) << height;
+    EXPECT_NEAR(picture.pixelColor(80, below).alpha(), middle, 3) << height;
+    EXPECT_NEAR(picture.pixelColor(319, below).alpha(), middle, 3) << height;
+  }
 }
 
 TEST_F(LookTest, AMenuRowShowsItsKeysSideBySide) {

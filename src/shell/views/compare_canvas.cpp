@@ -130,7 +130,8 @@ void CompareCanvas::paintEvent(QPaintEvent*) {
     paintPicture(painter, first_);
     paintPictureBadge(painter, rect(), Qt::TopLeftCorner, {}, QString::number(number_));
     if (!first_.statusText.isEmpty())
-      paintPictureBadge(painter, rect(), Qt::TopRightCorner, {}, first_.statusText, statusColor(first_.statusToken));
+      paintPictureBadge(painter, rect(), Qt::TopRightCorner, {}, first_.statusText,
+                        statusColorOnPicture(first_.statusToken));
   }
   paintFrame(painter);
 }

@@ -55,13 +55,18 @@ class SectionHead final : public QAbstractButton {
 
 }  // namespace
 
-QColor statusColor(const QString& token) {
-  const Colors& c = colors();
+namespace {
+QColor statusIn(const Colors& c, const QString& token) {
   if (token == u"shortlist"_s) return c.statusShortlist;
   if (token == u"approved"_s) return c.statusApproved;
   if (token == u"final"_s) return c.statusFinal;
   return token == u"rejected"_s ? c.statusRejected : c.statusDraft;
 }
+}  // namespace
+
+QColor statusColor(const QString& token) { return statusIn(colors(), token); }
+
+QColor statusColorOnPicture(const QString& token) { return statusIn(Theme::instance().colorsOf(Look::dark), token); }
 
 // PreviewPicture
 

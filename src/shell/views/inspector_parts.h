@@ -118,6 +118,8 @@ class StatusButton final : public QAbstractButton {
 };
 
 QColor statusColor(const QString& token);
+// On the badges over pictures, which are dark in both looks.
+QColor statusColorOnPicture(const QString& token);
 
 // A heading with rows or a paragraph below it, which the heading folds away.
 class InspectorSectionView final : public QWidget {

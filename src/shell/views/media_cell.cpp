@@ -191,7 +191,7 @@ void paintBadges(QPainter& painter, const QRect& area, const GalleryCell& cell, 
   if (!cell.workText.isEmpty())
     paintPictureBadge(painter, area, Qt::BottomLeftCorner, u"loader-circle"_s, cell.workText);
   else if (!cell.statusText.isEmpty() && !hovered && cell.kind != CellKind::audio)
-    paintPictureBadge(painter, area, Qt::BottomLeftCorner, {}, cell.statusText, statusColor(cell.statusToken));
+    paintPictureBadge(painter, area, Qt::BottomLeftCorner, {}, cell.statusText, statusColorOnPicture(cell.statusToken));
   paintDuration(painter, area, cell, look);
   if (cell.inTrash) paintPictureBadge(painter, area, Qt::TopLeftCorner, u"trash-2"_s, texts::inTrash());
   const bool buttons = hovered && !cell.inTrash && !moreAt(area).isNull();

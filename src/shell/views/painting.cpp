@@ -33,28 +33,30 @@ void blur(QImage& mask, int radius) {
   }
 }
 
-QImage blurredBox(int side, int margin, int radius, int blurRadius) {
-  QImage mask(side, side, QImage::Format_Alpha8);
+QImage blurredBox(QSize size, int margin, int radius, int blurRadius) {
+  QImage mask(size, QImage::Format_Alpha8);
   mask.fill(0);
   QPainter painter(&mask);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
   painter.setBrush(Qt::black);
-  painter.drawRoundedRect(QRect(margin, margin, side - 2 * margin, side - 2 * margin), radius, radius);
+  painter.drawRoundedRect(mask.rect().adjusted(margin, margin, -margin, -margin), radius, radius);
   painter.end();
   blur(mask, std::max(1, blurRadius));
   return mask;
 }
 
-// The nine patches of a shadow in one square picture: corners of `edge` pixels round a middle of one pixel.
-QPixmap shadowPatches(int margin, int radius, const Shadow& shadow) {
-  const QString key =
-      u"shadow|%1|%2|%3|%4"_s.arg(margin).arg(radius).arg(shadow.blur).arg(shadow.color.name(QColor::HexArgb));
+// The nine patches of a shadow in one picture: corners of two margins and the radius round a middle of one pixel. Where the
+// area leaves no middle, across or down, the picture is as wide or high as the shadow itself.
+QPixmap shadowPatches(QSize area, int margin, int radius, const Shadow& shadow) {
+  const int widest = 2 * (margin + radius) + 1;
+  const QSize size = area.boundedTo({widest, widest}) + QSize(2 * margin, 2 * margin);
+  const QString key = u"shadow|%1x%2|%3|%4|%5|%6"_s.arg(size.width()).arg(size.height()).arg(margin).arg(radius)
+                          .arg(shadow.blur).arg(shadow.color.name(QColor::HexArgb));
   QPixmap patches;
   if (QPixmapCache::find(key, &patches)) return patches;
-  const int side = 2 * (2 * margin + radius) + 1;
-  const QImage mask = blurredBox(side, margin, radius, shadow.blur / 6);
-  QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
+  const QImage mask = blurredBox(size, margin, radius, shadow.blur / 6);
+  QImage picture(size, QImage::Format_ARGB32_Premultiplied);
   picture.fill(shadow.color);
   QPainter painter(&picture);
   painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
@@ -69,14 +71,12 @@ struct Span {
   int target, targetLength, source, sourceLength;
 };
 
-std::array<Span, 3> spans(int start, int length, int edge, int side) {
+// Between two edges the middle is stretched; a picture that is as long as its target is one span.
+std::vector<Span> spans(int start, int length, int edge, int side) {
+  if (length <= side) return {Span{start, length, 0, side}};
   return {Span{start, edge, 0, edge}, Span{start + edge, length - 2 * edge, edge, side - 2 * edge},
           Span{start + length - edge, edge, side - edge, edge}};
 }
-
-}  // namespace
-
-namespace {
 
 // A soft fill is lined in the colour of its words when the desktop asks for more contrast; invalid otherwise.
 QColor lineOfSoft(const QColor& fill) {
@@ -105,14 +105,11 @@ void paintPanel(QPainter& painter, const QRectF& area, double radius, const QCol
 }
 
 void paintShadow(QPainter& painter, const QRect& area, int radius, const Shadow& shadow) {
+  if (area.isEmpty()) return;
   const int margin = shadow.blur / 2;
-  const QPixmap patches = shadowPatches(margin, radius, shadow);
+  const QPixmap patches = shadowPatches(area.size(), margin, radius, shadow);
   const int edge = 2 * margin + radius;
   const QRect outer = area.translated(0, shadow.offsetY).adjusted(-margin, -margin, margin, margin);
-  if (outer.width() < 2 * edge || outer.height() < 2 * edge) {
-    painter.drawPixmap(outer, patches);
-    return;
-  }
   for (const Span& row : spans(outer.top(), outer.height(), edge, patches.height())) {
     for (const Span& column : spans(outer.left(), outer.width(), edge, patches.width())) {
       painter.drawPixmap(QRect(column.target, row.target, column.targetLength, row.targetLength), patches,

@@ -202,7 +202,7 @@ void PlacePicture::paintBadges(QPainter& painter, const QRect& area) {
   if (place_.markText != place_.statusText)
     paintPictureBadge(painter, area, Qt::TopRightCorner, u"check"_s, place_.markText);
   else if (!place_.markText.isEmpty())
-    paintPictureBadge(painter, area, Qt::TopRightCorner, {}, place_.markText, statusColor(place_.statusToken));
+    paintPictureBadge(painter, area, Qt::TopRightCorner, {}, place_.markText, statusColorOnPicture(place_.statusToken));
   if (!place_.durationText.isEmpty())
     paintPictureBadge(painter, area, Qt::BottomRightCorner, isPlaying() ? u"pause"_s : u"play"_s, place_.durationText);
 }
