@@ -1,5 +1,6 @@
 #include "shell/views/player_view.h"
 
+#include "shell/views/controls.h"
 #include "shell/views/hover_play.h"
 #include "shell/views/media_wall.h"
 #include "shell/views/quick_look.h"
@@ -276,6 +277,17 @@ TEST_F(QuickLookTest, SpaceAndEscapeCloseAndEnterOpens) {
   EXPECT_EQ(opened.at(0).at(0).toUuid(), source.idAt(3));
   QTest::keyClick(&look, Qt::Key_Escape);
   EXPECT_FALSE(look.isOpen());
+}
+
+TEST_F(QuickLookTest, ItsCrossIsSeenOnTheDarkGroundInTheLightToo) {
+  Theme::instance().setAppearance(Appearance::light);
+  look.open({source.idAt(0)}, source);
+  const QImage cross = look.findChild<IconButton*>()->grab().toImage();
+  int lightest = 0;
+  for (int y = 0; y < cross.height(); ++y)
+    for (int x = 0; x < cross.width(); ++x) lightest = std::max(lightest, cross.pixelColor(x, y).lightness());
+  EXPECT_GT(lightest, 200);
+  EXPECT_LT(cross.pixelColor(6, 6).lightness(), 60);
 }
 
 TEST_F(QuickLookTest, NothingOpensForNothing) {

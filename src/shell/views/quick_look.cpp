@@ -5,7 +5,6 @@
 #include <QPainter>
 #include <QPropertyAnimation>
 
-
 #include "shell/views/controls.h"
 #include "shell/views/focus_ring.h"
 #include "shell/views/icons.h"
@@ -22,6 +21,22 @@ constexpr int kGap = 20;
 constexpr int kCaption = 30;
 constexpr int kPicture = 2560;  // device pixels of the long side
 constexpr int kFade = 120;      // milliseconds
+
+// The ground is dark in both looks, and so is the button on it.
+class CloseButton final : public IconButton {
+ public:
+  using IconButton::IconButton;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const Colors& dark = Theme::instance().colorsOf(Look::dark);
+    QPainter painter(this);
+    const bool touched = underMouse() || isDown();
+    paintPanel(painter, rect(), metrics().radiusControl, dark.pictureBadge, touched ? dark.pictureBadgeText : QColor());
+    paintIcon(painter, u"x"_s, rect(), metrics().iconRegular, {dark.pictureBadgeText});
+  }
+};
+
 }  // namespace
 
 // QuickLookPane
@@ -113,7 +128,7 @@ void QuickLookPane::mouseDoubleClickEvent(QMouseEvent*) { Q_EMIT opened(); }
 QuickLook::QuickLook(ThumbnailStore& thumbnails, QWidget* parent)
     : QWidget(parent),
       thumbnails_(thumbnails),
-      close_(new IconButton(u"x"_s, texts::closeQuickLook(), u"Space"_s, this)) {
+      close_(new CloseButton(u"x"_s, texts::closeQuickLook(), u"Space"_s, this)) {
   setFocusPolicy(Qt::StrongFocus);
   setProperty(ownFocusProperty, true);
   hide();
