@@ -3,6 +3,8 @@
 #include <QActionGroup>
 #include <QMenu>
 
+#include <algorithm>
+
 #include "shell/views/model_picker.h"
 #include "shell/views/pay_with_popover.h"
 #include "shell/views/prompt_history.h"
@@ -29,7 +31,7 @@ QWidget* actions() {
   QAction* trash = menu->addAction(u"Move to Trash"_s);
   trash->setShortcut(Qt::Key_Delete);
   trash->setProperty("tone", u"danger"_s);
-  menu->setFixedWidth(210);
+  menu->setFixedWidth(std::max(210, menu->sizeHint().width()));
   return pinned(menu);
 }
 
@@ -43,7 +45,7 @@ QWidget* choices() {
     row->setChecked(name == u"Oldest"_s);
   }
   menu->actions().last()->setEnabled(false);
-  menu->setFixedWidth(210);
+  menu->setFixedWidth(std::max(210, menu->sizeHint().width()));
   return pinned(menu);
 }
 
