@@ -81,6 +81,7 @@ ChoiceField* kind() {
 // The menu that opens over the field, as it opens.
 QWidget* openMenu() {
   const std::unique_ptr<ChoiceField> field(kind());
+  field->move(200, 200);  // with room above for the values before the chosen one
   field->showPopup();
   auto* picture = new QLabel;
   if (auto* menu = field->findChild<QMenu*>()) {
@@ -117,7 +118,7 @@ class PromptPanel final : public QWidget {
     auto* edit = new PromptEdit(u"Prompt"_s);
     edit->setPlaceholderText(u"Describe an image or a clip. Type @ to use a reference."_s);
     edit->setDraft(kDraft);
-    edit->setMarks({{4, 4, true}, {29, 5, false}});
+    edit->setMarks({{4, 4, true}, {28, 5, false}});
     edit->setFixedSize(346, 48);
     box->addWidget(edit);
   }

@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr QSize kSheet(720, 900);
+constexpr QSize kSheet(720, 300);
 
 template <class Box>
 QWidget* boxOf(const std::vector<QWidget*>& parts, int spacing) {
@@ -98,6 +98,9 @@ void fillSheet(QWidget& sheet, QLayout* content) {
   box->addLayout(content);
   box->addStretch(1);
   sheet.resize(sheet.sizeHint().expandedTo(kSheet));
+  // Else the first field on it would have the keyboard once it is shown.
+  sheet.setFocusPolicy(Qt::StrongFocus);
+  sheet.setFocus();
 }
 
 }  // namespace sorvan::views

@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr QSize kCanvas(260, 170);
-constexpr QSize kPlayer(400, 260);
+constexpr QSize kPlayer(540, 300);
 
 // What is asked for while it is painted has arrived.
 void settle(PictureCanvas& canvas, ThumbnailStore& thumbnails) {

@@ -33,6 +33,7 @@ void TextArea::dress() {
   QPalette own = palette();
   own.setColor(QPalette::Base, Qt::transparent);
   own.setColor(QPalette::Text, colors().textPrimary);
+  own.setColor(QPalette::Disabled, QPalette::Text, colors().textDisabled);
   own.setColor(QPalette::PlaceholderText, colors().textTertiary);
   setPalette(own);
 }
